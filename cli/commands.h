@@ -1,0 +1,5 @@
+#pragma once
+
+#include <QStringList>
+
+// One function per subcommand, each in a file of its own.

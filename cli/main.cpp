@@ -1,0 +1,62 @@
+#include "Command.h"
+#include "commands.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+// In the order of the help.
+const QVector<Command> &commands()
+{
+    static const QVector<Command> table = {};
+    return table;
+}
+
+QString overview()
+{
+    QString text = QStringLiteral("Usage: lanqor COMMAND [options] ...\n"
+                                  "Luminescence of lanthanide coordination compounds.\n\n"
+                                  "Commands:\n");
+    for (const Command &command : commands())
+        text += QStringLiteral("  %1 %2\n")
+                    .arg(QLatin1String(command.name), -18)
+                    .arg(QLatin1String(command.summary));
+    return text + QStringLiteral("\n\"lanqor COMMAND --help\" tells the options of a command.\n"
+                                 "Results go to standard output, messages to standard error;\n"
+                                 "the exit status is 0 on success, 1 when the input or the\n"
+                                 "calculation fails, 2 when the command line is wrong.\n");
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("lanqor"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(LANQOR_VERSION));
+
+    const QStringList arguments = application.arguments().mid(1);
+    const QString first = arguments.value(0);
+    if (first == QLatin1String("--version") || first == QLatin1String("-v")) {
+        cli::print(QStringLiteral("lanqor ") + application.applicationVersion() +
+                   QLatin1Char('\n'));
+        return cli::success;
+    }
+    if (first == QLatin1String("--help") || first == QLatin1String("-h") ||
+        first == QLatin1String("help")) {
+        cli::print(overview());
+        return cli::success;
+    }
+    // A command's name may be of two words ("fit omega").
+    for (const Command &command : commands()) {
+        const QStringList words = QString::fromLatin1(command.name).split(QLatin1Char(' '));
+        if (arguments.mid(0, words.size()) == words)
+            return command.run(arguments.mid(words.size()));
+    }
+    if (arguments.isEmpty()) {
+        cli::note(overview());
+        return cli::usageError;
+    }
+    return cli::fail(QStringLiteral("unknown command \"%1\"; see \"lanqor --help\"").arg(first),
+                     cli::usageError);
+}

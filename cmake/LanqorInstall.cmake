@@ -1,0 +1,27 @@
+include(CMakePackageConfigHelpers)
+
+get_property(public_headers GLOBAL PROPERTY LANQOR_PUBLIC_HEADERS)
+install(FILES ${public_headers}
+    ${LANQOR_BUILD_INCLUDE_DIR}/LanqorEngine/LanqorEngineExport.h
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/LanqorEngine)
+install(TARGETS LanqorEngine EXPORT LanqorEngineTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS lanqor RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/data/
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/LanqorEngine
+    PATTERN CMakeLists.txt EXCLUDE)
+
+set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/LanqorEngine)
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/LanqorEngineConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/LanqorEngineConfig.cmake INSTALL_DESTINATION ${config_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/LanqorEngineConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/LanqorEngineConfig.cmake
+    ${PROJECT_BINARY_DIR}/LanqorEngineConfigVersion.cmake DESTINATION ${config_dir})
+install(EXPORT LanqorEngineTargets NAMESPACE LanqorEngine:: DESTINATION ${config_dir})
+
+configure_file(${CMAKE_CURRENT_LIST_DIR}/LanqorEngine.pc.in
+    ${PROJECT_BINARY_DIR}/LanqorEngine.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/LanqorEngine.pc
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,30 @@
+#pragma once
+
+/// Physical constants and unit factors, Gaussian (CGS) units. Digits are fixed: results are
+/// compared across versions to the last figure. Where two calculations use different digits on
+/// purpose, each keeps its own beside its formula.
+namespace lanqor {
+
+constexpr double pi = 3.14159265359;
+constexpr double fourPi = 12.56637061436;
+
+/// Bohr radius, cm (CODATA 2010).
+constexpr double bohrRadiusCm = 5.2917721092e-9;
+/// Bohr radii in an Angstrom.
+constexpr double bohrPerAngstrom = 1.889725988579;
+constexpr double cmPerAngstrom = 1e-8;
+/// cm^3 in a cubic Angstrom, the unit in which polarisabilities are printed and entered.
+constexpr double cm3PerCubicAngstrom = 1.0e-24;
+
+/// Magnitude of the electron's charge, esu, and its square, esu^2 = erg cm.
+constexpr double elementaryChargeEsu = 4.803204505713468e-10;
+constexpr double elementaryChargeSquared = 2.307077352370616e-19;
+
+/// 1/(hc): wavenumber, cm^-1, of an energy of one erg.
+constexpr double wavenumberPerErg = 5.03411751e+15;
+/// Wavenumber, cm^-1, of one eV.
+constexpr double wavenumberPerEv = 8065.543937;
+/// Omega(lambda) is printed and entered in this unit, cm^2.
+constexpr double omegaUnitCm2 = 1e-20;
+
+} // namespace lanqor

@@ -1,0 +1,180 @@
+#pragma once
+
+#include <LanqorEngine/Coord.h>
+#include <LanqorEngine/CoordSPH.h>
+#include <LanqorEngine/CoordZMT.h>
+#include <LanqorEngine/ExcitateState.h>
+#include <LanqorEngine/LanqorAbstractObjCalculation.h>
+#include <LanqorEngine/MolecularOrbital.h>
+#include <LanqorEngine/MolecularOrbitalOCC.h>
+
+#include <QPair>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// The reader of quantum-chemistry results and structure files.
+///
+/// An object is built for one file and asked to read it in one way; the reader fills what its
+/// format provides and leaves the rest. Reading twice appends: build a new object to read again.
+/// Every reader returns false with the reason in getLastError() and keeps what it had read.
+///
+/// Index bases differ between getters, for callers rely on them: geometry and state-energy
+/// getters take 1-based numbers, all others 0-based indices. No getter checks its bounds.
+class LANQORENGINE_EXPORT LanqorInputData : public LanqorAbstractObjCalculation
+{
+    Q_OBJECT
+public:
+    /// "La" to "Lu"; index 0 is La, 6 is Eu. Labels are compared exactly.
+    static const QString lanthanideList[15];
+    /// Banner that heads every report: eleven lines of 107 characters with their line breaks.
+    static const QString LANQORTitle;
+    /// Symbol and atomic mass (g/mol) of elements 1 to 103; element 80 is spelled "Mg".
+    static const QVector<QPair<QString, double>> elementMassTable;
+    /// Symbol and atomic number of elements 1 to 103; 80 is spelled "Mg", 103 is "Lw".
+    static const QVector<QPair<QString, int>> elementNumberTable;
+
+    LanqorInputData(QObject *parent, const QString &fileName);
+    ~LanqorInputData() override;
+
+    /// Symbol of the element of @p atomicNumber; empty outside 1 to 103.
+    static QString getElementSymbol(const int &atomicNumber);
+
+    /// True when @p label is one of lanthanideList.
+    static bool isLanthanide(const QString &label);
+
+    // --- MOPAC results and structure files ---
+
+    /// Reads the geometry of any structure file, its kind told by suffix, then by content:
+    /// MOPAC output, ".mop", ".zmt", ".xyz" or MOL2.
+    bool readStructureFile();
+
+    /// Reads a MOPAC output: final geometry, heat of formation, charges, dipole and the like.
+    /// @param keepTv  keeps translation vectors ("Tv" rows) as atoms of the geometry
+    bool readMopacOutFile(const bool &keepTv);
+    /// Reads a MOPAC input with Cartesian or internal coordinates.
+    bool readMopFile();
+    /// Reads a bare Z-matrix: label, distance, angle, dihedral, three reference numbers.
+    bool readZmtFile();
+    /// Reads the atoms of a Tripos MOL2 file.
+    bool readMol2File();
+    /// Reads an XYZ file.
+    bool readXYZFile();
+
+    enum GeometryType { NoGeometry, CartesianGeometry, InternalGeometry };
+    /// True when the first line of @p fileName starts a MOPAC input of Cartesian coordinates
+    /// (its keywords hold XYZ).
+    static bool checkTypeMopFile(const QString &fileName);
+    /// Kind of the atom lines of a MOPAC input; NoGeometry when it holds none.
+    static GeometryType getTypeOfGeometryFromMopFile(const QString &fileName);
+    /// First line of an XYZ file as a number; 0 when it is none.
+    static int numberOfAtomsFromXYZFile(const QString &fileName);
+
+    /// Spherical coordinates of all atoms about atom 1, and the coordination number: the count
+    /// of O and N within 2.65, Cl and S within 2.9 and I within 3.0 Angstrom.
+    bool createSphericalCoordinate();
+    /// The same for atoms @p first to @p last (1-based).
+    bool createSphericalCoordinate(const int &first, const int &last);
+    /// Centre of mass, Angstrom, with an empty label. An unknown label counts with the mass of
+    /// the atom before it.
+    static Coord calcCenterOfMass(const QVector<Coord> &atoms);
+
+    static QString readMolNameFile(QString &directory, QString &prefix, QStringList &names,
+                                   QVector<int> &first, QVector<int> &second);
+    static QString readFileIndeces(const QString &fileName, const int &coordNumber,
+                                   const double *qdcParameters, int restrictionValue);
+    static QString checkParametersQDC(const QString &labels, const QVector<float> &charges,
+                                      const QVector<float> &superdelocalizabilities,
+                                      const int &coordNumber, const double *qdcParameters);
+
+    QVector<Coord> getCoord() const { return coord; }
+    Coord getCoord(const int &atom) const { return coord.at(atom - 1); }
+    CoordSPH getCoordSPH(const int &atom) const { return coordSPH.at(atom - 1); }
+    CoordZMT getCoordZMT(const int &atom) const { return coordZMT.at(atom - 1); }
+    QString getAtomLabel(const int &atom) const { return coord.at(atom - 1).label; }
+    int getCoordNumber() const { return coordNumber; }
+    double getFinalHeat() const { return finalHeat; }           ///< kcal/mol
+    double getIonPotential() const { return ionPotential; }     ///< eV
+    double getDipole() const { return dipole; }                 ///< debye
+    double getChargeOnSystem() const { return chargeOnSystem; } ///< elementary charges
+    double getAtomicCharges(const int &index) const { return atomicCharges.at(index); }
+    int getAtomicChargesCount() const { return atomicCharges.size(); }
+    QString getMopacCitation() const { return mopacCitation; }
+    int getSelExcitateState() const { return selExcitateState; }
+
+    // --- Excited states and molecular orbitals ---
+
+    bool readOutputZindo();
+    bool readCoordFromZindoOutFile();
+    bool readAbsorptionDataZindo();
+    bool readOutputOrca();
+    bool readCoordFromOrcaOutFile();
+    bool readAbsorptionDataOrca();
+    /// Position of the ion, Angstrom, from the point-charge file beside an ORCA output.
+    bool readChargePointFileOrca(double &x, double &y, double &z);
+    bool readOutputGaussian();
+    bool readAbsorptionDataGaussian();
+    bool readMolecularOrbitalOccupancy();
+    /// Force constants, mdyn/Angstrom, between the ion (atom 1) and atoms 2 to @p n + 1 from the
+    /// force matrix of the MOPAC output @p path; index 0 is atom 2.
+    bool readForceConstant(const QString &path, const int &n);
+
+    double getSingletEnergy(const int &state) const { return singletStates.at(state - 1).energy; }
+    double getTripletEnergy(const int &state) const { return tripletStates.at(state - 1).energy; }
+    ExcitateState getSingletExcitateStateVector(const int &index) const
+    {
+        return singletStates.at(index);
+    }
+    ExcitateState getTripletExcitateStateVector(const int &index) const
+    {
+        return tripletStates.at(index);
+    }
+    int getSingletStatesCount() const { return singletStates.size(); }
+    int getTripletStatesCount() const { return tripletStates.size(); }
+    MolecularOrbital getMolecularOrbitalVector(const int &index) const
+    {
+        return molecularOrbitals.at(index);
+    }
+    /// Row of the orbital-energy table.
+    MolecularOrbitalOCC getMolecularOrbital(const int &index) const
+    {
+        return molecularOrbitalsOCC.at(index);
+    }
+    int getMolecularOrbitalNumber() const { return molecularOrbitalNumber; }
+    int getHomoMO() const { return homoMO; }
+    int getLumoMO() const { return lumoMO; }
+    double getEnergyVector(const int &index) const { return energyVector.at(index); } ///< cm^-1
+    double getOscForceVector(const int &index) const { return oscForceVector.at(index); }
+    int getExcitedStateCount() const { return excitedStateCount; }
+    double getForceConstant(const int &index) const { return forceConstants.at(index); }
+    int getForceConstantsCount() const { return forceConstants.size(); }
+    bool getIsOrcaTDDFT() const { return isOrcaTDDFT; }
+
+private:
+    int calculateResiduesNumber(const QString &fileName);
+
+    QString fileName;
+    QString mopacCitation;
+    QVector<double> atomicCharges;
+    QVector<double> forceConstants;
+    QVector<double> oscForceVector;
+    QVector<double> energyVector;
+    double chargeOnSystem = 0.0;
+    double finalHeat = 0.0;
+    double ionPotential = 0.0;
+    double dipole = 0.0;
+    bool isOrcaTDDFT = false;
+    int selExcitateState = 1;
+    int coordNumber = 0;
+    int excitedStateCount = 0;
+    int homoMO = 0;
+    int lumoMO = 0;
+    int molecularOrbitalNumber = 0;
+    QVector<MolecularOrbitalOCC> molecularOrbitalsOCC;
+    QVector<MolecularOrbital> molecularOrbitals;
+    QVector<ExcitateState> singletStates;
+    QVector<ExcitateState> tripletStates;
+    QVector<CoordZMT> coordZMT;
+    QVector<Coord> coord;
+    QVector<CoordSPH> coordSPH;
+};

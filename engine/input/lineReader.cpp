@@ -1,0 +1,62 @@
+#include "input/lineReader_p.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+constexpr int bufferSize = 1 << 18;
+}
+
+LineReader::LineReader(const QString &fileName)
+    : file(fileName)
+{}
+
+bool LineReader::open()
+{
+    if (QFileInfo(file.fileName()).isDir() || !file.open(QIODevice::ReadOnly))
+        return false;
+    buffer.resize(bufferSize);
+    return true;
+}
+
+bool LineReader::refill()
+{
+    position = 0;
+    filled = static_cast<int>(std::max<qint64>(0, file.read(buffer.data(), bufferSize)));
+    return filled > 0;
+}
+
+bool LineReader::next()
+{
+    if (repeatLine) {
+        repeatLine = false;
+        return true;
+    }
+    joined.clear();
+    bool any = false;
+    while (position < filled || refill()) {
+        any = true;
+        const char *begin = buffer.constData() + position;
+        const auto available = static_cast<std::size_t>(filled - position);
+        const auto *end = static_cast<const char *>(std::memchr(begin, '\n', available));
+        const int length = static_cast<int>(end ? end - begin : filled - position);
+        position += length + (end ? 1 : 0);
+        if (end && joined.isEmpty()) {
+            currentLine = std::string_view(
+                begin, static_cast<std::size_t>(std::min(length, maximumLineLength)));
+            break;
+        }
+        joined.append(begin, std::min(length, maximumLineLength - joined.size()));
+        currentLine = std::string_view(joined.constData(), static_cast<std::size_t>(joined.size()));
+        if (end)
+            break;
+    }
+    if (!any)
+        return false;
+    if (!currentLine.empty() && currentLine.back() == '\r')
+        currentLine.remove_suffix(1);
+    ++number;
+    return true;
+}

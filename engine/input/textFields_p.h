@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+#include <string_view>
+#include <vector>
+
+/// Scanning of single lines of program output, common to all readers. Numbers are read in the C
+/// locale; a failed conversion yields 0, as does a number that is not finite.
+namespace textFields {
+
+using Fields = std::vector<std::string_view>;
+
+bool contains(std::string_view line, std::string_view text);
+bool startsWith(std::string_view line, std::string_view text);
+std::string_view trimmed(std::string_view text);
+inline bool isBlank(std::string_view line)
+{
+    return trimmed(line).empty();
+}
+
+/// Splits at blanks and tabs, dropping empty parts; @p fields is reused from line to line.
+void split(std::string_view line, Fields &fields);
+/// Splits at every occurrence of @p separator, dropping empty parts.
+void split(std::string_view line, std::string_view separator, Fields &fields);
+
+double toDouble(std::string_view text, bool *ok = nullptr);
+int toInt(std::string_view text, bool *ok = nullptr);
+/// Text of a line for a record or a message; bytes are taken as Latin-1.
+QString toString(std::string_view text);
+
+} // namespace textFields

@@ -1,0 +1,132 @@
+#include "TestSupport.h"
+
+#include <LanqorEngine/LanqorAbstractObjCalculation.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <random>
+
+namespace testSupport {
+
+namespace {
+
+QString optionalFile(const char *directory, const QString &name)
+{
+    const QString path = QString::fromUtf8(directory) + QLatin1Char('/') + name;
+    return *directory && QFileInfo::exists(path) ? path : QString();
+}
+
+} // namespace
+
+QString dataFile(const QString &name)
+{
+    return QStringLiteral(LANQOR_TEST_DATA_DIR "/") + name;
+}
+
+QString sourceFile(const QString &name)
+{
+    return QStringLiteral(LANQOR_SOURCE_DIR "/") + name;
+}
+
+QString corpusFile(const QString &name)
+{
+    return optionalFile(LANQOR_CORPUS_DIR, name);
+}
+
+QString referenceFile(const QString &name)
+{
+    return optionalFile(LANQOR_REFERENCE_DIR, name);
+}
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("cannot read %s", qPrintable(path));
+    return file.readAll();
+}
+
+QString scratchFile(const QString &name, const QByteArray &bytes)
+{
+    static const QTemporaryDir directory;
+    const QString path = directory.filePath(name);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(path));
+    return path;
+}
+
+MessageSpy::MessageSpy(LanqorAbstractObjCalculation &object)
+{
+    connect(&object, &LanqorAbstractObjCalculation::newObjCalculationMessage, this,
+            [this](const QString &message) { messages.append(message); });
+}
+
+bool MessageSpy::contains(const QString &text) const
+{
+    return !messages.filter(text).isEmpty();
+}
+
+ProgramRun runProgram(const QStringList &arguments, const QString &workingDirectory)
+{
+    QProcess process;
+    if (!workingDirectory.isEmpty())
+        process.setWorkingDirectory(workingDirectory);
+    process.start(QString::fromLocal8Bit(qgetenv("LANQOR_PROGRAM")), arguments);
+    ProgramRun run;
+    if (!process.waitForFinished(300000) || process.exitStatus() != QProcess::NormalExit)
+        return run;
+    run.exitStatus = process.exitCode();
+    run.output = QString::fromUtf8(process.readAllStandardOutput());
+    run.error = QString::fromUtf8(process.readAllStandardError());
+    return run;
+}
+
+void damageFile(const QByteArray &original, int cuts, int mutations,
+                const std::function<void(const QString &path)> &read)
+{
+    for (int i = 0; i < cuts; ++i) {
+        const int length = static_cast<int>(qint64(original.size()) * i / cuts);
+        read(scratchFile(QStringLiteral("cut"), original.left(length)));
+    }
+    std::mt19937 random(20240229);
+    const auto draw = [&random](int limit) {
+        return limit > 0 ? static_cast<int>(random() % static_cast<unsigned>(limit)) : 0;
+    };
+    for (int i = 0; i < mutations; ++i) {
+        QByteArray bytes = original;
+        for (int changes = 1 + draw(8); changes > 0 && !bytes.isEmpty(); --changes) {
+            const int at = draw(bytes.size());
+            const int length = 1 + draw(std::min(200, bytes.size() - at));
+            switch (draw(5)) {
+            case 0:
+                bytes[at] = static_cast<char>(draw(256));
+                break;
+            case 1:
+                bytes.remove(at, length);
+                break;
+            case 2:
+                bytes.insert(at, bytes.mid(at, length));
+                break;
+            case 3:
+                bytes.replace(at, length, QByteArray(length, '*'));
+                break;
+            default:
+                bytes.replace(at, length, QByteArray(length, ' '));
+                break;
+            }
+        }
+        read(scratchFile(QStringLiteral("mutated"), bytes));
+    }
+}
+
+bool isNear(double a, double b, double tolerance)
+{
+    return std::abs(a - b) <= tolerance;
+}
+
+} // namespace testSupport
