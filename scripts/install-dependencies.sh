@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that building, testing and the demo need; only what is missing.
+#
+# usage: scripts/install-dependencies.sh [--bench]
+#   --bench   also what the benchmarks compare with
+set -euo pipefail
+
+packages=(
+    build-essential cmake ninja-build pkg-config
+    qtbase5-dev libeigen3-dev
+    # pictures of the lanqor program
+    libqwt-qt5-dev libqt5svg5-dev fonts-dejavu-core
+    # outside programs that tests check written files with
+    mopac openbabel
+)
+if [[ ${1:-} == --bench ]]; then
+    packages+=(libbenchmark-dev libgsl-dev python3-scipy)
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+    status=$(dpkg-query --show --showformat '${db:Status-Status}' "$package" 2>/dev/null || true)
+    [[ $status == installed ]] || missing+=("$package")
+done
+[[ ${#missing[@]} -eq 0 ]] && exit 0
+
+as_root=()
+if [[ $(id -u) -ne 0 ]]; then
+    command -v sudo >/dev/null || {
+        echo "These packages are missing; install them as root: ${missing[*]}" >&2
+        exit 1
+    }
+    as_root=(sudo)
+fi
+echo "Installing: ${missing[*]}"
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+export DEBIAN_FRONTEND=noninteractive
+if ! { "${as_root[@]}" apt-get update &&
+       "${as_root[@]}" apt-get install --yes --no-install-recommends "${missing[@]}"; } >"$log" 2>&1
+then
+    tail -n 30 "$log" >&2
+    exit 1
+fi

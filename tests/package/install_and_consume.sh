@@ -1,0 +1,36 @@
+#!/bin/sh
+# usage: install_and_consume.sh SOURCE_DIR BUILD_DIR SCRATCH_DIR COMPILER_FLAGS
+# Installs into an empty prefix, then builds and runs examples/consumer against it twice: by
+# find_package and by pkg-config.
+set -eu
+source_dir=$1
+build_dir=$2
+scratch=$3
+flags=$4
+rm -rf "$scratch"
+mkdir -p "$scratch"
+prefix=$scratch/prefix
+example=$source_dir/examples/data/eu_l2_rm1_opt.out
+
+# The prefix is stated again at installation, as a packager would.
+cmake --install "$build_dir" --prefix "$prefix" > "$scratch/install.log"
+test -d "$prefix/share/LanqorEngine/EnergyLevels4f"
+
+cmake -S "$source_dir/examples/consumer" -B "$scratch/consumer" \
+    -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_FLAGS="$flags" > "$scratch/configure.log"
+cmake --build "$scratch/consumer" > "$scratch/build.log"
+by_cmake=$("$scratch/consumer/consumer" "$example")
+printf '%s\n' "$by_cmake"
+printf '%s\n' "$by_cmake" | grep -q 'coordination number 6'
+
+pc_file=$(find "$prefix" -name LanqorEngine.pc)
+PKG_CONFIG_PATH=$(dirname "$pc_file")
+export PKG_CONFIG_PATH
+# shellcheck disable=SC2046,SC2086
+c++ -std=c++17 -fPIC $flags "$source_dir/examples/consumer/main.cpp" -o "$scratch/by_pkgconfig" \
+    $(pkg-config --define-variable=prefix="$prefix" --cflags --libs LanqorEngine)
+libdir=$(dirname "$(find "$prefix" -name libLanqorEngine.so)")
+by_pkgconfig=$(LD_LIBRARY_PATH=$libdir "$scratch/by_pkgconfig" "$example")
+[ "$by_cmake" = "$by_pkgconfig" ]
+
+"$prefix/bin/lanqor" --version
