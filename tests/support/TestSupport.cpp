@@ -71,9 +71,14 @@ bool MessageSpy::contains(const QString &text) const
     return !messages.filter(text).isEmpty();
 }
 
-ProgramRun runProgram(const QStringList &arguments, const QString &workingDirectory)
+ProgramRun runProgram(const QStringList &arguments, const QString &workingDirectory,
+                      const QMap<QString, QString> &environment)
 {
     QProcess process;
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    for (auto entry = environment.cbegin(); entry != environment.cend(); ++entry)
+        variables.insert(entry.key(), entry.value());
+    process.setProcessEnvironment(variables);
     if (!workingDirectory.isEmpty())
         process.setWorkingDirectory(workingDirectory);
     process.start(QString::fromLocal8Bit(qgetenv("LANQOR_PROGRAM")), arguments);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -39,8 +40,9 @@ struct ProgramRun
     QString output;
     QString error;
 };
-/// Runs the lanqor program built here.
-ProgramRun runProgram(const QStringList &arguments, const QString &workingDirectory = QString());
+/// Runs the lanqor program built here, with changes to the environment if given.
+ProgramRun runProgram(const QStringList &arguments, const QString &workingDirectory = QString(),
+                      const QMap<QString, QString> &environment = {});
 
 /// Calls @p read with the file cut at @p cuts places and with @p mutations random mutations
 /// (bytes changed, runs deleted, doubled or filled with asterisks); the seed is fixed.
