@@ -1,0 +1,73 @@
+#pragma once
+
+#include <LanqorEngine/LanqorAbstractObjCalculation.h>
+#include <LanqorEngine/LanqorInputData.h>
+
+#include <QString>
+#include <QVector>
+
+/// Donor-acceptor distances: how far from the lanthanide ion the excited states of the ligands
+/// sit, and how near the nearest ligand atom is.
+///
+///     RL = sum c^2 d(a) / sum c^2
+/// over the coefficients c of every orbital of every printed configuration of a state, d(a)
+/// being the distance from the ion to the atom a of the coefficient (G. F. de Sa et al., Coord.
+/// Chem. Rev. 196, 165 (2000)). Both orbitals of an excitation count, repeats count each time,
+/// and the weights of the configurations do not enter. Distances in Angstrom, energies in cm^-1.
+class LANQORENGINE_EXPORT LanqorRL : public LanqorAbstractObjCalculation
+{
+    Q_OBJECT
+public:
+    /// Which program wrote the excited states; other numbers are refused by calcRL.
+    enum ProgramType { ZindoOutput = 0, OrcaOutput = 1, GaussianOutput = 2 };
+
+    /// @param outputPath  output of the excited-state calculation. The point-charge file of an
+    ///                    ORCA run stands beside it, with the suffix ".pointcharge".
+    LanqorRL(QObject *parent, const QString &outputPath);
+    ~LanqorRL() override;
+
+    /// Reads the output and computes the distances of all states. The ion is atom 1 of a ZINDO
+    /// output, the first lanthanide of a Gaussian output or of an ORCA TD-DFT output, and the
+    /// point charge of any other ORCA output. False with the reader's message when the output
+    /// cannot be read, or when no lanthanide is among the atoms. A new call starts afresh.
+    bool calcRL(const int &programType);
+
+    /// RL of state @p n (1-based, Angstrom); 0 for n = 0, for a state without printed
+    /// orbitals and outside the list.
+    double getSingletRL(const int &n) const { return singletRL.value(n); }
+    double getTripletRL(const int &n) const { return tripletRL.value(n); }
+    /// Shortest distance from the ion to another atom; 1000 when there is none.
+    double getMinDistanceLnLigand() const { return minDistanceLnLigand; }
+    /// Length of the list of triplet distances, its entry 0 included.
+    int getStatesNumber() const { return tripletRL.size(); }
+    /// Number of the selected excited state (1: the lowest excited singlet).
+    int getSelExcitateState() const { return selExcitateState; }
+    /// Energy of state @p n (1-based), which must not exceed the count of its list.
+    double getSingletEnergy(const int &n) const { return inputData->getSingletEnergy(n); }
+    double getTripletEnergy(const int &n) const { return inputData->getTripletEnergy(n); }
+    /// States of each kind in the output, entry 0 not counted.
+    int getSingletStatesCount() const { return inputData->getSingletStatesCount(); }
+    int getTripletStatesCount() const { return inputData->getTripletStatesCount(); }
+    /// Distance of atom @p atom (1-based) from the ion; 0 outside the list.
+    double getAtomDistance(const int &atom) const { return atomDistances.value(atom - 1); }
+    int getAtomDistancesCount() const { return atomDistances.size(); }
+    /// What was read; owned by this object and replaced by the next calcRL.
+    const LanqorInputData *getInputData() const { return inputData; }
+
+    /// Report: energies, wavelengths, oscillator strengths and RL of all states. Writes it to
+    /// @p path and returns its text; empty when it cannot be written or before calcRL.
+    QString createOutput(const QString &path);
+
+private:
+    void restart();
+
+    QString outputPath;
+    int programType = ZindoOutput;
+    int selExcitateState = 1;
+    double minDistanceLnLigand;
+    bool isCalculated = false;
+    LanqorInputData *inputData = nullptr;
+    QVector<double> singletRL;     // by state number, entry 0 unused
+    QVector<double> tripletRL;     // by state number, entry 0 unused
+    QVector<double> atomDistances; // atom number - 1
+};
