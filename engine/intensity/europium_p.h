@@ -1,0 +1,48 @@
+#pragma once
+
+#include "core/physicalConstants_p.h"
+
+#include <array>
+
+/// What intensities and energy transfer take for granted of the 4f6 shell of Eu3+.
+namespace europium {
+
+/// Quantities that carry a rank, by that rank; ranks without a meaning hold 0.
+using ByRank = std::array<double, 7>;
+
+/// <f||C(lambda)||f>: -sqrt(28/15), sqrt(14/11), -sqrt(700/429) to the digits in use.
+constexpr ByRank reducedC = {0.0, 0.0, -1.366, 0.0, 1.128, 0.0, -1.2774};
+
+/// Shielding of a field of rank 0 to 6 by the closed 5s and 5p shells: sigma(2), (4), (6) from
+/// S. Edvardsson, M. Klintenberg, J. Alloys Compd. 275-277, 230 (1998); for sigma(0), (1) see
+/// O. L. Malta, J. Non-Cryst. Solids 354, 4770 (2008). There is none of rank 3 or 5.
+constexpr ByRank shielding = {0.981, 0.8, 0.6, 0.0, 0.139, 0.0, 0.1};
+
+/// <4f|r^k|4f>, cm^k, k = 2, 4, 6, 8: relativistic integrals of A. J. Freeman,
+/// J. P. Desclaux, J. Magn. Magn. Mater. 12, 11 (1979), in powers of the Bohr radius.
+constexpr double bohrRadius2 = lanqor::bohrRadiusCm * lanqor::bohrRadiusCm;
+constexpr double radialR2 = 0.9175 * bohrRadius2;
+constexpr double radialR4 = 2.02 * bohrRadius2 * bohrRadius2;
+constexpr double radialR6 = 9.039 * bohrRadius2 * bohrRadius2 * bohrRadius2;
+constexpr double radialR8 = 110.03237 * bohrRadius2 * bohrRadius2 * bohrRadius2 * bohrRadius2;
+constexpr ByRank radialR = {0.0, 0.0, radialR2, 0.0, radialR4, 0.0, radialR6};
+
+/// A forced electric dipole transition 5D0 -> 7FJ; rank J alone connects the two levels.
+struct Emission
+{
+    int J;
+    double sigma; ///< barycentre, cm^-1
+    double U2;    ///< squared reduced matrix element <5D0||U(J)||7FJ>^2
+};
+
+/// Matrix elements of W. T. Carnall, P. R. Fields, K. Rajnak, J. Chem. Phys. 49, 4450 (1968).
+constexpr std::array<Emission, 3> emissions = {{
+    {2, 16267.0, 0.0032},
+    {4, 14470.0, 0.0023},
+    {6, 12386.0, 0.0002},
+}};
+
+/// Barycentre of the magnetic dipole transition 5D0 -> 7F1, cm^-1.
+constexpr double magneticDipoleSigma = 16921.0;
+
+} // namespace europium
