@@ -27,6 +27,33 @@ constexpr double radialR6 = 9.039 * bohrRadius2 * bohrRadius2 * bohrRadius2;
 constexpr double radialR8 = 110.03237 * bohrRadius2 * bohrRadius2 * bohrRadius2 * bohrRadius2;
 constexpr ByRank radialR = {0.0, 0.0, radialR2, 0.0, radialR4, 0.0, radialR6};
 
+/// Gap between the barycentres of 4f6 and of the lowest configuration of opposite parity, erg.
+/// Negative on purpose: it sets the sign of the forced electric dipole against the dynamic
+/// coupling.
+constexpr double deltaE = -2.383392e-11;
+
+/// Numerical factors theta(t, lambda) of the forced electric dipole mechanism: O. L. Malta,
+/// S. J. L. Ribeiro, M. Faucher, P. Porcher, J. Phys. Chem. Solids 52, 587 (1991). Pairs that
+/// do not contribute give 0.
+constexpr double theta(int t, int lambda)
+{
+    switch (10 * t + lambda) {
+    case 12:
+        return -0.17;
+    case 32:
+        return 0.345;
+    case 34:
+        return 0.18;
+    case 54:
+    case 56:
+        return -0.24;
+    case 76:
+        return 0.24;
+    default:
+        return 0.0;
+    }
+}
+
 /// A forced electric dipole transition 5D0 -> 7FJ; rank J alone connects the two levels.
 struct Emission
 {
