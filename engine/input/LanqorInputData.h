@@ -73,8 +73,15 @@ public:
     /// Spherical coordinates of all atoms about atom 1, and the coordination number: the count
     /// of O and N within 2.65, Cl and S within 2.9 and I within 3.0 Angstrom.
     bool createSphericalCoordinate();
-    /// The same for atoms @p first to @p last (1-based).
+    /// The same for atoms @p first to @p last (1-based) only: getCoordSPH(1) is then atom
+    /// @p first, and only these atoms are counted. The origin stays atom 1.
     bool createSphericalCoordinate(const int &first, const int &last);
+    /// Numbers (1-based) of the atoms within the bonding distances of atom 1, in order; empty
+    /// without a geometry.
+    QVector<int> getCoordinatedAtoms() const;
+    /// Empty when the coordinated atoms are atoms 2 to N + 1, the order that every calculation
+    /// of this library relies on; otherwise a sentence that names the atoms out of place.
+    QString getAtomOrderError() const;
     /// Centre of mass, Angstrom, with an empty label. An unknown label counts with the mass of
     /// the atom before it.
     static Coord calcCenterOfMass(const QVector<Coord> &atoms);

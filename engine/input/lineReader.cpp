@@ -7,7 +7,8 @@
 
 namespace {
 constexpr int bufferSize = 1 << 18;
-}
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+} // namespace
 
 LineReader::LineReader(const QString &fileName)
     : file(fileName)
@@ -36,6 +37,7 @@ bool LineReader::next()
     }
     joined.clear();
     bool any = false;
+    lineComplete = false;
     while (position < filled || refill()) {
         any = true;
         const char *begin = buffer.constData() + position;
@@ -43,6 +45,7 @@ bool LineReader::next()
         const auto *end = static_cast<const char *>(std::memchr(begin, '\n', available));
         const int length = static_cast<int>(end ? end - begin : filled - position);
         position += length + (end ? 1 : 0);
+        lineComplete = end != nullptr;
         if (end && joined.isEmpty()) {
             currentLine = std::string_view(
                 begin, static_cast<std::size_t>(std::min(length, maximumLineLength)));
@@ -58,5 +61,7 @@ bool LineReader::next()
     if (!currentLine.empty() && currentLine.back() == '\r')
         currentLine.remove_suffix(1);
     ++number;
+    if (number == 1 && currentLine.substr(0, byteOrderMark.size()) == byteOrderMark)
+        currentLine.remove_prefix(byteOrderMark.size());
     return true;
 }

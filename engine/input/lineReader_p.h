@@ -9,7 +9,8 @@
 /// Reads a text file line by line in bounded memory.
 ///
 /// A line longer than maximumLineLength is cut there and its rest skipped: no program whose
-/// output we read prints longer lines, and a binary file may be one line of any length.
+/// output we read prints longer lines, and a binary file may be one line of any length. A byte
+/// order mark at the start of the file is skipped.
 class LineReader
 {
 public:
@@ -26,6 +27,9 @@ public:
 
     /// The current line without its end ("\n" or "\r\n"); valid until the following next().
     std::string_view line() const { return currentLine; }
+    /// False when the file ends within the current line: a file that was cut shows so, and the
+    /// last number of the line may lack digits.
+    bool isLineComplete() const { return lineComplete; }
     /// 1-based number of the current line.
     qint64 lineNumber() const { return number; }
     /// The system's reason when open() failed.
@@ -41,5 +45,6 @@ private:
     int filled = 0;
     std::string_view currentLine;
     qint64 number = 0;
+    bool lineComplete = true;
     bool repeatLine = false;
 };

@@ -88,6 +88,19 @@ int toInt(std::string_view text, bool *ok)
     return converted ? value : 0;
 }
 
+bool isInteger(std::string_view text)
+{
+    bool ok = false;
+    toInt(text, &ok);
+    return ok;
+}
+
+int decimalsOf(std::string_view number)
+{
+    const std::size_t point = number.find('.');
+    return point == std::string_view::npos ? -1 : static_cast<int>(number.size() - point - 1);
+}
+
 QString toString(std::string_view text)
 {
     return QString::fromLatin1(text.data(), static_cast<int>(text.size()));

@@ -26,6 +26,9 @@ void split(std::string_view line, std::string_view separator, Fields &fields);
 
 double toDouble(std::string_view text, bool *ok = nullptr);
 int toInt(std::string_view text, bool *ok = nullptr);
+bool isInteger(std::string_view text);
+/// Digits behind the decimal point of a number; -1 without a point.
+int decimalsOf(std::string_view number);
 /// Text of a line for a record or a message; bytes are taken as Latin-1.
 QString toString(std::string_view text);
 

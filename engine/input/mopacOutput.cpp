@@ -1,0 +1,271 @@
+#include "input/mopacOutput_p.h"
+
+#include <algorithm>
+
+using textFields::contains;
+using textFields::isBlank;
+using textFields::startsWith;
+using textFields::trimmed;
+
+namespace {
+
+/// A rule of asterisks closes the title box and frames the list of keywords. Old versions print
+/// further characters behind it.
+bool isRuleOfAsterisks(std::string_view text)
+{
+    constexpr std::size_t shortestRule = 20;
+    return text.size() >= shortestRule &&
+           text.find_first_not_of('*') >= shortestRule; // npos counts as beyond
+}
+
+std::string_view withoutFrame(std::string_view text)
+{
+    text = trimmed(text);
+    while (!text.empty() && text.front() == '*')
+        text.remove_prefix(1);
+    while (!text.empty() && text.back() == '*')
+        text.remove_suffix(1);
+    return trimmed(text);
+}
+
+/// Text behind the first occurrence of @p marker; the line must hold it.
+std::string_view behind(std::string_view line, std::string_view marker)
+{
+    return line.substr(line.find(marker) + marker.size());
+}
+
+/// Keywords of jobs that calculate at a given geometry; they may carry arguments.
+bool isSinglePointKeyword(std::string_view word)
+{
+    word = word.substr(0, word.find_first_of("(="));
+    std::string upper(word);
+    std::transform(upper.begin(), upper.end(), upper.begin(), [](char c) {
+        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    });
+    return upper == "1SCF" || upper == "0SCF" || upper == "FORCE" || upper == "FORCETS" ||
+           upper == "THERMO";
+}
+
+} // namespace
+
+MopacOutputReader::MopacOutputReader(const QString &fileName, bool keepTranslationVectors)
+    : reader(fileName)
+    , keepTranslationVectors(keepTranslationVectors)
+{}
+
+MopacOutputReader::Status MopacOutputReader::read()
+{
+    while (reader.next() && !tooManyAtoms) {
+        if (anyBlock) {
+            const Status failure = failureOf(reader.line());
+            if (failure != Status::Read) {
+                chooseGeometry();
+                return failure;
+            }
+        }
+        examine(reader.line());
+    }
+    const Status geometry = chooseGeometry();
+    if (tooManyAtoms)
+        return Status::TooManyAtoms;
+    if (geometry != Status::Read)
+        return geometry;
+    if (chargesCut)
+        return Status::ChargesCut;
+    return dipoleUnreadable ? Status::DipoleUnreadable : Status::Read;
+}
+
+MopacOutputReader::Status MopacOutputReader::failureOf(std::string_view line) const
+{
+    // "..., JOB CONTINUING" behind the first text counts as a failure too: the wave function
+    // of the step was not self-consistent, whatever the job printed in the end.
+    if (contains(line, "UNABLE TO ACHIEVE SELF-CONSISTENCE"))
+        return Status::NoSelfConsistence;
+    if (contains(line, "THE CALCULATION IS BEING DUMPED TO DISK"))
+        return Status::DumpedToDisk;
+    if (contains(line, "++++----**** FAILED TO ACHIEVE SCF. ****----++++"))
+        return Status::ScfFailed;
+    if (contains(line, "No parameters read in from"))
+        return Status::NoParameters;
+    return Status::Read;
+}
+
+void MopacOutputReader::examine(std::string_view line)
+{
+    if (trimmed(line) == "CARTESIAN COORDINATES") {
+        readCoordinates();
+        return;
+    }
+    if (contains(line, "CALCULATION RESULTS")) {
+        // A title that comes for the first time behind a geometry heads no job: it ends one.
+        if (!anyBlock || titlesHeadJobs)
+            startJob();
+        titlesHeadJobs = titlesHeadJobs || !anyBlock;
+        return;
+    }
+    if (!job.hasFirstBlock)
+        examineHeader(line);
+    if (contains(line, "(ANGSTROMS)") && contains(line, "SYMBOL"))
+        readGeometryEcho();
+    else if (contains(line, "FINAL HEAT OF FORMATION"))
+        readValue(behind(line, "FINAL HEAT OF FORMATION"), "KCAL", found.heatOfFormation);
+    else if (contains(line, "IONIZATION POTENTIAL"))
+        readValue(behind(line, "IONIZATION POTENTIAL"), "EV", found.ionPotential);
+    else if (contains(line, "ATOM NO.   TYPE"))
+        readCharges();
+    else if (contains(line, "DIPOLE") && startsWith(trimmed(line), "DIPOLE") &&
+             contains(line, "TOTAL"))
+        readDipole();
+}
+
+// --- header of a job ---
+
+void MopacOutputReader::startJob()
+{
+    job = Job();
+}
+
+void MopacOutputReader::examineHeader(std::string_view line)
+{
+    if (!found.citation &&
+        (contains(line, "Cite this program as:") || contains(line, "Cite this work as:"))) {
+        readCitation();
+        return;
+    }
+    if (contains(line, "CHARGE ON SYSTEM"))
+        readChargeOnSystem(line);
+    const std::string_view text = trimmed(line);
+    if (isRuleOfAsterisks(text)) {
+        job.hasAsterisks = true;
+        job.keywordsFollow = true;
+        return;
+    }
+    textFields::split(text, fields);
+    if (startsWith(text, "*")) { // " *  1SCF       - DO 1 SCF AND THEN STOP"
+        if (fields.size() > 2 && fields[0] == "*" && fields[2] == "-")
+            noteKeywords({fields[1]});
+    } else if (job.keywordsFollow) {
+        noteKeywords(fields);
+        job.keywordsFollow = !fields.empty() && (fields.back() == "+" || fields.back() == "&");
+    } else if (!job.hasAsterisks) {
+        noteKeywords(fields);
+    }
+}
+
+void MopacOutputReader::noteKeywords(const textFields::Fields &words)
+{
+    job.isSinglePoint =
+        job.isSinglePoint || std::any_of(words.begin(), words.end(), isSinglePointKeyword);
+}
+
+void MopacOutputReader::readCitation()
+{
+    // The text may begin on the line of the marker; it ends at "Days" (the term of a licence) or
+    // at the rule that closes the title box.
+    found.citation = QStringLiteral("MOPAC Program Reference\n\n");
+    do {
+        const std::string_view line = reader.line();
+        if (isBlank(line) || isRuleOfAsterisks(trimmed(line)))
+            return;
+        const std::size_t days = line.find("Days");
+        appendCitation(line.substr(0, days));
+        if (days != std::string_view::npos)
+            return;
+    } while (reader.next());
+}
+
+void MopacOutputReader::appendCitation(std::string_view text)
+{
+    QString part = textFields::toString(withoutFrame(text));
+    for (const char *removed : {"Cite this program as:", "Cite this work as:", "(a) "})
+        part.remove(QLatin1String(removed));
+    part = part.simplified();
+    if (part.isEmpty())
+        return;
+    if (!found.citation->endsWith(QLatin1Char('\n')))
+        *found.citation += QLatin1Char(' ');
+    *found.citation += part;
+}
+
+void MopacOutputReader::readChargeOnSystem(std::string_view line)
+{
+    const std::string_view text = behind(line, "CHARGE ON SYSTEM");
+    // "= -3", or ": +1" where the program worked the charge out itself.
+    const std::size_t sign = text.find_first_of("=:");
+    if (sign == std::string_view::npos)
+        return;
+    textFields::split(text.substr(sign + 1), fields);
+    if (!fields.empty())
+        found.chargeOnSystem = textFields::toDouble(fields[0]);
+}
+
+// --- results ---
+
+/// Value between "=" and its unit, "=   -175.21231 KCAL/MOL =   -733.08829 KJ/MOL"; old versions
+/// print "KCAL =", "KCAL" alone or no unit. A line without a number leaves the value alone.
+void MopacOutputReader::readValue(std::string_view text, std::string_view unit,
+                                  std::optional<double> &value)
+{
+    text = trimmed(text);
+    if (startsWith(text, "="))
+        text.remove_prefix(1);
+    const std::size_t end = text.find(unit);
+    if (end == std::string_view::npos && !reader.isLineComplete())
+        return; // a cut number
+    textFields::split(text.substr(0, end), fields);
+    if (fields.empty())
+        return;
+    bool ok = false;
+    const double number = textFields::toDouble(fields[0], &ok);
+    if (ok)
+        value = number;
+}
+
+/// Rows of number, type, charge, electrons and populations; a sparkle has no populations.
+void MopacOutputReader::readCharges()
+{
+    QVector<double> charges;
+    bool ended = false;
+    while (reader.next()) {
+        textFields::split(reader.line(), fields);
+        bool ok = fields.size() > 2 && textFields::isInteger(fields[0]) &&
+                  (reader.isLineComplete() || fields.size() > 3) && charges.size() < maximumAtoms;
+        const double charge = ok ? textFields::toDouble(fields[2], &ok) : 0.0;
+        if (!ok) {
+            ended = reader.isLineComplete();
+            reader.unread();
+            break;
+        }
+        charges.append(charge);
+    }
+    if (!charges.isEmpty())
+        found.charges = charges;
+    chargesCut = !ended && charges.size() < job.firstBlockAtoms;
+}
+
+/// Below the title: POINT-CHG., HYBRID and SUM, each with x, y, z and the total.
+void MopacOutputReader::readDipole()
+{
+    constexpr int longestTable = 6;
+    dipoleUnreadable = true;
+    for (int i = 0; i < longestTable && reader.next(); ++i) {
+        if (isBlank(reader.line())) {
+            reader.unread();
+            return;
+        }
+        if (!contains(reader.line(), "SUM"))
+            continue;
+        textFields::split(reader.line(), fields);
+        if (fields.size() < 5 ||
+            (!reader.isLineComplete() &&
+             textFields::decimalsOf(fields.back()) != textFields::decimalsOf(fields[1])))
+            return;
+        bool ok = false;
+        const double total = textFields::toDouble(fields.back(), &ok);
+        if (ok) {
+            found.dipole = total;
+            dipoleUnreadable = false;
+        }
+        return;
+    }
+}
