@@ -1,5 +1,8 @@
 #include "core/elements_p.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 struct TableRow
@@ -31,6 +34,12 @@ constexpr TableRow rows[elementCount] = {
     {"Lr", 260.00},
 };
 
+bool isSymbol(const QString &text)
+{
+    return std::any_of(std::begin(rows), std::end(rows),
+                       [&text](const TableRow &row) { return text == QLatin1String(row.symbol); });
+}
+
 } // namespace
 
 QVector<QPair<QString, double>> makeElementMassTable()
@@ -51,4 +60,18 @@ QVector<QPair<QString, int>> makeElementNumberTable()
     // The old symbol of lawrencium stands in this table only; kept like element 80.
     table.last().first = QStringLiteral("Lw");
     return table;
+}
+
+QString elementLabel(const QString &name)
+{
+    bool isAtomicNumber = false;
+    const int number = name.toInt(&isAtomicNumber);
+    if (isAtomicNumber)
+        return number >= 1 && number <= elementCount ? QString::fromLatin1(rows[number - 1].symbol)
+                                                     : name;
+    int letters = 0;
+    while (letters < name.size() && name.at(letters).isLetter())
+        ++letters;
+    const QString symbol = name.left(1).toUpper() + name.mid(1, letters - 1).toLower();
+    return letters > 0 && isSymbol(symbol) ? symbol : name;
 }

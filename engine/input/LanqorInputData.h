@@ -13,6 +13,10 @@
 #include <QStringList>
 #include <QVector>
 
+namespace structureFiles {
+struct Structure;
+}
+
 /// The reader of quantum-chemistry results and structure files.
 ///
 /// An object is built for one file and asked to read it in one way; the reader fills what its
@@ -158,7 +162,10 @@ public:
     bool getIsOrcaTDDFT() const { return isOrcaTDDFT; }
 
 private:
+    /// Number of the residues (substructures) of a MOL2 file.
     int calculateResiduesNumber(const QString &fileName);
+    /// Keeps what a structure file holds; false with its error, if any.
+    bool takeStructure(const structureFiles::Structure &structure, const QString &format);
 
     QString fileName;
     QString mopacCitation;

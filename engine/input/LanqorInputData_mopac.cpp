@@ -2,6 +2,7 @@
 
 #include "input/mopacForceMatrix_p.h"
 #include "input/mopacOutput_p.h"
+#include "input/readerLimits_p.h"
 
 namespace {
 
@@ -35,7 +36,7 @@ QString failureText(Status status, const QString &fileName)
                fileName + check;
     case Status::TooManyAtoms:
         return LanqorInputData::tr("\nThere are more than %1 atoms in the desired .out file: \n")
-                   .arg(MopacOutputReader::maximumAtoms) +
+                   .arg(maximumAtoms) +
                fileName + check;
     case Status::ChargesCut:
         return LanqorInputData::tr(

@@ -1,5 +1,7 @@
 #include "input/mopacOutput_p.h"
 
+#include "input/readerLimits_p.h"
+
 #include <utility>
 
 using textFields::contains;
@@ -21,17 +23,9 @@ bool isDummy(std::string_view label)
 
 } // namespace
 
-/// Splits a row of a geometry table into fields, without the marks "*" of optimised values and
-/// without atom tags such as "C(  1)".
 void MopacOutputReader::splitRow(std::string_view line)
 {
-    row.clear();
-    bool inTag = false;
-    for (const char c : line) {
-        inTag = inTag || c == '(';
-        row.push_back(inTag || c == '*' ? ' ' : c);
-        inTag = inTag && c != ')';
-    }
+    textFields::copyWithoutMarks(line, row);
     textFields::split(row, fields);
 }
 

@@ -1,5 +1,7 @@
 #include "input/mopacOutput_p.h"
 
+#include "input/readerLimits_p.h"
+
 #include <algorithm>
 
 using textFields::contains;

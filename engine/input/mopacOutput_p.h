@@ -58,9 +58,6 @@ public:
     /// What was read, whatever read() returned.
     const MopacResults &results() const { return found; }
 
-    /// Limit of the atoms in a block; far beyond any semi-empirical calculation.
-    static constexpr int maximumAtoms = 1000000;
-
 private:
     struct Block
     {

@@ -71,6 +71,17 @@ void split(std::string_view line, std::string_view separator, Fields &fields)
     }
 }
 
+void copyWithoutMarks(std::string_view line, std::string &copy)
+{
+    copy.clear();
+    bool inTag = false;
+    for (const char c : line) {
+        inTag = inTag || c == '(';
+        copy.push_back(inTag || c == '*' ? ' ' : c);
+        inTag = inTag && c != ')';
+    }
+}
+
 double toDouble(std::string_view text, bool *ok)
 {
     bool converted = false;

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -23,6 +24,10 @@ inline bool isBlank(std::string_view line)
 void split(std::string_view line, Fields &fields);
 /// Splits at every occurrence of @p separator, dropping empty parts.
 void split(std::string_view line, std::string_view separator, Fields &fields);
+
+/// Copies @p line to @p copy with blanks in place of asterisks (marks of optimised values) and of
+/// atom tags in parentheses, "C(  1)".
+void copyWithoutMarks(std::string_view line, std::string &copy);
 
 double toDouble(std::string_view text, bool *ok = nullptr);
 int toInt(std::string_view text, bool *ok = nullptr);

@@ -1,0 +1,190 @@
+#include "LanqorInputData.h"
+#include "input/internalCoordinates_p.h"
+#include "input/lineReader_p.h"
+#include "input/readerLimits_p.h"
+#include "input/structureFiles_p.h"
+#include "input/textFields_p.h"
+
+#include <algorithm>
+#include <string>
+
+namespace structureFiles {
+
+namespace {
+
+using textFields::Fields;
+
+/// The lines of a MOPAC input that count: comments ("*" in the first column) are passed over.
+class MopLines
+{
+public:
+    explicit MopLines(const QString &fileName)
+        : reader(fileName)
+    {}
+
+    bool open() { return reader.open(); }
+    bool next()
+    {
+        while (reader.next()) {
+            if (!textFields::startsWith(reader.line(), "*"))
+                return true;
+        }
+        return false;
+    }
+    std::string_view line() const { return reader.line(); }
+    qint64 lineNumber() const { return reader.lineNumber(); }
+
+private:
+    LineReader reader;
+};
+
+/// Reads the keywords and returns the number of title lines that follow: two, but a keyword line
+/// that ends in "&" takes the place of one of them; one that ends in "+" is an extra line.
+int readKeywordLines(MopLines &lines, QString &keywords)
+{
+    int titles = 2;
+    Fields words;
+    while (lines.next()) {
+        keywords += textFields::toString(lines.line()) + QLatin1Char(' ');
+        textFields::split(lines.line(), words);
+        if (words.empty() || (words.back() != "+" && words.back() != "&"))
+            break;
+        if (words.back() == "&")
+            --titles;
+    }
+    return titles;
+}
+
+/// A row of three bare values among rows with flags, or the other way round, is a damaged one.
+bool isLike(const AtomRow &row, const AtomRow &first)
+{
+    const auto isCartesian = [](const AtomRow &r) { return r.valueCount == 3 && !r.hasReferences; };
+    return !isCartesian(row) || !isCartesian(first) || row.hasFlags == first.hasFlags;
+}
+
+/// Rows up to a blank line or one of the old end mark "0"; translation vectors are left out.
+bool readAtomRows(MopLines &lines, std::vector<AtomRow> &rows)
+{
+    Fields fields;
+    std::string text;
+    while (lines.next()) {
+        textFields::copyWithoutMarks(lines.line(), text);
+        std::replace(text.begin(), text.end(), ',', ' ');
+        textFields::split(text, fields);
+        if (fields.empty() && rows.empty())
+            continue;
+        if (fields.empty() || fields[0] == "0")
+            break;
+        const std::optional<AtomRow> row = parseAtomRow(fields);
+        if (!row || rows.size() == maximumAtoms)
+            return false;
+        if (!rows.empty() && !isLike(*row, rows.front()))
+            return false;
+        if (!isTranslationVector(row->atom.label))
+            rows.push_back(*row);
+    }
+    return true;
+}
+
+/// Internal when an atom refers to another or, as only the first three may, has fewer than
+/// three values.
+bool isInternal(const std::vector<AtomRow> &rows)
+{
+    return std::any_of(rows.begin(), rows.end(),
+                       [](const AtomRow &row) { return row.hasReferences || row.valueCount < 3; });
+}
+
+/// Rows of a MOPAC input; @p error is set when the file is missing or a row cannot be read.
+std::vector<AtomRow> readRows(const QString &fileName, QString &error)
+{
+    std::vector<AtomRow> rows;
+    MopLines lines(fileName);
+    if (!lines.open()) {
+        error = fileName + LanqorInputData::tr(" does not exist.");
+        return rows;
+    }
+    QString keywords;
+    for (int titles = readKeywordLines(lines, keywords); titles > 0; --titles)
+        lines.next();
+    if (!readAtomRows(lines, rows))
+        error = LanqorInputData::tr("\nLine %1 of the structure file cannot be read: \n")
+                    .arg(lines.lineNumber()) +
+                fileName;
+    else if (rows.empty())
+        error =
+            LanqorInputData::tr("\nCannot find the atoms in the MOPAC input file: \n") + fileName;
+    return rows;
+}
+
+} // namespace
+
+Structure readMop(const QString &fileName)
+{
+    Structure structure;
+    const std::vector<AtomRow> rows = readRows(fileName, structure.error);
+    if (!structure.error.isEmpty())
+        return structure;
+    const bool internal = isInternal(rows);
+    for (const AtomRow &row : rows) {
+        const CoordZMT &atom = row.atom;
+        if (internal)
+            structure.zMatrix.append(atom);
+        else if (!isDummyAtom(atom.label))
+            structure.atoms.append({atom.label, atom.distance, atom.angle, atom.dihedral});
+    }
+    if (internal)
+        buildCartesian(structure, fileName);
+    return structure;
+}
+
+Structure readZmt(const QString &fileName)
+{
+    Structure structure;
+    LineReader reader(fileName);
+    if (!reader.open()) {
+        structure.error = fileName + LanqorInputData::tr(" does not exist.");
+        return structure;
+    }
+    Fields fields;
+    while (reader.next()) {
+        textFields::split(reader.line(), fields);
+        if (fields.empty() && structure.zMatrix.isEmpty())
+            continue;
+        if (fields.empty())
+            break;
+        const std::optional<AtomRow> row = parseAtomRow(fields);
+        if (!row || structure.zMatrix.size() == maximumAtoms) {
+            structure.error = LanqorInputData::tr("\nLine %1 of the structure file cannot be "
+                                                  "read: \n")
+                                  .arg(reader.lineNumber()) +
+                              fileName;
+            return structure;
+        }
+        structure.zMatrix.append(row->atom);
+    }
+    if (structure.zMatrix.isEmpty())
+        structure.error =
+            LanqorInputData::tr("\nCannot find the atoms in the Z-matrix file: \n") + fileName;
+    else
+        buildCartesian(structure, fileName);
+    return structure;
+}
+
+bool readMopKeywords(const QString &fileName, QString &keywords)
+{
+    MopLines lines(fileName);
+    if (!lines.open())
+        return false;
+    readKeywordLines(lines, keywords);
+    return true;
+}
+
+bool readMopKind(const QString &fileName, bool &internal)
+{
+    QString error;
+    const std::vector<AtomRow> rows = readRows(fileName, error);
+    internal = isInternal(rows);
+    return error.isEmpty();
+}
+
+} // namespace structureFiles

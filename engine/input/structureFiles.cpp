@@ -1,0 +1,214 @@
+#include "input/structureFiles_p.h"
+
+#include "LanqorInputData.h"
+#include "core/elements_p.h"
+#include "input/lineReader_p.h"
+#include "input/readerLimits_p.h"
+#include "input/textFields_p.h"
+
+#include <QFileInfo>
+#include <QSet>
+
+namespace structureFiles {
+
+namespace {
+
+using textFields::Fields;
+
+Structure failed(const QString &error)
+{
+    Structure structure;
+    structure.error = error;
+    return structure;
+}
+
+Structure missing(const QString &fileName)
+{
+    return failed(fileName + LanqorInputData::tr(" does not exist."));
+}
+
+QString atLine(const QString &fileName, const LineReader &reader)
+{
+    return LanqorInputData::tr("\nLine %1 of the structure file cannot be read: \n")
+               .arg(reader.lineNumber()) +
+           fileName;
+}
+
+/// The three numbers from field @p first on.
+bool readPosition(const Fields &fields, std::size_t first, Coord &atom)
+{
+    if (fields.size() < first + 3)
+        return false;
+    bool ok[3] = {};
+    atom.x = textFields::toDouble(fields[first], &ok[0]);
+    atom.y = textFields::toDouble(fields[first + 1], &ok[1]);
+    atom.z = textFields::toDouble(fields[first + 2], &ok[2]);
+    return ok[0] && ok[1] && ok[2];
+}
+
+Kind kindBySuffix(const QString &fileName)
+{
+    const QString suffix = QFileInfo(fileName).suffix().toLower();
+    if (suffix == QLatin1String("out"))
+        return Kind::MopacOutput;
+    if (suffix == QLatin1String("mop"))
+        return Kind::Mop;
+    if (suffix == QLatin1String("zmt"))
+        return Kind::Zmt;
+    if (suffix == QLatin1String("xyz"))
+        return Kind::Xyz;
+    if (suffix == QLatin1String("mol2"))
+        return Kind::Mol2;
+    return Kind::Unknown;
+}
+
+bool isZmtRow(const Fields &fields)
+{
+    return fields.size() == 7 && !textFields::isInteger(fields[0]) &&
+           textFields::isInteger(fields[4]) && textFields::isInteger(fields[5]) &&
+           textFields::isInteger(fields[6]) && textFields::decimalsOf(fields[2]) >= 0;
+}
+
+} // namespace
+
+Kind kindOf(const QString &fileName)
+{
+    const Kind bySuffix = kindBySuffix(fileName);
+    LineReader reader(fileName);
+    if (bySuffix != Kind::Unknown || !reader.open())
+        return bySuffix;
+    constexpr int linesLookedAt = 200; // the title box of any MOPAC version is shorter
+    Fields fields;
+    bool startsWithNumber = false;
+    while (reader.lineNumber() < linesLookedAt && reader.next()) {
+        const std::string_view line = reader.line();
+        if (textFields::contains(line, "@<TRIPOS>"))
+            return Kind::Mol2;
+        if (textFields::contains(line, "CALCULATION RESULTS") ||
+            textFields::trimmed(line) == "CARTESIAN COORDINATES")
+            return Kind::MopacOutput;
+        textFields::split(line, fields);
+        if (reader.lineNumber() == 1) {
+            startsWithNumber = fields.size() == 1 && textFields::isInteger(fields[0]);
+            if (isZmtRow(fields))
+                return Kind::Zmt;
+        } else if (reader.lineNumber() == 3 && startsWithNumber && fields.size() >= 4) {
+            return Kind::Xyz;
+        }
+    }
+    const bool isMop =
+        LanqorInputData::getTypeOfGeometryFromMopFile(fileName) != LanqorInputData::NoGeometry;
+    return isMop ? Kind::Mop : Kind::Unknown;
+}
+
+Structure readXyz(const QString &fileName)
+{
+    LineReader reader(fileName);
+    if (!reader.open())
+        return missing(fileName);
+    const int count = LanqorInputData::numberOfAtomsFromXYZFile(fileName);
+    if (count < 1 || count > maximumAtoms)
+        return failed(LanqorInputData::tr("\nThe first line of the .xyz file is not a number of "
+                                          "atoms from 1 to %1: \n")
+                          .arg(maximumAtoms) +
+                      fileName);
+    Structure structure;
+    Fields fields;
+    reader.next();
+    reader.next();
+    while (structure.atoms.size() < count && reader.next()) {
+        textFields::split(reader.line(), fields);
+        Coord atom;
+        if (!readPosition(fields, 1, atom)) {
+            structure.error = atLine(fileName, reader);
+            return structure;
+        }
+        atom.label = elementLabel(textFields::toString(fields[0]));
+        structure.atoms.append(atom);
+    }
+    if (structure.atoms.size() < count)
+        structure.error = LanqorInputData::tr("\nThe .xyz file announces %1 atoms and holds %2: \n")
+                              .arg(count)
+                              .arg(structure.atoms.size()) +
+                          fileName;
+    return structure;
+}
+
+namespace {
+
+/// Element of an atom type such as "Eu", "O.3", "C.ar" or "CL". Types in small letters belong to
+/// force fields that number their own atoms ("ho" is a hydroxyl hydrogen); they stay as they are.
+QString mol2Label(std::string_view type)
+{
+    const QString name = textFields::toString(type.substr(0, type.find('.')));
+    return name.left(1).isUpper() ? elementLabel(name) : name;
+}
+
+/// Number of atoms of the third line of @<TRIPOS>MOLECULE; 0 when it is not given.
+int announcedAtoms(LineReader &reader, Fields &fields)
+{
+    if (!reader.next() || !reader.next()) // the name stands on the first line
+        return 0;
+    textFields::split(reader.line(), fields);
+    return fields.empty() ? 0 : textFields::toInt(fields[0]);
+}
+
+/// Rows of number, name, x, y, z, type and, mostly, number and name of the residue.
+void readMol2Atoms(LineReader &reader, const QString &fileName, Structure &structure)
+{
+    Fields fields;
+    QSet<QString> residues;
+    while (reader.next()) {
+        if (textFields::startsWith(reader.line(), "@<TRIPOS>")) {
+            reader.unread();
+            break;
+        }
+        textFields::split(reader.line(), fields);
+        if (fields.empty() || textFields::startsWith(fields[0], "#"))
+            continue;
+        Coord atom;
+        if (fields.size() < 6 || !readPosition(fields, 2, atom) ||
+            structure.atoms.size() == maximumAtoms) {
+            structure.error = atLine(fileName, reader);
+            break;
+        }
+        atom.label = mol2Label(fields[5]);
+        structure.atoms.append(atom);
+        if (fields.size() > 6)
+            residues.insert(textFields::toString(fields[6]));
+    }
+    structure.residues = residues.size();
+}
+
+} // namespace
+
+Structure readMol2(const QString &fileName)
+{
+    LineReader reader(fileName);
+    if (!reader.open())
+        return missing(fileName);
+    Structure structure;
+    Fields fields;
+    int announced = 0;
+    while (reader.next()) {
+        const std::string_view line = textFields::trimmed(reader.line());
+        if (line == "@<TRIPOS>MOLECULE") {
+            announced = announcedAtoms(reader, fields);
+        } else if (line == "@<TRIPOS>ATOM") {
+            readMol2Atoms(reader, fileName, structure);
+            break;
+        }
+    }
+    if (structure.error.isEmpty() && structure.atoms.isEmpty())
+        structure.error =
+            LanqorInputData::tr("\nCannot find the atoms (@<TRIPOS>ATOM) in the MOL2 file: \n") +
+            fileName;
+    else if (structure.error.isEmpty() && structure.atoms.size() < announced)
+        structure.error = LanqorInputData::tr("\nThe MOL2 file announces %1 atoms and holds %2: \n")
+                              .arg(announced)
+                              .arg(structure.atoms.size()) +
+                          fileName;
+    return structure;
+}
+
+} // namespace structureFiles

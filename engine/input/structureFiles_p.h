@@ -1,0 +1,46 @@
+#pragma once
+
+#include <LanqorEngine/Coord.h>
+#include <LanqorEngine/CoordZMT.h>
+
+#include <QString>
+#include <QVector>
+
+/// Readers of structure files. None of these formats needs a LanqorInputData; it keeps what
+/// they return and passes on the error.
+namespace structureFiles {
+
+/// A structure as read; @p error is empty when all of it could be.
+struct Structure
+{
+    QVector<Coord> atoms;      ///< without dummy atoms and translation vectors
+    QVector<CoordZMT> zMatrix; ///< with dummy atoms; empty for Cartesian files
+    int residues = 0;          ///< of a MOL2 file
+    QString error;
+};
+
+enum class Kind { Unknown, MopacOutput, Mop, Zmt, Xyz, Mol2 };
+
+/// Kind of a file by its suffix; without a telling one, by its first lines.
+Kind kindOf(const QString &fileName);
+
+/// Number of atoms, a title, then rows of symbol (or atomic number), x, y, z; further columns
+/// and further frames are passed over.
+Structure readXyz(const QString &fileName);
+/// Rows of the section @<TRIPOS>ATOM up to the next section. The element is the atom type up to
+/// its dot, since atom names are free.
+Structure readMol2(const QString &fileName);
+/// Rows of symbol, distance, angle, dihedral and three references; the first three atoms may
+/// leave out what they do not have, and optimisation flags may follow the values.
+Structure readZmt(const QString &fileName);
+/// A MOPAC input: comment lines "*", keywords, two title lines, then one row an atom up to a
+/// blank line, Cartesian or internal, with or without optimisation flags.
+Structure readMop(const QString &fileName);
+
+/// Keyword lines of a MOPAC input, joined; false when the file cannot be opened.
+bool readMopKeywords(const QString &fileName, QString &keywords);
+/// Whether the atoms of a MOPAC input are in internal coordinates; false when they cannot be
+/// read.
+bool readMopKind(const QString &fileName, bool &internal);
+
+} // namespace structureFiles
