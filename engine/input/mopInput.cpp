@@ -1,5 +1,5 @@
 #include "LanqorInputData.h"
-#include "input/internalCoordinates_p.h"
+#include "input/atomRows_p.h"
 #include "input/lineReader_p.h"
 #include "input/readerLimits_p.h"
 #include "input/structureFiles_p.h"

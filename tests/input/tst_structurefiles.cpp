@@ -157,11 +157,11 @@ private Q_SLOTS:
     {
         QVector<Coord> atoms;
         QString error;
-        const QByteArray head = "Eu\nO 2.0 1\nC 1.2 180.0 2 1\n";
+        const QByteArray head = "Eu\nO 2.0 1\nC 1.2 180.0 2 1\nN 2.4 90. 0. 1 2 3\n";
         QVERIFY(readText("a.zmt", head + "N 1.1 180.0 0.0 3 2 1\n", atoms, &error));
-        COMPARE_NEAR(atoms.at(3).x, 4.3, 1e-9); // on the line no dihedral is needed
+        COMPARE_NEAR(atoms.at(4).x, 4.3, 1e-9); // on the line no dihedral is needed
         QVERIFY(!readText("a.zmt", head + "N 1.1 120.0 0.0 3 2 1\n", atoms, &error));
-        QVERIFY2(error.contains(QStringLiteral("Atom 4 of the Z-matrix")), qPrintable(error));
+        QVERIFY2(error.contains(QStringLiteral("Atom 5 of the Z-matrix")), qPrintable(error));
     }
 
     void xyzAndMol2()

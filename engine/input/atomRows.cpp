@@ -1,8 +1,8 @@
-#include "input/internalCoordinates_p.h"
+#include "input/atomRows_p.h"
 
 #include "LanqorInputData.h"
 #include "core/elements_p.h"
-#include "core/zMatrix_p.h"
+#include "core/internalCoordinates_p.h"
 
 namespace structureFiles {
 
@@ -89,11 +89,11 @@ std::optional<AtomRow> parseAtomRow(const Fields &fields)
 
 void buildCartesian(Structure &structure, const QString &fileName)
 {
-    const ZMatrixGeometry geometry = cartesianFromZMatrix(structure.zMatrix);
-    if (geometry.faultyAtom > 0) {
+    const auto geometry = internalCoordinates::gmetry(structure.zMatrix);
+    if (geometry.failedAtom > 0) {
         structure.error = LanqorInputData::tr("\nAtom %1 of the Z-matrix cannot be placed; check "
                                               "its reference atoms in the file: \n")
-                              .arg(geometry.faultyAtom) +
+                              .arg(geometry.failedAtom) +
                           fileName;
         return;
     }
