@@ -1,0 +1,200 @@
+#include "TestSupport.h"
+
+#include <QDir>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMap>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <cmath>
+
+namespace {
+
+using Row = QStringList;
+using Coefficients = QMap<QString, double>; // by parent
+
+QVector<Row> rows(const QString &path)
+{
+    QVector<Row> result;
+    for (const QByteArray &line : testSupport::readAll(path).split('\n'))
+        if (!line.isEmpty())
+            result.append(QString::fromLatin1(line).split(QLatin1Char(' ')));
+    return result;
+}
+
+QString table(int n, const char *suffix)
+{
+    return testSupport::sourceFile(
+        QStringLiteral("data/EnergyLevels4f/f%1.%2").arg(n).arg(QLatin1String(suffix)));
+}
+
+// Coefficients of every term; the lines of "2F" and "2G" of f^7 together with those of the other
+// nine, as the reader takes them.
+QMap<QString, Coefficients> parentage(int n)
+{
+    QMap<QString, Coefficients> terms;
+    const QVector<Row> lines = rows(table(n, "cfp"));
+    for (const Row &row : lines)
+        terms[row.at(0)];
+    for (auto term = terms.begin(); term != terms.end(); ++term)
+        for (const Row &row : lines)
+            if (row.at(0).startsWith(term.key()))
+                term.value()[row.at(1)] += row.at(2).toDouble();
+    return terms;
+}
+
+// "-5/12" is minus the root of 5/12.
+double signedRoot(const QString &square)
+{
+    const QStringList parts = square.split(QLatin1Char('/'));
+    const double value = parts.at(0).toDouble() / (parts.size() > 1 ? parts.at(1).toDouble() : 1.0);
+    return std::copysign(std::sqrt(std::abs(value)), value);
+}
+
+struct Published
+{
+    int n;
+    const char *term, *parent, *signedSquare;
+};
+
+// C. W. Nielson and G. F. Koster, Spectroscopic Coefficients for the p^n, d^n and f^n
+// Configurations (1963).
+constexpr Published published[] = {
+    {3, "4S", "3F", "1"},           {3, "4D", "3P", "-3/7"},     {3, "4D", "3F", "-2/9"},
+    {3, "4D", "3H", "-22/63"},      {3, "2D1", "1G", "33/98"},   {3, "2F1", "1S", "2/7"},
+    {3, "2F2", "1I", "91/396"},     {3, "2L", "3H", "-1/2"},     {4, "5I", "4I", "7/11"},
+    {4, "3P2", "2G1", "-704/2205"}, {4, "3P2", "2F2", "11/480"}, {5, "6H", "5I", "91/165"},
+    {5, "2F6", "3H4", "78/385"},    {5, "2F7", "3F4", "-9/40"},  {6, "3F8", "2F6", "169/1089"},
+    {7, "2F6", "3F8", "-169/1694"}, {7, "2F", "3F9", "7/64"},    {7, "2F", "3H9", "-1375/8064"},
+    {7, "2F", "1P", "13/1568"},
+};
+
+} // namespace
+
+class Test4fTables : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void regenerated();
+    void orthonormality_data();
+    void orthonormality();
+    void publishedCoefficients();
+    void referenceCoefficients();
+    void knownRacahCoefficients();
+};
+
+void Test4fTables::regenerated()
+{
+    QTemporaryDir folder;
+    const QString phases = testSupport::sourceFile(QStringLiteral("tools/publishedPhases4f.txt"));
+    QCOMPARE(QProcess::execute(QStringLiteral(GENERATE_4F_TABLES), {phases, folder.path()}), 0);
+    for (int n = 1; n <= 7; ++n)
+        for (const char *suffix : {"cfp", "ele"}) {
+            const QVector<Row> stored = rows(table(n, suffix));
+            const QVector<Row> made =
+                rows(folder.filePath(QStringLiteral("f%1.%2").arg(n).arg(QLatin1String(suffix))));
+            QCOMPARE(made.size(), stored.size());
+            for (int i = 0; i < made.size(); ++i) {
+                QCOMPARE(made.at(i).mid(0, 2), stored.at(i).mid(0, 2));
+                QCOMPARE(made.at(i).size(), stored.at(i).size());
+                for (int k = 2; k < made.at(i).size(); ++k)
+                    COMPARE_NEAR(made.at(i).at(k).toDouble(), stored.at(i).at(k).toDouble(), 1e-10);
+            }
+        }
+}
+
+void Test4fTables::orthonormality_data()
+{
+    QTest::addColumn<int>("n");
+    QTest::addColumn<int>("terms");
+    const int terms[] = {1, 7, 17, 47, 73, 119, 119};
+    for (int n = 1; n <= 7; ++n)
+        QTest::addRow("f%d", n) << n << terms[n - 1];
+}
+
+void Test4fTables::orthonormality()
+{
+    QFETCH(int, n);
+    const QMap<QString, Coefficients> terms = parentage(n);
+    QTEST(terms.size(), "terms");
+    for (auto a = terms.begin(); a != terms.end(); ++a)
+        for (auto b = a; b != terms.end() && b.key().startsWith(a.key().left(2)); ++b) {
+            double product = 0.0;
+            for (auto parent = a->begin(); parent != a->end(); ++parent)
+                product += parent.value() * b->value(parent.key());
+            COMPARE_NEAR(product, a.key() == b.key() ? 1.0 : 0.0, 1e-14);
+        }
+}
+
+void Test4fTables::publishedCoefficients()
+{
+    for (const Published &row : published)
+        COMPARE_NEAR(parentage(row.n).value(row.term).value(row.parent),
+                     signedRoot(QLatin1String(row.signedSquare)), 1e-14);
+}
+
+void Test4fTables::referenceCoefficients()
+{
+    const QString path = testSupport::referenceFile(QStringLiteral("levels/published_cfp.json"));
+    if (path.isEmpty())
+        QSKIP("needs LANQOR_REFERENCE_DIR");
+    const QJsonObject shells = QJsonDocument::fromJson(testSupport::readAll(path)).object();
+    for (auto shell = shells.begin(); shell != shells.end(); ++shell) {
+        const QMap<QString, Coefficients> terms = parentage(shell.key().mid(1).toInt());
+        const QJsonObject expected = shell.value().toObject();
+        for (auto term = expected.begin(); term != expected.end(); ++term) {
+            const bool tenth = term.key().size() > 3;
+            const Coefficients got = terms.value(term.key().left(tenth ? 2 : 3));
+            const QJsonObject parents = term.value().toObject();
+            for (auto parent = got.begin(); parent != got.end(); ++parent)
+                COMPARE_NEAR(parent.value(),
+                             signedRoot(parents.value(parent.key()).toString(QStringLiteral("0"))),
+                             1e-14);
+        }
+    }
+}
+
+void Test4fTables::knownRacahCoefficients()
+{
+    // f^2 and f^3 (G. Racah, Phys. Rev. 76, 1352 (1949)): term, E0, E1, E2, E3.
+    const QVector<QVector<double>> f2{{1, 0, 0, 33}, {1, 0, 0, 0},     {1, 0, 0, -9},
+                                      {1, 9, 0, 0},  {1, 2, 286, -11}, {1, 2, -260, -4},
+                                      {1, 2, 70, 7}};
+    const QVector<Row> f2Rows = rows(table(2, "ele"));
+    QCOMPARE(f2Rows.size(), f2.size());
+    for (int i = 0; i < f2.size(); ++i)
+        for (int k = 0; k < 4; ++k)
+            COMPARE_NEAR(f2Rows.at(i).at(k + 2).toDouble(), f2.at(i).at(k), 1e-11);
+    const QVector<Row> f3Rows = rows(table(3, "ele"));
+    const double f3[] = {0, 33, 0, 12, -21};
+    for (int i = 0; i < 5; ++i) {
+        COMPARE_NEAR(f3Rows.at(i).at(2).toDouble(), 3.0, 1e-12);
+        COMPARE_NEAR(f3Rows.at(i).at(5).toDouble(), f3[i], 1e-11);
+    }
+    // The trace of the interaction over all states of a shell, per pair of electrons, does not
+    // depend on n: the sum of (2S+1)(2L+1) e_i is C(12, n-2) times that of f^2.
+    const QString letters = QStringLiteral("SPDFGHIKLMNOQ");
+    double ofPair[4] = {};
+    double binomial = 1.0; // C(12, n-2)
+    for (int n = 2; n <= 7; ++n) {
+        double trace[4] = {};
+        for (const Row &row : rows(table(n, "ele")))
+            if (row.at(0) == row.at(1)) {
+                const int multiplicity = row.at(0).left(1).toInt();
+                const int L = letters.indexOf(row.at(0).at(1));
+                for (int k = 0; k < 4; ++k)
+                    trace[k] += multiplicity * (2 * L + 1) * row.at(k + 2).toDouble();
+            }
+        for (int k = 0; k < 4; ++k) {
+            if (n == 2)
+                ofPair[k] = trace[k];
+            COMPARE_NEAR(trace[k], binomial * ofPair[k], 1e-8);
+        }
+        binomial *= (14.0 - n) / (n - 1.0);
+    }
+}
+
+QTEST_GUILESS_MAIN(Test4fTables)
+#include "tst_4ftables.moc"
