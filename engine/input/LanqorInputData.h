@@ -100,6 +100,8 @@ public:
 
     QVector<Coord> getCoord() const { return coord; }
     Coord getCoord(const int &atom) const { return coord.at(atom - 1); }
+    /// Empty before createSphericalCoordinate().
+    QVector<CoordSPH> getCoordSPH() const { return coordSPH; }
     CoordSPH getCoordSPH(const int &atom) const { return coordSPH.at(atom - 1); }
     CoordZMT getCoordZMT(const int &atom) const { return coordZMT.at(atom - 1); }
     QString getAtomLabel(const int &atom) const { return coord.at(atom - 1).label; }

@@ -5,12 +5,19 @@
 #include "core/physicalConstants_p.h"
 #include "intensity/europium_p.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <cmath>
 
 namespace simpleOverlapModel {
 
 namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("simpleOverlapModel", text);
+}
 
 /// Ranks of the lattice sums.
 constexpr int oddRanks[] = {1, 3, 5, 7};
@@ -98,13 +105,23 @@ double betaFactor(const QString &symbol, double rho, double previous)
     return previous;
 }
 
-int findAtomOnIon(const QVector<CoordSPH> &geometry, int coordNumber)
+QString sphereError(const QVector<CoordSPH> &geometry, int coordNumber)
 {
+    if (coordNumber < 1)
+        return tr("No atom is coordinated to the ion.");
+    if (coordNumber >= geometry.size())
+        return tr("The coordination number is %1, but the geometry has %2 atoms besides the ion.")
+            .arg(coordNumber)
+            .arg(std::max(0, geometry.size() - 1));
     for (int j = 2; j <= coordNumber + 1; ++j) {
-        if (!(geometry.at(j - 1).r >= smallestDistance))
-            return j;
+        const CoordSPH &atom = geometry.at(j - 1);
+        if (!(atom.r >= smallestDistance))
+            return tr("Atom %1 (%2) lies on the ion: their distance is %3 Angstrom.")
+                .arg(j)
+                .arg(atom.label)
+                .arg(atom.r);
     }
-    return 0;
+    return QString();
 }
 
 Complex LatticeSums::BEd(int lambda, int t, int p) const
@@ -198,12 +215,10 @@ Complex CoordinationSphere::GAMMA(int t, int p, int j, double alpha) const
     return alpha * atom(j).lattice[LatticeSums::index(t, p)];
 }
 
-double CoordinationSphere::amplitude(int lambda, int t, int j, double g, double alpha) const
+double CoordinationSphere::K(int lambda, int t, int j, double g, double alpha) const
 {
-    const auto rank = static_cast<std::size_t>(t);
-    return (electricFactor(lambda, t) * atom(j).electric[rank] * g +
-            dynamicFactor(lambda, t) * alpha) *
-           atom(j).inversePower[rank];
+    return electricFactor(lambda, t) * atom(j).electric[static_cast<std::size_t>(t)] * g +
+           dynamicFactor(lambda, t) * alpha;
 }
 
 LatticeSums CoordinationSphere::latticeSums(const double *g, const double *alpha) const

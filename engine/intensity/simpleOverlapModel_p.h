@@ -38,8 +38,9 @@ double overlap(double ro0, double minDistance, double distance);
 /// donors lies nearer to the ion. Other elements keep @p previous.
 double betaFactor(const QString &symbol, double rho, double previous = 1.0);
 
-/// Number of the first of atoms 2 to @p coordNumber + 1 that lies on the ion; 0 when none does.
-int findAtomOnIon(const QVector<CoordSPH> &geometry, int coordNumber);
+/// Why atoms 2 to @p coordNumber + 1 of the geometry (atom 1 first) are no coordination sphere:
+/// there are none or too few, or one lies on the ion. Empty when they are one.
+QString sphereError(const QVector<CoordSPH> &geometry, int coordNumber);
 
 /// Lattice sums over the coordinated atoms for one set of g and alpha.
 class LatticeSums
@@ -86,8 +87,7 @@ IntensityParameters intensityParameters(const LatticeSums &sums);
 class CoordinationSphere
 {
 public:
-    /// @param geometry     atom 1 first, with at least @p coordNumber + 1 atoms, none of atoms 2
-    ///                     to @p coordNumber + 1 on the ion (findAtomOnIon())
+    /// The geometry must have no sphereError().
     CoordinationSphere(const QVector<CoordSPH> &geometry, int coordNumber);
 
     int coordNumber() const { return static_cast<int>(atoms.size()); }
@@ -105,8 +105,9 @@ public:
     Complex gamma(int t, int p, int j, double g) const;
     /// Dynamic term of atom j, cm^(2-t): sqrt(4 pi/(2t+1)) alpha_j conj(Y(t,p)) / R_j^(t+1).
     Complex GAMMA(int t, int p, int j, double alpha) const;
-    /// Weight of sqrt(4 pi/(2t+1)) conj(Y(t,p)) of atom j in B(lambda,t,p), both mechanisms.
-    double amplitude(int lambda, int t, int j, double g, double alpha) const;
+    /// Sum of both mechanisms of atom j in B(lambda,t,p), the geometry left out:
+    ///     B(lambda,t,p) = sum over j of K(lambda,t,j) GAMMA(t,p,j) at alpha = 1
+    double K(int lambda, int t, int j, double g, double alpha) const;
 
     /// Sums of gamma and GAMMA; @p g and @p alpha are indexed by atom number.
     LatticeSums latticeSums(const double *g, const double *alpha) const;
