@@ -1,0 +1,245 @@
+#include "photophysics/occupiedOrbitals_p.h"
+
+#include "input/lineReader_p.h"
+#include "input/textFields_p.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <iterator>
+
+using namespace textFields;
+
+namespace {
+
+constexpr std::string_view functionNames[] = {"S", "Px", "Py", "Pz", "x2", "xz", "z2", "yz", "xy"};
+
+/// Place of a name in functionNames; the first four are those of atomicOrbitalNames.
+int functionNumber(std::string_view name)
+{
+    const auto found = std::find(std::begin(functionNames), std::end(functionNames), name);
+    return found == std::end(functionNames) ? -1
+                                            : static_cast<int>(found - std::begin(functionNames));
+}
+
+class MopacOrbitalReader
+{
+    Q_DECLARE_TR_FUNCTIONS(LanqorIndicesCalculation)
+
+public:
+    MopacOrbitalReader(const QString &fileName, int atomCount,
+                       std::vector<OccupiedOrbital> &orbitals)
+        : fileName(fileName)
+        , lines(fileName)
+        , atomCount(atomCount)
+        , orbitals(orbitals)
+    {}
+
+    QString error;
+
+    bool read();
+
+private:
+    enum class Block { Complete, NotOne, Damaged };
+
+    bool readTable();
+    Block readBlock();
+    bool readRoots();
+    bool readEnergies();
+    Block readRows();
+    bool keepRow(int function);
+    bool failAtLine();
+    bool nextFilledLine();
+    bool isComplete() const { return occupied > 0 && int(orbitals.size()) >= occupied; }
+    bool reportMissingOrbitals();
+
+    QString fileName;
+    LineReader lines;
+    int atomCount;
+    std::vector<OccupiedOrbital> &orbitals;
+    Fields fields;
+
+    int occupied = 0; // number of doubly occupied orbitals
+    int firstRoot = 0;
+    int lastRoot = 0;
+    int rowsOfFirstBlock = 0;
+    std::vector<int> roots; // of the current block, with its energies
+    std::vector<float> energies;
+    OrbitalColumns columns;
+};
+
+bool MopacOrbitalReader::read()
+{
+    if (!lines.open()) {
+        error = fileName + QStringLiteral(" does not exist.");
+        return false;
+    }
+    while (lines.next()) {
+        const std::string_view line = lines.line();
+        if (contains(line, "NO. OF FILLED LEVELS")) {
+            split(line, "=", fields);
+            occupied = fields.size() > 1 ? toInt(fields[1]) : 0;
+        } else if (trimmed(line) == "EIGENVECTORS") {
+            if (!readTable())
+                return false;
+            if (firstRoot > 0)
+                break;
+        }
+    }
+    return isComplete() || reportMissingOrbitals();
+}
+
+/// Reads blocks of orbitals until the occupied ones are complete or the table ends.
+bool MopacOrbitalReader::readTable()
+{
+    while (!isComplete()) {
+        const Block block = readBlock();
+        if (block != Block::Complete)
+            return block == Block::NotOne;
+    }
+    return true;
+}
+
+MopacOrbitalReader::Block MopacOrbitalReader::readBlock()
+{
+    if (!readRoots() || !readEnergies())
+        return Block::NotOne;
+    if (!nextFilledLine() || functionNumber(fields[0]) < 0) {
+        lines.unread(); // a table of vibrations
+        return Block::NotOne;
+    }
+    lines.unread();
+    if (firstRoot == 0)
+        firstRoot = roots.front();
+    lastRoot = roots.back();
+    columns.start(orbitals, roots, energies, occupied);
+    return readRows();
+}
+
+bool MopacOrbitalReader::readRoots()
+{
+    if (!nextFilledLine())
+        return false;
+    if (fields.size() < 3 || fields[0] != "Root" || fields[1] != "No.") {
+        lines.unread();
+        return false;
+    }
+    roots.clear();
+    for (std::size_t i = 2; i < fields.size(); ++i)
+        roots.push_back(toInt(fields[i]));
+    return true;
+}
+
+/// The symmetry labels, when there are any, and the energies.
+bool MopacOrbitalReader::readEnergies()
+{
+    for (int line = 0; line < 2 && nextFilledLine(); ++line) {
+        energies.clear();
+        for (const std::string_view field : fields) {
+            bool ok = false;
+            const double energy = toDouble(field, &ok);
+            if (!ok)
+                break;
+            energies.push_back(static_cast<float>(energy));
+        }
+        if (energies.size() == roots.size() && fields.size() == roots.size())
+            return true;
+    }
+    return false;
+}
+
+MopacOrbitalReader::Block MopacOrbitalReader::readRows()
+{
+    int rows = 0;
+    int lastAtom = 0;
+    bool isEnd = true;
+    while (nextFilledLine()) {
+        const int function = functionNumber(fields[0]);
+        if (function < 0) {
+            lines.unread();
+            isEnd = false;
+            break;
+        }
+        if (!keepRow(function)) {
+            failAtLine();
+            return Block::Damaged;
+        }
+        lastAtom = toInt(fields[2]);
+        ++rows;
+    }
+    if (rowsOfFirstBlock == 0)
+        rowsOfFirstBlock = rows;
+    if (isEnd && (rows < rowsOfFirstBlock || lastAtom < atomCount)) {
+        error =
+            tr("The file \"%1\" ends within its table of orbitals (EIGENVECTORS).").arg(fileName);
+        return Block::Damaged;
+    }
+    return Block::Complete;
+}
+
+/// Function, element, atom number and one coefficient an orbital.
+bool MopacOrbitalReader::keepRow(int function)
+{
+    if (fields.size() != 3 + columns.count())
+        return false;
+    bool ok = false;
+    const int atom = toInt(fields[2], &ok);
+    for (std::size_t i = 0; i < columns.count() && ok; ++i) {
+        const auto coefficient = static_cast<float>(toDouble(fields[3 + i], &ok));
+        if (function < atomicOrbitalCount)
+            columns.add(i, {atom, function, coefficient});
+    }
+    return ok;
+}
+
+bool MopacOrbitalReader::failAtLine()
+{
+    error = tr("Line %1 of \"%2\", a row of the table of orbitals (EIGENVECTORS), cannot be read.")
+                .arg(lines.lineNumber())
+                .arg(fileName);
+    return false;
+}
+
+bool MopacOrbitalReader::nextFilledLine()
+{
+    while (lines.next()) {
+        split(lines.line(), fields);
+        if (!fields.empty())
+            return true;
+    }
+    return false;
+}
+
+bool MopacOrbitalReader::reportMissingOrbitals()
+{
+    if (occupied <= 0) {
+        error =
+            tr("The MOPAC output \"%1\" does not tell the number of filled levels (NO. OF FILLED "
+               "LEVELS): reactivity indices need a finished closed-shell calculation.")
+                .arg(fileName);
+    } else if (firstRoot == 0) {
+        error = tr("The MOPAC output \"%1\" prints no orbitals (EIGENVECTORS): run the calculation "
+                   "with the keyword ALLVEC.")
+                    .arg(fileName);
+    } else {
+        error =
+            tr("The MOPAC output \"%1\" prints the orbitals %2 to %3, and 1 to %4 are occupied: "
+               "run the calculation with the keyword ALLVEC instead of VECTORS.")
+                .arg(fileName)
+                .arg(firstRoot)
+                .arg(lastRoot)
+                .arg(occupied);
+    }
+    return false;
+}
+
+} // namespace
+
+bool readMopacOrbitals(const QString &fileName, int atomCount,
+                       std::vector<OccupiedOrbital> &orbitals, QString &error)
+{
+    MopacOrbitalReader reader(fileName, atomCount, orbitals);
+    const bool ok = reader.read();
+    error = reader.error;
+    return ok;
+}
