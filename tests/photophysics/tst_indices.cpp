@@ -1,0 +1,370 @@
+#include "TestSupport.h"
+
+#include "photophysics/occupiedOrbitals_p.h"
+
+#include <LanqorEngine/LanqorIndicesCalculation.h>
+#include <LanqorEngine/LanqorInputData.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QtTest>
+
+#include <random>
+
+using testSupport::dataFile;
+using testSupport::readAll;
+using testSupport::scratchFile;
+
+namespace {
+
+/// A copy in the scratch folder, so that the ".indeces" file is written there.
+QString scratchCopy(const QString &path)
+{
+    return scratchFile(QFileInfo(path).fileName(), readAll(path));
+}
+
+/// The sums in the plainest form: every coefficient is searched for when it is needed.
+class PlainIndices
+{
+public:
+    explicit PlainIndices(const std::vector<OccupiedOrbital> &orbitals)
+        : orbitals(orbitals)
+    {}
+    double population(int atom, int functions) const
+    {
+        float sum = 0.0F;
+        for (const OccupiedOrbital &orbital : orbitals) {
+            for (int k = 0; k < functions; ++k)
+                sum += coeff(orbital, atom, k) * coeff(orbital, atom, k);
+        }
+        return double(2.0F * sum);
+    }
+    double superdelocalizability(int atom, int functions) const
+    {
+        float sum = 0.0F;
+        for (const OccupiedOrbital &orbital : orbitals) {
+            for (int k = 0; k < functions; ++k) {
+                for (int l = 0; l < functions; ++l)
+                    sum += coeff(orbital, atom, k) * coeff(orbital, atom, l) / orbital.energy;
+            }
+        }
+        return double(2.0F * sum);
+    }
+
+private:
+    static float coeff(const OccupiedOrbital &orbital, int atom, int function)
+    {
+        for (const OrbitalEntry &entry : orbital.entries) {
+            if (entry.function == function && entry.atom == atom)
+                return entry.coefficient;
+        }
+        return -9999.0F;
+    }
+    const std::vector<OccupiedOrbital> &orbitals;
+};
+
+/// A Gaussian orbital table of the atoms Eu (S), O (S, PX, PY, PZ, one d) and H (S), five
+/// orbitals to a block, from rows of coefficients.
+QByteArray gaussianOutput(const QVector<QVector<double>> &rows, const QVector<double> &energies,
+                          int electrons)
+{
+    static const char *const prefixes[] = {
+        "   1 1   Eu 1S       ", "   2 2   O  2S       ", "   3        2PX      ",
+        "   4        2PY      ", "   5        2PZ      ", "   6        9D 0     ",
+        "   7 3   H  1S       ",
+    };
+    const auto number = [](double value) {
+        return QByteArray::number(value, 'f', 5).rightJustified(10);
+    };
+    QByteArray text = QByteArray::number(electrons).rightJustified(6) + " alpha electrons " +
+                      QByteArray::number(electrons).rightJustified(8) + " beta electrons\n";
+    text += "     Molecular Orbital Coefficients:\n";
+    for (int first = 0; first < energies.size(); first += 5) {
+        const int end = std::min(first + 5, energies.size());
+        QByteArray numbers = QByteArray(21, ' ');
+        QByteArray occupations = numbers;
+        QByteArray values = QByteArray("     Eigenvalues -- ").leftJustified(21);
+        for (int i = first; i < end; ++i) {
+            numbers += QByteArray::number(i + 1).rightJustified(10);
+            occupations += QByteArray(i < electrons ? "O" : "V").rightJustified(10);
+            values += number(energies.at(i));
+        }
+        text += numbers + '\n' + occupations + '\n' + values + '\n';
+        for (int row = 0; row < rows.size(); ++row) {
+            text += prefixes[row];
+            for (int i = first; i < end; ++i)
+                text += number(rows.at(row).at(i));
+            text += '\n';
+        }
+    }
+    return text + "     Density Matrix:\n                           1         2\n"
+                  "   1 1   Eu 1S          0.90000\n";
+}
+
+} // namespace
+
+class TestIndices : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    /// Values taken from the files by another program; the populations agree with the numbers
+    /// of electrons that MOPAC prints.
+    void realOutputs_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QVector<double>>("populations"); // of atoms 2, 3, ...
+        QTest::addColumn<QVector<double>>("superdelocalizabilities");
+        QTest::newRow("AM1") << QStringLiteral("eu_acac3_phen_am1_allvec.out")
+                             << QVector<double>{6.7252, 6.7164, 6.7354, 6.7138,
+                                                6.7169, 6.7246, 5.3582, 5.3489}
+                             << QVector<double>{-0.23851, -0.22950, -0.45542};
+        QTest::newRow("RM1, two jobs")
+            << QStringLiteral("eu_acac3_h2o_rm1_allvec_force.out")
+            << QVector<double>{6.7781, 6.7708, 6.7711, 6.7723, 6.7798, 6.7650, 6.5300}
+            << QVector<double>{-0.39731, -0.40183, -0.39221};
+        QTest::newRow("PM7 with d orbitals, two jobs")
+            << QStringLiteral("eu_cl2_h2o6_pm7_allvec_force.out")
+            << QVector<double>{7.9883, 7.9885, 6.8987, 6.8934, 6.8945, 6.8927, 6.8956, 6.8983}
+            << QVector<double>{-0.43857, -0.48325, -0.22094};
+        QTest::newRow("version 2016, orbitals in the second job")
+            << QStringLiteral("ethane_allvec_mopac2016_21_openmopac.out")
+            << QVector<double>{4.4184, 0.8605, 0.8605} << QVector<double>{};
+    }
+    void realOutputs()
+    {
+        QFETCH(QString, file);
+        QFETCH(QVector<double>, populations);
+        QFETCH(QVector<double>, superdelocalizabilities);
+        QString path = dataFile(QStringLiteral("mopac/") + file);
+        if (!QFileInfo::exists(path))
+            path = testSupport::corpusFile(QStringLiteral("mopac/") + file);
+        if (path.isEmpty())
+            QSKIP("needs LANQOR_CORPUS_DIR");
+
+        LanqorIndicesCalculation indices(nullptr, scratchCopy(path),
+                                         LanqorIndicesCalculation::MopacOutput);
+        QVERIFY2(indices.calculateIndices(), qPrintable(indices.getLastError()));
+        QCOMPARE(indices.getAtomicCharge().mid(0, 2), QVector<double>(2, 0.0));
+        QCOMPARE(indices.getSuperDeslocalizability().mid(0, 2), QVector<double>(2, 0.0));
+        for (int i = 0; i < populations.size(); ++i)
+            COMPARE_NEAR(indices.getAtomicCharge(i + 2), populations.at(i), 1.0e-4);
+        for (int i = 0; i < superdelocalizabilities.size(); ++i)
+            COMPARE_NEAR(indices.getSuperDeslocalizability(i + 2), superdelocalizabilities.at(i),
+                         1.0e-4);
+
+        // Every atom against the charge that MOPAC prints; d functions are left out.
+        LanqorInputData structure(nullptr, path);
+        QVERIFY(structure.readMopacOutFile(false));
+        QCOMPARE(indices.getAtomicCharge().size(), structure.getCoord().size() + 1);
+        double smallest = 0.0;
+        for (int atom = 2; atom <= structure.getCoord().size(); ++atom) {
+            const QString label = structure.getAtomLabel(atom);
+            const double valence = label == QLatin1String("Cl")  ? 7.0
+                                   : label == QLatin1String("O") ? 6.0
+                                   : label == QLatin1String("N") ? 5.0
+                                   : label == QLatin1String("C") ? 4.0
+                                                                 : 1.0;
+            COMPARE_NEAR(indices.getAtomicCharge(atom),
+                         valence - structure.getAtomicCharges(atom - 1),
+                         label == QLatin1String("Cl") ? 0.01 : 5.0e-4);
+            smallest = std::min(smallest, indices.getSuperDeslocalizability(atom));
+        }
+        QCOMPARE(indices.getMinimumSuperDeslocalizability(), smallest);
+    }
+
+    void sumsArePlainSumsToTheLastBit()
+    {
+        // Some functions are missing, some are listed twice.
+        std::mt19937 random(7);
+        std::vector<OccupiedOrbital> orbitals(12);
+        for (OccupiedOrbital &orbital : orbitals) {
+            orbital.energy = -0.5F - float(random() % 1000) / 37.0F;
+            for (int i = 0; i < 40; ++i)
+                orbital.entries.push_back({1 + int(random() % 5), int(random() % 4),
+                                           float(int(random() % 20001) - 10000) * 1.0e-4F});
+        }
+        const std::vector<int> functions = {0, 0, 4, 1, 4, 4};
+        const ReactivityIndices indices = calcMinimalBasisIndices(orbitals, functions);
+        const PlainIndices plain(orbitals);
+        QCOMPARE(indices.population.size(), functions.size());
+        for (std::size_t atom = 2; atom < functions.size(); ++atom) {
+            const int number = int(atom);
+            QCOMPARE(indices.population[atom], plain.population(number, functions[atom]));
+            QCOMPARE(indices.superdelocalizability[atom],
+                     plain.superdelocalizability(number, functions[atom]));
+        }
+    }
+
+    /// Closed forms: one function alone, and functions that the table does not list.
+    void handMadeTable()
+    {
+        const QByteArray geometry = "  CARTESIAN COORDINATES\n\n"
+                                    "   1    Eu       0.0       0.0       0.0\n"
+                                    "   2    H        1.0       0.0       0.0\n"
+                                    "   3    O        0.0       2.0       0.0\n\n";
+        const QByteArray text = geometry + geometry +
+                                "  NO. OF FILLED LEVELS    =          1\n"
+                                "  EIGENVECTORS\n\n"
+                                "   Root No.       1         2\n\n"
+                                "   1 a1g     1 a2u\n\n"
+                                "   -16.000     2.000\n \n"
+                                "  S   H    2    0.5000    0.8000\n"
+                                "  S   O    3    0.2500    0.1000\n"
+                                "  Py  O    3   -0.2500    0.1000\n"
+                                "  Pz  O    3    0.5000    0.1000\n"
+                                "  x2  O    3    0.9000    0.1000\n\n\n";
+        LanqorIndicesCalculation indices(nullptr, scratchFile(QStringLiteral("hand.out"), text),
+                                         LanqorIndicesCalculation::MopacOutput);
+        QVERIFY2(indices.calculateIndices(), qPrintable(indices.getLastError()));
+        QCOMPARE(indices.getAtomicCharge(2), 2.0 * 0.25);
+        QCOMPARE(indices.getSuperDeslocalizability(2), 2.0 * 0.25 / -16.0);
+        // Px is missing: -9999.0 enters the sums.
+        COMPARE_NEAR(indices.getAtomicCharge(3), 2.0 * (9999.0 * 9999.0 + 0.375), 16.0);
+        COMPARE_NEAR(indices.getSuperDeslocalizability(3), 2.0 * 9998.5 * 9998.5 / -16.0, 8.0);
+        QCOMPARE(indices.getMinimumSuperDeslocalizability(), indices.getSuperDeslocalizability(3));
+        QCOMPARE(indices.getAtomicCharge(0), 0.0);
+        QCOMPARE(indices.getAtomicCharge(99), 0.0);
+    }
+
+    void incompleteOutputsSayWhatIsMissing_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<int>("selector");
+        QTest::addColumn<QString>("hint");
+        QTest::newRow("VECTORS") << "mopac/eu_ncs6_rm1_vectors.out" << 0 << "ALLVEC";
+        QTest::newRow("VECTORS, version 7")
+            << "mopac/acac_anion_mopac7_am1_vectors.out" << 0 << "ALLVEC";
+        QTest::newRow("no orbitals") << "mopac/eu_dipic3_pm6_opt.out" << 0 << "ALLVEC";
+        QTest::newRow("vibrations only") << "mopac/h2o_force_mopac2016_cclib.out" << 0 << "LEVELS";
+        QTest::newRow("open shell") << "mopac/fecl6_mopac2012_cclib.out" << 0 << "closed-shell";
+        QTest::newRow("some orbitals, Gaussian")
+            << "gaussian/g09_benzene_tda_opt_popregular.log" << 1 << "pop=full";
+        QTest::newRow("natural orbitals, Gaussian")
+            << "gaussian/g16_h2o_cis5050_natural_orbitals.log" << 1 << "pop=full";
+        QTest::newRow("missing") << "mopac/nothing.out" << 0 << "does not exist";
+    }
+    void incompleteOutputsSayWhatIsMissing()
+    {
+        QFETCH(QString, file);
+        QFETCH(int, selector);
+        QFETCH(QString, hint);
+        QString path = testSupport::corpusFile(file);
+        if (path.isEmpty()) {
+            if (!file.contains(QLatin1String("nothing")))
+                QSKIP("needs LANQOR_CORPUS_DIR");
+            path = file;
+        }
+        LanqorIndicesCalculation indices(nullptr, path, selector);
+        testSupport::MessageSpy spy(indices);
+        QVERIFY(!indices.calculateIndices());
+        QVERIFY2(indices.getLastError().contains(hint), qPrintable(indices.getLastError()));
+        QCOMPARE(spy.messages.size(), 1);
+        QVERIFY(indices.getAtomicCharge().isEmpty());
+    }
+
+    void fileHoldsTheTable()
+    {
+        const QString path =
+            scratchCopy(dataFile(QStringLiteral("mopac/eu_cl2_h2o6_pm7_allvec_force.out")));
+        LanqorIndicesCalculation indices(nullptr, path, LanqorIndicesCalculation::MopacOutput);
+        QVERIFY(indices.calculateIndices());
+        const QString text = QString::fromUtf8(readAll(indices.getIndicesFileName()));
+        QVERIFY(indices.getIndicesFileName().endsWith(
+            QLatin1String("/eu_cl2_h2o6_pm7_allvec_force.indeces")));
+        QStringList lines = text.split(QLatin1Char('\n'));
+        QCOMPARE(lines.takeFirst() + QLatin1Char('\n'),
+                 QStringLiteral(
+                     " Atomic Charges (au)             Varno Superdelocalizabilities (au)\n"));
+        for (int atom = 2; atom <= 21; ++atom) {
+            const QStringList fields =
+                lines.at(atom - 2).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+            QCOMPARE(fields.size(), 4);
+            QCOMPARE(fields.at(0).toInt(), atom);
+            QCOMPARE(fields.at(1), QString::fromLatin1(atom < 4 ? "Cl" : atom < 10 ? "O" : "H"));
+            COMPARE_NEAR(fields.at(2).toDouble(), indices.getAtomicCharge(atom), 5.1e-7);
+            COMPARE_NEAR(fields.at(3).toDouble(), indices.getSuperDeslocalizability(atom), 5.1e-7);
+        }
+        // Calculating again gives the same, not twice as many entries.
+        const QVector<double> before = indices.getAtomicCharge();
+        QVERIFY(indices.calculateIndices());
+        QCOMPARE(indices.getAtomicCharge(), before);
+    }
+
+    /// Orthonormal orbitals: populations are exact, glued energies and d rows do not matter.
+    void gaussianTable()
+    {
+        const double h = std::sqrt(0.5);
+        // Columns: Eu S, O 2S, O PX, bond (O PY + H S), then virtual ones.
+        const QVector<QVector<double>> rows = {
+            {1, 0, 0, 0, 0, 0}, {0, 1, 0, 0, 0, 0}, {0, 0, 1, 0, 0, 0},  {0, 0, 0, h, 0, h},
+            {0, 0, 0, 0, 1, 0}, {0, 0, 0, 0, 0, 0}, {0, 0, 0, h, 0, -h},
+        };
+        const QVector<double> energies = {-372.66755, -235.72701, -0.5, -0.25, 0.1, 0.2};
+        const QString path =
+            scratchFile(QStringLiteral("table.log"), gaussianOutput(rows, energies, 4));
+        LanqorIndicesCalculation indices(nullptr, path, LanqorIndicesCalculation::GaussianOutput);
+        QVERIFY2(indices.calculateIndices(), qPrintable(indices.getLastError()));
+        COMPARE_NEAR(indices.getAtomicCharge(2), 5.0, 1.0e-4);
+        COMPARE_NEAR(indices.getAtomicCharge(3), 1.0, 1.0e-4);
+        COMPARE_NEAR(indices.getSuperDeslocalizability(2),
+                     2.0 * (1.0 / energies[1] + 1.0 / energies[2] + 0.5 / energies[3]), 1.0e-4);
+        COMPARE_NEAR(indices.getSuperDeslocalizability(3), 2.0 * 0.5 / energies[3], 1.0e-4);
+        QVERIFY(indices.getIndicesTable().contains(QLatin1String("    3 H ")));
+
+        // The last table of an output counts; six occupied orbitals span two blocks.
+        const QByteArray twice = gaussianOutput(rows, energies, 4) +
+                                 gaussianOutput(rows, {-5.0, -4.0, -3.0, -2.0, -1.0, -0.5}, 6);
+        LanqorIndicesCalculation last(nullptr, scratchFile(QStringLiteral("twice.log"), twice), 1);
+        QVERIFY2(last.calculateIndicesGAUSSIAN(), qPrintable(last.getLastError()));
+        COMPARE_NEAR(last.getAtomicCharge(2), 8.0, 1.0e-4);
+        COMPARE_NEAR(last.getAtomicCharge(3), 2.0, 1.0e-4);
+
+        testSupport::damageFile(twice, 60, 400, [](const QString &damaged) {
+            LanqorIndicesCalculation calculation(nullptr, damaged, 1);
+            if (!calculation.calculateIndices())
+                QVERIFY(!calculation.getLastError().isEmpty());
+        });
+    }
+
+    /// pop=full of a real output with spherical d functions: the sums of an independent script.
+    void realGaussianOutput()
+    {
+        CORPUS_FILE(path, "gaussian/g16_ch2o_td5050_popfull.log");
+        LanqorIndicesCalculation indices(nullptr, scratchCopy(path), 1);
+        QVERIFY2(indices.calculateIndices(), qPrintable(indices.getLastError()));
+        QCOMPARE(indices.getAtomicCharge().size(), 5);
+        const double populations[] = {4.34942, 0.35634, 0.35634};
+        const double superdelocalizabilities[] = {-16.82185, -2.07243, -2.26215};
+        for (int atom = 2; atom <= 4; ++atom) {
+            COMPARE_NEAR(indices.getAtomicCharge(atom), populations[atom - 2], 2.0e-5);
+            COMPARE_NEAR(indices.getSuperDeslocalizability(atom), superdelocalizabilities[atom - 2],
+                         2.0e-5);
+        }
+    }
+
+    /// Every cut of the file at or before the table must be refused, and no damage may crash.
+    void damagedOutputs()
+    {
+        const QByteArray whole =
+            readAll(dataFile(QStringLiteral("mopac/eu_cl2_h2o6_pm7_allvec_force.out")));
+        const int begin = whole.indexOf("                EIGENVECTORS");
+        const int lastOccupied = whole.indexOf("   Root No.      33");
+        QVERIFY(begin > 0 && lastOccupied > begin);
+        for (int i = 0; i < 40; ++i) {
+            const int length = int(qint64(begin) + (lastOccupied - begin - 400) * i / 40);
+            LanqorIndicesCalculation indices(
+                nullptr, scratchFile(QStringLiteral("cut.out"), whole.left(length)), 0);
+            QVERIFY2(!indices.calculateIndices(), qPrintable(QString::number(length)));
+        }
+        testSupport::damageFile(whole.mid(0, lastOccupied + 3000), 30, 300,
+                                [](const QString &path) {
+                                    LanqorIndicesCalculation indices(nullptr, path, 0);
+                                    if (!indices.calculateIndices())
+                                        QVERIFY(!indices.getLastError().isEmpty());
+                                });
+    }
+};
+
+QTEST_GUILESS_MAIN(TestIndices)
+#include "tst_indices.moc"
