@@ -34,12 +34,6 @@ constexpr TableRow rows[elementCount] = {
     {"Lr", 260.00},
 };
 
-bool isSymbol(const QString &text)
-{
-    return std::any_of(std::begin(rows), std::end(rows),
-                       [&text](const TableRow &row) { return text == QLatin1String(row.symbol); });
-}
-
 } // namespace
 
 QVector<QPair<QString, double>> makeElementMassTable()
@@ -62,6 +56,15 @@ QVector<QPair<QString, int>> makeElementNumberTable()
     return table;
 }
 
+int atomicNumberOf(const QString &symbol)
+{
+    const auto found =
+        std::find_if(std::begin(rows), std::end(rows), [&symbol](const TableRow &row) {
+            return symbol == QLatin1String(row.symbol);
+        });
+    return found == std::end(rows) ? 0 : static_cast<int>(found - std::begin(rows)) + 1;
+}
+
 QString elementLabel(const QString &name)
 {
     bool isAtomicNumber = false;
@@ -73,5 +76,5 @@ QString elementLabel(const QString &name)
     while (letters < name.size() && name.at(letters).isLetter())
         ++letters;
     const QString symbol = name.left(1).toUpper() + name.mid(1, letters - 1).toLower();
-    return letters > 0 && isSymbol(symbol) ? symbol : name;
+    return letters > 0 && atomicNumberOf(symbol) > 0 ? symbol : name;
 }

@@ -11,6 +11,9 @@ QVector<QPair<QString, double>> makeElementMassTable();
 /// Symbols with atomic numbers 1 to 103.
 QVector<QPair<QString, int>> makeElementNumberTable();
 
+/// Atomic number of an element symbol; 0 when it is none.
+int atomicNumberOf(const QString &symbol);
+
 /// Element symbol of an atom as structure files write it: "EU", "eu", "Eu1" and "63" give "Eu".
 /// A name that starts with no element (a dummy atom "XX", a translation vector "Tv") stays as it
 /// is.

@@ -1,22 +1,11 @@
 #include "LanqorInputData.h"
 
+#include "input/bondCutOff_p.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
-
-/// Distance, Angstrom, below which an atom counts as bound to the ion; 0 for elements that are
-/// never counted (fluorine and bromine among them).
-double bondCutOff(const QString &label)
-{
-    if (label == QLatin1String("O") || label == QLatin1String("N"))
-        return 2.65;
-    if (label == QLatin1String("Cl") || label == QLatin1String("S"))
-        return 2.9;
-    if (label == QLatin1String("I"))
-        return 3.0;
-    return 0.0;
-}
 
 /// Azimuth of (dx, dy), degrees, 0 to 360.
 double azimuth(double dx, double dy, double degreesPerRadian)
@@ -62,6 +51,17 @@ QString listOfAtoms(const QVector<int> &numbers, const QVector<Coord> &atoms)
 }
 
 } // namespace
+
+double bondCutOff(const QString &label)
+{
+    if (label == QLatin1String("O") || label == QLatin1String("N"))
+        return 2.65;
+    if (label == QLatin1String("Cl") || label == QLatin1String("S"))
+        return 2.9;
+    if (label == QLatin1String("I"))
+        return 3.0;
+    return 0.0;
+}
 
 bool LanqorInputData::createSphericalCoordinate()
 {

@@ -3,11 +3,11 @@
 #include "LanqorInputData.h"
 #include "core/elements_p.h"
 #include "input/lineReader_p.h"
+#include "input/mol2File_p.h"
 #include "input/readerLimits_p.h"
 #include "input/textFields_p.h"
 
 #include <QFileInfo>
-#include <QSet>
 
 namespace structureFiles {
 
@@ -34,18 +34,6 @@ QString atLine(const QString &fileName, const LineReader &reader)
            fileName;
 }
 
-/// The three numbers from field @p first on.
-bool readPosition(const Fields &fields, std::size_t first, Coord &atom)
-{
-    if (fields.size() < first + 3)
-        return false;
-    bool ok[3] = {};
-    atom.x = textFields::toDouble(fields[first], &ok[0]);
-    atom.y = textFields::toDouble(fields[first + 1], &ok[1]);
-    atom.z = textFields::toDouble(fields[first + 2], &ok[2]);
-    return ok[0] && ok[1] && ok[2];
-}
-
 Kind kindBySuffix(const QString &fileName)
 {
     const QString suffix = QFileInfo(fileName).suffix().toLower();
@@ -70,6 +58,17 @@ bool isZmtRow(const Fields &fields)
 }
 
 } // namespace
+
+bool readPosition(const Fields &fields, std::size_t first, Coord &atom)
+{
+    if (fields.size() < first + 3)
+        return false;
+    bool ok[3] = {};
+    atom.x = textFields::toDouble(fields[first], &ok[0]);
+    atom.y = textFields::toDouble(fields[first + 1], &ok[1]);
+    atom.z = textFields::toDouble(fields[first + 2], &ok[2]);
+    return ok[0] && ok[1] && ok[2];
+}
 
 Kind kindOf(const QString &fileName)
 {
@@ -134,80 +133,20 @@ Structure readXyz(const QString &fileName)
     return structure;
 }
 
-namespace {
-
-/// Element of an atom type such as "Eu", "O.3", "C.ar" or "CL". Types in small letters belong to
-/// force fields that number their own atoms ("ho" is a hydroxyl hydrogen); they stay as they are.
-QString mol2Label(std::string_view type)
-{
-    const QString name = textFields::toString(type.substr(0, type.find('.')));
-    return name.left(1).isUpper() ? elementLabel(name) : name;
-}
-
-/// Number of atoms of the third line of @<TRIPOS>MOLECULE; 0 when it is not given.
-int announcedAtoms(LineReader &reader, Fields &fields)
-{
-    if (!reader.next() || !reader.next()) // the name stands on the first line
-        return 0;
-    textFields::split(reader.line(), fields);
-    return fields.empty() ? 0 : textFields::toInt(fields[0]);
-}
-
-/// Rows of number, name, x, y, z, type and, mostly, number and name of the residue.
-void readMol2Atoms(LineReader &reader, const QString &fileName, Structure &structure)
-{
-    Fields fields;
-    QSet<QString> residues;
-    while (reader.next()) {
-        if (textFields::startsWith(reader.line(), "@<TRIPOS>")) {
-            reader.unread();
-            break;
-        }
-        textFields::split(reader.line(), fields);
-        if (fields.empty() || textFields::startsWith(fields[0], "#"))
-            continue;
-        Coord atom;
-        if (fields.size() < 6 || !readPosition(fields, 2, atom) ||
-            structure.atoms.size() == maximumAtoms) {
-            structure.error = atLine(fileName, reader);
-            break;
-        }
-        atom.label = mol2Label(fields[5]);
-        structure.atoms.append(atom);
-        if (fields.size() > 6)
-            residues.insert(textFields::toString(fields[6]));
-    }
-    structure.residues = residues.size();
-}
-
-} // namespace
-
 Structure readMol2(const QString &fileName)
 {
-    LineReader reader(fileName);
+    Mol2Reader reader(fileName);
     if (!reader.open())
         return missing(fileName);
-    Structure structure;
-    Fields fields;
-    int announced = 0;
-    while (reader.next()) {
-        const std::string_view line = textFields::trimmed(reader.line());
-        if (line == "@<TRIPOS>MOLECULE") {
-            announced = announcedAtoms(reader, fields);
-        } else if (line == "@<TRIPOS>ATOM") {
-            readMol2Atoms(reader, fileName, structure);
-            break;
-        }
-    }
-    if (structure.error.isEmpty() && structure.atoms.isEmpty())
-        structure.error =
+    Mol2Molecule molecule;
+    if (!reader.next(molecule))
+        return failed(
             LanqorInputData::tr("\nCannot find the atoms (@<TRIPOS>ATOM) in the MOL2 file: \n") +
-            fileName;
-    else if (structure.error.isEmpty() && structure.atoms.size() < announced)
-        structure.error = LanqorInputData::tr("\nThe MOL2 file announces %1 atoms and holds %2: \n")
-                              .arg(announced)
-                              .arg(structure.atoms.size()) +
-                          fileName;
+            fileName);
+    Structure structure;
+    structure.atoms = molecule.atoms;
+    structure.residues = molecule.residues;
+    structure.error = molecule.error;
     return structure;
 }
 

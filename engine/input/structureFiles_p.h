@@ -3,6 +3,8 @@
 #include <LanqorEngine/Coord.h>
 #include <LanqorEngine/CoordZMT.h>
 
+#include "input/textFields_p.h"
+
 #include <QString>
 #include <QVector>
 
@@ -21,14 +23,16 @@ struct Structure
 
 enum class Kind { Unknown, MopacOutput, Mop, Zmt, Xyz, Mol2 };
 
+/// The three numbers from field @p first on; false when they are not numbers.
+bool readPosition(const textFields::Fields &fields, std::size_t first, Coord &atom);
+
 /// Kind of a file by its suffix; without a telling one, by its first lines.
 Kind kindOf(const QString &fileName);
 
 /// Number of atoms, a title, then rows of symbol (or atomic number), x, y, z; further columns
 /// and further frames are passed over.
 Structure readXyz(const QString &fileName);
-/// Rows of the section @<TRIPOS>ATOM up to the next section. The element is the atom type up to
-/// its dot, since atom names are free.
+/// The atoms of the first molecule of a MOL2 file.
 Structure readMol2(const QString &fileName);
 /// Rows of symbol, distance, angle, dihedral and three references; the first three atoms may
 /// leave out what they do not have, and optimisation flags may follow the values.

@@ -1,0 +1,145 @@
+#include "input/mol2File_p.h"
+
+#include "LanqorInputData.h"
+#include "core/elements_p.h"
+#include "input/readerLimits_p.h"
+#include "input/structureFiles_p.h"
+
+#include <QSet>
+
+namespace structureFiles {
+
+namespace {
+
+/// Types in small letters belong to force fields that number their own atoms ("ho" is a hydroxyl
+/// hydrogen); they stay as they are.
+QString elementOf(const QString &type, const QString &name)
+{
+    const QString root = type.section(QLatin1Char('.'), 0, 0);
+    if (!root.left(1).isUpper())
+        return root;
+    const QString fromType = elementLabel(root);
+    const QString fromName = elementLabel(name);
+    return atomicNumberOf(fromType) == 0 && atomicNumberOf(fromName) > 0 ? fromName : fromType;
+}
+
+} // namespace
+
+Mol2Reader::Mol2Reader(const QString &fileName)
+    : fileName(fileName)
+    , reader(fileName)
+{}
+
+bool Mol2Reader::next(Mol2Molecule &molecule)
+{
+    molecule = Mol2Molecule();
+    indexOfNumber.clear();
+    announcedAtoms = 0;
+    while (reader.next()) {
+        const std::string_view line = textFields::trimmed(reader.line());
+        const bool startsMolecule = line == "@<TRIPOS>MOLECULE";
+        const bool startsAtoms = line == "@<TRIPOS>ATOM";
+        if (!molecule.atoms.isEmpty() && (startsMolecule || startsAtoms)) {
+            reader.unread();
+            break;
+        }
+        if (startsMolecule)
+            readHeader();
+        else if (startsAtoms)
+            readAtoms(molecule);
+        else if (line == "@<TRIPOS>BOND")
+            readBonds(molecule);
+        if (!molecule.error.isEmpty())
+            return true;
+    }
+    if (molecule.atoms.size() < announcedAtoms)
+        molecule.error = LanqorInputData::tr("\nThe MOL2 file announces %1 atoms and holds %2: \n")
+                             .arg(announcedAtoms)
+                             .arg(molecule.atoms.size()) +
+                         fileName;
+    return !molecule.atoms.isEmpty() || !molecule.error.isEmpty();
+}
+
+Mol2Reader::Row Mol2Reader::nextRow()
+{
+    if (!reader.next())
+        return Row::EndOfSection;
+    if (textFields::startsWith(reader.line(), "@<TRIPOS>")) {
+        reader.unread();
+        return Row::EndOfSection;
+    }
+    textFields::split(reader.line(), fields);
+    return fields.empty() || textFields::startsWith(fields[0], "#") ? Row::Skipped : Row::Data;
+}
+
+/// The name of the molecule stands on the first line, the number of its atoms on the second.
+void Mol2Reader::readHeader()
+{
+    announcedAtoms = 0;
+    if (!reader.next() || !reader.next())
+        return;
+    textFields::split(reader.line(), fields);
+    if (!fields.empty())
+        announcedAtoms = textFields::toInt(fields[0]);
+}
+
+/// Rows of number, name, x, y, z, type and, mostly, number and name of the residue.
+void Mol2Reader::readAtoms(Mol2Molecule &molecule)
+{
+    QSet<QString> residues;
+    for (Row row = nextRow(); row != Row::EndOfSection; row = nextRow()) {
+        if (row == Row::Skipped)
+            continue;
+        Coord atom;
+        if (fields.size() < 6 || !readPosition(fields, 2, atom) ||
+            molecule.atoms.size() == maximumAtoms) {
+            molecule.error = errorAtLine();
+            return;
+        }
+        const QString name = textFields::toString(fields[1]);
+        const QString type = textFields::toString(fields[5]);
+        const int number = textFields::toInt(fields[0]);
+        if (indexOfNumber.contains(number))
+            molecule.bondError =
+                LanqorInputData::tr("\nAtom number %1 stands twice in the MOL2 file: \n")
+                    .arg(number) +
+                fileName;
+        indexOfNumber.insert(number, molecule.atoms.size());
+        atom.label = elementOf(type, name);
+        molecule.atoms.append(atom);
+        molecule.atomNames.append(name);
+        molecule.atomTypes.append(type);
+        if (fields.size() > 6)
+            residues.insert(textFields::toString(fields[6]));
+    }
+    molecule.residues = residues.size();
+}
+
+/// Rows of number, the numbers of two atoms and the type.
+void Mol2Reader::readBonds(Mol2Molecule &molecule)
+{
+    for (Row row = nextRow(); row != Row::EndOfSection; row = nextRow()) {
+        if (row == Row::Skipped)
+            continue;
+        bool ok[2] = {};
+        const int first = fields.size() > 2 ? textFields::toInt(fields[1], &ok[0]) : 0;
+        const int second = fields.size() > 2 ? textFields::toInt(fields[2], &ok[1]) : 0;
+        if (!ok[0] || !ok[1] || !indexOfNumber.contains(first) || !indexOfNumber.contains(second) ||
+            first == second) {
+            molecule.bondError = errorAtLine();
+            continue;
+        }
+        molecule.bonds.append(
+            {indexOfNumber.value(first), indexOfNumber.value(second),
+             fields.size() > 3 ? textFields::toString(fields[3]) : QStringLiteral("1")});
+    }
+}
+
+QString Mol2Reader::errorAtLine() const
+{
+    return LanqorInputData::tr("\nLine %1 of the structure file cannot be read: \n")
+               .arg(reader.lineNumber()) +
+           fileName;
+}
+
+} // namespace structureFiles
