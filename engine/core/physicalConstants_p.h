@@ -20,6 +20,8 @@ constexpr double cm3PerCubicAngstrom = 1.0e-24;
 constexpr double elementaryChargeEsu = 4.803204505713468e-10;
 constexpr double elementaryChargeSquared = 2.307077352370616e-19;
 
+/// Speed of light, cm/s.
+constexpr double lightSpeed = 29979245800.0;
 /// 1/(hc): wavenumber, cm^-1, of an energy of one erg.
 constexpr double wavenumberPerErg = 5.03411751e+15;
 /// Wavenumber, cm^-1, of one eV.

@@ -1,0 +1,148 @@
+#include "photophysics/rateEquations_p.h"
+
+#include <Eigen/LU>
+
+#include <algorithm>
+#include <array>
+
+using namespace transferChannels;
+
+namespace rateEquations {
+
+namespace {
+
+// Typical rates of ligands and ion, s^-1.
+constexpr double intersystemCrossing = 100000000.0; // S1 -> triplet, and between two triplets
+constexpr double singletDecay = 1000000.0;          // S1 -> S0
+constexpr double tripletDecay = 100000.0;           // T1 -> S0
+// The scheme with two triplets was set up with triplets that decay ten times as fast; its
+// results are comparable with published ones only so.
+constexpr double tripletDecayOfTwo = 1000000.0;
+constexpr double cascadeStep = 1000000.0; // from a level of the ion to the next below
+
+/// k(from -> to) between all states.
+class RateTable
+{
+public:
+    double &operator()(State from, State to) { return rates[index(from, to)]; }
+    double operator()(State from, State to) const { return rates[index(from, to)]; }
+
+private:
+    static std::size_t index(State from, State to)
+    {
+        return static_cast<std::size_t>(from) * stateCount + static_cast<std::size_t>(to);
+    }
+    std::array<double, stateCount *stateCount> rates = {};
+};
+
+void setLigandRates(const Scheme &scheme, RateTable &k)
+{
+    k(S0, S1) = excitationRate;
+    k(S1, S0) = singletDecay;
+    for (const State triplet : {FirstTriplet, T1}) {
+        if (!scheme.holds(triplet))
+            continue;
+        k(S1, triplet) = intersystemCrossing;
+        k(triplet, S0) = scheme.tripletDecay;
+    }
+    if (scheme.holds(FirstTriplet))
+        k(FirstTriplet, T1) = intersystemCrossing;
+}
+
+void setIonRates(const Scheme &scheme, double emissionDecay, RateTable &k)
+{
+    State above = S0;
+    for (const State level : scheme.states) {
+        if (level < Level5D4)
+            continue;
+        if (above != S0)
+            k(above, level) = cascadeStep;
+        above = level;
+    }
+    k(Level5D0, S0) = emissionDecay;
+}
+
+} // namespace
+
+bool Scheme::holds(State state) const
+{
+    return std::find(states.begin(), states.end(), state) != states.end();
+}
+
+bool Scheme::holdsSlot(int slot) const
+{
+    return std::find(channelSlots.begin(), channelSlots.end(), slot) != channelSlots.end();
+}
+
+const Scheme &sixStates()
+{
+    static const Scheme scheme = {
+        {S0, S1, T1, Level5D4, Level5D1, Level5D0}, {0, 3, 4, 10, 13, 14}, tripletDecay};
+    return scheme;
+}
+
+const Scheme &eightStates()
+{
+    static const Scheme scheme = {{S0, S1, T1, Level5D4, Level5G6, Level5L6, Level5D1, Level5D0},
+                                  {0, 1, 2, 3, 4, 10, 11, 12, 13, 14},
+                                  tripletDecay};
+    return scheme;
+}
+
+const Scheme &twoTriplets()
+{
+    static const Scheme scheme = {{S0, S1, FirstTriplet, T1, Level5D4, Level5D1, Level5D0},
+                                  {0, 5, 13, 14},
+                                  tripletDecayOfTwo};
+    return scheme;
+}
+
+Eigen::MatrixXd rateMatrix(const Scheme &scheme, const transferRates::Tables &tables,
+                           double emissionDecay)
+{
+    RateTable k;
+    setLigandRates(scheme, k);
+    setIonRates(scheme, emissionDecay, k);
+    for (const Channel &channel : channels) {
+        if (!scheme.holdsSlot(channel.slot))
+            continue;
+        k(channel.donor, channel.acceptor) = tables.forward(channel);
+        k(channel.acceptor, channel.donor) = tables.backward(channel);
+    }
+    const auto size = static_cast<Eigen::Index>(scheme.states.size());
+    Eigen::MatrixXd A = Eigen::MatrixXd::Zero(size, size);
+    for (Eigen::Index i = 0; i < size; ++i) {
+        double outflow = 0.0;
+        for (Eigen::Index j = 0; j < size; ++j) {
+            if (i == j)
+                continue;
+            A(j, i) = k(scheme.states[static_cast<std::size_t>(i)],
+                        scheme.states[static_cast<std::size_t>(j)]);
+            outflow += A(j, i);
+        }
+        A(i, i) = -outflow;
+    }
+    return A;
+}
+
+Eigen::VectorXd steadyState(const Eigen::MatrixXd &rateMatrix)
+{
+    // Rates span more than fifteen orders of magnitude. Solved for the flux out of each state,
+    // y = x * outflow, the coefficients are branching probabilities, and no equation is lost
+    // beside the others.
+    Eigen::VectorXd outflow = -rateMatrix.diagonal();
+    for (double &rate : outflow)
+        if (rate == 0.0)
+            rate = 1.0;
+    Eigen::MatrixXd A = rateMatrix;
+    A.row(0).setOnes();
+    A = A * outflow.cwiseInverse().asDiagonal();
+    const double scale = 1.0 / A.row(0).cwiseAbs().maxCoeff();
+    A.row(0) *= scale;
+    Eigen::FullPivLU<Eigen::MatrixXd> solver(A);
+    solver.setThreshold(0.0);
+    const Eigen::VectorXd flux = solver.solve(scale * Eigen::VectorXd::Unit(A.rows(), 0));
+    return flux.cwiseQuotient(outflow);
+}
+
+} // namespace rateEquations

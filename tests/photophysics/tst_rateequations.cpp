@@ -1,0 +1,233 @@
+#include "TestSupport.h"
+#include "photophysics/rateEquations_p.h"
+
+#include <QtTest>
+
+#include <cmath>
+#include <map>
+
+using rateEquations::Scheme;
+using transferRates::Tables;
+using namespace transferChannels;
+
+/// Populations against an elimination that subtracts nothing, closed forms and balances.
+class TestRateEquations : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void populations_data();
+    void populations();
+    void columnsSumToZero();
+    void closedChannelsLeaveTheIonDark();
+    void tripletToEmitterAlone();
+    void fastTransferReachesTheEfficiency();
+    void fastBackTransfer();
+};
+
+namespace {
+
+using Rates = std::vector<std::vector<double>>;
+
+/// Rates 1e5 .. 1e12, different in every slot; back-transfer follows @p backFraction.
+Tables variedTables(double backFraction)
+{
+    Tables tables;
+    for (std::size_t slot = 0; slot < 15; ++slot) {
+        const double rate = std::pow(10.0, 5.0 + std::fmod(2.7 * static_cast<double>(slot), 7.0));
+        tables.forwardRates[slot] = rate;
+        tables.exchangeForwardRates[slot] = 0.3 * rate;
+        tables.backwardRates[slot] = backFraction * rate;
+        tables.exchangeBackwardRates[slot] = backFraction * 0.6 * rate;
+    }
+    return tables;
+}
+
+/// Stationary distribution of k(i -> j) by the algorithm of W. K. Grassmann, M. I. Taksar,
+/// D. P. Heyman, Oper. Res. 33, 1107 (1985): accurate in every component.
+std::vector<double> stationary(Rates k)
+{
+    const std::size_t size = k.size();
+    for (std::size_t n = size - 1; n > 0; --n) {
+        double outflow = 0.0;
+        for (std::size_t j = 0; j < n; ++j)
+            outflow += k[n][j];
+        for (std::size_t i = 0; i < n; ++i)
+            k[i][n] /= outflow;
+        for (std::size_t i = 0; i < n; ++i)
+            for (std::size_t j = 0; j < n; ++j)
+                if (i != j)
+                    k[i][j] += k[i][n] * k[n][j];
+    }
+    std::vector<double> x(size, 1.0);
+    double sum = 1.0;
+    for (std::size_t n = 1; n < size; ++n) {
+        x[n] = 0.0;
+        for (std::size_t i = 0; i < n; ++i)
+            x[n] += x[i] * k[i][n];
+        sum += x[n];
+    }
+    for (double &value : x)
+        value /= sum;
+    return x;
+}
+
+// The schemes written out by hand; emission rate 1500 s^-1.
+
+Rates sixByHand(const Tables &t)
+{
+    const auto &W = t.forwardRates;
+    const auto &X = t.exchangeForwardRates;
+    const auto &w = t.backwardRates;
+    const auto &x = t.exchangeBackwardRates;
+    return {{0, 1e4, 0, 0, 0, 0},            // S0
+            {1e6, 0, 1e8, W[0], X[3], X[4]}, // S1
+            {1e5, 0, 0, W[10], X[13], X[14]},
+            {0, w[0], w[10], 0, 1e6, 0}, // 5D4
+            {0, x[3], x[13], 0, 0, 1e6},
+            {1500, x[4], x[14], 0, 0, 0}};
+}
+
+Rates eightByHand(const Tables &t)
+{
+    const auto &W = t.forwardRates;
+    const auto &X = t.exchangeForwardRates;
+    const auto &w = t.backwardRates;
+    const auto &x = t.exchangeBackwardRates;
+    return {{0, 1e4, 0, 0, 0, 0, 0, 0},
+            {1e6, 0, 1e8, W[0], W[1], W[2], X[3], X[4]},
+            {1e5, 0, 0, W[10], W[11], W[12], X[13], X[14]},
+            {0, w[0], w[10], 0, 1e6, 0, 0, 0},
+            {0, w[1], w[11], 0, 0, 1e6, 0, 0},
+            {0, w[2], w[12], 0, 0, 0, 1e6, 0},
+            {0, x[3], x[13], 0, 0, 0, 0, 1e6},
+            {1500, x[4], x[14], 0, 0, 0, 0, 0}};
+}
+
+Rates twoTripletsByHand(const Tables &t)
+{
+    const auto &W = t.forwardRates;
+    const auto &X = t.exchangeForwardRates;
+    const auto &w = t.backwardRates;
+    const auto &x = t.exchangeBackwardRates;
+    return {{0, 1e4, 0, 0, 0, 0, 0},         {1e6, 0, 1e8, 1e8, W[0], 0, 0},
+            {1e6, 0, 0, 1e8, W[5], 0, 0}, // the triplets decay ten times as fast here
+            {1e6, 0, 0, 0, 0, X[13], X[14]}, {0, w[0], w[5], 0, 0, 1e6, 0},
+            {0, 0, 0, x[13], 0, 0, 1e6},     {1500, 0, 0, x[14], 0, 0, 0}};
+}
+
+const Scheme &schemeOf(int states)
+{
+    if (states == 6)
+        return rateEquations::sixStates();
+    return states == 8 ? rateEquations::eightStates() : rateEquations::twoTriplets();
+}
+
+/// Population of a state per population of S0.
+double perGroundState(const Scheme &scheme, const Tables &tables, double emissionDecay, State state)
+{
+    const Eigen::VectorXd x =
+        rateEquations::steadyState(rateEquations::rateMatrix(scheme, tables, emissionDecay));
+    Eigen::Index index = 0;
+    while (scheme.states[static_cast<std::size_t>(index)] != state)
+        ++index;
+    return x[index] / x[0];
+}
+
+} // namespace
+
+void TestRateEquations::populations_data()
+{
+    QTest::addColumn<int>("states");
+    QTest::addColumn<double>("backFraction");
+    for (const int states : {6, 7, 8})
+        for (const double backFraction : {0.0, 1e-6, 0.2, 1e4})
+            QTest::addRow("%d states, back-transfer %g", states, backFraction)
+                << states << backFraction;
+}
+
+void TestRateEquations::populations()
+{
+    QFETCH(int, states);
+    QFETCH(double, backFraction);
+    const Tables tables = variedTables(backFraction);
+    const std::vector<double> expected = stationary(states == 6   ? sixByHand(tables)
+                                                    : states == 8 ? eightByHand(tables)
+                                                                  : twoTripletsByHand(tables));
+    const Eigen::VectorXd x =
+        rateEquations::steadyState(rateEquations::rateMatrix(schemeOf(states), tables, 1500.0));
+    QCOMPARE(static_cast<int>(x.size()), states);
+    COMPARE_NEAR(x.sum(), 1.0, 1e-14);
+    for (Eigen::Index i = 0; i < x.size(); ++i) {
+        const double value = expected[static_cast<std::size_t>(i)];
+        QVERIFY2(x[i] > 0.0 && std::abs(x[i] / value - 1.0) < 1e-7,
+                 qPrintable(QStringLiteral("state %1: got %2, expected %3")
+                                .arg(i)
+                                .arg(x[i], 0, 'g', 17)
+                                .arg(value, 0, 'g', 17)));
+    }
+}
+
+void TestRateEquations::columnsSumToZero()
+{
+    for (const int states : {6, 7, 8}) {
+        const Eigen::MatrixXd A =
+            rateEquations::rateMatrix(schemeOf(states), variedTables(0.1), 1500.0);
+        for (Eigen::Index i = 0; i < A.cols(); ++i)
+            COMPARE_NEAR(A.col(i).sum() / A(i, i), 0.0, 1e-15);
+    }
+}
+
+void TestRateEquations::closedChannelsLeaveTheIonDark()
+{
+    for (const int states : {6, 7, 8}) {
+        const Scheme &scheme = schemeOf(states);
+        for (const State level : {Level5D4, Level5D1, Level5D0})
+            QCOMPARE(perGroundState(scheme, Tables(), 1500.0, level), 0.0);
+        COMPARE_NEAR(perGroundState(scheme, Tables(), 1500.0, S1),
+                     1e4 / (states == 7 ? 2.01e8 : 1.01e8), 1e-18);
+    }
+}
+
+void TestRateEquations::tripletToEmitterAlone()
+{
+    // S0 -> S1 -> T1 -> 5D0 with back-transfer b: the net flow into 5D0 is what leaves it.
+    Tables tables;
+    const double W = 3e6;
+    const double b = 4e3;
+    const double decay = 1500.0;
+    tables.exchangeForwardRates[14] = W;
+    tables.exchangeBackwardRates[14] = b;
+    const double intoTriplet = 1e4 * 1e8 / 1.01e8;
+    const double triplet = intoTriplet / (1e5 + W - W * b / (b + decay));
+    const double expected = W * triplet / (b + decay);
+    for (const Scheme *scheme : {&rateEquations::sixStates(), &rateEquations::eightStates()})
+        COMPARE_NEAR(perGroundState(*scheme, tables, decay, Level5D0) / expected, 1.0, 1e-12);
+}
+
+void TestRateEquations::fastTransferReachesTheEfficiency()
+{
+    // All excitations reach 5D0: phi N(S0) = decay N(5D0).
+    Tables tables;
+    tables.exchangeForwardRates[4] = 1e18;
+    COMPARE_NEAR(perGroundState(rateEquations::sixStates(), tables, 1500.0, Level5D0) * 1500.0, 1e4,
+                 1e-5);
+    tables.exchangeForwardRates[4] = 1e9;
+    QVERIFY(perGroundState(rateEquations::sixStates(), tables, 1500.0, Level5D0) * 1500.0 < 1e4);
+}
+
+void TestRateEquations::fastBackTransfer()
+{
+    // A triplet far below 5D4: the return is faster than any other step by many orders.
+    Tables tables;
+    tables.forwardRates[0] = 1e7;
+    tables.backwardRates[0] = 1e22;
+    tables.exchangeForwardRates[14] = 1e8;
+    const std::vector<double> expected = stationary(sixByHand(tables));
+    const Eigen::VectorXd x = rateEquations::steadyState(
+        rateEquations::rateMatrix(rateEquations::sixStates(), tables, 1500.0));
+    for (Eigen::Index i = 0; i < x.size(); ++i)
+        COMPARE_NEAR(x[i] / expected[static_cast<std::size_t>(i)], 1.0, 1e-7);
+}
+
+QTEST_GUILESS_MAIN(TestRateEquations)
+#include "tst_rateequations.moc"
