@@ -61,7 +61,10 @@ int fail(const QString &message, int status)
 void showMessages(LanqorAbstractObjCalculation &object)
 {
     QObject::connect(&object, &LanqorAbstractObjCalculation::newObjCalculationMessage, &object,
-                     [](const QString &message) { note(message.trimmed()); });
+                     [&object](const QString &message) {
+                         if (message != object.getLastError()) // fail() shows that one
+                             note(message.trimmed());
+                     });
 }
 
 bool parsePairs(const QString &text, QVector<QPair<QString, double>> &pairs, QString &error)
@@ -76,7 +79,14 @@ bool parsePairs(const QString &text, QVector<QPair<QString, double>> &pairs, QSt
                         .arg(entry.trimmed());
             return false;
         }
-        pairs.append({parts.at(0).trimmed(), value});
+        const QString name = parts.at(0).trimmed();
+        for (const auto &pair : pairs) {
+            if (pair.first == name) {
+                error = QCoreApplication::translate("cli", "\"%1\" is given twice").arg(name);
+                return false;
+            }
+        }
+        pairs.append({name, value});
     }
     if (pairs.isEmpty())
         error = QCoreApplication::translate("cli", "no NAME=NUMBER given");

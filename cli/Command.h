@@ -32,11 +32,11 @@ void print(const QString &text);
 void note(const QString &text);
 /// Writes "lanqor: message" to standard error and returns @p status.
 int fail(const QString &message, int status = failure);
-/// Sends the object's messages to standard error.
+/// Sends the object's messages to standard error, but for that of a failure, which fail() shows.
 void showMessages(LanqorAbstractObjCalculation &object);
 
 /// Reads "O=0.9,N=1.2" or "2=0.9,3=1.1" into pairs of name and value; false with a reason in
-/// @p error when an entry is no such pair.
+/// @p error when an entry is no such pair or a name stands twice.
 bool parsePairs(const QString &text, QVector<QPair<QString, double>> &pairs, QString &error);
 
 } // namespace cli

@@ -8,7 +8,9 @@ namespace {
 // In the order of the help.
 const QVector<Command> &commands()
 {
-    static const QVector<Command> table = {};
+    static const QVector<Command> table = {
+        {"omega", "intensity parameters of a complex from its geometry", omegaCommand},
+    };
     return table;
 }
 

@@ -1,0 +1,343 @@
+#include "Command.h"
+#include "commands.h"
+
+#include <LanqorEngine/LanqorAradPartition.h>
+#include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorOmega.h>
+
+#include <QCoreApplication>
+#include <QFile>
+
+namespace {
+
+constexpr double cm3PerCubicAngstrom = 1.0e-24;
+constexpr double omegaUnitCm2 = 1.0e-20;
+
+/// A section of the report by its name on the command line.
+struct Section
+{
+    const char *name;
+    bool OmegaPrintingOptions::*field;
+};
+
+constexpr Section sections[] = {
+    {"coordinates", &OmegaPrintingOptions::printSphericalCoordinates},
+    {"charge-factors", &OmegaPrintingOptions::printChargeFactors},
+    {"omega", &OmegaPrintingOptions::printOmega},
+    {"constants", &OmegaPrintingOptions::printConstants},
+    {"harmonics", &OmegaPrintingOptions::printSphericalHarmonics},
+    {"overlap", &OmegaPrintingOptions::printSOM},
+    {"lattice-dc", &OmegaPrintingOptions::printGAMA},
+    {"lattice-sums-dc", &OmegaPrintingOptions::printSumGAMA},
+    {"bltp-dc", &OmegaPrintingOptions::printBltpDC},
+    {"omega-dc", &OmegaPrintingOptions::printOmegaDC},
+    {"lattice-ed", &OmegaPrintingOptions::printgama},
+    {"lattice-sums-ed", &OmegaPrintingOptions::printSumgama},
+    {"bltp-ed", &OmegaPrintingOptions::printBltpED},
+    {"omega-ed", &OmegaPrintingOptions::printOmegaED},
+    {"bltp", &OmegaPrintingOptions::printBltp},
+    {"rates", &OmegaPrintingOptions::printArad},
+    {"partition", &OmegaPrintingOptions::printAradPartition},
+    {"crystal-field", &OmegaPrintingOptions::printBkq},
+};
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("cli", text);
+}
+
+QString sectionNames()
+{
+    QStringList names;
+    for (const Section &section : sections)
+        names.append(QLatin1String(section.name));
+    return names.join(QStringLiteral(", "));
+}
+
+/// Switches on the sections of a comma-separated list; false with the unknown name in @p error.
+bool chooseSections(const QString &list, OmegaPrintingOptions &options, QString &error)
+{
+    for (const QString &entry : list.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        const QString name = entry.trimmed();
+        bool isKnown = false;
+        for (const Section &section : sections) {
+            if (name != QLatin1String(section.name) && name != QLatin1String("all"))
+                continue;
+            options.*(section.field) = true;
+            isKnown = true;
+        }
+        if (!isKnown) {
+            error = tr("unknown section \"%1\"; there are all, %2").arg(name, sectionNames());
+            return false;
+        }
+    }
+    return true;
+}
+
+QString column(double value, int decimals, int width)
+{
+    return QString::number(value, 'f', decimals).rightJustified(width);
+}
+
+/// Values of one quantity for atoms 2 to N+1 from pairs of element or atom number and value.
+class AtomValues
+{
+public:
+    /// @param option  the command-line option, for messages
+    AtomValues(const LanqorInputData &geometry, int coordNumber, const QString &option)
+        : geometry(geometry)
+        , coordNumber(coordNumber)
+        , option(option)
+    {}
+
+    /// Fills values(); false with the reason in error().
+    bool read(const QString &text)
+    {
+        QVector<QPair<QString, double>> pairs;
+        if (!cli::parsePairs(text, pairs, reason)) {
+            reason = QStringLiteral("%1: %2").arg(option, reason);
+            return false;
+        }
+        byAtom.fill(0.0, coordNumber + 2);
+        QVector<bool> isSet(coordNumber + 2, false);
+        for (const bool namedAtoms : {false, true}) { // an atom's own value beats its element's
+            for (const auto &pair : pairs) {
+                if (!assign(pair, namedAtoms, isSet))
+                    return false;
+            }
+        }
+        for (int atom = 2; atom <= coordNumber + 1; ++atom) {
+            if (!isSet.at(atom)) {
+                reason = tr("%1 gives no value for element %2 (atom %3)")
+                             .arg(option, geometry.getAtomLabel(atom))
+                             .arg(atom);
+                return false;
+            }
+        }
+        return true;
+    }
+
+    QVector<double> values() const { return byAtom; }
+    QString error() const { return reason; }
+
+private:
+    bool assign(const QPair<QString, double> &pair, bool namedAtoms, QVector<bool> &isSet)
+    {
+        bool isNumber = false;
+        const int named = pair.first.toInt(&isNumber);
+        if (isNumber != namedAtoms)
+            return true;
+        bool isUsed = false;
+        for (int atom = 2; atom <= coordNumber + 1; ++atom) {
+            if (isNumber ? atom == named : geometry.getAtomLabel(atom) == pair.first) {
+                byAtom[atom] = pair.second;
+                isSet[atom] = true;
+                isUsed = true;
+            }
+        }
+        if (isUsed)
+            return true;
+        if (isNumber)
+            reason = tr("%1: atom %2 is not coordinated; the coordinated atoms are 2 to %3")
+                         .arg(option, pair.first)
+                         .arg(coordNumber + 1);
+        else
+            cli::note(tr("lanqor: %1: no coordinated atom is %2").arg(option, pair.first));
+        return !isNumber;
+    }
+
+    const LanqorInputData &geometry;
+    int coordNumber;
+    QString option;
+    QVector<double> byAtom;
+    QString reason;
+};
+
+QString sphereTable(const LanqorInputData &geometry, const LanqorOmega &omega)
+{
+    QString text = tr("Coordination sphere of %1: %2 atoms\n\n")
+                       .arg(geometry.getAtomLabel(1))
+                       .arg(omega.getCoordNumber()) +
+                   tr("  Atom      R / A  theta / deg  phi / deg         g  alpha / A^3\n");
+    for (int atom = 2; atom <= omega.getCoordNumber() + 1; ++atom) {
+        const CoordSPH position = geometry.getCoordSPH(atom);
+        text += QStringLiteral("  %1 %2").arg(position.label, -2).arg(atom, 3) +
+                column(position.r, 4, 9) + column(position.theta, 2, 13) +
+                column(position.phi, 2, 11) + column(omega.getChargeFactor(atom), 4, 10) +
+                column(omega.getAlpha(atom) / cm3PerCubicAngstrom, 4, 13) + QLatin1Char('\n');
+    }
+    return text + QLatin1Char('\n');
+}
+
+QString omegaTable(const LanqorOmega &omega)
+{
+    QString text = tr("Intensity parameters Omega(lambda) / 1e-20 cm^2: total, by forced electric\n"
+                      "dipole (ED) alone and by dynamic coupling (DC) alone\n\n") +
+                   tr("  lambda      Omega         ED         DC\n");
+    for (const int lambda : {2, 4, 6})
+        text += QString::number(lambda).rightJustified(8) +
+                column(omega.getOmega(lambda) / omegaUnitCm2, 4, 11) +
+                column(omega.getOmegaED(lambda) / omegaUnitCm2, 4, 11) +
+                column(omega.getOmegaDC(lambda) / omegaUnitCm2, 4, 11) + QLatin1Char('\n');
+    return text + QLatin1Char('\n');
+}
+
+/// What the command line asks of the report.
+struct ReportRequest
+{
+    bool isWanted = false;
+    QString fileName; ///< empty: standard output
+    OmegaPrintingOptions options;
+    QStringList ligands;
+};
+
+/// Reads the options of the report; false with the reason in @p error.
+bool readReportRequest(const QCommandLineParser &parser, ReportRequest &request, QString &error)
+{
+    const QString ligandFile = parser.value(QStringLiteral("ligands"));
+    request.fileName = parser.value(QStringLiteral("report"));
+    request.isWanted = parser.isSet(QStringLiteral("print")) || !request.fileName.isEmpty() ||
+                       !ligandFile.isEmpty();
+    const QString standard =
+        ligandFile.isEmpty()
+            ? QStringLiteral("coordinates,charge-factors,omega,omega-dc,omega-ed,rates")
+            : QStringLiteral("coordinates,charge-factors,omega,omega-dc,omega-ed,rates,partition");
+    const QString chosen = parser.value(QStringLiteral("print"));
+    if (!chooseSections(parser.isSet(QStringLiteral("print")) ? chosen : standard, request.options,
+                        error))
+        return false;
+    if (ligandFile.isEmpty())
+        return true;
+    QFile file(ligandFile);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        error = QStringLiteral("%1: %2").arg(ligandFile, file.errorString());
+        return false;
+    }
+    constexpr qint64 maximumSize = 1 << 20;
+    request.ligands = QString::fromUtf8(file.read(maximumSize)).split(QLatin1Char('\n'));
+    return true;
+}
+
+void addOptions(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(
+        tr("Judd-Ofelt intensity parameters of a Eu3+ complex by the simple overlap model.\n\n"
+           "FILE is a MOPAC output (.out) or a structure (.mop, .zmt, .xyz, .mol2) with Eu as\n"
+           "atom 1 and the N coordinated atoms as atoms 2 to N+1. Every coordinated atom needs a\n"
+           "charge factor g (dimensionless) and a polarisability alpha (cubic Angstrom), given by\n"
+           "element or by atom number; an atom's own value beats that of its element.\n\n"
+           "Example:\n"
+           "  lanqor omega complex.out --g O=0.9,N=1.2,5=0.7 --alpha O=3.1,N=4.0 --n 1.5"));
+    parser.addPositionalArgument(QStringLiteral("FILE"), tr("MOPAC output or structure file"));
+    parser.addOptions({
+        {QStringLiteral("g"), tr("Charge factors, dimensionless, e.g. O=0.9,N=1.2,5=0.7."),
+         tr("list")},
+        {QStringLiteral("alpha"), tr("Polarisabilities, cubic Angstrom, e.g. O=3.1,N=4.0."),
+         tr("list")},
+        {QStringLiteral("n"), tr("Refractive index of the medium, for the radiative rates."),
+         tr("index"), QStringLiteral("1.5")},
+        {QStringLiteral("print"),
+         tr("Print the report with these sections, separated by commas: all, %1.")
+             .arg(sectionNames()),
+         tr("sections")},
+        {QStringLiteral("ligands"),
+         tr("Groups of atoms for the partition of the radiative rate: one group on each line, a "
+            "name, then atom numbers (\"acac 2 3\"); # starts a comment."),
+         tr("file")},
+        {QStringLiteral("report"),
+         tr("Write the report to this file instead of standard output; without --print it has "
+            "the main sections."),
+         tr("file")},
+    });
+}
+
+/// Geometry with a usable coordination sphere; false with the reason in @p error.
+bool readGeometry(LanqorInputData &geometry, const QString &fileName, QString &error)
+{
+    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate())
+        error = geometry.getLastError();
+    else if (geometry.getCoordNumber() == 0)
+        error = tr("%1: no atom is within bonding distance of atom 1 (%2)")
+                    .arg(fileName, geometry.getAtomLabel(1));
+    else
+        error = geometry.getAtomOrderError();
+    return error.isEmpty();
+}
+
+/// Prints the summary and makes the report of a finished calculation; returns the exit status.
+int show(LanqorOmega &omega, LanqorInputData &geometry, double index, const ReportRequest &request)
+{
+    LanqorInputData *shared = &geometry;
+    LanqorAradPartition partition(nullptr, shared, omega.getCoordNumber(), index);
+    double electricDipoleRate = 0.0;
+    for (const int lambda : {2, 4, 6})
+        electricDipoleRate += partition.calcConstArad(lambda) * omega.getOmega(lambda);
+    const QString summary =
+        sphereTable(geometry, omega) + omegaTable(omega) +
+        tr("Forced electric dipole rate Arad(ED) of 5D0 at refractive index %1: %2 s^-1\n")
+            .arg(index)
+            .arg(electricDipoleRate, 0, 'f', 2);
+    if (!request.isWanted) {
+        cli::print(summary);
+        return cli::success;
+    }
+    if (!request.ligands.isEmpty() && !partition.setLigandsVector(request.ligands))
+        return cli::fail(partition.getLastError());
+    omega.setRefractiveIndex(index);
+    omega.setOmegaPrintingOptions(request.options);
+    omega.setLigandAtomsByLigandVector(request.ligands);
+    const QString report = omega.createOutFile(request.fileName);
+    if (report.isEmpty())
+        return cli::fail(omega.getLastError());
+    cli::print(request.fileName.isEmpty() ? report : summary);
+    return cli::success;
+}
+
+int calculate(const QString &fileName, const QCommandLineParser &parser, double index,
+              const ReportRequest &request)
+{
+    QString error;
+    LanqorInputData geometry(nullptr, fileName);
+    cli::showMessages(geometry);
+    if (!readGeometry(geometry, fileName, error))
+        return cli::fail(error);
+    LanqorOmega omega(nullptr, 0, fileName, fileName);
+    if (!omega.getLastError().isEmpty())
+        return cli::fail(omega.getLastError());
+    AtomValues g(geometry, omega.getCoordNumber(), QStringLiteral("--g"));
+    AtomValues alpha(geometry, omega.getCoordNumber(), QStringLiteral("--alpha"));
+    if (!g.read(parser.value(QStringLiteral("g"))))
+        return cli::fail(g.error(), cli::usageError);
+    if (!alpha.read(parser.value(QStringLiteral("alpha"))))
+        return cli::fail(alpha.error(), cli::usageError);
+    QVector<double> alphasCm3;
+    for (const double value : alpha.values())
+        alphasCm3.append(value * cm3PerCubicAngstrom);
+    QVector<double> chargeFactors = g.values();
+    double *gArray = chargeFactors.data();
+    double *alphaArray = alphasCm3.data();
+    omega.setChargeFactorAndAlpha(gArray, alphaArray);
+    if (!omega.calcOmega())
+        return cli::fail(omega.getLastError());
+    return show(omega, geometry, index, request);
+}
+
+} // namespace
+
+int omegaCommand(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    addOptions(parser);
+    cli::parse(parser, "omega", arguments);
+    if (parser.positionalArguments().size() != 1)
+        return cli::fail(tr("omega needs one file; see \"lanqor omega --help\""), cli::usageError);
+    bool isIndex = false;
+    const double index = parser.value(QStringLiteral("n")).toDouble(&isIndex);
+    if (!isIndex || !(index >= 1.0 && index < 10.0))
+        return cli::fail(tr("--n needs a refractive index from 1 to 10"), cli::usageError);
+    ReportRequest request;
+    QString error;
+    if (!readReportRequest(parser, request, error))
+        return cli::fail(error, cli::usageError);
+    return calculate(parser.positionalArguments().first(), parser, index, request);
+}
