@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/physicalConstants_p.h"
+
 #include <QString>
 
 /// Bounds of the charge factor g of a coordinated atom, by element. A symbol outside the
@@ -22,3 +24,12 @@ void updateQdcFitBounds(const QString &symbol, ChargeFactorBounds &bounds);
 constexpr double minimumAlpha = 0.005;
 constexpr double maximumAlphaDirectFit = 6.5;
 constexpr double maximumAlphaQdcFit = 15.0;
+
+/// True when g and alpha (cm^3) of an atom lie in their bounds, the bounds included.
+inline bool isWithinBounds(double g, double alpha, const ChargeFactorBounds &bounds,
+                           double maximumAlpha)
+{
+    return !(g > bounds.maximum || g < bounds.minimum ||
+             alpha > maximumAlpha * lanqor::cm3PerCubicAngstrom ||
+             alpha < minimumAlpha * lanqor::cm3PerCubicAngstrom);
+}

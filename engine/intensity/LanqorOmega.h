@@ -100,6 +100,8 @@ public:
     double getAlpha(const int &atom) const { return alpha.value(atom); }
     double getChargeFactor(const int &atom) const { return chargeFactor.value(atom); }
     int getCoordNumber() const { return coordNumber; }
+    /// Symbol of an atom of the geometry; empty outside it.
+    QString getAtomLabel(const int &atom) const { return positions.value(atom - 1).label; }
     int getChargeModel() const { return chargeModel; }
     /// Citation printed in the MOPAC output of the geometry; empty when there is none.
     QString getMopacCitation() const;

@@ -1,0 +1,108 @@
+#pragma once
+
+#include <LanqorEngine/LanqorAbstractParametric.h>
+#include <LanqorEngine/OmegaPrintingOptions.h>
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <memory>
+#include <vector>
+
+class LanqorOmega;
+struct ChargeFactorBounds;
+
+/// Fits charge factors g and polarisabilities alpha of groups of coordinated atoms to measured
+/// Omega(2) and Omega(4).
+///
+///     response = w2 (Omega2exp - Omega2)^2 + w4 (Omega4exp - Omega4)^2,  in (1e-20 cm^2)^2
+/// A vector holds the g of the groups in ascending order of their keys, then their alpha in
+/// cubic Angstrom. Atoms are numbered as in the geometry: 1 is the ion, 2 to N+1 are coordinated.
+///
+/// A trial is feasible when every g and alpha lies in its bounds, the bounds included: g from
+/// 0.01 to 2.0 for O and S, 0.001 to 1.0 for F, Cl, Br and I, 0.01 to 3.0 for N and P; alpha from
+/// 0.005 to 6.5 cubic Angstrom. An atom of another element has the bounds of the coordinated
+/// atom before it, or those of N when it is the first. Other trials score 1.0e20.
+///
+/// Two targets are far fewer than the parameters: several minima reach them, and the annealing
+/// gives one. Where the geometry allows no g and alpha that reach them, the report is of the
+/// nearest.
+class LANQORENGINE_EXPORT LanqorParametric : public LanqorAbstractParametric
+{
+    Q_OBJECT
+public:
+    /// Reads the geometry; a failure is told by getLastError(). The weights are 1, or those of
+    /// the file "pesos.txt" in the current directory: w2 on its first line, w4 on the second.
+    /// @param value  handed on to LanqorOmega as its charge model
+    LanqorParametric(QObject *parent, const QString &mopacOutputFile, const int &value);
+    ~LanqorParametric() override;
+
+    /// Groups by number; each text names an atom by symbol and number ("O 2").
+    void setGroupsAndAtoms(const QMap<int, QStringList> &groups);
+    /// Measured parameters, cm^2.
+    void setOmegaExp(const double &omega2, const double &omega4);
+    /// Of the medium, for the radiative rates of the report; 1.5 unless set.
+    void setRefractiveIndex(const double &index);
+    /// Where the report goes; it is not written without a name.
+    void setFileNameOmg(const QString &fileName);
+    /// Another MOPAC output than the constructor's.
+    void setFileNameMopacOutputFile(const QString &fileName);
+    /// N, the number of coordinated atoms.
+    void setCoordNumber(const int &number);
+    /// Sections of the report.
+    void setOmegaPrintingOptions(const OmegaPrintingOptions &options);
+
+    /// True when a fit can start: the geometry can be calculated and every coordinated atom is
+    /// in one group under its own symbol. Otherwise getLastError() tells what is wrong, and
+    /// every trial scores 1.0e20.
+    bool checkSetup();
+
+    /// Evaluates a vector of two parameters a group; always true.
+    bool runParametrization(const int &n, double *&x) override;
+    /// Writes the report of the best point, with Omega computed from it anew. Without any
+    /// feasible trial no report is written, and getLastError() says so.
+    void endOfParametrization() override;
+
+    /// g and alpha (cm^3) of the best trial, by atom number; 0 before there is one.
+    double getBestChargeFactor(const int &atom) const { return bestG.value(atom); }
+    double getBestAlpha(const int &atom) const { return bestAlpha.value(atom); }
+    /// Weight of Omega(lambda), lambda = 2 or 4.
+    double getWeight(const int &lambda) const { return lambda == 2 ? weights[0] : weights[1]; }
+    /// Text of the report; empty before endOfParametrization() and on failure.
+    QString getReport() const { return report; }
+
+private:
+    void readWeightFile();
+    void createOmega();
+    bool isReadyFor(int n);
+    bool assignGroups();
+    bool assignAtom(const QString &text, int group);
+    void setAtomsToGAndAlpha();
+    bool checkParameters() const;
+
+    std::unique_ptr<LanqorOmega> omega;
+    QString fileNameMopacOutputFile;
+    QString fileNameOmg;
+    int chargeModel;
+    int coordNumber = 0;
+    double refractiveIndex = 1.5;
+    double weights[2] = {1.0, 1.0};
+    double omegaExp[2] = {0.0, 0.0};
+    QMap<int, QStringList> groupsAndAtoms;
+    OmegaPrintingOptions omegaPrintingOptions;
+
+    // Set up by checkSetup(); entries 2 to N+1 are used.
+    bool isSetupChecked = false;
+    bool isSetupValid = false;
+    int checkedCount = -1;    // number of parameters that was compared with the groups
+    QVector<int> groupOfAtom; // place of its group among the keys, by atom number
+    std::vector<ChargeFactorBounds> bounds; // by atom number
+    QVector<double> g;                      // by atom number, of the last trial
+    QVector<double> alpha;
+
+    QVector<double> bestG;
+    QVector<double> bestAlpha;
+    QString report;
+};

@@ -1,0 +1,10 @@
+#pragma once
+
+/// Parameters of the QDC model, in which an atom with the atomic charge q and the
+/// superdelocalizability S has g = Q q and alpha = (D S + C) cubic Angstrom.
+struct ParametersQDC
+{
+    double Q = 0.0; ///< au^-1
+    double D = 0.0; ///< cubic Angstrom per au
+    double C = 0.0; ///< cubic Angstrom
+};
