@@ -206,6 +206,7 @@ bool LanqorParametric::runParametrization(const int &n, double *&x)
         bestAlpha.resize(alpha.size());
         std::copy(g.cbegin(), g.cend(), bestG.begin());
         std::copy(alpha.cbegin(), alpha.cend(), bestAlpha.begin());
+        bestOmega = intensityFit::omegaOf(*omega);
     }
     return true;
 }
@@ -228,6 +229,33 @@ bool LanqorParametric::checkParameters() const
             return false;
     }
     return true;
+}
+
+QVector<double> LanqorParametric::makeStartingVector(const int &number)
+{
+    if (!isSetupChecked)
+        checkSetup();
+    if (!isSetupValid)
+        return QVector<double>();
+    const int groupCount = groupsAndAtoms.size();
+    // The bounds that all atoms of a group share.
+    std::vector<ChargeFactorBounds> shared(static_cast<std::size_t>(groupCount), {0.0, 1.0e300});
+    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
+        const ChargeFactorBounds &own = bounds[static_cast<std::size_t>(atom)];
+        ChargeFactorBounds &ofGroup = shared[static_cast<std::size_t>(groupOfAtom.at(atom))];
+        ofGroup.minimum = std::max(ofGroup.minimum, own.minimum);
+        ofGroup.maximum = std::min(ofGroup.maximum, own.maximum);
+    }
+    QVector<double> start;
+    for (int j = 0; j < 2 * groupCount; ++j) {
+        const bool isAlpha = j >= groupCount;
+        const ChargeFactorBounds range =
+            isAlpha ? ChargeFactorBounds{minimumAlpha, maximumAlphaDirectFit}
+                    : shared[static_cast<std::size_t>(j)];
+        start.append(range.minimum +
+                     intensityFit::startingFraction(number, j) * (range.maximum - range.minimum));
+    }
+    return start;
 }
 
 void LanqorParametric::endOfParametrization()

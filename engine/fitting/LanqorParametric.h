@@ -70,6 +70,13 @@ public:
     double getBestAlpha(const int &atom) const { return bestAlpha.value(atom); }
     /// Weight of Omega(lambda), lambda = 2 or 4.
     double getWeight(const int &lambda) const { return lambda == 2 ? weights[0] : weights[1]; }
+    /// Omega(lambda), cm^2, of the best trial, lambda = 2, 4, 6; 0 before there is one.
+    double getBestOmega(const int &lambda) const { return bestOmega.value(lambda); }
+    /// Vector from which to start run @p number (1, 2, ...) of several: the parameter j lies at the
+    /// fraction f of its range, f = 1/2 + (number - 1) sqrt(p) without its whole part, p being the
+    /// prime number j (2, 3, 5, ...). The first run starts in the middle. Empty, with the reason
+    /// in getLastError(), without a valid setup.
+    QVector<double> makeStartingVector(const int &number);
     /// Text of the report; empty before endOfParametrization() and on failure.
     QString getReport() const { return report; }
 
@@ -104,5 +111,6 @@ private:
 
     QVector<double> bestG;
     QVector<double> bestAlpha;
+    QVector<double> bestOmega; // by lambda
     QString report;
 };

@@ -8,7 +8,9 @@
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOmega.h>
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 using intensityFit::infeasibleResponse;
 
@@ -159,8 +161,8 @@ bool LanqorParametricQDC::runParametrization(const int &n, double *&x)
     if (!isReadyFor(n))
         return true;
     setChargeFactorsAndAlphas({x[0], x[1], x[2]});
-    if (checkParameters()) {
-        isFeasibleFound = true;
+    const bool isFeasible = checkParameters();
+    if (isFeasible) {
         double *chargeFactors = g.data();
         double *alphas = alpha.data();
         omega->setChargeFactorAndAlpha(chargeFactors, alphas);
@@ -176,6 +178,10 @@ bool LanqorParametricQDC::runParametrization(const int &n, double *&x)
             restrictionActive = false;
         bestParameters = {x[0], x[1], x[2]};
         bestResponse = responseFunction;
+        if (isFeasible) {
+            isFeasibleFound = true;
+            bestOmega = intensityFit::omegaOf(*omega);
+        }
     }
     return true;
 }
@@ -202,6 +208,39 @@ bool LanqorParametricQDC::checkParameters() const
             return false;
     }
     return true;
+}
+
+QVector<double> LanqorParametricQDC::makeStartingVector(const int &number)
+{
+    if (!isSetupChecked)
+        checkSetup();
+    if (!isSetupValid || !indices)
+        return QVector<double>();
+    const auto place = [number](int index, double minimum, double maximum) {
+        return minimum + intensityFit::startingFraction(number, index) * (maximum - minimum);
+    };
+    double minimumQ = 0.0;
+    double maximumQ = std::numeric_limits<double>::max();
+    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
+        const double q = indices->getAtomicCharge(atom);
+        const ChargeFactorBounds &own = bounds[static_cast<std::size_t>(atom)];
+        if (q > 0.0) {
+            minimumQ = std::max(minimumQ, own.minimum / q);
+            maximumQ = std::min(maximumQ, own.maximum / q);
+        }
+    }
+    const double D = place(1, 0.0, maximumAlphaQdcFit);
+    double minimumC = 0.0;
+    double maximumC = std::numeric_limits<double>::max();
+    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
+        const double S = indices->getSuperDeslocalizability(atom);
+        minimumC = std::max(minimumC, minimumAlpha - D * S);
+        maximumC = std::min(maximumC, maximumAlphaQdcFit - D * S);
+    }
+    // Where the restriction leaves nothing, the start waits until it is lifted.
+    if (restrictionValue > 0 && D / restrictionValue > minimumC)
+        maximumC = std::min(maximumC, D / restrictionValue);
+    return {place(0, minimumQ, maximumQ), D, place(2, minimumC, maximumC)};
 }
 
 void LanqorParametricQDC::endOfParametrization()

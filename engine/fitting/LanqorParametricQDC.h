@@ -77,6 +77,13 @@ public:
     ParametersQDC getParametersQDC() const { return bestParameters; }
     /// True when a feasible trial was found.
     bool hasFeasiblePoint() const { return isFeasibleFound; }
+    /// Omega(lambda), cm^2, of the best trial, lambda = 2, 4, 6; 0 before there is one.
+    double getBestOmega(const int &lambda) const { return bestOmega.value(lambda); }
+    /// Vector (Q, D, C) from which to start run @p number (1, 2, ...) of several: Q and D lie at
+    /// fractions f of their feasible ranges and C of that which D leaves, with
+    /// f = 1/2 + (number - 1) sqrt(p) without its whole part, p = 2, 3, 5. The first run starts in
+    /// the middle. Empty, with the reason in getLastError(), without a valid setup.
+    QVector<double> makeStartingVector(const int &number);
     /// Text of the report; empty before endOfParametrization() and on failure.
     QString getReport() const { return report; }
 
@@ -111,5 +118,6 @@ private:
     QVector<double> g;                      // by atom number, of the last trial
     QVector<double> alpha;
 
+    QVector<double> bestOmega; // by lambda
     QString report;
 };

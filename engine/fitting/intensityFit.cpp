@@ -2,12 +2,38 @@
 
 #include "intensity/citations_p.h"
 
+#include <LanqorEngine/LanqorOmega.h>
+
+#include <cmath>
+
 namespace intensityFit {
 
 double squaredDeviation(double expected, double calculated)
 {
     const double difference = (expected - calculated) * 1.0e20;
     return difference * difference;
+}
+
+QVector<double> omegaOf(const LanqorOmega &omega)
+{
+    QVector<double> values(7, 0.0);
+    for (const int lambda : {2, 4, 6})
+        values[lambda] = omega.getOmega(lambda);
+    return values;
+}
+
+double startingFraction(int number, int index)
+{
+    int prime = 1;
+    for (int count = -1; count < index;) {
+        ++prime;
+        bool isPrime = true;
+        for (int divisor = 2; divisor * divisor <= prime && isPrime; ++divisor)
+            isPrime = prime % divisor != 0;
+        count += isPrime ? 1 : 0;
+    }
+    const double place = 0.5 + (number - 1) * std::sqrt(double(prime));
+    return place - std::floor(place);
 }
 
 QString citations()

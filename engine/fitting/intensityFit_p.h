@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QString>
+#include <QVector>
+
+class LanqorOmega;
 
 /// What the fits to experimental intensity parameters share.
 namespace intensityFit {
@@ -10,6 +13,14 @@ constexpr double infeasibleResponse = 1.0e20;
 
 /// Squared difference of two Omega(lambda), given in cm^2, in units of 1e-20 cm^2.
 double squaredDeviation(double expected, double calculated);
+
+/// Omega(lambda) of the last calculation, indexed by lambda.
+QVector<double> omegaOf(const LanqorOmega &omega);
+
+/// Where parameter @p index (from 0) of starting vector @p number (from 1) lies in its range, from
+/// 0 to 1: 1/2 + (number - 1) sqrt(p) without its whole part, p the prime number of the index.
+/// Irrational steps whose ratios are irrational too fill the ranges evenly.
+double startingFraction(int number, int index);
 
 /// Papers of the model and of the minimiser, for the report of a fit that was given no others.
 QString citations();
