@@ -16,6 +16,7 @@
 namespace structureFiles {
 struct Structure;
 }
+struct ExcitedStates;
 
 /// The reader of quantum-chemistry results and structure files.
 ///
@@ -113,20 +114,40 @@ public:
     double getAtomicCharges(const int &index) const { return atomicCharges.at(index); }
     int getAtomicChargesCount() const { return atomicCharges.size(); }
     QString getMopacCitation() const { return mopacCitation; }
+    /// Number of the lowest excited singlet, from which the energy transfer starts; 0 when a
+    /// reader found no singlet.
     int getSelExcitateState() const { return selExcitateState; }
 
     // --- Excited states and molecular orbitals ---
+    //
+    // An output may hold several lists of states (steps of an optimisation, several jobs). The
+    // last whole one counts, with the geometry and the orbitals that belong to it. Orbitals are
+    // those of the table of coefficients; of an unrestricted calculation, its alpha half.
 
+    /// Programs whose excited states are read; the numbers are those of LanqorRL::calcRL.
+    enum ProgramType { UnknownOutput = -1, ZindoOutput = 0, OrcaOutput = 1, GaussianOutput = 2 };
+    /// Which program wrote @p fileName, told from its text; UnknownOutput when none is known.
+    static ProgramType detectProgram(const QString &fileName);
+
+    /// Orbitals and states of a ZINDO output (version 99.1). Both lists keep the ground-state
+    /// entry that the program prints first.
     bool readOutputZindo();
     bool readCoordFromZindoOutFile();
     bool readAbsorptionDataZindo();
+    /// Orbitals, states and spectrum of an ORCA output (versions 2.6 to 6); the geometry is left
+    /// to readCoordFromOrcaOutFile.
     bool readOutputOrca();
     bool readCoordFromOrcaOutFile();
     bool readAbsorptionDataOrca();
-    /// Position of the ion, Angstrom, from the point-charge file beside an ORCA output.
+    /// Position of the ion, Angstrom, from the point-charge file beside an ORCA output: the same
+    /// name with the suffix ".pointcharge". Of several charges the most positive one is the ion.
     bool readChargePointFileOrca(double &x, double &y, double &z);
+    /// Geometry, states, spectrum and orbitals of a Gaussian output (03, 09, 16). An output of
+    /// singlets only succeeds with an empty list of triplets.
     bool readOutputGaussian();
     bool readAbsorptionDataGaussian();
+    /// Orbital energies of an ORCA output, with HOMO and LUMO (numbers as printed, 0-based). Of an
+    /// unrestricted calculation the spin-up orbitals.
     bool readMolecularOrbitalOccupancy();
     /// Force constants, mdyn/Angstrom, between the ion (atom 1) and atoms 2 to @p n + 1 from the
     /// force matrix of the MOPAC output @p path; index 0 is atom 2.
@@ -144,6 +165,8 @@ public:
     }
     int getSingletStatesCount() const { return singletStates.size(); }
     int getTripletStatesCount() const { return tripletStates.size(); }
+    /// Orbital by printed number, less the number of the first orbital (ORCA 0, others 1); one
+    /// that the output does not print is empty.
     MolecularOrbital getMolecularOrbitalVector(const int &index) const
     {
         return molecularOrbitals.at(index);
@@ -153,11 +176,16 @@ public:
     {
         return molecularOrbitalsOCC.at(index);
     }
+    int getMolecularOrbitalsOccCount() const { return molecularOrbitalsOCC.size(); }
+    /// Length of the list of orbitals.
     int getMolecularOrbitalNumber() const { return molecularOrbitalNumber; }
     int getHomoMO() const { return homoMO; }
     int getLumoMO() const { return lumoMO; }
-    double getEnergyVector(const int &index) const { return energyVector.at(index); } ///< cm^-1
+    /// Absorption spectrum: transitions allowed by spin, energies in cm^-1. A reader replaces
+    /// what another one found.
+    double getEnergyVector(const int &index) const { return energyVector.at(index); }
     double getOscForceVector(const int &index) const { return oscForceVector.at(index); }
+    /// Number of transitions of the spectrum.
     int getExcitedStateCount() const { return excitedStateCount; }
     double getForceConstant(const int &index) const { return forceConstants.at(index); }
     int getForceConstantsCount() const { return forceConstants.size(); }
@@ -168,6 +196,12 @@ private:
     int calculateResiduesNumber(const QString &fileName);
     /// Keeps what a structure file holds; false with its error, if any.
     bool takeStructure(const structureFiles::Structure &structure, const QString &format);
+    /// Keeps orbitals and states.
+    void takeExcitedStates(const ExcitedStates &results);
+    void takeSpectrum(const ExcitedStates &results);
+    QString missingCoordinatesMessage() const;
+    static QString missingOrcaSpectrumMessage();
+    static QString missingGaussianStatesMessage();
 
     QString fileName;
     QString mopacCitation;

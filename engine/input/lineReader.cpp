@@ -56,8 +56,11 @@ bool LineReader::next()
         if (end)
             break;
     }
-    if (!any)
+    if (!any) {
+        atEnd = true;
+        currentLine = {};
         return false;
+    }
     if (!currentLine.empty() && currentLine.back() == '\r')
         currentLine.remove_suffix(1);
     ++number;

@@ -22,8 +22,9 @@ public:
     bool open();
     /// Moves to the next line; false at the end of the file.
     bool next();
-    /// Makes the following next() return the current line once more.
-    void unread() { repeatLine = true; }
+    /// Makes the following next() return the current line once more; nothing to repeat at the end
+    /// of the file.
+    void unread() { repeatLine = !atEnd; }
 
     /// The current line without its end ("\n" or "\r\n"); valid until the following next().
     std::string_view line() const { return currentLine; }
@@ -47,4 +48,5 @@ private:
     qint64 number = 0;
     bool lineComplete = true;
     bool repeatLine = false;
+    bool atEnd = false;
 };

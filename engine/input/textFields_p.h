@@ -34,6 +34,13 @@ int toInt(std::string_view text, bool *ok = nullptr);
 bool isInteger(std::string_view text);
 /// Digits behind the decimal point of a number; -1 without a point.
 int decimalsOf(std::string_view number);
+/// Takes a number with exactly @p decimals decimals off the front of @p text, as columns of one
+/// format are read that may touch ("2.717131-11.625625"). False when there is none.
+bool takeFixedDecimal(std::string_view &text, std::size_t decimals, double &value);
+/// Number that follows @p keyword, up to the next blank.
+double numberAfter(std::string_view line, std::string_view keyword, bool *ok = nullptr);
+/// Number that stands before @p keyword, from the blank before it.
+double numberBefore(std::string_view line, std::string_view keyword, bool *ok = nullptr);
 /// Text of a line for a record or a message; bytes are taken as Latin-1.
 QString toString(std::string_view text);
 

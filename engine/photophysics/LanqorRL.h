@@ -18,18 +18,18 @@ class LANQORENGINE_EXPORT LanqorRL : public LanqorAbstractObjCalculation
 {
     Q_OBJECT
 public:
-    /// Which program wrote the excited states; other numbers are refused by calcRL.
-    enum ProgramType { ZindoOutput = 0, OrcaOutput = 1, GaussianOutput = 2 };
-
     /// @param outputPath  output of the excited-state calculation. The point-charge file of an
     ///                    ORCA run stands beside it, with the suffix ".pointcharge".
     LanqorRL(QObject *parent, const QString &outputPath);
     ~LanqorRL() override;
 
-    /// Reads the output and computes the distances of all states. The ion is atom 1 of a ZINDO
-    /// output, the first lanthanide of a Gaussian output or of an ORCA TD-DFT output, and the
-    /// point charge of any other ORCA output. False with the reader's message when the output
-    /// cannot be read, or when no lanthanide is among the atoms. A new call starts afresh.
+    /// Reads the output and computes the distances of all states.
+    /// @param programType  a LanqorInputData::ProgramType. The ion is atom 1 of a ZINDO output,
+    ///                     the first lanthanide of a Gaussian output or of an ORCA TD-DFT output,
+    ///                     and the point charge of any other ORCA output.
+    /// False with the reader's message when the output cannot be read, or when no lanthanide is
+    /// among the atoms; what was read stays in getInputData(). A new call starts afresh. States
+    /// that use orbitals which the output does not print are named in a message.
     bool calcRL(const int &programType);
 
     /// RL of state @p n (1-based, Angstrom); 0 for n = 0, for a state without printed
@@ -40,7 +40,7 @@ public:
     double getMinDistanceLnLigand() const { return minDistanceLnLigand; }
     /// Length of the list of triplet distances, its entry 0 included.
     int getStatesNumber() const { return tripletRL.size(); }
-    /// Number of the selected excited state (1: the lowest excited singlet).
+    /// Number of the selected excited state: 1, the lowest excited singlet; 0 without singlets.
     int getSelExcitateState() const { return selExcitateState; }
     /// Energy of state @p n (1-based), which must not exceed the count of its list.
     double getSingletEnergy(const int &n) const { return inputData->getSingletEnergy(n); }
@@ -60,9 +60,14 @@ public:
 
 private:
     void restart();
+    bool readOutput();
+    /// Place of the ion and its atom number, 0 for a point charge.
+    bool findIon(Coord &place, int &atom);
+    void calcAtomDistances(const Coord &ion, int ionAtom);
+    bool calcStateDistances();
 
     QString outputPath;
-    int programType = ZindoOutput;
+    int programType = LanqorInputData::UnknownOutput;
     int selExcitateState = 1;
     double minDistanceLnLigand;
     bool isCalculated = false;

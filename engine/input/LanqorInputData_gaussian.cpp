@@ -1,0 +1,344 @@
+#include "LanqorInputData.h"
+
+#include "core/physicalConstants_p.h"
+#include "input/excitedStates_p.h"
+#include "input/lineReader_p.h"
+#include "input/orbitalTable_p.h"
+#include "input/textFields_p.h"
+
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace {
+
+using textFields::Fields;
+
+/// One list of states with the geometry before it and the orbitals after it.
+struct StateList
+{
+    ExcitedStates data;
+    bool isComplete = false; // what follows the list was met; not so in a file that was cut
+    bool isDamaged = false;  // by a state without energy
+};
+
+enum class OrbitalReading { Keep, Skip };
+
+/// Reads Gaussian outputs of versions 98 to 16, of several jobs or optimisation steps.
+class GaussianParser
+{
+public:
+    GaussianParser(LineReader &reader, OrbitalReading orbitalReading)
+        : reader(reader)
+        , orbitalReading(orbitalReading)
+    {}
+
+    /// Reads to the end of the file and returns the last whole list of states; without any, the
+    /// last geometry and orbitals.
+    StateList parse();
+
+private:
+    void readGeometry();
+    void readStates();
+    ExcitateState *readState(std::string_view text, ExcitedStates &data);
+    void keepList(StateList &next);
+    bool ownsOrbitals() const;
+    void readOrbitals();
+    bool readOrbitalBlockHead(OrbitalTable &table);
+    bool readOrbitalRow(std::string_view line, OrbitalTable &table);
+    bool addLabel(std::string_view rowText, OrbitalTable &table);
+
+    LineReader &reader;
+    OrbitalReading orbitalReading;
+    QVector<Coord> atoms;
+    StateList list;
+    bool isLatest = true; // neither another list nor another job since the list
+    Fields fields;
+    std::vector<double> values;
+    int rowNumber = 0;
+    int rowAtom = 0;
+};
+
+/// True when a rigid motion may turn one structure into the other.
+bool isSameStructure(const QVector<Coord> &a, const QVector<Coord> &b)
+{
+    constexpr double tolerance = 1e-3; // Angstrom
+    const auto distance = [](const Coord &p, const Coord &q) {
+        return std::hypot(p.x - q.x, p.y - q.y, p.z - q.z);
+    };
+    if (a.size() != b.size())
+        return false;
+    for (int i = 0; i < a.size(); ++i) {
+        if (a.at(i).label != b.at(i).label)
+            return false;
+        for (int j = 0; j < i; ++j) {
+            if (std::abs(distance(a.at(i), a.at(j)) - distance(b.at(i), b.at(j))) > tolerance)
+                return false;
+        }
+    }
+    return true;
+}
+
+/// "SavETr:" ends a list from Gaussian 09 on; older versions go straight to the next part.
+bool isListEnd(std::string_view text)
+{
+    return textFields::startsWith(text, "SavETr:") || textFields::startsWith(text, "Leave Link") ||
+           textFields::startsWith(text, "*****") ||
+           textFields::startsWith(text, "Population analysis") ||
+           textFields::startsWith(text, "Normal termination");
+}
+
+/// The density matrix, whose rows look like those of the coefficients, or the beta orbitals.
+bool isOrbitalTableEnd(std::string_view text)
+{
+    return text.empty() || textFields::contains(text, "Density Matrix") ||
+           textFields::contains(text, "DENSITY MATRIX") ||
+           textFields::contains(text, "Orbital Coefficients") ||
+           textFields::contains(text, "opulation");
+}
+
+StateList GaussianParser::parse()
+{
+    while (reader.next()) {
+        const std::string_view text = textFields::trimmed(reader.line());
+        if (text.empty() || text.front() < 'A' || text.front() > 'Z')
+            continue;
+        if (textFields::contains(text, "Coordinates (Angstroms)"))
+            readGeometry();
+        else if (textFields::startsWith(text, "Excitation energies"))
+            readStates();
+        else if (textFields::contains(text, "Molecular Orbital Coefficients"))
+            readOrbitals();
+        else if (textFields::startsWith(text, "Normal termination of Gaussian") ||
+                 textFields::startsWith(text, "Entering Link 1"))
+            isLatest = false;
+    }
+    if (!list.data.hasStates())
+        list.data.atoms = atoms;
+    return std::move(list);
+}
+
+/// "      1          6           0       -0.131829   -0.000001   -0.000286" until a dashed line:
+/// number, atomic number, type, coordinates. All orientations of one structure give the same
+/// distances.
+void GaussianParser::readGeometry()
+{
+    constexpr int headLines = 2; // the second heading and a rule
+    for (int i = 0; i < headLines; ++i) {
+        if (!reader.next())
+            return;
+    }
+    atoms.clear();
+    while (reader.next()) {
+        textFields::split(reader.line(), fields);
+        if (fields.size() < 5)
+            return;
+        bool ok = false;
+        const int atomicNumber = textFields::toInt(fields[1], &ok);
+        double position[3] = {};
+        for (std::size_t i = 0; ok && i < 3; ++i)
+            position[i] = textFields::toDouble(fields[fields.size() - 3 + i], &ok);
+        if (!ok)
+            return;
+        // Dummy atoms have no place in the numbering of the orbital table.
+        if (atomicNumber >= 0) {
+            atoms.append({LanqorInputData::getElementSymbol(atomicNumber), position[0], position[1],
+                          position[2]});
+        }
+    }
+}
+
+void GaussianParser::readStates()
+{
+    StateList next;
+    next.data.atoms = atoms;
+    ExcitateState *state = nullptr;
+    while (reader.next()) {
+        const std::string_view text = textFields::trimmed(reader.line());
+        if (isListEnd(text) || textFields::startsWith(text, "Excitation energies")) {
+            next.isComplete = next.data.hasStates();
+            reader.unread();
+            break;
+        }
+        if (textFields::startsWith(text, "Excited State")) {
+            state = readState(text, next.data);
+            next.isDamaged = state == nullptr;
+            if (next.isDamaged)
+                break;
+        } else if (state && hasArrow(text)) {
+            const auto excitation = parseExcitation(text);
+            if (excitation)
+                state->configurations << excitation->from << excitation->to;
+            else
+                ++next.data.unreadableExcitations;
+        }
+    }
+    keepList(next);
+}
+
+/// "Excited State   1:      Singlet-A      2.0353 eV  609.16 nm  f=2.4970  <S**2>=0.000"
+ExcitateState *GaussianParser::readState(std::string_view text, ExcitedStates &data)
+{
+    ExcitateState state;
+    bool ok = false;
+    state.energy = lanqor::wavenumberPerEv * textFields::numberBefore(text, " eV", &ok);
+    if (!ok)
+        return nullptr;
+    state.oscillatorStrength = textFields::numberAfter(text, "f=");
+    const bool isSinglet = textFields::contains(text, "Singlet");
+    if (isSinglet) {
+        data.spectrumEnergies.append(state.energy);
+        data.spectrumStrengths.append(state.oscillatorStrength);
+    } else if (!textFields::contains(text, "Triplet")) {
+        ++data.unnamedStates;
+    }
+    QVector<ExcitateState> &states = isSinglet ? data.singlets : data.triplets;
+    states.append(state);
+    return &states.last();
+}
+
+/// A list cut short never displaces a whole one.
+void GaussianParser::keepList(StateList &next)
+{
+    isLatest = next.data.hasStates() && (next.isComplete || !list.isComplete);
+    if (isLatest)
+        list = std::move(next);
+}
+
+/// The table belongs to the list before it when neither the structure nor the job has changed;
+/// another job may use another basis.
+bool GaussianParser::ownsOrbitals() const
+{
+    if (!list.data.hasStates())
+        return true;
+    return isLatest && !list.data.hasOrbitals && isSameStructure(atoms, list.data.atoms);
+}
+
+void GaussianParser::readOrbitals()
+{
+    if (orbitalReading == OrbitalReading::Skip || !ownsOrbitals())
+        return;
+    OrbitalTable table;
+    while (readOrbitalBlockHead(table)) {
+        rowNumber = 0;
+        while (reader.next() && readOrbitalRow(reader.line(), table))
+            ++rowNumber;
+        reader.unread();
+    }
+    const bool isWhole =
+        reader.next() && isOrbitalTableEnd(textFields::trimmed(reader.line())) && table.finish();
+    reader.unread();
+    list.data.hasOrbitals = isWhole;
+    list.data.orbitals = table.takeOrbitals();
+}
+
+/// Orbital numbers, occupations (not in every table), energies.
+bool GaussianParser::readOrbitalBlockHead(OrbitalTable &table)
+{
+    if (!reader.next())
+        return false;
+    textFields::split(reader.line(), fields);
+    std::vector<int> indices;
+    for (const std::string_view field : fields)
+        indices.push_back(textFields::toInt(field) - 1);
+    if (indices.empty() || !table.startBlock(indices)) {
+        reader.unread();
+        return false;
+    }
+    constexpr int furtherLines = 2;
+    for (int i = 0; i < furtherLines && reader.next(); ++i) {
+        const std::string_view text = textFields::trimmed(reader.line());
+        if (textFields::startsWith(text, "Eigenvalues --") ||
+            textFields::startsWith(text, "EIGENVALUES --"))
+            return true;
+    }
+    return false;
+}
+
+/// "   1 1   C  1S          0.00001   0.46721  -0.05659 ...": labels may hold blanks ("9D 0") and
+/// columns may touch, so that only the columns tell where the coefficients are.
+bool GaussianParser::readOrbitalRow(std::string_view line, OrbitalTable &table)
+{
+    constexpr std::size_t firstColumn = 21;
+    constexpr std::size_t columnWidth = 10;
+    if (line.size() < firstColumn + columnWidth * table.columns())
+        return false;
+    const std::string_view rowText = line.substr(0, firstColumn);
+    if (table.isFirstBlock() ? !addLabel(rowText, table) : !table.expectsRow(rowText))
+        return false;
+    values.resize(table.columns());
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        bool ok = false;
+        values[i] =
+            textFields::toDouble(line.substr(firstColumn + i * columnWidth, columnWidth), &ok);
+        if (!ok) // "**********"
+            values[i] = std::numeric_limits<double>::quiet_NaN();
+    }
+    table.addCoefficients(values);
+    return true;
+}
+
+/// Number of the atomic orbital, then, in the first row of an atom, its number and element, then
+/// the label.
+bool GaussianParser::addLabel(std::string_view rowText, OrbitalTable &table)
+{
+    textFields::split(rowText, fields);
+    if (fields.size() < 2 || textFields::toInt(fields[0]) != rowNumber + 1)
+        return false;
+    std::size_t label = 1;
+    bool isAtomRow = false;
+    const int atom = textFields::toInt(fields[1], &isAtomRow);
+    if (isAtomRow && fields.size() >= 4) {
+        rowAtom = atom;
+        label = 3;
+    }
+    if (rowAtom < 1)
+        return false;
+    const char *labelBegin = fields[label].data();
+    table.addLabel(
+        rowText, rowAtom,
+        textFields::trimmed(rowText.substr(static_cast<std::size_t>(labelBegin - rowText.data()))));
+    return true;
+}
+
+} // namespace
+
+bool LanqorInputData::readOutputGaussian()
+{
+    LineReader reader(fileName);
+    if (!reader.open())
+        return failWith(fileName + tr(" does not exist."));
+    const StateList list = GaussianParser(reader, OrbitalReading::Keep).parse();
+    coord += list.data.atoms;
+    takeExcitedStates(list.data);
+    takeSpectrum(list.data);
+    if (!list.data.hasStates() || list.isDamaged)
+        return failWith(missingGaussianStatesMessage());
+    if (!list.data.hasOrbitals) {
+        return failWith(
+            tr("LANQOR could not read the molecular orbitals from the GAUSSIAN output file: \n"));
+    }
+    if (list.data.atoms.isEmpty())
+        return failWith(missingCoordinatesMessage());
+    emitProgress(tr(" -> (Read Input Data) All data were successfully loaded from the Gaussian "
+                    "output file. \n"));
+    return true;
+}
+
+bool LanqorInputData::readAbsorptionDataGaussian()
+{
+    LineReader reader(fileName);
+    if (!reader.open())
+        return failWith(fileName + tr(" does not exist."));
+    const StateList list = GaussianParser(reader, OrbitalReading::Skip).parse();
+    takeSpectrum(list.data);
+    if (!list.data.hasStates() || list.isDamaged)
+        return failWith(missingGaussianStatesMessage());
+    return true;
+}
+
+QString LanqorInputData::missingGaussianStatesMessage()
+{
+    return tr("There has been an error during read of the excited states from the GAUSSIAN output "
+              "file. \n");
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <LanqorEngine/Coord.h>
+#include <LanqorEngine/ExcitateState.h>
+#include <LanqorEngine/MolecularOrbital.h>
+
+#include <QVector>
+
+#include <optional>
+#include <string_view>
+
+/// What the output of an excited-state calculation holds for one geometry.
+struct ExcitedStates
+{
+    QVector<Coord> atoms;
+    /// By printed number less the first number of the program; empty entries where not printed.
+    QVector<MolecularOrbital> orbitals;
+    bool hasOrbitals = false; ///< the table was there to its end
+    QVector<ExcitateState> singlets;
+    QVector<ExcitateState> triplets;
+    QVector<double> spectrumEnergies;  ///< cm^-1, transitions allowed by spin
+    QVector<double> spectrumStrengths; ///< oscillator strengths
+    int unreadableExcitations = 0;
+    int unnamedStates = 0; ///< among the triplets: called neither singlet nor triplet
+
+    bool hasStates() const { return !singlets.isEmpty() || !triplets.isEmpty(); }
+};
+
+/// One printed one-electron excitation, numbers as printed.
+struct Excitation
+{
+    int from = 0;
+    int to = 0;
+    std::string_view rest; ///< what follows the second number
+};
+
+/// True when @p line shows an excitation or de-excitation by its arrow.
+bool hasArrow(std::string_view line);
+
+/// Reads "149a -> 158a : ..." or "103 ->108 ..."; a de-excitation ("<-") counts likewise. The
+/// spin letter of an orbital is dropped.
+std::optional<Excitation> parseExcitation(std::string_view line);
