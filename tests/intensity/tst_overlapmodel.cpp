@@ -1,0 +1,289 @@
+#include "intensity/simpleOverlapModel_p.h"
+#include "testSpheres.h"
+
+#include <QtTest>
+
+using namespace simpleOverlapModel;
+
+namespace {
+
+/// Omega(lambda) without harmonics: by the addition theorem the sum over p is a Legendre
+/// polynomial of the angle between two atoms at the ion.
+struct LegendreForm
+{
+    double value = 0.0;
+    double absolute = 0.0; ///< sum of the absolute pair terms
+};
+
+double legendrePolynomial(int t, double x)
+{
+    double before = 1.0;
+    double current = x;
+    for (int n = 2; n <= t; ++n) {
+        const double next = ((2 * n - 1) * x * current - (n - 1) * before) / n;
+        before = current;
+        current = next;
+    }
+    return current;
+}
+
+LegendreForm legendreOmega(const QVector<Coord> &atoms, const QVector<double> &g,
+                           const QVector<double> &alpha, int lambda)
+{
+    const QVector<CoordSPH> positions = testSpheres::toSpherical(atoms);
+    double minimum = 1e4;
+    for (int j = 1; j < positions.size(); ++j)
+        minimum = std::min(minimum, positions.at(j).r);
+    LegendreForm omega;
+    for (int t = lambda - 1; t <= lambda + 1; t += 2) {
+        QVector<double> amplitude;
+        for (int j = 1; j < positions.size(); ++j) {
+            const plainOmega::Weights w = plainOmega::weights(lambda, t, positions.at(j), minimum,
+                                                              g.at(j + 1), alpha.at(j + 1));
+            amplitude.append((w.ed + w.dc) / std::sqrt(4.0 * M_PI / (2 * t + 1)));
+        }
+        for (int i = 1; i < atoms.size(); ++i) {
+            for (int j = 1; j < atoms.size(); ++j) {
+                const Coord &a = atoms.at(i);
+                const Coord &b = atoms.at(j);
+                const double cosine =
+                    (a.x * b.x + a.y * b.y + a.z * b.z) / (positions.at(i).r * positions.at(j).r);
+                const double term = (2 * lambda + 1.0) / (2 * t + 1) * amplitude.at(i - 1) *
+                                    amplitude.at(j - 1) * legendrePolynomial(t, cosine);
+                omega.value += term;
+                omega.absolute += std::abs(term);
+            }
+        }
+    }
+    return omega;
+}
+
+IntensityParameters kernelOmega(const QVector<Coord> &atoms, const QVector<double> &g,
+                                const QVector<double> &alpha)
+{
+    const CoordinationSphere sphere(testSpheres::toSpherical(atoms), atoms.size() - 1);
+    return intensityParameters(sphere.latticeSums(g.constData(), alpha.constData()));
+}
+
+/// Rotates about z, then about x.
+QVector<Coord> rotated(QVector<Coord> atoms, double aboutZ, double aboutX)
+{
+    for (Coord &atom : atoms) {
+        const Coord old = atom;
+        const double x = std::cos(aboutZ) * old.x - std::sin(aboutZ) * old.y;
+        const double y = std::sin(aboutZ) * old.x + std::cos(aboutZ) * old.y;
+        atom.x = x;
+        atom.y = std::cos(aboutX) * y - std::sin(aboutX) * old.z;
+        atom.z = std::sin(aboutX) * y + std::cos(aboutX) * old.z;
+    }
+    return atoms;
+}
+
+} // namespace
+
+/// The kernel of the simple overlap model against plain sums, closed forms and symmetry.
+class TestOverlapModel : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void harmonicsAreThoseOfTheLiterature();
+    void plainSums_data();
+    void plainSums();
+    void laws();
+    void overlapsByElement();
+    void atomsOfTheSphereAreChecked();
+    void axialCrystalField();
+    void crystalFieldSymmetry();
+};
+
+void TestOverlapModel::harmonicsAreThoseOfTheLiterature()
+{
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> uniform(0.0, 1.0);
+    for (int trial = 0; trial < 50; ++trial) {
+        const double theta = trial == 0 ? 0.0 : trial == 1 ? M_PI : M_PI * uniform(random);
+        const double phi = 2.0 * M_PI * uniform(random);
+        for (int l = 0; l <= maximumRank; ++l) {
+            double sum = 0.0;
+            for (int m = 0; m <= l; ++m) {
+                const Complex value = sphericalHarmonic(l, m, theta, phi);
+                const Complex expected =
+                    std::sph_legendre(static_cast<unsigned>(l), static_cast<unsigned>(m), theta) *
+                    std::polar(1.0, m * phi);
+                QVERIFY2(std::abs(value - expected) < 1e-13, qPrintable(QString::number(l)));
+                const Complex negative = sphericalHarmonic(l, -m, theta, phi);
+                QVERIFY(std::abs(negative - (m % 2 ? -1.0 : 1.0) * std::conj(expected)) < 1e-13);
+                sum += (m == 0 ? 1.0 : 2.0) * std::norm(value);
+            }
+            COMPARE_NEAR(sum, (2 * l + 1) / (4.0 * M_PI), 1e-13); // addition theorem
+        }
+    }
+    // Signs of the Condon-Shortley phase, written out.
+    COMPARE_NEAR(sphericalHarmonic(1, 1, 1.0, 0.0).real(),
+                 -std::sqrt(3 / (8 * M_PI)) * std::sin(1.0), 1e-15);
+    COMPARE_NEAR(sphericalHarmonic(2, 1, 1.0, 0.0).real(),
+                 -std::sqrt(15 / (8 * M_PI)) * std::sin(1.0) * std::cos(1.0), 1e-15);
+}
+
+void TestOverlapModel::plainSums_data()
+{
+    QTest::addColumn<int>("atomCount");
+    QTest::addColumn<double>("asymmetry"); // Angstrom; 0: random directions
+    QTest::newRow("one atom") << 1 << 0.0;
+    QTest::newRow("three atoms") << 3 << 0.0;
+    QTest::newRow("nine atoms") << 9 << 0.0;
+    QTest::newRow("twelve atoms") << 12 << 0.0;
+    QTest::newRow("nearly centrosymmetric") << 6 << 1e-3;
+    QTest::newRow("centrosymmetric to the last digits") << 6 << 1e-9;
+}
+
+void TestOverlapModel::plainSums()
+{
+    QFETCH(int, atomCount);
+    QFETCH(double, asymmetry);
+    std::mt19937 random(static_cast<unsigned>(atomCount));
+    for (int trial = 0; trial < 5; ++trial) {
+        QVector<Coord> atoms = testSpheres::randomSphere(random, atomCount);
+        QVector<double> g = testSpheres::randomValues(random, atomCount, 0.2, 2.0);
+        QVector<double> alpha = testSpheres::randomValues(random, atomCount, 0.5e-24, 6e-24);
+        if (asymmetry > 0.0) {
+            atoms = testSpheres::octahedron(2.4);
+            atoms[1].x += asymmetry;
+            g.fill(1.0);
+            alpha.fill(2e-24);
+        }
+        const IntensityParameters fast = kernelOmega(atoms, g, alpha);
+        const plainOmega::Result plain =
+            plainOmega::omega(testSpheres::toSpherical(atoms), g, alpha);
+        for (const int lambda : {2, 4, 6}) {
+            const auto rank = static_cast<std::size_t>(lambda);
+            const LegendreForm legendre = legendreOmega(atoms, g, alpha, lambda);
+            const double tolerance = 1e-12 * legendre.absolute;
+            COMPARE_NEAR(fast.total[rank], plain.total[rank], tolerance);
+            COMPARE_NEAR(fast.total[rank], legendre.value, tolerance);
+            COMPARE_NEAR(fast.electricDipole[rank], plain.ed[rank], tolerance);
+            COMPARE_NEAR(fast.dynamicCoupling[rank], plain.dc[rank], tolerance);
+        }
+    }
+}
+
+void TestOverlapModel::laws()
+{
+    std::mt19937 random(11);
+    const QVector<Coord> atoms = testSpheres::randomSphere(random, 8);
+    const QVector<double> g = testSpheres::randomValues(random, 8, 0.2, 2.0);
+    const QVector<double> alpha = testSpheres::randomValues(random, 8, 0.5e-24, 6e-24);
+    const IntensityParameters omega = kernelOmega(atoms, g, alpha);
+    const auto scaled = [](QVector<double> values, double factor) {
+        for (double &value : values)
+            value *= factor;
+        return values;
+    };
+    const IntensityParameters turned = kernelOmega(rotated(atoms, 0.7, 2.1), g, alpha);
+    const IntensityParameters reversed = kernelOmega(atoms, scaled(g, -1.0), scaled(alpha, -1.0));
+    const IntensityParameters opposed = kernelOmega(atoms, scaled(g, -1.0), alpha);
+    const IntensityParameters stronger = kernelOmega(atoms, scaled(g, 3.0), scaled(alpha, 0.5));
+    const IntensityParameters inverted = kernelOmega(testSpheres::octahedron(2.4), g, alpha);
+    for (const std::size_t lambda : {2U, 4U, 6U}) {
+        const double scale = omega.total[lambda];
+        COMPARE_NEAR(turned.total[lambda], scale, 1e-12 * scale);
+        COMPARE_NEAR(reversed.total[lambda], scale, 1e-14 * scale);
+        COMPARE_NEAR(stronger.electricDipole[lambda], 9.0 * omega.electricDipole[lambda],
+                     1e-12 * scale);
+        COMPARE_NEAR(stronger.dynamicCoupling[lambda], 0.25 * omega.dynamicCoupling[lambda],
+                     1e-12 * scale);
+        // (a + b)^2 + (a - b)^2 = 2 a^2 + 2 b^2
+        COMPARE_NEAR(omega.total[lambda] + opposed.total[lambda],
+                     2.0 * (omega.electricDipole[lambda] + omega.dynamicCoupling[lambda]),
+                     1e-12 * scale);
+        QVERIFY(inverted.total[lambda] > 0.0); // unequal ligands break the symmetry
+    }
+    const QVector<double> equal(8, 1.0);
+    const IntensityParameters centrosymmetric =
+        kernelOmega(testSpheres::octahedron(2.4), equal, scaled(equal, 1e-24));
+    for (const std::size_t lambda : {2U, 4U, 6U})
+        QVERIFY(centrosymmetric.total[lambda] < 1e-48); // 1e-28 of the parameters of one atom
+}
+
+void TestOverlapModel::overlapsByElement()
+{
+    const QStringList elements = {QStringLiteral("O"),  QStringLiteral("F"), QStringLiteral("N"),
+                                  QStringLiteral("Cl"), QStringLiteral("S"), QStringLiteral("Br")};
+    QVector<CoordSPH> positions = {{QStringLiteral("Eu"), 0.0, 0.0, 0.0}};
+    for (int i = 0; i < elements.size(); ++i)
+        positions.append({elements.at(i), 2.5 * std::pow(2.0, i % 2), 30.0 * i, 50.0 * i});
+    const CoordinationSphere sphere(positions, elements.size());
+    QCOMPARE(sphere.minDistance(), 2.5);
+    const double far = 0.05 / (8.0 * std::sqrt(2.0)); // twice the distance
+    const double expectedBeta[] = {1 / 1.05, 1 / (1 + far), 1 / 0.95, 1 / (1 - far), 1.0, 1.0};
+    for (int i = 0; i < elements.size(); ++i) {
+        COMPARE_NEAR(sphere.rho(i + 2), i % 2 ? far : 0.05, 1e-16);
+        COMPARE_NEAR(sphere.beta(i + 2), expectedBeta[i], 1e-15);
+    }
+}
+
+void TestOverlapModel::atomsOfTheSphereAreChecked()
+{
+    QVector<CoordSPH> positions = testSpheres::toSpherical(testSpheres::octahedron(2.4));
+    QVERIFY(sphereError(positions, 6).isEmpty());
+    QVERIFY(!sphereError(positions, 0).isEmpty());
+    QVERIFY(!sphereError(positions, 7).isEmpty());
+    QVERIFY(!sphereError({}, 1).isEmpty());
+    for (const double distance : {0.0, 1e-9, std::nan("")}) {
+        positions[3].r = distance;
+        QVERIFY(sphereError(positions, 6).contains(QStringLiteral("Atom 4 (O)")));
+        QVERIFY(sphereError(positions, 2).isEmpty()); // atom 4 takes no part
+    }
+}
+
+void TestOverlapModel::axialCrystalField()
+{
+    // An atom on the z axis, in SI units: B(k,0) = r(k) g rho (2 beta)^(k+1) e^2/(4 pi eps0
+    // R^(k+1)), over h c.
+    const double R = 2.4e-10;
+    const double a0 = 5.2917721092e-11;
+    const double e2 = 1.602176565e-19 * 1.602176565e-19 / (4 * M_PI * 8.8541878176e-12);
+    const double hc = 6.62606957e-34 * 2.99792458e10; // J cm
+    const double ro0 = 0.06;
+    const double beta = 1.0 / (1.0 - ro0);
+    const double moment[] = {0.9175, 2.02, 9.039};
+    const CoordinationSphere sphere(
+        {{QStringLiteral("Eu"), 0, 0, 0}, {QStringLiteral("N"), 2.4, 0.0, 0.0}}, 1);
+    for (int k = 2; k <= 6; k += 2) {
+        const double expected = moment[k / 2 - 1] * std::pow(a0, k) * 0.8 * ro0 *
+                                std::pow(2.0 * beta, k + 1) * e2 / std::pow(R, k + 1) / hc;
+        const Complex value = sphere.crystalField(k, 0, 2, 0.8, ro0);
+        COMPARE_NEAR(value.real() / expected, 1.0, 1e-6);
+        COMPARE_NEAR(value.imag(), 0.0, 1e-9);
+        for (int q = 1; q <= k; ++q)
+            COMPARE_NEAR(std::abs(sphere.crystalField(k, q, 2, 0.8, ro0)), 0.0, 1e-9);
+    }
+}
+
+void TestOverlapModel::crystalFieldSymmetry()
+{
+    std::mt19937 random(3);
+    const QVector<Coord> atoms = testSpheres::randomSphere(random, 5);
+    const CoordinationSphere sphere(testSpheres::toSpherical(atoms), 5);
+    const CoordinationSphere turned(testSpheres::toSpherical(rotated(atoms, 1.3, 0.4)), 5);
+    const auto sum = [](const CoordinationSphere &s, int k, int q) {
+        Complex total;
+        for (int j = 2; j <= 6; ++j)
+            total += s.crystalField(k, q, j, 0.3 * j, 0.05);
+        return total;
+    };
+    for (int k = 2; k <= 6; k += 2) {
+        double norm = 0.0;
+        double turnedNorm = 0.0;
+        for (int q = -k; q <= k; ++q) {
+            norm += std::norm(sum(sphere, k, q));
+            turnedNorm += std::norm(sum(turned, k, q));
+            const Complex mirror = (q % 2 ? -1.0 : 1.0) * std::conj(sum(sphere, k, -q));
+            QVERIFY(std::abs(sum(sphere, k, q) - mirror) < 1e-9); // the field is Hermitian
+        }
+        COMPARE_NEAR(turnedNorm / norm, 1.0, 1e-12);
+    }
+}
+
+QTEST_GUILESS_MAIN(TestOverlapModel)
+#include "tst_overlapmodel.moc"
