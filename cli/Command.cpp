@@ -24,7 +24,9 @@ void write(FILE *stream, const QString &text)
 
 void parse(QCommandLineParser &parser, const char *name, const QStringList &arguments)
 {
-    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Show this help."));
+    parser.addOption(help);
     const QString program = QStringLiteral("lanqor ") + QLatin1String(name);
     if (!parser.parse(QStringList(program) + arguments)) {
         note(QStringLiteral("lanqor: %1\nSee \"%2 --help\".").arg(parser.errorText(), program));
