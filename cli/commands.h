@@ -4,4 +4,7 @@
 
 // One function per subcommand, each in a file of its own.
 
+int fitOmegaCommand(const QStringList &arguments);
+int fitQdcCommand(const QStringList &arguments);
+int indicesCommand(const QStringList &arguments);
 int omegaCommand(const QStringList &arguments);

@@ -10,6 +10,11 @@ const QVector<Command> &commands()
 {
     static const QVector<Command> table = {
         {"omega", "intensity parameters of a complex from its geometry", omegaCommand},
+        {"fit omega", "charge factors and polarisabilities from measured intensity parameters",
+         fitOmegaCommand},
+        {"fit qdc", "parameters of the QDC model from measured intensity parameters",
+         fitQdcCommand},
+        {"indices", "reactivity indices of the atoms from the orbitals", indicesCommand},
     };
     return table;
 }

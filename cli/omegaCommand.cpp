@@ -1,5 +1,6 @@
 #include "Command.h"
 #include "commands.h"
+#include "complexOptions.h"
 
 #include <LanqorEngine/LanqorAradPartition.h>
 #include <LanqorEngine/LanqorInputData.h>
@@ -13,65 +14,9 @@ namespace {
 constexpr double cm3PerCubicAngstrom = 1.0e-24;
 constexpr double omegaUnitCm2 = 1.0e-20;
 
-/// A section of the report by its name on the command line.
-struct Section
-{
-    const char *name;
-    bool OmegaPrintingOptions::*field;
-};
-
-constexpr Section sections[] = {
-    {"coordinates", &OmegaPrintingOptions::printSphericalCoordinates},
-    {"charge-factors", &OmegaPrintingOptions::printChargeFactors},
-    {"omega", &OmegaPrintingOptions::printOmega},
-    {"constants", &OmegaPrintingOptions::printConstants},
-    {"harmonics", &OmegaPrintingOptions::printSphericalHarmonics},
-    {"overlap", &OmegaPrintingOptions::printSOM},
-    {"lattice-dc", &OmegaPrintingOptions::printGAMA},
-    {"lattice-sums-dc", &OmegaPrintingOptions::printSumGAMA},
-    {"bltp-dc", &OmegaPrintingOptions::printBltpDC},
-    {"omega-dc", &OmegaPrintingOptions::printOmegaDC},
-    {"lattice-ed", &OmegaPrintingOptions::printgama},
-    {"lattice-sums-ed", &OmegaPrintingOptions::printSumgama},
-    {"bltp-ed", &OmegaPrintingOptions::printBltpED},
-    {"omega-ed", &OmegaPrintingOptions::printOmegaED},
-    {"bltp", &OmegaPrintingOptions::printBltp},
-    {"rates", &OmegaPrintingOptions::printArad},
-    {"partition", &OmegaPrintingOptions::printAradPartition},
-    {"crystal-field", &OmegaPrintingOptions::printBkq},
-};
-
 QString tr(const char *text)
 {
     return QCoreApplication::translate("cli", text);
-}
-
-QString sectionNames()
-{
-    QStringList names;
-    for (const Section &section : sections)
-        names.append(QLatin1String(section.name));
-    return names.join(QStringLiteral(", "));
-}
-
-/// Switches on the sections of a comma-separated list; false with the unknown name in @p error.
-bool chooseSections(const QString &list, OmegaPrintingOptions &options, QString &error)
-{
-    for (const QString &entry : list.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
-        const QString name = entry.trimmed();
-        bool isKnown = false;
-        for (const Section &section : sections) {
-            if (name != QLatin1String(section.name) && name != QLatin1String("all"))
-                continue;
-            options.*(section.field) = true;
-            isKnown = true;
-        }
-        if (!isKnown) {
-            error = tr("unknown section \"%1\"; there are all, %2").arg(name, sectionNames());
-            return false;
-        }
-    }
-    return true;
 }
 
 QString column(double value, int decimals, int width)
@@ -203,8 +148,8 @@ bool readReportRequest(const QCommandLineParser &parser, ReportRequest &request,
             ? QStringLiteral("coordinates,charge-factors,omega,omega-dc,omega-ed,rates")
             : QStringLiteral("coordinates,charge-factors,omega,omega-dc,omega-ed,rates,partition");
     const QString chosen = parser.value(QStringLiteral("print"));
-    if (!chooseSections(parser.isSet(QStringLiteral("print")) ? chosen : standard, request.options,
-                        error))
+    if (!cli::chooseSections(parser.isSet(QStringLiteral("print")) ? chosen : standard,
+                             request.options, error))
         return false;
     if (ligandFile.isEmpty())
         return true;
@@ -238,7 +183,7 @@ void addOptions(QCommandLineParser &parser)
          tr("index"), QStringLiteral("1.5")},
         {QStringLiteral("print"),
          tr("Print the report with these sections, separated by commas: all, %1.")
-             .arg(sectionNames()),
+             .arg(cli::sectionNames()),
          tr("sections")},
         {QStringLiteral("ligands"),
          tr("Groups of atoms for the partition of the radiative rate: one group on each line, a "
@@ -249,19 +194,6 @@ void addOptions(QCommandLineParser &parser)
             "the main sections."),
          tr("file")},
     });
-}
-
-/// Geometry with a usable coordination sphere; false with the reason in @p error.
-bool readGeometry(LanqorInputData &geometry, const QString &fileName, QString &error)
-{
-    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate())
-        error = geometry.getLastError();
-    else if (geometry.getCoordNumber() == 0)
-        error = tr("%1: no atom is within bonding distance of atom 1 (%2)")
-                    .arg(fileName, geometry.getAtomLabel(1));
-    else
-        error = geometry.getAtomOrderError();
-    return error.isEmpty();
 }
 
 /// Prints the summary and makes the report of a finished calculation; returns the exit status.
@@ -299,7 +231,7 @@ int calculate(const QString &fileName, const QCommandLineParser &parser, double 
     QString error;
     LanqorInputData geometry(nullptr, fileName);
     cli::showMessages(geometry);
-    if (!readGeometry(geometry, fileName, error))
+    if (!cli::readSphere(geometry, fileName, error))
         return cli::fail(error);
     LanqorOmega omega(nullptr, 0, fileName, fileName);
     if (!omega.getLastError().isEmpty())
@@ -331,12 +263,11 @@ int omegaCommand(const QStringList &arguments)
     cli::parse(parser, "omega", arguments);
     if (parser.positionalArguments().size() != 1)
         return cli::fail(tr("omega needs one file; see \"lanqor omega --help\""), cli::usageError);
-    bool isIndex = false;
-    const double index = parser.value(QStringLiteral("n")).toDouble(&isIndex);
-    if (!isIndex || !(index >= 1.0 && index < 10.0))
-        return cli::fail(tr("--n needs a refractive index from 1 to 10"), cli::usageError);
-    ReportRequest request;
+    double index = 0.0;
     QString error;
+    if (!cli::readRefractiveIndex(parser, index, error))
+        return cli::fail(error, cli::usageError);
+    ReportRequest request;
     if (!readReportRequest(parser, request, error))
         return cli::fail(error, cli::usageError);
     return calculate(parser.positionalArguments().first(), parser, index, request);

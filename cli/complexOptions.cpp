@@ -1,0 +1,98 @@
+#include "complexOptions.h"
+
+#include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/OmegaPrintingOptions.h>
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QStringList>
+
+namespace cli {
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("cli", text);
+}
+
+/// A section of the report by its name on the command line.
+struct Section
+{
+    const char *name;
+    bool OmegaPrintingOptions::*field;
+};
+
+constexpr Section sections[] = {
+    {"coordinates", &OmegaPrintingOptions::printSphericalCoordinates},
+    {"charge-factors", &OmegaPrintingOptions::printChargeFactors},
+    {"omega", &OmegaPrintingOptions::printOmega},
+    {"constants", &OmegaPrintingOptions::printConstants},
+    {"harmonics", &OmegaPrintingOptions::printSphericalHarmonics},
+    {"overlap", &OmegaPrintingOptions::printSOM},
+    {"lattice-dc", &OmegaPrintingOptions::printGAMA},
+    {"lattice-sums-dc", &OmegaPrintingOptions::printSumGAMA},
+    {"bltp-dc", &OmegaPrintingOptions::printBltpDC},
+    {"omega-dc", &OmegaPrintingOptions::printOmegaDC},
+    {"lattice-ed", &OmegaPrintingOptions::printgama},
+    {"lattice-sums-ed", &OmegaPrintingOptions::printSumgama},
+    {"bltp-ed", &OmegaPrintingOptions::printBltpED},
+    {"omega-ed", &OmegaPrintingOptions::printOmegaED},
+    {"bltp", &OmegaPrintingOptions::printBltp},
+    {"rates", &OmegaPrintingOptions::printArad},
+    {"partition", &OmegaPrintingOptions::printAradPartition},
+    {"crystal-field", &OmegaPrintingOptions::printBkq},
+};
+
+} // namespace
+
+bool readRefractiveIndex(const QCommandLineParser &parser, double &index, QString &error)
+{
+    bool isNumber = false;
+    index = parser.value(QStringLiteral("n")).toDouble(&isNumber);
+    if (isNumber && index >= 1.0 && index < 10.0)
+        return true;
+    error = tr("--n needs a refractive index from 1 to 10");
+    return false;
+}
+
+QString sectionNames()
+{
+    QStringList names;
+    for (const Section &section : sections)
+        names.append(QLatin1String(section.name));
+    return names.join(QStringLiteral(", "));
+}
+
+bool chooseSections(const QString &list, OmegaPrintingOptions &options, QString &error)
+{
+    for (const QString &entry : list.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        const QString name = entry.trimmed();
+        bool isKnown = false;
+        for (const Section &section : sections) {
+            if (name != QLatin1String(section.name) && name != QLatin1String("all"))
+                continue;
+            options.*(section.field) = true;
+            isKnown = true;
+        }
+        if (!isKnown) {
+            error = tr("unknown section \"%1\"; there are all, %2").arg(name, sectionNames());
+            return false;
+        }
+    }
+    return true;
+}
+
+bool readSphere(LanqorInputData &geometry, const QString &fileName, QString &error)
+{
+    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate())
+        error = geometry.getLastError();
+    else if (geometry.getCoordNumber() == 0)
+        error = tr("%1: no atom is within bonding distance of atom 1 (%2)")
+                    .arg(fileName, geometry.getAtomLabel(1));
+    else
+        error = geometry.getAtomOrderError();
+    return error.isEmpty();
+}
+
+} // namespace cli
