@@ -8,3 +8,4 @@ int fitOmegaCommand(const QStringList &arguments);
 int fitQdcCommand(const QStringList &arguments);
 int indicesCommand(const QStringList &arguments);
 int omegaCommand(const QStringList &arguments);
+int yieldCommand(const QStringList &arguments);

@@ -15,6 +15,7 @@ const QVector<Command> &commands()
         {"fit qdc", "parameters of the QDC model from measured intensity parameters",
          fitQdcCommand},
         {"indices", "reactivity indices of the atoms from the orbitals", indicesCommand},
+        {"yield", "rates, populations and emission quantum yield", yieldCommand},
     };
     return table;
 }

@@ -1,0 +1,201 @@
+#pragma once
+
+#include <LanqorEngine/EnergyTransferChannels.h>
+#include <LanqorEngine/LanqorAbstractObjCalculation.h>
+#include <LanqorEngine/LanqorRL.h>
+#include <LanqorEngine/SpecPrintingOptions.h>
+
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <memory>
+
+class LanqorOmega;
+namespace transferRates {
+struct Formulas;
+struct Transfer;
+} // namespace transferRates
+namespace rateEquations {
+struct Scheme;
+} // namespace rateEquations
+namespace spectroscopicReport {
+struct Contents;
+} // namespace spectroscopicReport
+
+/// Luminescence of a Eu3+ complex: radiative and non-radiative rates of 5D0, rates of energy
+/// transfer between ligand and ion, populations under continuous excitation and the emission
+/// quantum yield.
+///
+/// Needs the intensity parameters, total and of the forced electric dipole part, the energies
+/// of a donor singlet and a donor triplet and their distances from the ion. Rates in s^-1,
+/// energies in cm^-1, distances in Angstrom, the lifetime in s, yield and efficiency in percent.
+///
+/// Transfer rates by the dipole-dipole, dipole-multipole and exchange mechanisms (O. L. Malta,
+/// J. Lumin. 71, 229 (1997)), each back-transfer in detailed balance at 300 K. They are known by
+/// slot: 0 to 4 singlet -> 5D4, 5G6, 5L6, 5D1, 5D0; 10 to 14 the same from the triplet; 5 the
+/// first of two triplets -> 5D4. The table of multipolar rates holds slots 0-2, 5 and 10-12, the
+/// table of exchange rates 3, 4, 13 and 14.
+class LANQORENGINE_EXPORT LanqorSpectroscopicCalculation : public LanqorAbstractObjCalculation
+{
+    Q_OBJECT
+public:
+    /// For explicit values: setOmegaValues, calcArad, calcQuantumYield.
+    explicit LanqorSpectroscopicCalculation(QObject *parent);
+    /// Reads the intensity parameters and the excited states; a failure is in getLastError().
+    ///
+    /// @param chargeModel  handed to LanqorOmega
+    /// @param programType  which program wrote @p rlPath, see LanqorInputData::ProgramType
+    /// @param inputPath  MOPAC output of the complex
+    /// @param omegaPath  what LanqorOmega takes as its second file: a report with charge factors,
+    ///                   or a structure (Omega then stays 0 until setOmegaValues); empty to set
+    ///                   Omega by hand
+    /// @param rlPath  output of the excited-state calculation; empty for explicit values
+    /// @param selectedTriplet, selectedSinglet  1-based numbers of the donor states; 0, or a
+    ///        number not below the length of the list of triplets, chooses the lowest state
+    LanqorSpectroscopicCalculation(QObject *parent, const int &chargeModel, const int &programType,
+                                   const QString &inputPath, const QString &omegaPath,
+                                   const QString &rlPath, const int &selectedTriplet,
+                                   const int &selectedSinglet);
+    ~LanqorSpectroscopicCalculation() override;
+
+    /// Forgets lifetime, radiative and non-radiative rate.
+    void initializeParameters();
+
+    /// Omega(2), (4), (6) in 1e-20 cm^2.
+    void setOmegaValues(const double &omega2, const double &omega4, const double &omega6);
+    /// Their forced electric dipole part in 1e-20 cm^2; dipole-dipole transfer rests on it.
+    void setOmegaEdValues(const double &omega2, const double &omega4, const double &omega6);
+    void setRefractiveIndex(const double &index) { refractiveIndex = index; }
+    /// Measured lifetime of 5D0 in s; 0 when unknown, and the non-radiative rate is estimated.
+    void setLifeTime(const double &seconds) { lifeTime = seconds; }
+    /// Exponent of the 4f-ligand overlap (3.5), used by models 0 and 1.
+    void setNOverlapIntegral(const double &exponent);
+    /// Exchange model: 0 (default) and 1 through the 4f-ligand overlap squared or to the fourth
+    /// power, 2 through the shielding of the 4f shell. Exchange is 0 for any other number. Models
+    /// 0 and 1 also shield the dipole-dipole term, and need the shortest ion-ligand distance of
+    /// an excited-state output.
+    void setETModel(const int &model);
+    /// Two donor triplets: the selected one feeds 5D4 (slot 5), number 2 of the list all triplet
+    /// channels (slots 10 to 14).
+    void setConsiderTwoTriplets(const bool &consider) { considerTwoTriplets = consider; }
+    void setEnergyTransferChannels(const EnergyTransferChannels &channels)
+    {
+        energyTransferChannels = channels;
+    }
+    void setSpecPrintingOptions(const SpecPrintingOptions &options)
+    {
+        specPrintingOptions = options;
+    }
+
+    /// Radiative rates of 5D0 by Omega and refractive index, then non-radiative rate and quantum
+    /// efficiency by the lifetime, or by calcAnrad when the lifetime is 0. A non-radiative rate
+    /// below 0 (a lifetime longer than the radiative one) is kept. The emissions to 7F3 and 7F5
+    /// are left out.
+    void calcArad();
+    /// Estimates the non-radiative rate from the radiative rate alone, an empirical law, and
+    /// sets efficiency and lifetime by it; the lifetime stays for later calls of calcArad.
+    /// @param arad  radiative rate; 0 to use the one in store
+    void calcAnrad(const double &arad);
+
+    /// Rates of the open channels between the chosen states; those of the others stay as they
+    /// are. False without usable states, with all rates 0.
+    bool calcEnergyTransferRate();
+    /// Rates of the default channels (slots 0, 13 and 14) by explicit values, whatever channels
+    /// are open; distances in Angstrom, energies in cm^-1.
+    bool calcEnergyTransferRate(const double &rlSinglet, const double &rlTriplet,
+                                const double &singletEnergy, const double &tripletEnergy);
+
+    /// Populations and yield by explicit values and the default channels; states S0, S1, T1,
+    /// 5D4, 5D1, 5D0. @p arad and @p anrad hold for this call alone.
+    bool calcQuantumYield(const double &rlSinglet, const double &rlTriplet,
+                          const double &singletEnergy, const double &tripletEnergy,
+                          const double &arad, const double &anrad);
+    /// The same by all channels; states as above with 5G6 and 5L6. Calculates the radiative
+    /// rates, and the transfer rates unless those of slots 0, 13 or 14 are known: call
+    /// calcEnergyTransferRate after a change of channels or settings.
+    bool calcQuantumYieldNEW();
+    /// The same with two triplets; states S0, S1, two triplets, 5D4, 5D1, 5D0. Slots 0, 5, 13
+    /// and 14 alone take part.
+    bool calcQuantumYieldTwoTriplets();
+
+    /// Omega(lambda) in use, cm^2, lambda = 2, 4, 6; 0 for another number.
+    double getOmega(const int &lambda) const;
+    /// Its forced electric dipole part, cm^2.
+    double getOmegaEd(const int &lambda) const;
+    double getArad() const { return arad; }
+    double getArad02() const { return arad02; }
+    double getArad04() const { return arad04; }
+    double getArad06() const { return arad06; }
+    double getAradMD() const { return aradMD; }
+    double getAnrad() const { return anrad; }
+    double getLifeTime() const { return lifeTime; }                   ///< s
+    double getQuantumEfficiency() const { return quantumEfficiency; } ///< percent
+    double getQuantumYield() const { return quantumYield; }           ///< percent
+    /// Percentage of the radiative rate that goes to 7FJ; 0 outside 1, 2, 4, 6.
+    double getBranchingRatio(const int &J) const;
+    /// Population of state @p i: S0, S1, first of two triplets, T1, 5D4, 5G6, 5L6, 5D1, 5D0. The
+    /// states that the last calculation did not model keep what they had (0 at first).
+    double getPopulation(const int &i) const;
+
+    /// Rates of multipolar and exchange transfer and back-transfer, and donor minus acceptor
+    /// energy, of slot @p k; 0 outside 0 to 19.
+    double getForwardRate(const int &k) const;
+    double getBackwardRate(const int &k) const;
+    double getExchangeForwardRate(const int &k) const;
+    double getExchangeBackwardRate(const int &k) const;
+    double getEnergyMismatch(const int &k) const;
+
+    /// Numbers of the donor states in use (1-based).
+    int getSelectedSinglet() const { return selectedSinglet; }
+    int getSelectedTriplet() const { return selectedTriplet; }
+    /// The excited states; null without an excited-state output.
+    const LanqorRL *getRLCalculation() const { return rlCalculation; }
+
+    /// Report on intensity parameters, donor states, transfer rates and radiative rates. Returns
+    /// the text and writes no file.
+    /// @param path  the input file that the report cites
+    QString createOutFileET(const QString &path);
+    /// Report on non-radiative rate, populations and quantum yield; cites no file. Returns the
+    /// text and writes no file.
+    QString createOutFile(const QString &path);
+
+private:
+    bool readOmega(int chargeModel, const QString &inputPath, const QString &omegaPath);
+    bool readExcitedStates(int programType, const QString &rlPath);
+    void selectStates(int programType);
+    bool checkStates(const QString &rlPath);
+    void emitEarlyMessages();
+    bool runTransfer(const transferRates::Transfer &request);
+    bool refuseTransfer(const QString &reason);
+    bool prepareRates();
+    void solvePopulations(const rateEquations::Scheme &scheme, double aradUsed, double anradUsed);
+    void announceIdleChannels(const rateEquations::Scheme &scheme);
+    spectroscopicReport::Contents collectResults(const QString &path) const;
+
+    bool considerTwoTriplets = false;
+    EnergyTransferChannels energyTransferChannels;
+    int selectedTriplet = 0;
+    int selectedSinglet = 0;
+    bool areStatesChosen = false;
+    std::array<double, 8> branchingRatios = {}; // by J of 7FJ
+    double arad = 0.0;
+    double arad02 = 0.0;
+    double arad04 = 0.0;
+    double arad06 = 0.0;
+    double aradMD = 0.0;
+    double anrad = 0.0;
+    double refractiveIndex = 1.5;
+    double lifeTime = 0.0;
+    double quantumEfficiency = 0.0;
+    std::array<double, 7> omega = {}; // by lambda, cm^2
+    std::array<double, 9> populations = {};
+    double quantumYield = 0.0;
+    std::unique_ptr<transferRates::Formulas> formulas;
+    std::unique_ptr<transferRates::Transfer> transfer;   // the last one
+    const rateEquations::Scheme *solvedScheme = nullptr; // of the populations
+    LanqorOmega *omegaCalculation = nullptr;
+    LanqorRL *rlCalculation = nullptr;
+    SpecPrintingOptions specPrintingOptions;
+    QStringList earlyMessages; // of the excited states
+};
