@@ -1,6 +1,5 @@
 # Flags of every target of this project, carried by one interface target.
 add_library(lanqor_options INTERFACE)
-target_compile_features(lanqor_options INTERFACE cxx_std_17)
 target_compile_options(lanqor_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion
     # The same bits on every machine: no fused multiply-add behind our back.

@@ -21,6 +21,8 @@ install(FILES ${PROJECT_BINARY_DIR}/LanqorEngineConfig.cmake
     ${PROJECT_BINARY_DIR}/LanqorEngineConfigVersion.cmake DESTINATION ${config_dir})
 install(EXPORT LanqorEngineTargets NAMESPACE LanqorEngine:: DESTINATION ${config_dir})
 
+# The prefix relative to the .pc file, so that the installed tree can be moved.
+file(RELATIVE_PATH prefix_from_pc_file /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/LanqorEngine.pc.in
     ${PROJECT_BINARY_DIR}/LanqorEngine.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/LanqorEngine.pc

@@ -28,7 +28,7 @@ PKG_CONFIG_PATH=$(dirname "$pc_file")
 export PKG_CONFIG_PATH
 # shellcheck disable=SC2046,SC2086
 c++ -std=c++17 -fPIC $flags "$source_dir/examples/consumer/main.cpp" -o "$scratch/by_pkgconfig" \
-    $(pkg-config --define-variable=prefix="$prefix" --cflags --libs LanqorEngine)
+    $(pkg-config --cflags --libs LanqorEngine)
 libdir=$(dirname "$(find "$prefix" -name libLanqorEngine.so)")
 by_pkgconfig=$(LD_LIBRARY_PATH=$libdir "$scratch/by_pkgconfig" "$example")
 [ "$by_cmake" = "$by_pkgconfig" ]
