@@ -23,6 +23,9 @@ double bangle(const Coord &first, const Coord &vertex, const Coord &last);
 /// Dihedral angle of four atoms, in (-pi, pi]; 0 where three consecutive ones are collinear.
 double dihed(const Coord &first, const Coord &second, const Coord &third, const Coord &fourth);
 
+/// Ends the message of a Z-matrix that cannot be built.
+constexpr char gmetryFailure[] = "\n THIS IS A FATAL ERROR, RUN STOPPED IN GMETRY";
+
 struct CartesianResult
 {
     QVector<Coord> atoms;

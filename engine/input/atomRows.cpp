@@ -94,7 +94,7 @@ void buildCartesian(Structure &structure, const QString &fileName)
         structure.error = LanqorInputData::tr("\nAtom %1 of the Z-matrix cannot be placed; check "
                                               "its reference atoms in the file: \n")
                               .arg(geometry.failedAtom) +
-                          fileName;
+                          fileName + LanqorInputData::tr(internalCoordinates::gmetryFailure);
         return;
     }
     for (const Coord &atom : geometry.atoms) {

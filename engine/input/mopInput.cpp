@@ -62,8 +62,8 @@ bool isLike(const AtomRow &row, const AtomRow &first)
     return !isCartesian(row) || !isCartesian(first) || row.hasFlags == first.hasFlags;
 }
 
-/// Rows up to a blank line or one of the old end mark "0"; translation vectors are left out.
-bool readAtomRows(MopLines &lines, std::vector<AtomRow> &rows)
+/// Rows up to a blank line or one of the old end mark "0".
+bool readAtomRows(MopLines &lines, TranslationVectors vectors, std::vector<AtomRow> &rows)
 {
     Fields fields;
     std::string text;
@@ -80,7 +80,7 @@ bool readAtomRows(MopLines &lines, std::vector<AtomRow> &rows)
             return false;
         if (!rows.empty() && !isLike(*row, rows.front()))
             return false;
-        if (!isTranslationVector(row->atom.label))
+        if (vectors == TranslationVectors::Keep || !isTranslationVector(row->atom.label))
             rows.push_back(*row);
     }
     return true;
@@ -95,7 +95,7 @@ bool isInternal(const std::vector<AtomRow> &rows)
 }
 
 /// Rows of a MOPAC input; @p error is set when the file is missing or a row cannot be read.
-std::vector<AtomRow> readRows(const QString &fileName, QString &error)
+std::vector<AtomRow> readRows(const QString &fileName, TranslationVectors vectors, QString &error)
 {
     std::vector<AtomRow> rows;
     MopLines lines(fileName);
@@ -106,7 +106,7 @@ std::vector<AtomRow> readRows(const QString &fileName, QString &error)
     QString keywords;
     for (int titles = readKeywordLines(lines, keywords); titles > 0; --titles)
         lines.next();
-    if (!readAtomRows(lines, rows))
+    if (!readAtomRows(lines, vectors, rows))
         error = LanqorInputData::tr("\nLine %1 of the structure file cannot be read: \n")
                     .arg(lines.lineNumber()) +
                 fileName;
@@ -118,10 +118,10 @@ std::vector<AtomRow> readRows(const QString &fileName, QString &error)
 
 } // namespace
 
-Structure readMop(const QString &fileName)
+Structure readMop(const QString &fileName, TranslationVectors vectors)
 {
     Structure structure;
-    const std::vector<AtomRow> rows = readRows(fileName, structure.error);
+    const std::vector<AtomRow> rows = readRows(fileName, vectors, structure.error);
     if (!structure.error.isEmpty())
         return structure;
     const bool internal = isInternal(rows);
@@ -182,7 +182,7 @@ bool readMopKeywords(const QString &fileName, QString &keywords)
 bool readMopKind(const QString &fileName, bool &internal)
 {
     QString error;
-    const std::vector<AtomRow> rows = readRows(fileName, error);
+    const std::vector<AtomRow> rows = readRows(fileName, TranslationVectors::Drop, error);
     internal = isInternal(rows);
     return error.isEmpty();
 }

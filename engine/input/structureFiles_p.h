@@ -12,10 +12,13 @@
 /// they return and passes on the error.
 namespace structureFiles {
 
+/// What becomes of the "Tv" rows of a periodic structure.
+enum class TranslationVectors { Drop, Keep };
+
 /// A structure as read; @p error is empty when all of it could be.
 struct Structure
 {
-    QVector<Coord> atoms;      ///< without dummy atoms and translation vectors
+    QVector<Coord> atoms;      ///< without dummy atoms
     QVector<CoordZMT> zMatrix; ///< with dummy atoms; empty for Cartesian files
     int residues = 0;          ///< of a MOL2 file
     QString error;
@@ -39,7 +42,7 @@ Structure readMol2(const QString &fileName);
 Structure readZmt(const QString &fileName);
 /// A MOPAC input: comment lines "*", keywords, two title lines, then one row an atom up to a
 /// blank line, Cartesian or internal, with or without optimisation flags.
-Structure readMop(const QString &fileName);
+Structure readMop(const QString &fileName, TranslationVectors vectors = TranslationVectors::Drop);
 
 /// Keyword lines of a MOPAC input, joined; false when the file cannot be opened.
 bool readMopKeywords(const QString &fileName, QString &keywords);

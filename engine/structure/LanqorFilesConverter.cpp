@@ -1,0 +1,345 @@
+#include "LanqorFilesConverter.h"
+
+#include "core/internalCoordinates_p.h"
+#include "core/reportText_p.h"
+#include "input/lineReader_p.h"
+#include "input/structureFiles_p.h"
+#include "input/textFields_p.h"
+#include "structure/jobFiles_p.h"
+#include "structure/structureText_p.h"
+
+#include <LanqorEngine/LanqorInputData.h>
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+/// Hartree of an electronvolt (CODATA 2010).
+constexpr double hartreePerEv = 1.0 / 27.21138505;
+
+bool isTranslationVector(const Coord &atom)
+{
+    return atom.label.compare(QLatin1String("Tv"), Qt::CaseInsensitive) == 0;
+}
+
+/// Energies of the lowest and the highest orbital, hartree, opened by a thousandth so that both
+/// are inside; false when the table holds no occupied or no empty orbital.
+bool orbitalWindow(const LanqorInputData &data, double &from, double &to)
+{
+    double lowest = std::numeric_limits<double>::max();
+    double highest = std::numeric_limits<double>::lowest();
+    bool hasOccupied = false;
+    bool hasEmpty = false;
+    for (int i = 0; i < data.getMolecularOrbitalsOccCount(); ++i) {
+        const MolecularOrbitalOCC orbital = data.getMolecularOrbital(i);
+        hasOccupied = hasOccupied || orbital.occupancy > 0.0;
+        hasEmpty = hasEmpty || orbital.occupancy == 0.0;
+        lowest = std::min(lowest, orbital.energy);
+        highest = std::max(highest, orbital.energy);
+    }
+    constexpr double margin = 0.001;
+    from = lowest * hartreePerEv - margin;
+    to = highest * hartreePerEv + margin;
+    return hasOccupied && hasEmpty;
+}
+
+} // namespace
+
+LanqorFilesConverter::LanqorFilesConverter()
+    : LanqorFilesConverter(nullptr, QString())
+{}
+
+LanqorFilesConverter::LanqorFilesConverter(QObject *parent, QString const &fileName)
+    : LanqorAbstractObjCalculation(parent)
+    , fileName(fileName)
+{}
+
+LanqorFilesConverter::~LanqorFilesConverter() = default;
+
+void LanqorFilesConverter::setCharge(const int &systemCharge)
+{
+    charge = systemCharge;
+}
+
+bool LanqorFilesConverter::convertFromOutToMop(QString const &outputFile)
+{
+    LanqorInputData data(nullptr, fileName);
+    return readStructure(data, QStringLiteral("mop")) &&
+           writeOutput(outputFile, QStringLiteral("mop"),
+                       jobFiles::mopacJob(data.getCoord(), extraMopacKeywords));
+}
+
+bool LanqorFilesConverter::convertFromOutToGjf(QString const &outputFile)
+{
+    LanqorInputData data(nullptr, fileName);
+    if (!readStructure(data, QStringLiteral("gjf")))
+        return false;
+    if (jobFiles::ionsOf(data.getCoord()).isEmpty())
+        return failWith(tr("There is no lanthanide ion in the structure, so the Gaussian job would "
+                           "have no pseudopotential to read: \n") +
+                        fileName);
+    const QFileInfo output(nameOfOutput(outputFile, QStringLiteral("gjf")));
+    return writeOutput(
+        outputFile, QStringLiteral("gjf"),
+        jobFiles::gaussianJob(data.getCoord(), chargeOfJob(data), output.completeBaseName()));
+}
+
+bool LanqorFilesConverter::convertFromOutToInp(QString const &outputFile)
+{
+    LanqorInputData data(nullptr, fileName);
+    int filledLevels = 0;
+    if (!readStructure(data, QStringLiteral("inp")) || !readFilledLevels(filledLevels))
+        return false;
+    const jobFiles::ActiveWindow window = jobFiles::activeWindow(data.getCoord(), filledLevels);
+    if (window.lastEmpty == 0)
+        return failWith(tr("The ZINDO job cannot be written: an element of the ligands has no "
+                           "INDO/S basis, or no empty orbital is left beside %1 filled levels: \n")
+                            .arg(filledLevels) +
+                        fileName);
+    return writeOutput(outputFile, QStringLiteral("inp"),
+                       jobFiles::zindoJob(data.getCoord(), filledLevels, window));
+}
+
+bool LanqorFilesConverter::convertFromOutToInpOrca(QString const &outputFile,
+                                                   const bool &pointCharges, const bool &triplets,
+                                                   const int &chargeOfAtoms, const int &nroots,
+                                                   const int &maxdim, const double &windowFrom,
+                                                   const double &windowTo)
+{
+    const bool fromOrca = fileName.endsWith(QLatin1String("orcout"));
+    jobFiles::OrcaJob job;
+    job.windowFrom = windowFrom;
+    job.windowTo = windowTo;
+    LanqorInputData data(nullptr, fileName);
+    if (!(fromOrca ? readOrcaOutput(data, job.windowFrom, job.windowTo)
+                   : readStructure(data, QStringLiteral("orcinp"))))
+        return false;
+    if (nroots < 1 || maxdim < 1 || !(job.windowFrom < job.windowTo))
+        return failWith(tr("An ORCA job needs at least one root, a dimension of at least 1 and a "
+                           "window of orbital energies that opens upwards."));
+    job.atoms = data.getCoord();
+    job.triplets = triplets;
+    job.charge = chargeOfAtoms;
+    job.nroots = nroots;
+    job.maxdim = maxdim;
+    if (pointCharges) {
+        QVector<Coord> ions = jobFiles::ionsOf(job.atoms);
+        Coord ion;
+        if (ions.isEmpty() && fromOrca && data.readChargePointFileOrca(ion.x, ion.y, ion.z))
+            ions.append(ion);
+        if (ions.isEmpty())
+            return failWith(fromOrca ? data.getLastError()
+                                     : tr("There is no lanthanide ion in the structure that could "
+                                          "become a point charge: \n") +
+                                           fileName);
+        job.atoms = jobFiles::withoutIons(job.atoms);
+        const QFileInfo output(nameOfOutput(outputFile, QStringLiteral("orcinp")));
+        job.pointChargeFile = output.completeBaseName() + QStringLiteral(".pointcharge");
+        if (!createPointChargesFile(output.dir().filePath(job.pointChargeFile), ions))
+            return false;
+    }
+    return writeOutput(outputFile, QStringLiteral("orcinp"), jobFiles::orcaJob(job));
+}
+
+bool LanqorFilesConverter::convertFromOutToSph(QString const &outputFile)
+{
+    LanqorInputData data(nullptr, fileName);
+    if (!readStructure(data, QStringLiteral("sph")))
+        return false;
+    if (!data.createSphericalCoordinate())
+        return failWith(data.getLastError());
+    QVector<CoordSPH> atoms;
+    for (int atom = 1; atom <= data.getCoord().size(); ++atom)
+        atoms.append(data.getCoordSPH(atom));
+    return writeOutput(outputFile, QStringLiteral("sph"), structureText::sphFile(atoms));
+}
+
+bool LanqorFilesConverter::convertFromOutToXYZ(QString const &outputFile, bool const &keepTv)
+{
+    LanqorInputData data(nullptr, fileName);
+    return readStructure(data, QStringLiteral("xyz"), keepTv) &&
+           writeCoordXYZ(outputFile, data.getCoord(), keepTv);
+}
+
+bool LanqorFilesConverter::convertFromOutToZmt(QString const &outputFile)
+{
+    LanqorInputData data(nullptr, fileName);
+    if (!readStructure(data, QStringLiteral("zmt")))
+        return false;
+    const QVector<CoordZMT> rows = createZMTFromXYZCoord(data.getCoord());
+    return !rows.isEmpty() &&
+           writeOutput(outputFile, QStringLiteral("zmt"), structureText::zmtFile(rows));
+}
+
+bool LanqorFilesConverter::convertFromZmtToXYZ(QString const &outputFile)
+{
+    startConversion(QStringLiteral("zmt"), QStringLiteral("xyz"));
+    LanqorInputData data(nullptr, fileName);
+    if (!data.readZmtFile())
+        return failWith(data.getLastError());
+    return atomsRead(data.getCoord()) && writeCoordXYZ(outputFile, data.getCoord(), false);
+}
+
+bool LanqorFilesConverter::convertFromMopToXYZ(QString const &outputFile, bool const &keepTv)
+{
+    startConversion(QStringLiteral("mop"), QStringLiteral("xyz"));
+    const structureFiles::Structure structure =
+        structureFiles::readMop(fileName, keepTv ? structureFiles::TranslationVectors::Keep
+                                                 : structureFiles::TranslationVectors::Drop);
+    if (!structure.error.isEmpty())
+        return failWith(structure.error);
+    return atomsRead(structure.atoms) && writeCoordXYZ(outputFile, structure.atoms, keepTv);
+}
+
+bool LanqorFilesConverter::convertFromMOL2ToXYZ(QString const &outputFile)
+{
+    startConversion(QStringLiteral("mol2"), QStringLiteral("xyz"));
+    LanqorInputData data(nullptr, fileName);
+    if (!data.readMol2File())
+        return failWith(data.getLastError());
+    return atomsRead(data.getCoord()) && writeCoordXYZ(outputFile, data.getCoord(), false);
+}
+
+QVector<Coord> LanqorFilesConverter::createXYZFromZMTCoord(QVector<CoordZMT> const &zMatrix)
+{
+    const internalCoordinates::CartesianResult result = internalCoordinates::gmetry(zMatrix);
+    if (result.failedAtom == 0)
+        return result.atoms;
+    mopend(tr("\nAtom %1 of the Z-matrix cannot be placed; check its reference atoms.")
+               .arg(result.failedAtom) +
+           tr(internalCoordinates::gmetryFailure));
+    return {};
+}
+
+QVector<CoordZMT> LanqorFilesConverter::createZMTFromXYZCoord(QVector<Coord> const &atoms)
+{
+    const internalCoordinates::InternalResult result = internalCoordinates::xyzint(atoms);
+    if (result.coincidentAtoms[0] == 0)
+        return result.rows;
+    mopend(tr("TWO ATOMS ARE COINCIDENT.  A FATAL ERROR.") + QLatin1Char('\n') +
+           tr("ATOMS%1 AND%2 ARE COINCIDENT\n")
+               .arg(result.coincidentAtoms[0], 4)
+               .arg(result.coincidentAtoms[1], 4));
+    return {};
+}
+
+void LanqorFilesConverter::startConversion(const QString &from, const QString &to)
+{
+    emitProgress(tr(" -> (Lanqor Files Converter Module) Conversion from .%1 file to .%2 file")
+                     .arg(from, to));
+}
+
+/// Reads the structure that a conversion "from out" starts from.
+bool LanqorFilesConverter::readStructure(LanqorInputData &data, const QString &to, bool keepTv)
+{
+    using structureFiles::Kind;
+    const QString suffix = QFileInfo(fileName).suffix().toLower();
+    const bool isStructureFile = suffix == QLatin1String("xyz") || suffix == QLatin1String("mop") ||
+                                 suffix == QLatin1String("zmt") || suffix == QLatin1String("mol2");
+    startConversion(isStructureFile ? suffix : QStringLiteral("out"), to);
+    if (!(isStructureFile ? data.readStructureFile() : data.readMopacOutFile(keepTv)))
+        return failWith(data.getLastError());
+    return atomsRead(data.getCoord());
+}
+
+bool LanqorFilesConverter::atomsRead(const QVector<Coord> &atoms)
+{
+    if (atoms.isEmpty())
+        return failWith(tr("There are no atoms in the structure: \n") + fileName);
+    emitProgress(tr(" -> (Lanqor Files Converter Module) Cartesian coordinates  read successfully. "
+                    "The chemical structure contains %1 atoms")
+                     .arg(atoms.size()));
+    return true;
+}
+
+bool LanqorFilesConverter::writeOutput(const QString &requestedName, const QString &extension,
+                                       const QString &text)
+{
+    const QString output = nameOfOutput(requestedName, extension);
+    emitProgress(tr(" -> (Lanqor Files Converter Module) Creating output file."));
+    if (QFileInfo(output) == QFileInfo(fileName))
+        return failWith(tr("The file to write is the one that was read: \n") + output);
+    QString error;
+    if (!reportText::writeFile(output, text, error))
+        return failWith(tr("The file %1 cannot be written: %2").arg(output, error));
+    emitProgress(tr(" -> (Lanqor Files Converter Module) The output file created successfully."));
+    return true;
+}
+
+bool LanqorFilesConverter::writeCoordXYZ(QString const &outputFile, QVector<Coord> const &atoms,
+                                         bool keepTv)
+{
+    QVector<Coord> kept = atoms;
+    if (!keepTv)
+        kept.erase(std::remove_if(kept.begin(), kept.end(), isTranslationVector), kept.end());
+    return writeOutput(outputFile, QStringLiteral("xyz"),
+                       structureText::xyzFile(kept, QFileInfo(fileName).completeBaseName()));
+}
+
+bool LanqorFilesConverter::createPointChargesFile(const QString &outputFile,
+                                                  const QVector<Coord> &ions)
+{
+    QString error;
+    return reportText::writeFile(outputFile, jobFiles::orcaPointCharges(ions), error) ||
+           failWith(tr("The file %1 cannot be written: %2").arg(outputFile, error));
+}
+
+/// Reads the count of doubly occupied orbitals of a MOPAC output.
+bool LanqorFilesConverter::readFilledLevels(int &filledLevels)
+{
+    LineReader reader(fileName);
+    if (!reader.open())
+        return failWith(fileName + tr(" does not exist."));
+    textFields::Fields parts;
+    while (reader.next()) {
+        if (!textFields::contains(reader.line(), "NO. OF FILLED LEVELS"))
+            continue;
+        textFields::split(reader.line(), "=", parts);
+        bool ok = false;
+        filledLevels = parts.size() > 1 ? textFields::toInt(textFields::trimmed(parts[1]), &ok) : 0;
+        if (ok)
+            return true;
+    }
+    return failWith(tr("NO. OF FILLED LEVELS was not find in mopac output"));
+}
+
+/// Reads the atoms and the orbital energies of an ORCA output.
+bool LanqorFilesConverter::readOrcaOutput(LanqorInputData &data, double &windowFrom,
+                                          double &windowTo)
+{
+    emitProgress(tr(" -> (Lanqor Files Converter Module) Conversion from .orcout file to .orcinp "
+                    "file"));
+    if (!data.readCoordFromOrcaOutFile() || !data.readMolecularOrbitalOccupancy())
+        return failWith(data.getLastError());
+    if (!orbitalWindow(data, windowFrom, windowTo))
+        return failWith(tr("problema na definição dos orbitais!"));
+    emitProgress(tr(" -> (Lanqor Files Converter Module) The window of orbitals spans the %1 "
+                    "orbitals whose energies the output lists.")
+                     .arg(data.getMolecularOrbitalsOccCount()));
+    return atomsRead(data.getCoord());
+}
+
+/// Reports an error that ends the conversion of a geometry.
+bool LanqorFilesConverter::mopend(const QString &message)
+{
+    return failWith(message);
+}
+
+QString LanqorFilesConverter::nameOfOutput(const QString &requestedName,
+                                           const QString &extension) const
+{
+    if (!requestedName.isEmpty())
+        return requestedName;
+    const QFileInfo input(fileName);
+    return input.dir().filePath(input.completeBaseName() + QLatin1Char('.') + extension);
+}
+
+int LanqorFilesConverter::chargeOfJob(const LanqorInputData &data) const
+{
+    return charge.value_or(static_cast<int>(std::lround(data.getChargeOnSystem())));
+}

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <LanqorEngine/Coord.h>
+#include <LanqorEngine/CoordZMT.h>
+#include <LanqorEngine/LanqorAbstractObjCalculation.h>
+
+#include <QString>
+#include <QVector>
+
+#include <optional>
+
+class LanqorInputData;
+
+/// Converts structures between Cartesian and internal coordinates and writes jobs for
+/// quantum-chemistry programs.
+///
+/// An object works on the file of its constructor. The conversions "from out" read a MOPAC
+/// output, or a .xyz, .mop, .zmt or .mol2 file when the name ends so. The text argument of every
+/// conversion is the file to write; when it is empty, the input's name with the new ending. An
+/// existing file is replaced whole or not at all. Each returns false with the reason in
+/// getLastError(), and reports its steps through newObjCalculationMessage().
+///
+/// Coordinates are written in Angstrom with nine decimals. Jobs are of multiplicity 1 and have
+/// the charge that the MOPAC output prints, unless setCharge() gave another.
+class LANQORENGINE_EXPORT LanqorFilesConverter : public LanqorAbstractObjCalculation
+{
+    Q_OBJECT
+public:
+    /// For createXYZFromZMTCoord() and createZMTFromXYZCoord() only; it has no file to convert.
+    LanqorFilesConverter();
+    LanqorFilesConverter(QObject *parent, QString const &fileName);
+    ~LanqorFilesConverter() override;
+
+    /// Charge of the whole system in the jobs to come, elementary charges.
+    void setCharge(const int &charge);
+    /// Further keywords of MOPAC jobs, as "SPARKLE CHARGE=1"; empty by default. They end the
+    /// second keyword line.
+    void setExtraMopacKeywords(const QString &keywords) { extraMopacKeywords = keywords; }
+
+    /// A MOPAC job (.mop): an AM1 optimisation in Cartesian coordinates.
+    bool convertFromOutToMop(QString const &outputFile = QString());
+    /// A Gaussian job (.gjf): ten singlets and ten triplets by TD-LC-wPBE, 6-31+G(d) on the
+    /// ligands and on the ion the quasi-relativistic large-core pseudopotential of Dolg et al.
+    /// (Theor. Chim. Acta 75, 173, 1989). Fails without a lanthanide ion.
+    bool convertFromOutToGjf(QString const &outputFile = QString());
+    /// A ZINDO job (.inp): INDO/S states by single excitations from the (at most) thirty highest
+    /// occupied to the thirty lowest empty orbitals, singlets and triplets. The ion becomes a
+    /// point charge of +3. Needs the number of filled levels that a MOPAC output prints.
+    bool convertFromOutToInp(QString const &outputFile = QString());
+    /// An ORCA job (.orcinp) of ZINDO/S states.
+    ///
+    /// Started from an ORCA output (a name that ends in ".orcout"), the window of orbitals spans
+    /// the orbital energies of that output instead of @p windowFrom to @p windowTo.
+    /// @param pointCharges  leaves the ion out of the atoms and writes it as a point charge of
+    ///                      +3 to a ".pointcharge" file beside the job; the position comes from
+    ///                      the atoms or, where an ORCA output has no ion, from the point-charge
+    ///                      file beside that output
+    /// @param triplets      asks for triplet states beside the singlets
+    /// @param charge        of the atoms of the job (without a point charge), elementary charges
+    /// @param nroots        number of states of each multiplicity
+    /// @param maxdim        largest dimension of the expansion space, in multiples of nroots
+    /// @param windowFrom    lowest orbital energy that takes part in excitations, hartree
+    /// @param windowTo      highest orbital energy that takes part, hartree
+    bool convertFromOutToInpOrca(QString const &outputFile, const bool &pointCharges,
+                                 const bool &triplets, const int &charge, const int &nroots,
+                                 const int &maxdim, const double &windowFrom = -3.0,
+                                 const double &windowTo = 3.0);
+    /// Spherical coordinates about atom 1 (.sph): label, r in Angstrom, theta and phi in degrees.
+    bool convertFromOutToSph(QString const &outputFile = QString());
+    /// An .xyz file. @param keepTv  keeps the translation vectors ("Tv") of a periodic structure
+    bool convertFromOutToXYZ(QString const &outputFile, bool const &keepTv);
+    /// A Z-matrix (.zmt): label, distance, angle, dihedral and three atom numbers in each row.
+    bool convertFromOutToZmt(QString const &outputFile = QString());
+    bool convertFromZmtToXYZ(QString const &outputFile = QString());
+    /// @param keepTv  keeps the translation vectors ("Tv") of a periodic structure
+    bool convertFromMopToXYZ(QString const &outputFile, bool const &keepTv);
+    /// The first molecule of a MOL2 file as .xyz.
+    bool convertFromMOL2ToXYZ(QString const &outputFile = QString());
+
+    /// Cartesian coordinates of a Z-matrix: atom 1 at the origin, atom 2 on the positive x axis,
+    /// atom 3 in the xy plane. Empty with an error when a row does not place its atom.
+    QVector<Coord> createXYZFromZMTCoord(QVector<CoordZMT> const &zMatrix);
+    /// A Z-matrix of the atoms in their order; angles in degrees, reference 0 for none. A dihedral
+    /// is positive when, looking along the bond from the first reference to the second, the third
+    /// is turned clockwise from the atom. Empty with an error when two atoms coincide.
+    QVector<CoordZMT> createZMTFromXYZCoord(QVector<Coord> const &atoms);
+
+private:
+    void startConversion(const QString &from, const QString &to);
+    bool readStructure(LanqorInputData &data, const QString &to, bool keepTv = false);
+    bool atomsRead(const QVector<Coord> &atoms);
+    bool writeOutput(const QString &requestedName, const QString &extension, const QString &text);
+    bool writeCoordXYZ(QString const &outputFile, QVector<Coord> const &atoms, bool keepTv);
+    bool createPointChargesFile(const QString &outputFile, const QVector<Coord> &ions);
+    bool readFilledLevels(int &filledLevels);
+    bool readOrcaOutput(LanqorInputData &data, double &windowFrom, double &windowTo);
+    bool mopend(const QString &message);
+    QString nameOfOutput(const QString &requestedName, const QString &extension) const;
+    int chargeOfJob(const LanqorInputData &data) const;
+
+    QString fileName;
+    QString extraMopacKeywords;
+    std::optional<int> charge;
+};

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <LanqorEngine/LanqorAbstractObjCalculation.h>
+
+#include <QString>
+#include <QVector>
+
+/// The absorption spectrum of computed excited states as a smooth curve.
+///
+/// Each transition becomes a Lorentzian band (with its mirror image at negative wavenumber), the
+/// bands are summed on 1001 points evenly spaced in wavenumber, and the sum is scaled to a
+/// maximum of 1. The band width is given in nm: around a band at p cm^-1, bandWidth nm are
+/// bandWidth p^2 / 1e7 cm^-1 of full width at half maximum. States of zero energy take no part.
+class LANQORENGINE_EXPORT LanqorNormalizePoints : public LanqorAbstractObjCalculation
+{
+    Q_OBJECT
+public:
+    /// Reads the transitions of an output; getLastError() tells why it could not.
+    /// @param program  0 ZINDO, 1 ORCA, 2 Gaussian
+    LanqorNormalizePoints(QObject *parent, QString const &fileName, int const &program);
+    ~LanqorNormalizePoints() override;
+
+    /// Width of every band and the limits of the spectrum, in either order, all in nm.
+    void setParametersNormalization(double const &bandWidth, double const &rangeStart,
+                                    double const &rangeEnd);
+    /// Computes the two axes. Fails, and leaves earlier axes as they are, when no transition with
+    /// an oscillator strength lies in the range, or when a width or limit is not positive.
+    bool spectrum();
+    /// Wavelengths, nm, in the order of rising wavenumber; 1001 values after spectrum().
+    QVector<double> getaxisX() const { return axisX; }
+    /// Absorption at these wavelengths, largest value 1.
+    QVector<double> getaxisY() const { return axisY; }
+    /// Writes a line of wavelength (nm) and absorption for each point.
+    bool createEspFile(QString const &fileName);
+
+    /// Number of transitions read.
+    int getCount() const { return count; }
+    /// Wavelength, nm, of transition @p transition (1 to getCount()); 0 for a state of zero
+    /// energy. In file order until spectrum(), which sorts the transitions by wavelength.
+    double getPosition(const int &transition) const { return positions.at(transition); }
+    /// Oscillator strength of a transition, as getPosition().
+    double getIntensity(const int &transition) const { return intensities.at(transition); }
+
+private:
+    static void hpsort(int n, double *&keys, double *&a, double *&b, bool carryB);
+    QString parameterError() const;
+
+    int count = 0;
+    double bandWidth = 25.0;   // nm
+    double rangeStart = 150.0; // nm
+    double rangeEnd = 450.0;   // nm
+    QVector<double> positions; // count + 2 entries, 1 to count used
+    QVector<double> intensities;
+    QVector<double> axisX;
+    QVector<double> axisY;
+};

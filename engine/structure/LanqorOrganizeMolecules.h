@@ -1,0 +1,78 @@
+#pragma once
+
+#include <LanqorEngine/Coord.h>
+#include <LanqorEngine/LanqorAbstractObjCalculation.h>
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// Brings a structure into the order of atoms that all calculations need: the lanthanide ion
+/// first, then the coordinated atoms ligand by ligand, then the remaining atoms ligand by ligand,
+/// and last the fragments that are not bound to the ion (counter-ions, lattice solvent).
+///
+/// Reads MOL2 files (all molecules of a file make up one structure), .xyz, .mop and .zmt files
+/// and MOPAC outputs. The ion is the one atom whose element is a lanthanide. Coordinated atoms
+/// are O and N within 2.65, Cl and S within 2.9 and I within 3.0 Angstrom of the ion. Ligands
+/// are the fragments that stay connected once the bonds of the ion are cut: bonds of the file
+/// or, where it has none, atoms within the sum of their covalent radii and 0.4 Angstrom. Inside a
+/// ligand the atoms keep their order.
+class LANQORENGINE_EXPORT LanqorOrganizeMolecules : public LanqorAbstractObjCalculation
+{
+    Q_OBJECT
+public:
+    LanqorOrganizeMolecules(QObject *parent, const QString &fileName);
+    ~LanqorOrganizeMolecules() override;
+
+    /// Whether fragments that are not bound to the ion stay, as the last atoms (the default), or
+    /// are left out.
+    void setKeepUnboundFragments(const bool &keep) { keepUnboundFragments = keep; }
+    /// Further keywords of a ".mop" file, as "SPARKLE CHARGE=1"; empty by default.
+    void setExtraMopacKeywords(const QString &keywords) { extraMopacKeywords = keywords; }
+
+    /// Reads the file and sorts its atoms. Fails when there is no lanthanide ion or more than
+    /// one, or when two atoms overlap; results of an earlier call stay then.
+    bool organize();
+    /// Writes the organised structure as ".mol2" (with its bonds), ".xyz" or ".mop", told by the
+    /// suffix. An existing file is replaced whole or not at all.
+    bool createOutputFile(const QString &fileName);
+
+    /// Element of the ion, "Eu"; empty before organize().
+    QString getLanthanideLabel() const;
+    /// Number N of the coordinated atoms; they are atoms 2 to N + 1.
+    int getCoordNumber() const { return coordNumber; }
+    /// One text for each ligand: its formula (numbered where several ligands share it) and the
+    /// numbers of its coordinated atoms, as "C5H7O2_1 2 3"; fit for
+    /// LanqorAradPartition::setLigandsVector().
+    QStringList getLigands() const { return ligands; }
+    /// The atoms in their new order, the ion first.
+    QVector<Coord> getCoord() const { return atoms; }
+
+private:
+    struct Source;
+
+    bool readSource(Source &source);
+    bool readMol2(Source &source);
+    bool checkSource(const Source &source, int &ion);
+    void reportUncounted(const Source &source, int ion);
+    QString mol2Text() const;
+
+    /// A bond of the organised structure, atoms from 1.
+    struct Bond
+    {
+        int first = 0;
+        int second = 0;
+        QString type;
+    };
+
+    QString fileName;
+    QString extraMopacKeywords;
+    bool keepUnboundFragments = true;
+    int coordNumber = 0;
+    QStringList ligands;
+    QVector<Coord> atoms;
+    QStringList atomTypes;    // of MOL2, one an atom
+    QVector<int> residues;    // number of the fragment of each atom; 1 is the ion
+    QStringList residueNames; // by number of the fragment
+    QVector<Bond> bonds;
+};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "input/mol2File_p.h"
+
+#include <LanqorEngine/Coord.h>
+
+#include <QVector>
+
+#include <optional>
+#include <utility>
+
+/// Which atoms of a structure belong together. Atoms are counted from 0.
+namespace fragments {
+
+/// Coordinates beyond this, Angstrom, are no structure.
+constexpr double largestCoordinate = 1e6;
+
+/// Two atoms nearer to each other than any bond is long: an atom given twice, or the places of a
+/// disordered one.
+std::optional<std::pair<int, int>> overlappingAtoms(const QVector<Coord> &atoms);
+
+/// Whether two atoms are within the sum of their covalent radii (Cordero et al., Dalton Trans.
+/// 2832, 2008) and 0.4 Angstrom.
+bool isWithinBondLength(const Coord &a, const Coord &b);
+
+/// Covalent bonds told from distances. Alkali and alkaline-earth ions form none.
+QVector<structureFiles::Bond> bondsFromRadii(const QVector<Coord> &atoms);
+
+/// Atoms that stay connected once the bonds of the ion are cut.
+struct Fragment
+{
+    QVector<int> atoms;         ///< ascending
+    QVector<int> coordinated;   ///< those within the bond cut-off of the ion
+    bool isBondedToIon = false; ///< by a bond, whether an atom is coordinated or not
+};
+/// The fragments around atom @p ion, in the order of their first atoms.
+QVector<Fragment> fragmentsAround(int ion, const QVector<Coord> &atoms,
+                                  const QVector<structureFiles::Bond> &bonds);
+
+/// Distance of two atoms, Angstrom.
+double distance(const Coord &a, const Coord &b);
+
+} // namespace fragments

@@ -1,0 +1,250 @@
+#include "structure/jobFiles_p.h"
+
+#include "core/elements_p.h"
+#include "core/reportText_p.h"
+#include "structure/structureText_p.h"
+
+#include <LanqorEngine/LanqorInputData.h>
+
+#include <QStringList>
+
+#include <algorithm>
+#include <iterator>
+
+using reportText::fixed;
+using structureText::atomRow;
+
+namespace jobFiles {
+
+namespace {
+
+constexpr int multiplicity = 1;
+/// Charge of a lanthanide ion that stands as a point charge.
+constexpr double ionCharge = 3.0;
+
+/// Orbitals on either side of the gap that take part in the excitations of a ZINDO job.
+constexpr int windowWidth = 30;
+/// States of each multiplicity that a ZINDO job prints.
+constexpr int zindoStates = 25;
+
+QStringList elementsOf(const QVector<Coord> &atoms)
+{
+    QStringList elements;
+    for (const Coord &atom : atoms) {
+        if (!elements.contains(atom.label))
+            elements.append(atom.label);
+    }
+    return elements;
+}
+
+/// Valence basis functions of an element in INDO/S: s for H and He, s and p for main groups, s,
+/// p and d for transition metals up to the second row; 0 for all others.
+int zindoFunctions(int atomicNumber)
+{
+    if (atomicNumber < 1 || atomicNumber > 54)
+        return 0;
+    if (atomicNumber <= 2)
+        return 1;
+    const bool isTransitionMetal =
+        (atomicNumber >= 21 && atomicNumber <= 30) || (atomicNumber >= 39 && atomicNumber <= 48);
+    return isTransitionMetal ? 9 : 4;
+}
+
+int atomsOfFunctions(const QVector<Coord> &atoms, int functions)
+{
+    return static_cast<int>(
+        std::count_if(atoms.begin(), atoms.end(), [functions](const Coord &atom) {
+            return zindoFunctions(atomicNumberOf(atom.label)) == functions;
+        }));
+}
+
+/// Generators of configurations: the ground state, and all single excitations within the
+/// window. One block for each multiplicity; its first line holds the number of generators, the
+/// multiplicity and the number of states.
+QString zindoExcitations(const ActiveWindow &window, int stateMultiplicity)
+{
+    return QStringLiteral("%1%2%3    1    0    0    0    1   10    1   10\n"
+                          "  -60000.0 0.0000000\n"
+                          "%4%5%5\n"
+                          "%6%7%5%8%9\n\n")
+        .arg(2, 5)
+        .arg(stateMultiplicity, 5)
+        .arg(zindoStates, 5)
+        .arg(1, 5)
+        .arg(window.lastOccupied, 5)
+        .arg(21, 5)
+        .arg(window.firstOccupied, 5)
+        .arg(window.firstEmpty, 5)
+        .arg(window.lastEmpty, 5);
+}
+
+QString zindoControl(const QVector<Coord> &ligands, int pointCharges, int filledLevels,
+                     const ActiveWindow &window)
+{
+    const int occupied = window.lastOccupied - window.firstOccupied + 1;
+    const int empty = window.lastEmpty - window.firstEmpty + 1;
+    const int determinants = 2 * occupied * empty + 1;
+    return QStringLiteral(" $CONTRL\n"
+                          " SCFTYP=RHF RUNTYP=CI ENTTYP=COORD UNITS=ANGS\n"
+                          " DYNAL(1)=%1%2%3%4    0%5%6\n"
+                          " ONAME=lixo VEC=9 IPRINT=0\n"
+                          " MULT=1  ITMAX=200  SCFTOL=0.00001  IAPX=3  INTTYP=1\n"
+                          " NEL=%7\n"
+                          " NAT=%8\n"
+                          " INTFA(1)= 1.0  1.2675  0.585  1.0  1.0  1.0\n"
+                          " $END\n")
+        .arg(pointCharges, 5)
+        .arg(atomsOfFunctions(ligands, 1), 5)
+        .arg(atomsOfFunctions(ligands, 4), 5)
+        .arg(atomsOfFunctions(ligands, 9), 5)
+        .arg(determinants, 6)
+        .arg(window.lastEmpty, 5)
+        .arg(2 * filledLevels)
+        .arg(ligands.size() + pointCharges);
+}
+
+/// x, y, z and atomic number of each atom; a point charge has number 0 and its charge behind.
+QString zindoAtoms(const QVector<Coord> &atoms)
+{
+    QString text;
+    for (const Coord &atom : atoms) {
+        const bool isIon = LanqorInputData::isLanthanide(atom.label);
+        text += fixed(atom.x, 6, 13) + fixed(atom.y, 6, 13) + fixed(atom.z, 6, 13) +
+                QStringLiteral("%1").arg(isIon ? 0 : atomicNumberOf(atom.label), 6) +
+                (isIon ? fixed(ionCharge, 6, 13) : QString()) + QLatin1Char('\n');
+    }
+    return text;
+}
+
+} // namespace
+
+QString mopacJob(const QVector<Coord> &atoms, const QString &extraKeywords)
+{
+    // After keyword lines joined by "+" MOPAC takes two lines as title and comment; with one
+    // blank line alone it would take the ion's row for the second and lose the ion.
+    QString text = QStringLiteral("AM1 PRECISE XYZ T=10D BFGS GNORM=0.25 +   \n"
+                                  "NOLOG GEO-OK SCFCRT=1.D-10    ") +
+                   extraKeywords + QStringLiteral("\n\n\n");
+    for (const Coord &atom : atoms)
+        text += QStringLiteral("%1%2 1%3 1%4 1\n")
+                    .arg(atom.label, -3)
+                    .arg(fixed(atom.x, 9, 17), fixed(atom.y, 9, 17), fixed(atom.z, 9, 17));
+    return text;
+}
+
+QString pseudopotentialOf(const QString &label)
+{
+    const auto first = std::begin(LanqorInputData::lanthanideList);
+    const auto last = std::end(LanqorInputData::lanthanideList);
+    const auto found = std::find(first, last, label);
+    constexpr int coreElectronsOfLanthanum = 46; // Kr, 4d10; each next ion has one 4f more
+    return found == last ? QString()
+                         : QStringLiteral("MWB%1").arg(coreElectronsOfLanthanum + (found - first));
+}
+
+QString gaussianJob(const QVector<Coord> &atoms, int charge, const QString &baseName)
+{
+    QString text = QStringLiteral("%chk=") + baseName +
+                   QStringLiteral(".chk\n"
+                                  "%nproc=8\n"
+                                  "%mem=4GB\n"
+                                  "#td=(nstates=10,50-50) scf=(maxcyc=800) LC-wPBE/genecp "
+                                  "pseudo=read guess=core pop=full\n"
+                                  "\n Title Card Required \n\n");
+    text += QStringLiteral("%1 %2\n").arg(charge).arg(multiplicity);
+    for (const Coord &atom : atoms)
+        text += QLatin1Char(' ') + atomRow(atom) + QLatin1Char('\n');
+    text += QLatin1Char('\n');
+    const QStringList ligandElements = elementsOf(withoutIons(atoms));
+    if (!ligandElements.isEmpty())
+        text += ligandElements.join(QLatin1Char(' ')) + QStringLiteral(" 0 \n6-31+G(d)\n****\n");
+    QString pseudopotentials;
+    for (const QString &ion : elementsOf(ionsOf(atoms))) {
+        const QString name = pseudopotentialOf(ion);
+        text += ion + QStringLiteral(" 0 \n") + name + QStringLiteral("\n****\n");
+        pseudopotentials += ion + QStringLiteral(" 0 \n") + name + QLatin1Char('\n');
+    }
+    return text + QLatin1Char('\n') + pseudopotentials + QLatin1Char('\n');
+}
+
+ActiveWindow activeWindow(const QVector<Coord> &atoms, int filledLevels)
+{
+    int orbitals = 0;
+    for (const Coord &atom : withoutIons(atoms)) {
+        const int functions = zindoFunctions(atomicNumberOf(atom.label));
+        if (functions == 0)
+            return {};
+        orbitals += functions;
+    }
+    if (filledLevels < 1 || filledLevels >= orbitals)
+        return {};
+    ActiveWindow window;
+    window.firstOccupied = std::max(1, filledLevels - windowWidth + 1);
+    window.lastOccupied = filledLevels;
+    window.firstEmpty = filledLevels + 1;
+    window.lastEmpty = std::min(orbitals, filledLevels + windowWidth);
+    return window;
+}
+
+QString zindoJob(const QVector<Coord> &atoms, int filledLevels, const ActiveWindow &window)
+{
+    return QStringLiteral(" $TITLEI\n"
+                          "  cis calculation ( for spectrum )\n"
+                          " $END\n") +
+           zindoControl(withoutIons(atoms), ionsOf(atoms).size(), filledLevels, window) +
+           QStringLiteral(" $DATAIN\n") + zindoAtoms(atoms) +
+           QStringLiteral("\n $END\n $CIINPU\n") + zindoExcitations(window, 1) +
+           zindoExcitations(window, 3) + QStringLiteral(" $END\n");
+}
+
+QString orcaJob(const OrcaJob &job)
+{
+    QString text = QStringLiteral("!RHF ZINDO/S TightSCF DIIS PrintBasis\n"
+                                  "%method\n"
+                                  "\tfrozencore fc_ewin\n"
+                                  "end\n"
+                                  "%cis\n");
+    text += QStringLiteral("\tewin ") + fixed(job.windowFrom, 6) + QLatin1Char(',') +
+            fixed(job.windowTo, 6) + QLatin1Char('\n');
+    text += QStringLiteral("\tTriplets ") +
+            (job.triplets ? QStringLiteral("true\n") : QStringLiteral("false\n"));
+    text += QStringLiteral("\tmaxdim ") + QString::number(job.maxdim) + QLatin1Char('\n');
+    text += QStringLiteral("\tnroots ") + QString::number(job.nroots) + QLatin1Char('\n');
+    text += QStringLiteral("end\n"
+                           "%output\n"
+                           "\tprint[p_mos] 1\n"
+                           "end\n");
+    if (!job.pointChargeFile.isEmpty())
+        text += QStringLiteral("%pointcharges \"") + job.pointChargeFile + QStringLiteral("\"\n");
+    text += QStringLiteral("*xyz %1 %2\n").arg(job.charge).arg(multiplicity);
+    for (const Coord &atom : job.atoms)
+        text += atomRow(atom) + QLatin1Char('\n');
+    return text + QStringLiteral("*\n");
+}
+
+QString orcaPointCharges(const QVector<Coord> &ions)
+{
+    QString text = QStringLiteral("%1\n").arg(ions.size());
+    for (const Coord &ion : ions)
+        text += fixed(ionCharge, 6) + fixed(ion.x, 9, 17) + fixed(ion.y, 9, 17) +
+                fixed(ion.z, 9, 17) + QLatin1Char('\n');
+    return text;
+}
+
+QVector<Coord> ionsOf(const QVector<Coord> &atoms)
+{
+    QVector<Coord> ions;
+    std::copy_if(atoms.begin(), atoms.end(), std::back_inserter(ions),
+                 [](const Coord &atom) { return LanqorInputData::isLanthanide(atom.label); });
+    return ions;
+}
+
+QVector<Coord> withoutIons(const QVector<Coord> &atoms)
+{
+    QVector<Coord> others;
+    std::copy_if(atoms.begin(), atoms.end(), std::back_inserter(others),
+                 [](const Coord &atom) { return !LanqorInputData::isLanthanide(atom.label); });
+    return others;
+}
+
+} // namespace jobFiles
