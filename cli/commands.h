@@ -8,4 +8,5 @@ int fitOmegaCommand(const QStringList &arguments);
 int fitQdcCommand(const QStringList &arguments);
 int indicesCommand(const QStringList &arguments);
 int omegaCommand(const QStringList &arguments);
+int sphereCommand(const QStringList &arguments);
 int yieldCommand(const QStringList &arguments);

@@ -9,6 +9,7 @@ namespace {
 const QVector<Command> &commands()
 {
     static const QVector<Command> table = {
+        {"sphere", "coordination sphere of the ion in a structure file", sphereCommand},
         {"omega", "intensity parameters of a complex from its geometry", omegaCommand},
         {"fit omega", "charge factors and polarisabilities from measured intensity parameters",
          fitOmegaCommand},

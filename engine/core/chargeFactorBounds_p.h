@@ -25,11 +25,12 @@ constexpr double minimumAlpha = 0.005;
 constexpr double maximumAlphaDirectFit = 6.5;
 constexpr double maximumAlphaQdcFit = 15.0;
 
-/// True when g and alpha (cm^3) of an atom lie in their bounds, the bounds included.
+/// True when g and alpha (cm^3) of an atom lie in their bounds, the bounds included; a value that
+/// is no number does not.
 inline bool isWithinBounds(double g, double alpha, const ChargeFactorBounds &bounds,
                            double maximumAlpha)
 {
-    return !(g > bounds.maximum || g < bounds.minimum ||
-             alpha > maximumAlpha * lanqor::cm3PerCubicAngstrom ||
-             alpha < minimumAlpha * lanqor::cm3PerCubicAngstrom);
+    return g >= bounds.minimum && g <= bounds.maximum &&
+           alpha >= minimumAlpha * lanqor::cm3PerCubicAngstrom &&
+           alpha <= maximumAlpha * lanqor::cm3PerCubicAngstrom;
 }

@@ -67,8 +67,10 @@ public:
     bool readXYZFile();
 
     enum GeometryType { NoGeometry, CartesianGeometry, InternalGeometry };
-    /// True when the first line of @p fileName starts a MOPAC input of Cartesian coordinates
-    /// (its keywords hold XYZ).
+    /// True when a MOPAC input asks for a calculation in Cartesian coordinates: its first line,
+    /// comments ("*") passed over and continued keyword lines joined, holds the keyword XYZ. The
+    /// atoms may be given in either form whatever the keywords say:
+    /// getTypeOfGeometryFromMopFile() looks at them.
     static bool checkTypeMopFile(const QString &fileName);
     /// Kind of the atom lines of a MOPAC input; NoGeometry when it holds none.
     static GeometryType getTypeOfGeometryFromMopFile(const QString &fileName);
@@ -81,9 +83,15 @@ public:
     /// The same for atoms @p first to @p last (1-based) only: getCoordSPH(1) is then atom
     /// @p first, and only these atoms are counted. The origin stays atom 1.
     bool createSphericalCoordinate(const int &first, const int &last);
+    /// Distance, Angstrom, below which an atom of this element counts as coordinated; 0 for
+    /// elements that are never counted, fluorine and bromine among them.
+    static double getBondCutOff(const QString &label);
     /// Numbers (1-based) of the atoms within the bonding distances of atom 1, in order; empty
     /// without a geometry.
     QVector<int> getCoordinatedAtoms() const;
+    /// Empty when atom 1 is a lanthanide, as every calculation needs; otherwise a sentence that
+    /// tells where the ion is, or that there is none.
+    QString getIonError() const;
     /// Empty when the coordinated atoms are atoms 2 to N + 1, the order that every calculation
     /// of this library relies on; otherwise a sentence that names the atoms out of place.
     QString getAtomOrderError() const;
@@ -91,10 +99,34 @@ public:
     /// the atom before it.
     static Coord calcCenterOfMass(const QVector<Coord> &atoms);
 
+    /// Reads the list of structures "mol_name.txt". A line is the name of a structure, which one
+    /// or two whole numbers may follow; a line that holds "tomo:" gives a text common to all.
+    /// @param directory  in: the folder of the file (empty: the current one) or the file itself;
+    ///                   out: the folder
+    /// @param prefix     out: the text behind "tomo:"
+    /// @param names      out: names in file order
+    /// @param first,second  out: the numbers behind each name, 0 where there is none
+    /// @return empty on success, otherwise the reason
     static QString readMolNameFile(QString &directory, QString &prefix, QStringList &names,
                                    QVector<int> &first, QVector<int> &second);
+
+    /// Reads a table of reactivity indices (".indeces") and checks the QDC parameters on it.
+    ///
+    /// The table stands under the line
+    /// " Atomic Charges (au)             Varno Superdelocalizabilities (au)"; its rows hold, blank
+    /// separated, atom number, label, charge and superdelocalizability. Rows of other atoms than
+    /// 2 to @p coordNumber + 1 are passed over.
+    /// @param qdcParameters  Q, D and C
+    /// @param restrictionValue  D must exceed this many times C
+    /// @return empty when checkParametersQDC() finds nothing and the restriction holds, otherwise
+    ///         the reason
     static QString readFileIndeces(const QString &fileName, const int &coordNumber,
                                    const double *qdcParameters, int restrictionValue);
+    /// Checks that C and D are not negative and that g = Q q and alpha = D S + C (cubic
+    /// Angstrom) of every coordinated atom are within the bounds of QDC fits.
+    /// @param labels  of atoms 2 to @p coordNumber + 1, blank separated
+    /// @param charges,superdelocalizabilities  of the same atoms; index 0 is atom 2
+    /// @return empty, or a sentence that names the first atom that fails
     static QString checkParametersQDC(const QString &labels, const QVector<float> &charges,
                                       const QVector<float> &superdelocalizabilities,
                                       const int &coordNumber, const double *qdcParameters);
@@ -150,7 +182,7 @@ public:
     /// unrestricted calculation the spin-up orbitals.
     bool readMolecularOrbitalOccupancy();
     /// Force constants, mdyn/Angstrom, between the ion (atom 1) and atoms 2 to @p n + 1 from the
-    /// force matrix of the MOPAC output @p path; index 0 is atom 2.
+    /// force matrix of the MOPAC output @p path; index 0 is atom 2. Of several matrices the last.
     bool readForceConstant(const QString &path, const int &n);
 
     double getSingletEnergy(const int &state) const { return singletStates.at(state - 1).energy; }

@@ -63,6 +63,11 @@ double bondCutOff(const QString &label)
     return 0.0;
 }
 
+double LanqorInputData::getBondCutOff(const QString &label)
+{
+    return bondCutOff(label);
+}
+
 bool LanqorInputData::createSphericalCoordinate()
 {
     return createSphericalCoordinate(1, coord.size());
@@ -100,6 +105,20 @@ QVector<int> LanqorInputData::getCoordinatedAtoms() const
             numbers.append(i + 1);
     }
     return numbers;
+}
+
+QString LanqorInputData::getIonError() const
+{
+    if (!coord.isEmpty() && isLanthanide(coord.first().label))
+        return QString();
+    const auto ion = std::find_if(coord.begin(), coord.end(),
+                                  [](const Coord &atom) { return isLanthanide(atom.label); });
+    if (ion == coord.end())
+        return tr("The structure has no lanthanide ion.");
+    return tr("The ion (%1) is atom %2; it must be atom 1. Reorder the structure: the ion first, "
+              "then the coordinated atoms, then all others.")
+        .arg(ion->label)
+        .arg(std::distance(coord.begin(), ion) + 1);
 }
 
 QString LanqorInputData::getAtomOrderError() const
