@@ -54,6 +54,8 @@ QString scratchFile(const QString &name, const QByteArray &bytes)
 {
     static const QTemporaryDir directory;
     const QString path = directory.filePath(name);
+    // A new file, not an old one cut to nothing: some file systems write those out at once.
+    QFile::remove(path);
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         qFatal("cannot write %s", qPrintable(path));
