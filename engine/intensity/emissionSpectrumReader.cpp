@@ -1,0 +1,159 @@
+#include "intensity/emissionSpectrumReader_p.h"
+
+#include "input/lineReader_p.h"
+#include "input/textFields_p.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace emissionSpectrum {
+
+namespace {
+
+/// No instrument records more; keeps a damaged file from filling the memory.
+constexpr std::size_t maximumPoints = 2000000;
+/// Between the wavelengths, nm, and the wavenumbers, cm^-1, of any visible spectrum.
+constexpr double axisLimit = 5000.0;
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("emissionSpectrum", text);
+}
+
+std::string_view withoutCommas(std::string_view field)
+{
+    while (!field.empty() && field.front() == ',')
+        field.remove_prefix(1);
+    while (!field.empty() && field.back() == ',')
+        field.remove_suffix(1);
+    return field;
+}
+
+double toNumber(std::string_view field, bool &ok)
+{
+    std::string text(field);
+    if (text.find('.') == std::string::npos && std::count(text.begin(), text.end(), ',') == 1)
+        std::replace(text.begin(), text.end(), ',', '.');
+    return textFields::toDouble(text, &ok);
+}
+
+/// Splits a line into its columns. Where only commas stand between, they separate the columns;
+/// several of them without a point might be decimal signs as well: such a line has no columns.
+void splitColumns(std::string_view line, std::string &copy, textFields::Fields &columns)
+{
+    copy.assign(line.substr(0, line.find('#')));
+    std::replace(copy.begin(), copy.end(), ';', ' ');
+    textFields::split(std::string_view(copy), columns);
+    for (std::string_view &column : columns)
+        column = withoutCommas(column);
+    columns.erase(std::remove_if(columns.begin(), columns.end(),
+                                 [](std::string_view column) { return column.empty(); }),
+                  columns.end());
+    if (columns.size() != 1)
+        return;
+    const std::string_view only = columns.front();
+    textFields::split(only, ",", columns);
+    if (columns.size() > 2 && !textFields::contains(only, "."))
+        columns.clear();
+}
+
+/// Gathers the lines of the table and checks their order.
+class Table
+{
+public:
+    /// Takes the next line; false when the table is broken there.
+    bool take(std::string_view line)
+    {
+        splitColumns(line, copy, columns);
+        bool isX = false;
+        bool isY = false;
+        const double x = columns.size() > 1 ? toNumber(columns[0], isX) : 0.0;
+        const double y = columns.size() > 1 ? toNumber(columns[1], isY) : 0.0;
+        if (!isX || !isY) {
+            isOver = isOver || (!xs.empty() && !textFields::isBlank(copy));
+            return true;
+        }
+        if (isOver || xs.size() >= maximumPoints)
+            return false;
+        xs.push_back(x);
+        ys.push_back(y);
+        const std::size_t n = xs.size();
+        if (n < 2)
+            return true;
+        return xs[1] > xs[0] ? xs[n - 1] > xs[n - 2] : xs[n - 1] < xs[n - 2];
+    }
+
+    std::vector<double> xs;
+    std::vector<double> ys;
+
+private:
+    bool isOver = false;
+    std::string copy;
+    textFields::Fields columns;
+};
+
+/// Sets the axis that is asked for, or tells it by the values; false when they are of none.
+bool chooseAxis(EmissionSpectrumOptions::Axis asked, const std::vector<double> &ascending,
+                Spectrum::Axis &axis)
+{
+    using Axis = EmissionSpectrumOptions::Axis;
+    const bool areWavelengths = ascending.back() < axisLimit;
+    const bool areWavenumbers = ascending.front() > axisLimit;
+    if (asked == Axis::Wavenumber || (asked == Axis::Automatic && areWavenumbers))
+        axis = Spectrum::Axis::Wavenumber;
+    else
+        axis = Spectrum::Axis::Nanometre;
+    return ascending.front() > 0.0 &&
+           (asked != Axis::Automatic || areWavelengths || areWavenumbers);
+}
+
+} // namespace
+
+ReadResult readFile(const QString &fileName, EmissionSpectrumOptions::Axis axis)
+{
+    ReadResult result;
+    LineReader reader(fileName);
+    if (!reader.open()) {
+        result.error =
+            tr("%1: the spectrum cannot be read: %2").arg(fileName, reader.errorString());
+        return result;
+    }
+    Table table;
+    while (reader.next()) {
+        if (table.take(reader.line()))
+            continue;
+        result.error = tr("%1, line %2: the table of the spectrum is broken; its first column must "
+                          "ascend or descend throughout, without other lines between, to at most "
+                          "%3 points.")
+                           .arg(fileName)
+                           .arg(reader.lineNumber())
+                           .arg(maximumPoints);
+        return result;
+    }
+    if (table.xs.size() < 2) {
+        result.error = tr("%1: no spectrum found; two columns of numbers are needed, wavelength "
+                          "(nm) or wavenumber (cm^-1) and intensity.")
+                           .arg(fileName);
+        return result;
+    }
+    if (table.xs.front() > table.xs.back()) {
+        std::reverse(table.xs.begin(), table.xs.end());
+        std::reverse(table.ys.begin(), table.ys.end());
+    }
+    if (!chooseAxis(axis, table.xs, result.spectrum.axis)) {
+        result.error = tr("%1: the first column runs from %2 to %3; wavelengths in nm or "
+                          "wavenumbers in cm^-1 are needed.")
+                           .arg(fileName)
+                           .arg(table.xs.front())
+                           .arg(table.xs.back());
+        return result;
+    }
+    result.spectrum.abscissa = std::move(table.xs);
+    result.spectrum.intensity = std::move(table.ys);
+    return result;
+}
+
+} // namespace emissionSpectrum

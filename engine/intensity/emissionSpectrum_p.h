@@ -1,0 +1,38 @@
+#pragma once
+
+#include <LanqorEngine/EmissionSpectrumOptions.h>
+
+#include <vector>
+
+/// Areas and barycentres of the bands of a measured spectrum.
+namespace emissionSpectrum {
+
+/// A recorded spectrum, the abscissa strictly ascending.
+struct Spectrum
+{
+    enum class Axis { Nanometre, Wavenumber };
+    Axis axis = Axis::Nanometre;
+    std::vector<double> abscissa;
+    std::vector<double> intensity; ///< per unit of the abscissa
+};
+
+struct Band
+{
+    enum class Coverage { Whole, Part, None };
+    double area = 0.0;       ///< may be negative where noise or baseline exceed the band
+    double barycenter = 0.0; ///< cm^-1; 0 when the area is not positive
+    Coverage coverage = Coverage::None;
+};
+
+/// Area and barycentre of the band in @p window by the trapezoidal rule, with s = 1e7/lambda for a
+/// wavelength axis:
+///     S = integral of I(x) w(x) dx,   sigma = integral of s(x) I(x) w(x) dx / S
+/// along the axis x on which the spectrum was recorded; w = 1 for emitted power, w = s for
+/// photon counts. A power does not depend on the axis: with I(s) = I(lambda) lambda^2/1e7 the
+/// same spectrum along wavenumbers has the same area and barycentre. Wavelengths are taken as
+/// those of vacuum (air shifts a barycentre by about 5 cm^-1).
+/// @param spectrum  of at least two points
+Band integrate(const Spectrum &spectrum, const EmissionSpectrumOptions::Window &window,
+               EmissionSpectrumOptions::Signal signal, EmissionSpectrumOptions::Baseline baseline);
+
+} // namespace emissionSpectrum
