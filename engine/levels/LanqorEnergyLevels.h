@@ -1,0 +1,106 @@
+#pragma once
+
+#include <LanqorEngine/ElectrostaticElement.h>
+#include <LanqorEngine/FractParentCoeff.h>
+#include <LanqorEngine/LanqorAbstractObjCalculation.h>
+#include <LanqorEngine/LanqorSpectroscopicTermUtil.h>
+#include <LanqorEngine/MixedState.h>
+
+#include <QString>
+#include <QVector>
+
+#include <memory>
+
+/// Free-ion energy levels of 4f^n in intermediate coupling.
+///
+/// For each J the matrix of the electrostatic and the spin-orbit interaction between the
+/// Russell-Saunders levels of that J is built from coefficients of fractional parentage and
+/// diagonalised (G. Racah, Phys. Rev. 76, 1352 (1949); B. G. Wybourne, Spectroscopic Properties
+/// of Rare Earths (1965)).
+///
+/// It needs the tables of the shell, files f1.cfp to f7.cfp and f1.ele to f7.ele, in the folder
+/// "EnergyLevels4f" of the process's current directory when the object is constructed; they are
+/// installed with the library. A shell more than half full uses those of its holes: with the sign
+/// of the spin-orbit interaction turned all energies are right for n = 1 to 13.
+///
+/// Energies are in the unit of the parameters, cm^-1 usually.
+class LANQORENGINE_EXPORT LanqorEnergyLevels : public LanqorAbstractObjCalculation
+{
+    Q_OBJECT
+public:
+    using SpectroscopicTerm = LanqorSpectroscopicTermUtil::SpectroscopicTerm;
+
+    /// Reads the tables of 4f^n, n = @p electrons from 1 to 13. When that fails the object has no
+    /// terms and getLastError() tells the file; nothing is emitted.
+    LanqorEnergyLevels(QObject *parent, const int &electrons);
+    ~LanqorEnergyLevels() override;
+
+    /// J from |S - L| to S + L.
+    static QVector<double> getJVector(const double &S, const int &L);
+
+    /// Slater integrals, cm^-1: the small-denominator F_k (subscript) of E. U. Condon and G. H.
+    /// Shortley, F_k = F^k / D_k with D2 = 225, D4 = 1089, D6 = 184041/25. F0 moves all levels
+    /// alike.
+    void setSlaterIntegral(const double &F0, const double &F2, const double &F4, const double &F6);
+    /// Spin-orbit parameter of the 4f electrons, cm^-1.
+    void setZetaParameters(const double &zeta);
+
+    /// Computes the levels of every J (@p Jsel = -1) or of one.
+    ///
+    /// All: energies count from the lowest level, levels ascend, the components of each descend
+    /// in magnitude. One J: energies are not shifted and nothing is sorted; a J that 4f^n does not
+    /// have gives no levels.
+    ///
+    /// False, and the earlier levels stay, when F2, F4, F6 or zeta is 0 (not set), a parameter is
+    /// not finite, or matrix elements exceed 1e8 cm^-1, with which the diagonaliser would not end.
+    bool calcEnergyLevels(const double &Jsel);
+
+    /// Levels of the last calculation.
+    QVector<MixedState> getMixedStatesVector() const { return mixedStates; }
+    /// The first level whose label names the S, L, ordinal and J of @p level; an empty one when
+    /// there is none.
+    MixedState getMixedStates(const SpectroscopicTerm &level) const;
+
+    /// Terms of 4f^n in the order of the table.
+    QVector<SpectroscopicTerm> getSpectroscopicTermVector() const { return spectroscopicTerms; }
+    /// Coefficients of fractional parentage of a term; empty for a term that is not in the table.
+    QVector<FractParentCoeff> getFractParentCoeffVector(const SpectroscopicTerm &term) const;
+    /// Coefficients of E0, E1, E2, E3 between two terms, in either order; zeros for a pair that is
+    /// not in the table.
+    QVector<double> getElectrostaticMatrixVector(const SpectroscopicTerm &bra,
+                                                 const SpectroscopicTerm &ket) const;
+
+    /// Levels of the last calculation with their composition. Also written to @p fileName unless
+    /// it is empty; a file that cannot be written is not reported.
+    QString createOutputFile(const QString &fileName) const;
+
+private:
+    struct AngularParts;
+
+    bool readSpectroscopicTerms();
+    bool readFractionalParentageCoefficients(const SpectroscopicTerm &term,
+                                             QVector<FractParentCoeff> &coefficients);
+    bool readElectrostaticMatrix();
+    bool readTables();
+    void collectJValues();
+
+    bool checkParameters();
+    bool calcBlock(int position, QVector<MixedState> &states);
+    static void sortFromGround(QVector<MixedState> &states);
+
+    QString cfpFileName;
+    QString eleFileName;
+    int numberOfElectrons;
+    int shellElectrons; // n, or the 14 - n holes of a shell more than half full
+    double F0 = 0.0;
+    double F2 = 0.0;
+    double F4 = 0.0;
+    double F6 = 0.0;
+    double zeta = 0.0;
+    QVector<double> jValues; // ascending
+    QVector<SpectroscopicTerm> spectroscopicTerms;
+    QVector<ElectrostaticElement> electrostaticMatrix;
+    QVector<QVector<FractParentCoeff>> fractParentCoeffs; // by term
+    std::unique_ptr<AngularParts> angularParts;           // what depends on the ion alone
+    QVector<MixedState> mixedStates;
+};

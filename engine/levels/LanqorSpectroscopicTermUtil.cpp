@@ -1,0 +1,50 @@
+#include "LanqorSpectroscopicTermUtil.h"
+
+#include <cmath>
+
+namespace LanqorSpectroscopicTermUtil {
+
+namespace {
+
+/// A number truncated toward zero; 0 for what is no number or far too large.
+int truncatedNumber(const QString &text)
+{
+    constexpr double limit = 1e9;
+    const double value = text.toDouble();
+    return std::abs(value) < limit ? static_cast<int>(value) : 0;
+}
+
+/// 0 for what is no finite number.
+double number(const QString &text)
+{
+    const double value = text.toDouble();
+    return std::isfinite(value) ? value : 0.0;
+}
+
+} // namespace
+
+const QStringList termLetterList =
+    QStringLiteral("S P D F G H I K L M N O Q").split(QLatin1Char(' '));
+
+bool isSameTerm(const SpectroscopicTerm &a, const SpectroscopicTerm &b)
+{
+    return a.S == b.S && a.L == b.L && a.termIndex == b.termIndex;
+}
+
+SpectroscopicTerm termFromLabel(const QString &label, const bool &withJ)
+{
+    SpectroscopicTerm term;
+    term.S = (number(label.mid(0, 1)) - 1.0) * 0.5;
+    term.L = termLetterList.indexOf(label.mid(1, 1));
+    if (!withJ) {
+        term.termIndex = truncatedNumber(label.mid(2));
+        return term;
+    }
+    if (label.contains(QLatin1Char('(')))
+        term.termIndex = label.mid(3, 1).toInt();
+    const int closing = label.indexOf(QLatin1Char(')'));
+    term.J = number(label.mid(closing >= 0 ? closing + 1 : 2));
+    return term;
+}
+
+} // namespace LanqorSpectroscopicTermUtil

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <LanqorEngine/LanqorEngineExport.h>
+
+#include <QString>
+#include <QStringList>
+
+/// Russell-Saunders terms and their labels.
+namespace LanqorSpectroscopicTermUtil {
+
+/// A Russell-Saunders term or, with J set, one of its levels.
+struct SpectroscopicTerm
+{
+    double S = 0.0;    ///< total spin
+    int L = 0;         ///< total orbital momentum; -1 for an unknown letter
+    int termIndex = 0; ///< ordinal among the terms of equal S and L, from 1; 0 without one
+    double J = 0.0;    ///< total angular momentum of a level; 0 for a term
+};
+
+/// Letters of the orbital momenta: the position of a letter is its L, S = 0 to Q = 12.
+LANQORENGINE_EXPORT extern const QStringList termLetterList;
+
+/// Whether S, L and the ordinal agree; J is not compared.
+LANQORENGINE_EXPORT bool isSameTerm(const SpectroscopicTerm &a, const SpectroscopicTerm &b);
+
+/// Reads a label: multiplicity, letter, then
+/// - without J the ordinal: "7F", "5D1";
+/// - with J the ordinal of one digit in parentheses, if any, and J in decimals: "7F6", "5D(1)2",
+///   "4I5.5". J as a fraction ("5/2") is not understood.
+/// What is no number reads as 0, an unknown letter as L = -1.
+LANQORENGINE_EXPORT SpectroscopicTerm termFromLabel(const QString &label, const bool &withJ);
+
+} // namespace LanqorSpectroscopicTermUtil
