@@ -61,9 +61,8 @@ JacobiRotations::JacobiRotations(const SymmetricMatrix &matrix)
     , bestColumn(static_cast<std::size_t>(order), 0)
 {
     for (int i = 0; i < order; ++i) {
-        // The sums of the full products turn -0 into +0, and so does adding 0 here.
         for (int j = 0; j < order; ++j)
-            a[index(i, j)] = matrix(i, j) + 0.0;
+            a[index(i, j)] = matrix(i, j);
         vectors[index(i, i)] = 1.0;
         findBest(i);
     }
@@ -71,9 +70,13 @@ JacobiRotations::JacobiRotations(const SymmetricMatrix &matrix)
 
 void JacobiRotations::run(double tolerance)
 {
-    if (order < 2)
+    const auto isDiagonal = [&](int i) { return magnitude(i, best(i)) < tolerance; };
+    if (order < 2 || isDiagonal(pivotRow()))
         return;
-    for (int i = pivotRow(); !(magnitude(i, best(i)) < tolerance); i = pivotRow())
+    // The sums of the first full products turn every -0 into +0.
+    for (double &element : a)
+        element += 0.0;
+    for (int i = pivotRow(); !isDiagonal(i); i = pivotRow())
         rotate(i, best(i));
 }
 

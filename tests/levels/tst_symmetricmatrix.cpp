@@ -1,0 +1,193 @@
+#include "TestSupport.h"
+#include "fullProductJacobi.h"
+#include "levels/hamiltonian_p.h"
+
+#include <LanqorEngine/LanqorEnergyLevels.h>
+#include <LanqorEngine/SymmetricMatrix.h>
+
+#include <QDir>
+#include <QtTest>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+namespace {
+
+constexpr double tolerance = 1e-10;
+
+bool sameBits(double a, double b)
+{
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+void compareWithFullProducts(SymmetricMatrix matrix)
+{
+    FullProductJacobi expected(matrix);
+    expected.run(tolerance);
+    QVERIFY(matrix.diagonalize(tolerance));
+    for (int k = 0; k < matrix.getOrder(); ++k) {
+        QVERIFY2(sameBits(matrix(k, k), expected.a(k, k)),
+                 qPrintable(QStringLiteral("eigenvalue %1: got %2, expected %3")
+                                .arg(k)
+                                .arg(matrix(k, k), 0, 'g', 17)
+                                .arg(expected.a(k, k), 0, 'g', 17)));
+        for (int i = 0; i < matrix.getOrder(); ++i)
+            QVERIFY2(sameBits(matrix.getEigenvectorComponent(i, k), expected.v(i, k)),
+                     qPrintable(QStringLiteral("component %1 of vector %2").arg(i).arg(k)));
+    }
+}
+
+enum class Kind { Normal, SmallIntegers, Sparse, Degenerate, NegativeZeros };
+
+SymmetricMatrix randomMatrix(int order, Kind kind, unsigned seed)
+{
+    std::mt19937 random(seed);
+    const auto uniform = [&random] {
+        return static_cast<double>(random()) / std::mt19937::max() - 0.5;
+    };
+    SymmetricMatrix matrix(order);
+    for (int i = 0; i < order; ++i)
+        for (int j = 0; j <= i; ++j)
+            switch (kind) {
+            case Kind::Normal:
+                matrix(i, j) = 1e4 * uniform();
+                break;
+            case Kind::SmallIntegers: // many equal pivots
+                matrix(i, j) = std::round(4.0 * uniform());
+                break;
+            case Kind::Sparse:
+                matrix(i, j) = i == j || random() % 5 == 0 ? 100.0 * uniform() : 0.0;
+                break;
+            case Kind::Degenerate:
+                matrix(i, j) = i == j ? 3.0 : 0.5;
+                break;
+            case Kind::NegativeZeros:
+                matrix(i, j) = i == j || random() % 3 == 0 ? uniform() : -0.0;
+                break;
+            }
+    return matrix;
+}
+
+} // namespace
+
+class TestSymmetricMatrix : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void storage();
+    void sameBitsOnRandomMatrices_data();
+    void sameBitsOnRandomMatrices();
+    void sameBitsOnRealBlocks_data();
+    void sameBitsOnRealBlocks();
+    void eigensystem();
+    void refusals();
+};
+
+void TestSymmetricMatrix::initTestCase()
+{
+    Eigen::setNbThreads(1); // small matrices
+}
+
+void TestSymmetricMatrix::storage()
+{
+    SymmetricMatrix matrix(3);
+    matrix(0, 2) = 5.0;
+    QCOMPARE(matrix(2, 0), 5.0);
+    QCOMPARE(matrix(1, 2), 0.0);
+    QVERIFY(SymmetricMatrix::isPossibleOrder(46340));
+    QVERIFY(!SymmetricMatrix::isPossibleOrder(46341));
+    QVERIFY(!SymmetricMatrix::isPossibleOrder(-1));
+}
+
+void TestSymmetricMatrix::sameBitsOnRandomMatrices_data()
+{
+    QTest::addColumn<int>("order");
+    QTest::addColumn<int>("kind");
+    const char *names[] = {"normal", "integers", "sparse", "degenerate", "negative zeros"};
+    for (int kind = 0; kind < 5; ++kind)
+        for (int order : {1, 2, 3, 7, 16, 25})
+            QTest::addRow("%s %d", names[kind], order) << order << kind;
+}
+
+void TestSymmetricMatrix::sameBitsOnRandomMatrices()
+{
+    QFETCH(int, order);
+    QFETCH(int, kind);
+    for (unsigned seed = 1; seed <= 5; ++seed) {
+        compareWithFullProducts(randomMatrix(order, static_cast<Kind>(kind), seed));
+        if (QTest::currentTestFailed())
+            return;
+    }
+}
+
+void TestSymmetricMatrix::sameBitsOnRealBlocks_data()
+{
+    QTest::addColumn<int>("electrons");
+    QTest::addColumn<double>("J");
+    QTest::addColumn<int>("order");
+    QTest::newRow("f6 J=0") << 6 << 0.0 << 14;
+    QTest::newRow("f6 J=7") << 6 << 7.0 << 24;
+    QTest::newRow("f8 J=8") << 8 << 8.0 << 20;
+    QTest::newRow("f7 J=1/2") << 7 << 0.5 << 17;
+    QTest::newRow("f7 J=15/2") << 7 << 7.5 << 26;
+#if !defined(__SANITIZE_ADDRESS__) // minutes with the sanitizers
+    QTest::newRow("f6 J=4") << 6 << 4.0 << 46;
+    QTest::newRow("f7 J=7/2") << 7 << 3.5 << 50;
+#endif
+}
+
+void TestSymmetricMatrix::sameBitsOnRealBlocks()
+{
+    QFETCH(int, electrons);
+    QFETCH(double, J);
+    QFETCH(int, order);
+    QVERIFY(QDir::setCurrent(testSupport::sourceFile(QStringLiteral("data"))));
+    const LanqorEnergyLevels ion(nullptr, electrons);
+    const freeIon::AngularBlock block =
+        freeIon::angularBlock(ion, std::min(electrons, 14 - electrons), electrons > 7, J);
+    const SymmetricMatrix matrix =
+        freeIon::hamiltonian(block, {0.0, 369.60795, 56.240519, 5.6408009, 1326.0});
+    QCOMPARE(matrix.getOrder(), order);
+    compareWithFullProducts(matrix);
+}
+
+void TestSymmetricMatrix::eigensystem()
+{
+    const int order = 30;
+    const SymmetricMatrix original = randomMatrix(order, Kind::Normal, 7);
+    SymmetricMatrix matrix = original;
+    QVERIFY(matrix.diagonalize(tolerance));
+    for (int k = 0; k < order; ++k)
+        for (int i = 0; i < order; ++i) {
+            double product = 0.0;
+            double overlap = 0.0;
+            for (int j = 0; j < order; ++j) {
+                product += original(i, j) * matrix.getEigenvectorComponent(j, k);
+                overlap +=
+                    matrix.getEigenvectorComponent(j, i) * matrix.getEigenvectorComponent(j, k);
+            }
+            COMPARE_NEAR(product, matrix(k, k) * matrix.getEigenvectorComponent(i, k), 1e-8);
+            COMPARE_NEAR(overlap, i == k ? 1.0 : 0.0, 1e-13);
+        }
+}
+
+void TestSymmetricMatrix::refusals()
+{
+    for (double bad : {std::numeric_limits<double>::quiet_NaN(),
+                       std::numeric_limits<double>::infinity(), 1e300, 1e9}) {
+        SymmetricMatrix matrix(3);
+        matrix(2, 1) = bad;
+        QVERIFY(!matrix.diagonalize(tolerance));
+    }
+    SymmetricMatrix empty(0);
+    QVERIFY(empty.diagonalize(tolerance));
+    SymmetricMatrix ones(2);
+    ones(0, 1) = 1.0;
+    QVERIFY(!ones.diagonalize(0.0));
+}
+
+QTEST_GUILESS_MAIN(TestSymmetricMatrix)
+#include "tst_symmetricmatrix.moc"
