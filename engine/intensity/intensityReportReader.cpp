@@ -56,18 +56,18 @@ bool readChargeFactorRows(LineReader &reader, IntensityReportData &report)
     while (reader.next()) {
         const Entry g = findEntry(reader.line(), "g(");
         const Entry alpha = findEntry(reader.line(), "alpha(");
-        if (!g.isFound) {
-            if (hasRows)
-                return true;
+        if (!g.isFound && !hasRows)
             continue; // rule and blank line under the title
-        }
-        if (g.number != report.chargeFactors.size() || !alpha.isFound || alpha.number != g.number)
+        if (textFields::isBlank(reader.line()))
+            return true;
+        if (!g.isFound || g.number != report.chargeFactors.size() || !alpha.isFound ||
+            alpha.number != g.number)
             return false;
         report.chargeFactors.append(g.value);
         report.alphas.append(alpha.value * lanqor::cm3PerCubicAngstrom);
         hasRows = true;
     }
-    return hasRows;
+    return false; // a whole report has a blank line behind the rows
 }
 
 } // namespace

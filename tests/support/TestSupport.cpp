@@ -5,9 +5,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <cmath>
 #include <random>
 
 namespace testSupport {
@@ -129,6 +131,64 @@ void damageFile(const QByteArray &original, int cuts, int mutations,
         }
         read(scratchFile(QStringLiteral("mutated"), bytes));
     }
+}
+
+namespace {
+
+/// A line cut into its numbers and, blanks aside, the text between them.
+struct ReportLine
+{
+    explicit ReportLine(const QString &line)
+    {
+        static const QRegularExpression number(
+            QStringLiteral("[-+]?\\d+(\\.(\\d+))?(e[-+]?\\d+)?"));
+        int end = 0;
+        for (auto match = number.globalMatch(line); match.hasNext();) {
+            const QRegularExpressionMatch found = match.next();
+            words += line.mid(end, found.capturedStart() - end).simplified() + QLatin1Char('#');
+            end = found.capturedEnd();
+            numbers.append(found.captured().toDouble());
+            lastDigits.append(
+                std::pow(10.0, found.captured(3).mid(1).toInt() - found.captured(2).size()));
+        }
+        words += line.mid(end).simplified();
+    }
+
+    bool agrees(const ReportLine &other, double relative) const
+    {
+        if (words != other.words)
+            return false;
+        for (int i = 0; i < numbers.size(); ++i) {
+            const double tolerance =
+                std::max(relative * std::abs(other.numbers.at(i)), 1.001 * other.lastDigits.at(i));
+            const bool isIndex = other.lastDigits.at(i) == 1.0;
+            if (std::abs(numbers.at(i) - other.numbers.at(i)) > (isIndex ? 0.0 : tolerance))
+                return false;
+        }
+        return true;
+    }
+
+    QString words;
+    QVector<double> numbers;
+    QVector<double> lastDigits;
+};
+
+} // namespace
+
+QString reportDifference(const QString &actual, const QString &expected, double relative)
+{
+    const QStringList actualLines = actual.split(QLatin1Char('\n'));
+    const QStringList expectedLines = expected.split(QLatin1Char('\n'));
+    for (int i = 0; i < std::max(actualLines.size(), expectedLines.size()); ++i) {
+        const QString a = actualLines.value(i);
+        const QString b = expectedLines.value(i);
+        if (i >= actualLines.size() || i >= expectedLines.size() || a.size() != b.size() ||
+            !ReportLine(a).agrees(ReportLine(b), relative))
+            return QStringLiteral("line %1:\n  got      \"%2\"\n  expected \"%3\"")
+                .arg(i + 1)
+                .arg(a, b);
+    }
+    return QString();
 }
 
 bool isNear(double a, double b, double tolerance)
