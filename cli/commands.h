@@ -8,5 +8,6 @@ int fitOmegaCommand(const QStringList &arguments);
 int fitQdcCommand(const QStringList &arguments);
 int indicesCommand(const QStringList &arguments);
 int omegaCommand(const QStringList &arguments);
+int omegaExpCommand(const QStringList &arguments);
 int sphereCommand(const QStringList &arguments);
 int yieldCommand(const QStringList &arguments);

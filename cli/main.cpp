@@ -11,6 +11,8 @@ const QVector<Command> &commands()
     static const QVector<Command> table = {
         {"sphere", "coordination sphere of the ion in a structure file", sphereCommand},
         {"omega", "intensity parameters of a complex from its geometry", omegaCommand},
+        {"omega-exp", "experimental intensity parameters from an emission spectrum",
+         omegaExpCommand},
         {"fit omega", "charge factors and polarisabilities from measured intensity parameters",
          fitOmegaCommand},
         {"fit qdc", "parameters of the QDC model from measured intensity parameters",
