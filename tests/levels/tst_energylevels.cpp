@@ -1,0 +1,580 @@
+#include "TestSupport.h"
+#include "determinantLevels.h"
+
+#include <LanqorEngine/LanqorEnergyLevels.h>
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+using LanqorSpectroscopicTermUtil::SpectroscopicTerm;
+using LanqorSpectroscopicTermUtil::termFromLabel;
+
+namespace {
+
+QString dataFolder()
+{
+    return testSupport::sourceFile(QStringLiteral("data"));
+}
+
+// A folder with tables of one's own, which becomes the current one.
+class Tables
+{
+public:
+    Tables(int n, const QByteArray &cfp, const QByteArray &ele)
+    {
+        QDir(folder.path()).mkdir(QStringLiteral("EnergyLevels4f"));
+        write(QStringLiteral("f%1.cfp").arg(n), cfp);
+        write(QStringLiteral("f%1.ele").arg(n), ele);
+        if (!QDir::setCurrent(folder.path()))
+            qFatal("cannot enter the scratch folder");
+    }
+    ~Tables() { QDir::setCurrent(dataFolder()); }
+
+private:
+    void write(const QString &name, const QByteArray &bytes)
+    {
+        QFile file(folder.filePath(QStringLiteral("EnergyLevels4f/") + name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            qFatal("cannot write a table");
+    }
+
+    QTemporaryDir folder;
+};
+
+QByteArray storedTable(const char *name)
+{
+    return testSupport::readAll(dataFolder() + QStringLiteral("/EnergyLevels4f/") +
+                                QLatin1String(name));
+}
+
+struct Parameters
+{
+    double F2, F4, F6, zeta;
+};
+
+void setParameters(LanqorEnergyLevels &levels, const Parameters &p)
+{
+    levels.setSlaterIntegral(0.0, p.F2, p.F4, p.F6);
+    levels.setZetaParameters(p.zeta);
+}
+
+double twiceJ(const QString &label)
+{
+    return 2.0 * termFromLabel(label, true).J;
+}
+
+} // namespace
+
+class TestEnergyLevels : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void labels();
+    void termsOfTheShells_data();
+    void termsOfTheShells();
+    void levelsFromDeterminants_data();
+    void levelsFromDeterminants();
+    void referenceLevels_data();
+    void referenceLevels();
+    void publishedLevels_data();
+    void publishedLevels();
+    void oneElectronOrHole();
+    void blockSizes();
+    void statesOfOneJ();
+    void labelsFromDiagonalPosition();
+    void centreOfGravity();
+    void sameBitsInEveryRun();
+    void missingParameters();
+    void missingTables();
+    void tablesAreReadToTheEmptyLine();
+    void shortLinesAndNumbers();
+    void refusedTables_data();
+    void refusedTables();
+    void damagedTables();
+    void report();
+};
+
+void TestEnergyLevels::initTestCase()
+{
+    QVERIFY(QDir::setCurrent(dataFolder()));
+}
+
+void TestEnergyLevels::labels()
+{
+    const auto check = [](const char *label, bool withJ, double S, int L, int index, double J) {
+        const SpectroscopicTerm term = termFromLabel(QLatin1String(label), withJ);
+        QCOMPARE(term.S, S);
+        QCOMPARE(term.L, L);
+        QCOMPARE(term.termIndex, index);
+        QCOMPARE(term.J, J);
+    };
+    check("8S", false, 3.5, 0, 0, 0.0);
+    check("1I", false, 0.0, 6, 0, 0.0);
+    check("2Q", false, 0.5, 12, 0, 0.0);
+    check("2J", false, 0.5, -1, 0, 0.0);
+    check("5D1", false, 2.0, 2, 1, 0.0);
+    check("3H10", false, 1.0, 5, 10, 0.0);
+    check("3H2.9", false, 1.0, 5, 2, 0.0);
+    check("3H1e300", false, 1.0, 5, 0, 0.0);
+    check("", false, -0.5, -1, 0, 0.0);
+    check("7F6", true, 3.0, 3, 0, 6.0);
+    check("5D(1)2", true, 2.0, 2, 1, 2.0);
+    check("4I5.5", true, 1.5, 6, 0, 5.5);
+    check("4I11/2", true, 1.5, 6, 0, 0.0);
+    check("2Fnan", true, 0.5, 3, 0, 0.0);
+}
+
+void TestEnergyLevels::termsOfTheShells_data()
+{
+    QTest::addColumn<int>("n");
+    QTest::addColumn<int>("terms");
+    QTest::addColumn<int>("levels");
+    const int terms[] = {1, 7, 17, 47, 73, 119, 119};
+    const int levels[] = {2, 13, 41, 107, 198, 295, 327};
+    for (int n = 1; n <= 13; ++n) {
+        const int i = std::min(n, 14 - n) - 1;
+        QTest::addRow("f%d", n) << n << terms[i] << levels[i];
+    }
+}
+
+void TestEnergyLevels::termsOfTheShells()
+{
+    QFETCH(int, n);
+    LanqorEnergyLevels shell(nullptr, n);
+    QCOMPARE(shell.getLastError(), QString());
+    QTEST(shell.getSpectroscopicTermVector().size(), "terms");
+    setParameters(shell, {350.0, 50.0, 5.0, 1000.0});
+    QVERIFY(shell.calcEnergyLevels(-1.0));
+    const QVector<MixedState> states = shell.getMixedStatesVector();
+    QTEST(states.size(), "levels");
+
+    double multiplicity = 0.0;
+    QStringList seen;
+    for (const MixedState &state : states) {
+        multiplicity += twiceJ(state.label) + 1.0;
+        seen.append(state.label);
+    }
+    seen.removeDuplicates();
+    QCOMPARE(seen.size(), states.size());
+    double binomial = 1.0; // C(14, n)
+    for (int i = 0; i < n; ++i)
+        binomial = binomial * (14 - i) / (i + 1);
+    QCOMPARE(multiplicity, binomial);
+    QCOMPARE(states.first().energy, 0.0);
+    for (int i = 1; i < states.size(); ++i)
+        QVERIFY(states.at(i).energy >= states.at(i - 1).energy);
+}
+
+void TestEnergyLevels::levelsFromDeterminants_data()
+{
+    QTest::addColumn<int>("n");
+    for (int n = 1; n <= 13; ++n)
+        QTest::addRow("f%d", n) << n;
+}
+
+void TestEnergyLevels::levelsFromDeterminants()
+{
+    QFETCH(int, n);
+    // Strong spin-orbit coupling: every element between terms matters.
+    for (const Parameters &p :
+         {Parameters{330.0, 47.0, 5.1, 1100.0 + 120.0 * n}, Parameters{290.0, 61.0, 4.2, 4300.0}}) {
+        LanqorEnergyLevels shell(nullptr, n);
+        setParameters(shell, p);
+        QVERIFY(shell.calcEnergyLevels(-1.0));
+        const QVector<MixedState> got = shell.getMixedStatesVector();
+        const std::vector<double> expected = determinantLevels(n, p.F2, p.F4, p.F6, p.zeta);
+        QCOMPARE(std::size_t(got.size()), expected.size());
+        for (int i = 0; i < got.size(); ++i)
+            COMPARE_NEAR(got.at(i).energy, expected[std::size_t(i)], 1e-8);
+    }
+}
+
+void TestEnergyLevels::referenceLevels_data()
+{
+    QTest::addColumn<int>("n");
+    for (int n : {2, 3, 6, 8})
+        QTest::addRow("f%d", n) << n;
+}
+
+void TestEnergyLevels::referenceLevels()
+{
+    QFETCH(int, n);
+    const QString path =
+        testSupport::referenceFile(QStringLiteral("levels/levels_f%1.json").arg(n));
+    if (path.isEmpty())
+        QSKIP("needs LANQOR_REFERENCE_DIR");
+    const QJsonObject reference = QJsonDocument::fromJson(testSupport::readAll(path)).object();
+    const auto value = [&reference](const char *name) {
+        return reference.value(QLatin1String(name)).toDouble();
+    };
+    LanqorEnergyLevels shell(nullptr, n);
+    setParameters(shell, {value("F2"), value("F4"), value("F6"), value("zeta")});
+    QVERIFY(shell.calcEnergyLevels(-1.0));
+    const QVector<MixedState> states = shell.getMixedStatesVector();
+    const QJsonArray levels = reference.value(QLatin1String("levels")).toArray();
+    QCOMPARE(states.size(), levels.size());
+    for (int i = 0; i < states.size(); ++i) {
+        const QJsonArray level = levels.at(i).toArray();
+        COMPARE_NEAR(states.at(i).energy, level.at(1).toDouble(), 1e-6);
+        QCOMPARE(twiceJ(states.at(i).label), 2.0 * level.at(0).toDouble());
+    }
+}
+
+void TestEnergyLevels::publishedLevels_data()
+{
+    QTest::addColumn<int>("n");
+    QTest::addColumn<QVector<double>>("parameters");
+    QTest::addColumn<QVector<double>>("levels"); // J, energy, of the lowest above the ground
+    // Parameters of the aqueous ions: W. T. Carnall, P. R. Fields, K. Rajnak, J. Chem. Phys. 49,
+    // 4424 (1968) and the papers that follow; levels of these four parameters alone.
+    QTest::newRow("Pr") << 2 << QVector<double>{305.21955, 46.276753, 4.434816, 740.75}
+                        << QVector<double>{5, 2082.80,  6, 4254.55,  2, 4894.53,  3, 6283.37,
+                                           4, 6653.71,  4, 9521.69,  2, 16740.42, 6, 20603.34,
+                                           0, 21066.81, 1, 21685.46, 2, 22853.60, 0, 47835.82};
+    QTest::newRow("Nd") << 3 << QVector<double>{321.8266, 46.276234, 4.7133009, 884.58}
+                        << QVector<double>{5.5,     1891.45, 6.5,      3893.78, 7.5,
+                                           5962.66, 1.5,     11315.86, 4.5,     12002.68};
+    QTest::newRow("Eu") << 6 << QVector<double>{369.60795, 56.240519, 5.6408009, 1326.0}
+                        << QVector<double>{1, 384.96,  2, 1057.61, 3, 1921.71,  4, 2906.26,
+                                           5, 3961.67, 6, 5052.65, 0, 16949.60, 1, 18692.89};
+    QTest::newRow("Tb") << 8 << QVector<double>{401.58881, 60.802078, 6.0124892, 1709.5}
+                        << QVector<double>{5, 2050.61, 4, 3300.15, 3, 4276.67, 2, 4961.29,
+                                           1, 5416.18, 0, 5638.81, 4, 19761.94};
+}
+
+void TestEnergyLevels::publishedLevels()
+{
+    QFETCH(int, n);
+    QFETCH(QVector<double>, parameters);
+    QFETCH(QVector<double>, levels);
+    LanqorEnergyLevels shell(nullptr, n);
+    setParameters(shell, {parameters[0], parameters[1], parameters[2], parameters[3]});
+    QVERIFY(shell.calcEnergyLevels(-1.0));
+    const QVector<MixedState> states = shell.getMixedStatesVector();
+    for (int i = 0; i < levels.size(); i += 2) {
+        const MixedState &state = states.at(1 + i / 2);
+        QCOMPARE(twiceJ(state.label), 2.0 * levels.at(i));
+        COMPARE_NEAR(state.energy, levels.at(i + 1), 0.05);
+    }
+}
+
+void TestEnergyLevels::oneElectronOrHole()
+{
+    for (int n : {1, 13}) {
+        LanqorEnergyLevels shell(nullptr, n);
+        setParameters(shell, {1.0, 1.0, 1.0, 640.0});
+        QVERIFY(shell.calcEnergyLevels(-1.0));
+        const QVector<MixedState> states = shell.getMixedStatesVector();
+        QCOMPARE(states.size(), 2);
+        QCOMPARE(states.first().label, n == 1 ? QStringLiteral("2F2.5") : QStringLiteral("2F3.5"));
+        COMPARE_NEAR(states.last().energy, 3.5 * 640.0, 1e-9);
+    }
+}
+
+void TestEnergyLevels::blockSizes()
+{
+    const QVector<int> f6{14, 19, 37, 37, 46, 37, 38, 24, 20, 11, 8, 2, 2};
+    const QVector<int> f7{17, 31, 42, 50, 46, 42, 35, 26, 18, 11, 5, 3, 1};
+    for (int n : {6, 7}) {
+        LanqorEnergyLevels shell(nullptr, n);
+        setParameters(shell, {369.6, 56.2, 5.64, 1326.0});
+        for (int i = 0; i < 13; ++i) {
+            QVERIFY(shell.calcEnergyLevels(n == 6 ? i : i + 0.5));
+            QCOMPARE(shell.getMixedStatesVector().size(), (n == 6 ? f6 : f7).at(i));
+        }
+        QVERIFY(shell.calcEnergyLevels(13.5));
+        QVERIFY(shell.getMixedStatesVector().isEmpty());
+    }
+}
+
+void TestEnergyLevels::statesOfOneJ()
+{
+    LanqorEnergyLevels shell(nullptr, 6);
+    setParameters(shell, {401.0, 55.4, 6.06, 1326.0});
+    QVERIFY(shell.calcEnergyLevels(2.0));
+    const QVector<MixedState> alone = shell.getMixedStatesVector();
+    QVERIFY(shell.calcEnergyLevels(0.0));
+    double ground = 1e10;
+    for (const MixedState &state : shell.getMixedStatesVector())
+        ground = std::min(ground, state.energy);
+    QVERIFY(ground < -1000.0);
+
+    // The same block in a full run is shifted by the ground level and sorted.
+    QVERIFY(shell.calcEnergyLevels(-1.0));
+    for (const MixedState &state : alone) {
+        const MixedState full = shell.getMixedStates(termFromLabel(state.label, true));
+        QCOMPARE(full.label, state.label);
+        COMPARE_NEAR(full.energy, state.energy - ground, 1e-9);
+        double norm = 0.0;
+        for (int i = 0; i < full.components.size(); ++i) {
+            const double coefficient = full.components.at(i).coefficient;
+            norm += coefficient * coefficient;
+            QVERIFY(i == 0 ||
+                    std::abs(coefficient) <= std::abs(full.components.at(i - 1).coefficient));
+        }
+        COMPARE_NEAR(norm, 1.0, 1e-12);
+        // Unsorted components stand in the order of the terms.
+        QCOMPARE(state.components.at(0).label, alone.at(0).components.at(0).label);
+    }
+    QCOMPARE(alone.at(0).components.at(0).label, QStringLiteral("7F2"));
+    QVERIFY(shell.getMixedStates(termFromLabel(QStringLiteral("7F9"), true)).components.isEmpty());
+}
+
+void TestEnergyLevels::labelsFromDiagonalPosition()
+{
+    // A state without coupling keeps its place; in the reference ion most bear the name of their
+    // largest component, but not all.
+    LanqorEnergyLevels shell(nullptr, 6);
+    setParameters(shell, {401.0, 55.4, 6.06, 1e-6});
+    QVERIFY(shell.calcEnergyLevels(4.0));
+    const QVector<MixedState> states = shell.getMixedStatesVector();
+    for (int k = 0; k < states.size(); ++k)
+        QCOMPARE(states.at(k).label, states.at(0).components.at(k).label);
+
+    setParameters(shell, {401.0, 55.4, 6.06, 1326.0});
+    QVERIFY(shell.calcEnergyLevels(-1.0));
+    int leading = 0;
+    for (const MixedState &state : shell.getMixedStatesVector())
+        leading += state.label == state.components.first().label ? 1 : 0;
+    QVERIFY(leading > 100 && leading < 295);
+    for (int J = 0; J <= 6; ++J)
+        QCOMPARE(shell.getMixedStatesVector().at(J).label, QStringLiteral("7F%1").arg(J));
+}
+
+void TestEnergyLevels::centreOfGravity()
+{
+    // Spin-orbit coupling leaves the mean energy of all states alone.
+    for (int n : {3, 5, 7, 10}) {
+        double means[2] = {};
+        for (int i = 0; i < 2; ++i) {
+            LanqorEnergyLevels shell(nullptr, n);
+            setParameters(shell, {330.0, 50.0, 5.0, i == 0 ? 1e-6 : 2000.0});
+            double states = 0.0;
+            for (double J = n % 2 * 0.5; J < 13.0; J += 1.0) {
+                QVERIFY(shell.calcEnergyLevels(J));
+                for (const MixedState &state : shell.getMixedStatesVector()) {
+                    means[i] += (2.0 * J + 1.0) * state.energy;
+                    states += 2.0 * J + 1.0;
+                }
+            }
+            means[i] /= states;
+        }
+        COMPARE_NEAR(means[0], means[1], 1e-7);
+    }
+}
+
+void TestEnergyLevels::sameBitsInEveryRun()
+{
+    // The angular parts are kept from the first run on; another object starts anew.
+    LanqorEnergyLevels used(nullptr, 8);
+    setParameters(used, {390.0, 58.0, 5.9, 1500.0});
+    QVERIFY(used.calcEnergyLevels(3.0));
+    setParameters(used, {401.58881, 60.802078, 6.0124892, 1709.5});
+    QVERIFY(used.calcEnergyLevels(-1.0));
+    LanqorEnergyLevels fresh(nullptr, 8);
+    setParameters(fresh, {401.58881, 60.802078, 6.0124892, 1709.5});
+    QVERIFY(fresh.calcEnergyLevels(-1.0));
+    const QVector<MixedState> a = used.getMixedStatesVector();
+    const QVector<MixedState> b = fresh.getMixedStatesVector();
+    QCOMPARE(a.size(), b.size());
+    for (int i = 0; i < a.size(); ++i) {
+        QCOMPARE(a.at(i).label, b.at(i).label);
+        QVERIFY(a.at(i).energy == b.at(i).energy);
+        for (int k = 0; k < a.at(i).components.size(); ++k)
+            QVERIFY(a.at(i).components.at(k).coefficient == b.at(i).components.at(k).coefficient);
+    }
+}
+
+void TestEnergyLevels::missingParameters()
+{
+    LanqorEnergyLevels shell(nullptr, 2);
+    testSupport::MessageSpy spy(shell);
+    const QString message =
+        QStringLiteral("It is need to specify the Slater Integral and Zeta parameters values\n");
+    QVERIFY(!shell.calcEnergyLevels(-1.0));
+    QCOMPARE(spy.messages, QStringList(message));
+    QCOMPARE(shell.getLastError(), message);
+
+    setParameters(shell, {305.2, 46.3, 4.43, 740.0});
+    QVERIFY(shell.calcEnergyLevels(-1.0));
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const Parameters &p :
+         {Parameters{0.0, 46.3, 4.43, 740.0}, Parameters{305.2, 46.3, 4.43, 0.0},
+          Parameters{nan, 46.3, 4.43, 740.0}, Parameters{305.2, infinity, 4.43, 740.0},
+          Parameters{305.2, 46.3, 4.43, -infinity}, Parameters{1e300, 46.3, 4.43, 740.0},
+          Parameters{305.2, 46.3, 4.43, 1e12}}) {
+        setParameters(shell, p);
+        spy.messages.clear();
+        QVERIFY(!shell.calcEnergyLevels(-1.0));
+        QCOMPARE(spy.messages, QStringList(shell.getLastError()));
+        QCOMPARE(shell.getMixedStatesVector().size(), 13); // of the run before
+    }
+    shell.setSlaterIntegral(nan, 305.2, 46.3, 4.43);
+    shell.setZetaParameters(740.0);
+    QVERIFY(!shell.calcEnergyLevels(-1.0));
+    // F0 is not asked for, and moves every level alike.
+    shell.setSlaterIntegral(1000.0, 305.2, 46.3, 4.43);
+    QVERIFY(shell.calcEnergyLevels(-1.0));
+    QCOMPARE(shell.getMixedStatesVector().first().energy, 0.0);
+}
+
+void TestEnergyLevels::missingTables()
+{
+    const QTemporaryDir elsewhere;
+    QVERIFY(QDir::setCurrent(elsewhere.path()));
+    LanqorEnergyLevels shell(nullptr, 8);
+    const QString folder = QDir::currentPath() + QStringLiteral("/EnergyLevels4f/");
+    QVERIFY(QDir::setCurrent(dataFolder()));
+    QVERIFY2(shell.getLastError().startsWith(QStringLiteral("Energy Levels Calculation\n") +
+                                             folder + QStringLiteral("f6.ele  ")),
+             qPrintable(shell.getLastError()));
+    QVERIFY(shell.getLastError().size() > folder.size() + 36);
+    setParameters(shell, {305.2, 46.3, 4.43, 740.0});
+    QVERIFY(shell.calcEnergyLevels(-1.0));
+    QVERIFY(shell.getMixedStatesVector().isEmpty());
+    QCOMPARE(shell.createOutputFile(QString()), QString());
+    for (int n : {0, 14, -5, std::numeric_limits<int>::max()})
+        QVERIFY(!LanqorEnergyLevels(nullptr, n).getLastError().isEmpty());
+}
+
+void TestEnergyLevels::tablesAreReadToTheEmptyLine()
+{
+    {
+        Tables tables(2, "\n" + storedTable("f2.cfp"), storedTable("f2.ele"));
+        LanqorEnergyLevels shell(nullptr, 2);
+        QCOMPARE(shell.getLastError(), QString());
+        QVERIFY(shell.getSpectroscopicTermVector().isEmpty());
+    }
+    // Windows line ends, blanks in a row, no end of the last line, text after the table.
+    const QByteArray cfp = storedTable("f2.cfp").replace(" ", "   ").replace("\n", "\r\n");
+    Tables tables(2, cfp + "\r\nnan nan nan\r\n", storedTable("f2.ele").trimmed());
+    LanqorEnergyLevels shell(nullptr, 2);
+    QCOMPARE(shell.getLastError(), QString());
+    QCOMPARE(shell.getSpectroscopicTermVector().size(), 7);
+    const QVector<double> of1I = shell.getElectrostaticMatrixVector(
+        termFromLabel(QStringLiteral("1I"), false), termFromLabel(QStringLiteral("1I"), false));
+    QCOMPARE(of1I.size(), 4);
+    COMPARE_NEAR(of1I.at(2), 70.0, 1e-12);
+}
+
+void TestEnergyLevels::shortLinesAndNumbers()
+{
+    Tables tables(2, "3P 2F 1\n3P\n3P 1S x\n5D10 2F1 0.5\n", "3P 5D10 1 2\n3P\n \n");
+    LanqorEnergyLevels shell(nullptr, 2);
+    QCOMPARE(shell.getLastError(), QString());
+    const QVector<SpectroscopicTerm> terms = shell.getSpectroscopicTermVector();
+    QCOMPARE(terms.size(), 2);
+    QCOMPARE(terms.at(1).termIndex, 0); // an ordinal of two digits is not understood here
+    const QVector<FractParentCoeff> of3P = shell.getFractParentCoeffVector(terms.at(0));
+    QCOMPARE(of3P.size(), 3);
+    QCOMPARE(of3P.at(0).cfp, 1.0);
+    QCOMPARE(of3P.at(1).parent.L, -1);
+    QCOMPARE(of3P.at(2).cfp, 0.0);
+    QVERIFY(shell.getFractParentCoeffVector(termFromLabel(QStringLiteral("1S"), false)).isEmpty());
+    const SpectroscopicTerm tenth = termFromLabel(QStringLiteral("5D10"), false);
+    QCOMPARE(shell.getElectrostaticMatrixVector(tenth, terms.at(0)),
+             (QVector<double>{1.0, 2.0, 0.0, 0.0}));
+    QCOMPARE(shell.getElectrostaticMatrixVector(tenth, tenth), QVector<double>(4, 0.0));
+}
+
+void TestEnergyLevels::refusedTables_data()
+{
+    QTest::addColumn<QByteArray>("cfp");
+    QTest::addColumn<QByteArray>("ele");
+    QTest::addColumn<QString>("file");
+    const QByteArray cfp = storedTable("f2.cfp");
+    const QByteArray ele = storedTable("f2.ele");
+    QTest::newRow("cfp not a number") << cfp + "1I 2F nan\n" << ele << "f2.cfp";
+    QTest::newRow("cfp infinite") << cfp + "1I 2F -inf\n" << ele << "f2.cfp";
+    QTest::newRow("cfp overflow") << cfp + "1I 2F 1e999\n" << ele << "f2.cfp";
+    QTest::newRow("ele not a number") << cfp << ele + "3P 3F 0 0 nan 0\n"
+                                      << "f2.ele";
+    QTest::newRow("ele too long") << cfp << QByteArray("3P 3P 1 0 0 0\n").repeated(30000)
+                                  << "f2.ele";
+    QByteArray labels;
+    for (int i = 0; i < 2000; ++i)
+        labels += "3P" + QByteArray::number(i) + " 2F 1\n";
+    QTest::newRow("too many terms") << labels << ele << "f2.cfp";
+    QTest::newRow("labels in every line")
+        << QByteArray("3P 2F 1 3F 3H 1S 1D 1G 1I 5S 5D 7F 2P 2D\n").repeated(15000) +
+               "3F\n3H\n1S\n1D\n"
+        << ele << "f2.cfp";
+}
+
+void TestEnergyLevels::refusedTables()
+{
+    QFETCH(QByteArray, cfp);
+    QFETCH(QByteArray, ele);
+    QFETCH(QString, file);
+    Tables tables(2, cfp, ele);
+    LanqorEnergyLevels shell(nullptr, 2);
+    QVERIFY2(shell.getLastError().contains(QLatin1Char('/') + file + QStringLiteral("  ")),
+             qPrintable(shell.getLastError()));
+    QVERIFY(shell.getSpectroscopicTermVector().isEmpty());
+    setParameters(shell, {305.2, 46.3, 4.43, 740.0});
+    QVERIFY(shell.calcEnergyLevels(-1.0));
+    QVERIFY(shell.getMixedStatesVector().isEmpty());
+}
+
+void TestEnergyLevels::damagedTables()
+{
+    const QByteArray cfp = storedTable("f3.cfp");
+    const QByteArray ele = storedTable("f3.ele");
+    int complete = 0;
+    const auto calculate = [&complete](const QByteArray &cfp, const QByteArray &ele) {
+        Tables tables(3, cfp, ele);
+        LanqorEnergyLevels shell(nullptr, 3);
+        setParameters(shell, {321.8, 46.3, 4.7, 884.0});
+        shell.calcEnergyLevels(-1.0);
+        for (const MixedState &state : shell.getMixedStatesVector())
+            QVERIFY(std::isfinite(state.energy));
+        complete += shell.getMixedStatesVector().size() == 41 ? 1 : 0;
+    };
+    testSupport::damageFile(
+        cfp, 60, 500, [&](const QString &path) { calculate(testSupport::readAll(path), ele); });
+    testSupport::damageFile(
+        ele, 60, 500, [&](const QString &path) { calculate(cfp, testSupport::readAll(path)); });
+    QVERIFY(complete > 100);
+}
+
+void TestEnergyLevels::report()
+{
+    LanqorEnergyLevels one(nullptr, 1);
+    setParameters(one, {1.0, 1.0, 1.0, 640.0});
+    QCOMPARE(one.createOutputFile(QString()), QString());
+    QVERIFY(one.calcEnergyLevels(-1.0));
+    const QString path = testSupport::scratchFile(QStringLiteral("levels.txt"), "older and longer");
+    const QString text = one.createOutputFile(path);
+    QCOMPARE(text, QStringLiteral("1  0\n|2F2.5> = +1.0000|2F2.5> \n*********************\n"
+                                  "2  2240\n|2F3.5> = +1.0000|2F3.5> \n*********************\n"));
+    QCOMPARE(QString::fromUtf8(testSupport::readAll(path)), text);
+    // An impossible file is not reported.
+    QCOMPARE(one.createOutputFile(QStringLiteral("/nowhere/levels.txt")), text);
+    QCOMPARE(one.getLastError(), QString());
+
+    LanqorEnergyLevels pr(nullptr, 2);
+    setParameters(pr, {305.21955, 46.276753, 4.434816, 740.75});
+    QVERIFY(pr.calcEnergyLevels(-1.0));
+    const QStringList lines = pr.createOutputFile(QString()).split(QLatin1Char('\n'));
+    QCOMPARE(lines.size(), 3 * 13 + 1);
+    QCOMPARE(lines.at(3), QStringLiteral("2  2083"));
+    QCOMPARE(lines.at(4), QStringLiteral("|3H5> = +1.0000|3H5> "));
+    QCOMPARE(lines.at(5), QStringLiteral("*********************"));
+    // 3P0 and 1S0 mix: two components of opposite sign between them, the larger first.
+    const QRegularExpression mixed(
+        QStringLiteral("^\\|3P0> = [+-]0\\.99\\d\\d\\|3P0> [+-]0\\.\\d{4}\\|1S0> $"));
+    QCOMPARE(lines.filter(mixed).size(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestEnergyLevels)
+#include "tst_energylevels.moc"
