@@ -134,7 +134,6 @@ void LanqorOmega::setRefractiveIndex(const double &index)
 
 void LanqorOmega::setParametersQDC(const double &Q, const double &D, const double &C)
 {
-    isCalculated = false;
     hasParametersQDC = true;
     parameterQ = Q;
     parameterD = D;
@@ -143,13 +142,11 @@ void LanqorOmega::setParametersQDC(const double &Q, const double &D, const doubl
 
 void LanqorOmega::setSuperDeslocalizability(const QVector<double> &values)
 {
-    isCalculated = false;
     superDeslocalizability = values;
 }
 
 void LanqorOmega::setAtomicCharges(const QVector<double> &charges)
 {
-    isCalculated = false;
     atomicCharges = charges;
 }
 
@@ -263,24 +260,31 @@ bool LanqorOmega::calcChargeFactorAndAlpha(double &minDistance)
         forceConstants.append(reader.getForceConstant(i));
 
     const int entries = coordNumber + 2;
-    for (const QVector<double> *values :
-         {&forceConstants, &atomicCharges, &superDeslocalizability}) {
-        if (values->size() < entries)
-            return failWith(
-                tr("Charge factors and polarizabilities of %1 coordinated atoms need "
-                   "as many force constants, atomic charges and superdelocalizabilities "
-                   "(vectors of %2 entries by atom number); there are %3, %4 and %5 "
-                   "entries.")
-                    .arg(coordNumber)
-                    .arg(entries)
-                    .arg(forceConstants.size())
-                    .arg(atomicCharges.size())
-                    .arg(superDeslocalizability.size()));
-    }
+    if (forceConstants.size() < entries || !hasReactivityIndices())
+        return failWith(tr("Charge factors and polarizabilities of %1 coordinated atoms need as "
+                           "many force constants, atomic charges and superdelocalizabilities "
+                           "(vectors of %2 entries by atom number); there are %3, %4 and %5 "
+                           "entries.")
+                            .arg(coordNumber)
+                            .arg(entries)
+                            .arg(forceConstants.size())
+                            .arg(atomicCharges.size())
+                            .arg(superDeslocalizability.size()));
     if (!hasParametersQDC)
         return calcFromBonds(minDistance, forceConstants);
     calcFromQDC();
     return true;
+}
+
+double LanqorOmega::chargeFactorQDC(const int &atom) const
+{
+    return parameterQ * atomicCharges.at(atom);
+}
+
+double LanqorOmega::alphaQDC(const int &atom) const
+{
+    return (parameterD * superDeslocalizability.at(atom) + parameterC) *
+           lanqor::cm3PerCubicAngstrom;
 }
 
 void LanqorOmega::calcFromQDC()
@@ -288,10 +292,30 @@ void LanqorOmega::calcFromQDC()
     chargeFactor.fill(0.0, coordNumber + 2);
     alpha.fill(0.0, coordNumber + 2);
     for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-        chargeFactor[atom] = parameterQ * atomicCharges.at(atom);
-        alpha[atom] = (parameterD * superDeslocalizability.at(atom) + parameterC) *
-                      lanqor::cm3PerCubicAngstrom;
+        chargeFactor[atom] = chargeFactorQDC(atom);
+        alpha[atom] = alphaQDC(atom);
     }
+}
+
+bool LanqorOmega::hasReactivityIndices() const
+{
+    return std::min(atomicCharges.size(), superDeslocalizability.size()) >= coordNumber + 2;
+}
+
+/// Q, D, C, charges and superdelocalizabilities may have been set after the calculation.
+bool LanqorOmega::agreesWithQDC() const
+{
+    if (!hasParametersQDC || !hasReactivityIndices())
+        return true;
+    constexpr double rounding = 1e-9;
+    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
+        const double g = chargeFactor.at(atom);
+        const double a = alpha.at(atom);
+        if (!(std::abs(g - chargeFactorQDC(atom)) <= rounding * std::abs(g)) ||
+            !(std::abs(a - alphaQDC(atom)) <= rounding * std::abs(a)))
+            return false;
+    }
+    return true;
 }
 
 bool LanqorOmega::calcFromBonds(const double &minDistance, const QVector<double> &forceConstants)

@@ -87,7 +87,8 @@ public:
     bool calcOmega();
 
     /// Report of the last calculation with the sections of the printing options, written to
-    /// @p fileName unless that is empty. Empty on failure.
+    /// @p fileName unless that is empty. Empty on failure: also when g and alpha, N or the QDC
+    /// values were changed since and no longer belong to these Omega.
     QString createOutFile(const QString &fileName);
 
     /// Omega(lambda), cm^2, lambda = 2, 4, 6.
@@ -116,6 +117,10 @@ private:
     bool prepareSphere();
     bool calcChargeFactorAndAlpha(double &minDistance);
     void calcFromQDC();
+    double chargeFactorQDC(const int &atom) const;
+    double alphaQDC(const int &atom) const;
+    bool hasReactivityIndices() const;
+    bool agreesWithQDC() const;
     bool calcFromBonds(const double &minDistance, const QVector<double> &forceConstants);
     void clearResults();
 

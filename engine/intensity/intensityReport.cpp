@@ -165,14 +165,16 @@ QString IntensityReport::parametersQDC() const
 
 QString IntensityReport::reactivityIndices() const
 {
+    if (!calculation.hasReactivityIndices())
+        return QString();
     QString text =
         QStringLiteral(" Atomic Charges (au)             Varno Superdelocalizabilities (au)\n");
     for (int atom = 2; atom <= lastAtom(); ++atom) {
         const int width = atom < 10 ? 9 : 8;
         text += QStringLiteral(" atomic charges(%1) = ").arg(atom) +
-                fixed(calculation.atomicCharges.value(atom), 4, width) +
+                fixed(calculation.atomicCharges.at(atom), 4, width) +
                 QStringLiteral("      SDE(%1) = ").arg(atom) +
-                fixed(calculation.superDeslocalizability.value(atom), 4, width + 2) +
+                fixed(calculation.superDeslocalizability.at(atom), 4, width + 2) +
                 QLatin1Char('\n');
     }
     return text + QLatin1Char('\n');
@@ -355,7 +357,7 @@ QString IntensityReport::citations() const
 
 QString LanqorOmega::createOutFile(const QString &fileName)
 {
-    if (!isCalculated) {
+    if (!isCalculated || !agreesWithQDC()) {
         failWith(tr("There is no report: the intensity parameters of the present geometry, charge "
                     "factors and polarizabilities were not calculated."));
         return QString();

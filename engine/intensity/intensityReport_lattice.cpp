@@ -24,17 +24,23 @@ QString indexed(const QString &name, std::initializer_list<int> indices)
     return name + QLatin1Char('(') + numbers.join(QLatin1Char(',')) + QLatin1Char(')');
 }
 
+/// Blanks that make up for an atom number of one digit among numbers of two.
+int padding(int atom, int lastAtom)
+{
+    return atom < 10 && lastAtom >= 10 ? 1 : 0;
+}
+
 /// A line with the modulus and the parts of a complex number.
 struct ComplexLine
 {
     QString modulusName;
     QString name;
     QString unit;    ///< behind the modulus and behind the i of the imaginary part
-    int padding = 0; ///< blanks that make up for a shorter index
+    int leading = 0; ///< blanks before the numbers
 
     QString text(const MyComplex &value) const
     {
-        const int width = 11 + padding;
+        const int width = 11 + leading;
         return QLatin1Char('|') + modulusName + QStringLiteral("| = ") +
                exponential(std::hypot(value.real, value.imag), 3, width) + unit +
                QStringLiteral("      ") + name + QStringLiteral(" = ") +
@@ -43,44 +49,38 @@ struct ComplexLine
     }
 };
 
-/// Lattice terms of each atom by t and p.
-template <typename Term>
-QString atomLines(const QString &name, const QStringList &units, int lastAtom, const Term &term)
+/// Which lines of a lattice section are wanted.
+struct LatticeLines
 {
-    QString text;
-    for (const int t : oddRanks) {
-        for (int p = 0; p <= t; ++p) {
-            for (int j = 2; j <= lastAtom; ++j) {
-                const QString label = indexed(name, {t, p, j});
-                text += ComplexLine{label, label, QLatin1Char(' ') + units.at(t / 2),
-                                    j < 10 && lastAtom >= 10 ? 1 : 0}
-                            .text(term(t, p, j));
-            }
-        }
-    }
-    return text + QLatin1Char('\n');
-}
+    bool ofAtoms = false;
+    bool ofSums = false;
+};
 
-/// Sums of the lattice terms over the atoms, by t and p.
+/// Lattice terms by t and p: of each atom, then their sums. @p units has one unit for each t,
+/// @p term gives the term of (t, p, atom).
 template <typename Term>
-QString sumLines(const QString &name, const QStringList &units, int lastAtom, const Term &term)
+QString latticeLines(const QString &name, const QStringList &units, int lastAtom,
+                     const LatticeLines &wanted, const Term &term)
 {
-    QString text;
+    QString atomLines;
+    QString sumLines;
     for (const int t : oddRanks) {
+        const QString unit = QLatin1Char(' ') + units.at(t / 2);
         for (int p = 0; p <= t; ++p) {
             MyComplex sum;
             for (int j = 2; j <= lastAtom; ++j) {
                 const MyComplex value = term(t, p, j);
                 sum.real += value.real;
                 sum.imag += value.imag;
+                const QString label = indexed(name, {t, p, j});
+                atomLines += ComplexLine{label, label, unit, padding(j, lastAtom)}.text(value);
             }
             const QString label = indexed(name, {t, p});
-            text += ComplexLine{label, QStringLiteral("Sum ") + label,
-                                QLatin1Char(' ') + units.at(t / 2), 0}
-                        .text(sum);
+            sumLines += ComplexLine{label, QStringLiteral("Sum ") + label, unit, 0}.text(sum);
         }
     }
-    return text + QLatin1Char('\n');
+    return (wanted.ofAtoms ? atomLines + QLatin1Char('\n') : QString()) +
+           (wanted.ofSums ? sumLines + QLatin1Char('\n') : QString());
 }
 
 /// Amplitudes B(lambda,t,p) with t from lambda + @p firstStep to lambda + 1.
@@ -112,11 +112,11 @@ QString IntensityReport::sphericalHarmonics() const
         for (int p = 0; p <= t; ++p) {
             for (int j = 2; j <= lastAtom(); ++j) {
                 const QString label = indexed(QStringLiteral("Y"), {t, p, j});
-                const int padding = j < 10 && lastAtom() >= 10 ? 1 : 0;
+                const int leading = padding(j, lastAtom());
                 const auto value = calculation.sphere->harmonic(t, p, j);
                 text += QLatin1Char('|') + label + QStringLiteral("| = ") +
-                        exponential(std::abs(value), 3, 10 + padding) + QStringLiteral("      ") +
-                        label + QStringLiteral(" = ") + fixed(value.real(), 4, 8 + padding) +
+                        exponential(std::abs(value), 3, 10 + leading) + QStringLiteral("      ") +
+                        label + QStringLiteral(" = ") + fixed(value.real(), 4, 8 + leading) +
                         QStringLiteral(" + ") + fixed(value.imag(), 4, 8) + QStringLiteral("i\n");
             }
         }
@@ -126,34 +126,28 @@ QString IntensityReport::sphericalHarmonics() const
 
 QString IntensityReport::latticeTermsDC() const
 {
-    const QStringList units = {QStringLiteral("cm   "), QStringLiteral("cm^-1"),
-                               QStringLiteral("cm^-3"), QStringLiteral("cm^-5")};
-    const QString name = QStringLiteral("GAMA");
-    const auto term = [this](int t, int p, int j) { return calculation.GAMMA(t, p, j); };
-    QString text = QStringLiteral("---------------------------\n"
-                                  "   Parameters GAMA(t,p,i)  \n"
-                                  "---------------------------\n\n");
-    if (calculation.printingOptions.printGAMA)
-        text += atomLines(name, units, lastAtom(), term);
-    if (calculation.printingOptions.printSumGAMA)
-        text += sumLines(name, units, lastAtom(), term);
-    return text;
+    const OmegaPrintingOptions &options = calculation.printingOptions;
+    return QStringLiteral("---------------------------\n"
+                          "   Parameters GAMA(t,p,i)  \n"
+                          "---------------------------\n\n") +
+           latticeLines(QStringLiteral("GAMA"),
+                        {QStringLiteral("cm   "), QStringLiteral("cm^-1"), QStringLiteral("cm^-3"),
+                         QStringLiteral("cm^-5")},
+                        lastAtom(), {options.printGAMA, options.printSumGAMA},
+                        [this](int t, int p, int j) { return calculation.GAMMA(t, p, j); });
 }
 
 QString IntensityReport::latticeTermsED() const
 {
-    const QStringList units = {QStringLiteral("erg cm^-1"), QStringLiteral("erg cm^-3"),
-                               QStringLiteral("erg cm^-5"), QStringLiteral("erg cm^-7")};
-    const QString name = QStringLiteral("gama");
-    const auto term = [this](int t, int p, int j) { return calculation.gamma(t, p, j); };
-    QString text = QStringLiteral("----------------------------------------------\n"
-                                  " Odd-rank ligand field parameters, gama(t,p,i)\n"
-                                  "----------------------------------------------\n\n");
-    if (calculation.printingOptions.printgama)
-        text += atomLines(name, units, lastAtom(), term);
-    if (calculation.printingOptions.printSumgama)
-        text += sumLines(name, units, lastAtom(), term);
-    return text;
+    const OmegaPrintingOptions &options = calculation.printingOptions;
+    return QStringLiteral("----------------------------------------------\n"
+                          " Odd-rank ligand field parameters, gama(t,p,i)\n"
+                          "----------------------------------------------\n\n") +
+           latticeLines(QStringLiteral("gama"),
+                        {QStringLiteral("erg cm^-1"), QStringLiteral("erg cm^-3"),
+                         QStringLiteral("erg cm^-5"), QStringLiteral("erg cm^-7")},
+                        lastAtom(), {options.printgama, options.printSumgama},
+                        [this](int t, int p, int j) { return calculation.gamma(t, p, j); });
 }
 
 QString IntensityReport::amplitudesDC() const

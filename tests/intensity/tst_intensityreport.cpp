@@ -112,6 +112,7 @@ private Q_SLOTS:
     void latticeSwitches();
     void printedNumbersAgreeWithEachOther();
     void columnsOfTwoDigitAtomsAreAligned();
+    void indicesSetAfterTheCalculation();
     void groupsThatCannotBeUsed();
     void citations();
     void writing();
@@ -150,7 +151,8 @@ void TestIntensityReport::switchesOff()
     const auto qdc = finishedQDC();
     qdc->setOmegaPrintingOptions(OmegaPrintingOptions());
     QVERIFY(qdc->createOutFile(QString()).contains(QStringLiteral("QDC Ajusted Values")));
-    qdc->setParametersQDC(1.0, 0.5, 0.0); // no ratio
+    qdc->setParametersQDC(1.0, 0.5, 0.0);             // no ratio
+    QVERIFY(qdc->createOutFile(QString()).isEmpty()); // these gave other charge factors
     QVERIFY(qdc->calcOmega());
     QVERIFY(!qdc->createOutFile(QString()).contains(QStringLiteral("inf")));
 }
@@ -244,6 +246,36 @@ void TestIntensityReport::columnsOfTwoDigitAtomsAreAligned()
     }
     QVERIFY(report.contains(QStringLiteral(" g(9)  = ")));
     QVERIFY(report.contains(QStringLiteral(" g(13) = ")));
+}
+
+void TestIntensityReport::indicesSetAfterTheCalculation()
+{
+    // The caller of an output without force constants computes g and alpha on its own.
+    const auto reference = finishedQDC();
+    const QString expected = reference->createOutFile(QString());
+    LanqorOmega omega(nullptr, 0, output(), QString());
+    QVector<double> g;
+    QVector<double> alpha;
+    QVector<double> charges;
+    for (int atom = 0; atom <= 9; ++atom) {
+        g.append(reference->getChargeFactor(atom));
+        alpha.append(reference->getAlpha(atom));
+        charges.append(g.last() / 1.5);
+    }
+    setChargeFactorAndAlpha(omega, g, alpha);
+    omega.setParametersQDC(1.5, 0.06, 0.4);
+    OmegaPrintingOptions options;
+    options.printOmega = true;
+    omega.setOmegaPrintingOptions(options);
+    QVERIFY(omega.calcOmega());
+    const QString table = QStringLiteral(" Atomic Charges (au) ");
+    QVERIFY(!omega.createOutFile(QString()).contains(table)); // there are none
+    omega.setAtomicCharges(charges);
+    omega.setSuperDeslocalizability({0, 0, 28, 27, 26, 25, 24, 23, 22, 21});
+    QVERIFY(omega.createOutFile(QString()).contains(table));
+    QVERIFY(expected.contains(table));
+    omega.setSuperDeslocalizability({0, 0, 28, 27, 26, 25, 24, 23, 22, 20});
+    QVERIFY(omega.createOutFile(QString()).isEmpty());
 }
 
 void TestIntensityReport::groupsThatCannotBeUsed()
