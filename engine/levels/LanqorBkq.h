@@ -1,0 +1,69 @@
+#pragma once
+
+#include <LanqorEngine/LanqorEngineExport.h>
+#include <LanqorEngine/MyComplex.h>
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <memory>
+
+namespace simpleOverlapModel {
+class CoordinationSphere;
+}
+
+/// Even-rank crystal-field parameters of a Eu3+ complex by the simple overlap model (O. L. Malta,
+/// Chem. Phys. Lett. 88, 353 (1982)), atom by atom, cm^-1:
+///     B(k,q) = r(k) e^2 g rho (2 beta)^(k+1) sqrt(4 pi/(2k+1)) conj(Y(k,q)) / R^(k+1)
+/// with rho = ro0 (Rmin/R)^3.5, beta = 1/(1 + rho) for O and F, 1/(1 - rho) for N and Cl and 1
+/// for other elements, k = 2, 4, 6 and q = -k .. k.
+///
+/// Use: setChargeFactors(), calculateRO(), then getBkq(). Copies are independent of each other but
+/// for the charge factors, which belong to the caller.
+class LANQORENGINE_EXPORT LanqorBkq
+{
+public:
+    /// Reads the structure; a failure is told by getLastError().
+    /// @param fileName  MOPAC output, ".mop", ".zmt", ".xyz" or MOL2 file, its kind told by suffix
+    ///                  and content; Eu is atom 1, the coordinated atoms follow
+    /// @param value  coordination number A; 0: counted by the bonding distances
+    LanqorBkq(const QString &fileName, const int &value);
+    LanqorBkq(const LanqorBkq &other);
+    LanqorBkq &operator=(const LanqorBkq &other);
+    ~LanqorBkq();
+
+    /// Charge factors by atom number, A+2 entries, of which 0 and 1 are not used. The array is not
+    /// copied: it must live as long as it is in use.
+    void setChargeFactors(double *&g);
+    bool hasChargeFactors() const { return chargeFactors != nullptr; }
+
+    /// Computes what depends on the overlap @p ro0 of the nearest atom, from 0 to below 1.
+    /// @return false without a coordination sphere or for another overlap
+    bool calculateRO(const double &ro0);
+
+    /// Parameter of coordinated atom @p a = 1 .. A, which is atom a+1 of the geometry; 0 for any
+    /// other argument and as long as charge factors or overlap are missing.
+    MyComplex getBkq(const int &k, const int &q, const int &a) const;
+    /// Sum over the coordinated atoms.
+    MyComplex getBkq(const int &k, const int &q) const;
+
+    /// Element of atom @p i of the geometry, 1-based; empty outside it.
+    QString getAtomLabel(const int &i) const { return labels.value(i - 1); }
+    /// Number A of the coordinated atoms; 0 when the structure cannot be used.
+    int getAtomsNumber() const;
+    /// Distance of atom @p i = 2 .. A+1 of the geometry from the ion, Angstrom; 0 for others.
+    double getDistance(const int &i) const;
+    /// Why the structure or the overlap cannot be used; empty when they can.
+    QString getLastError() const { return lastError; }
+
+private:
+    void readStructure(const QString &fileName, int value);
+
+    QString lastError;
+    QStringList labels;                                                   // of the whole geometry
+    std::shared_ptr<const simpleOverlapModel::CoordinationSphere> sphere; // never changed: shared
+    double *chargeFactors = nullptr;
+    double overlap = 0.0;
+    QVector<MyComplex> unitParameters; // at g = 1 and this overlap; empty before calculateRO()
+};

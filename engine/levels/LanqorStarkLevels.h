@@ -1,0 +1,95 @@
+#pragma once
+
+#include <LanqorEngine/LanqorBkq.h>
+
+#include <Eigen/Core>
+
+#include <QString>
+#include <QVector>
+
+#include <array>
+#include <complex>
+
+/// Stark levels of the manifolds 7F0 .. 7F6 of Eu3+ in the crystal field of the coordinated atoms,
+/// cm^-1 from the barycentre of each manifold. The manifolds do not mix: each has its own matrix
+/// over M = -J .. J in intermediate coupling,
+///     <M|H|M'> = - sum over k = 2, 4, 6 of B(k,q) 7 (-1)^(J-M+q) (3 k 3; 0 0 0)
+///                (J k J; -M q M') U(k,J),   q = M - M'
+/// with the parameters B(k,q) of LanqorBkq.
+///
+/// An object is a value: a copy has its own levels and parameters; only the array of charge
+/// factors is the caller's.
+class LANQORENGINE_EXPORT LanqorStarkLevels
+{
+public:
+    /// Reads the structure by LanqorBkq(@p fileName, @p value); a failure is told by
+    /// getLastError().
+    /// @param value  coordination number A; 0: counted by the bonding distances
+    LanqorStarkLevels(const QString &fileName, const int &value);
+    LanqorStarkLevels(const LanqorStarkLevels &other);
+    LanqorStarkLevels &operator=(const LanqorStarkLevels &other);
+    ~LanqorStarkLevels();
+
+    /// Charge factors by atom number, A+2 entries, of which 0 and 1 are not used. The array is not
+    /// copied: it must live as long as this object calculates.
+    void setChargeFactors(double *&g);
+    /// Overlap of the nearest atom; 0.0801 unless set.
+    void setRO0(const double &ro0);
+
+    /// Computes all manifolds anew. Without a structure or charge factors, or when a number is out
+    /// of range, there is the reason in getLastError() instead, and no level.
+    void calculateStarkLevels();
+
+    /// The 2J+1 levels of 7FJ, J = 0 .. 6, cm^-1, in the order of the eigen-solver; empty without
+    /// a calculation.
+    QVector<double> getStarkLevels(const int &J) const;
+    /// The matrix of 7FJ, row and column M + J, cm^-1; empty without a calculation.
+    Eigen::MatrixXcd getEnergeticMatrix(const int &J) const;
+    /// Element of atom @p i of the geometry, 1-based; empty outside it.
+    QString getAtomLabel(const int &i) const { return bkq.getAtomLabel(i); }
+
+    /// Diagonal reduced matrix element <7FJ||U(k)||7FJ>: the square root of the tabulated square,
+    /// without its sign; 0 for what is not in the table (k = 2, 4, 6; J = 1 .. 6) and for k > 2J.
+    static double U(const int &k, const int &J);
+
+    /// Number A of the coordinated atoms; 0 when the structure cannot be used.
+    int getAtomsNumber() const { return bkq.getAtomsNumber(); }
+    /// Why there are no levels; empty when there are, or when nothing was calculated yet.
+    QString getLastError() const { return lastError; }
+
+    // --- Conveniences on top of the levels ---
+
+    /// Levels of 7FJ in ascending order.
+    QVector<double> getSortedStarkLevels(const int &J) const;
+    /// Highest less lowest level of 7FJ, cm^-1; 0 without a calculation.
+    double getSplitting(const int &J) const;
+    /// Scalar strength of the field, cm^-1 (F. Auzel, O. L. Malta, J. Phys. (Paris) 44, 201
+    /// (1983)); the choice of the frame does not change it:
+    ///     Nv = sqrt(sum over k = 2, 4, 6 and q = -k .. k of |B(k,q)|^2 4 pi/(2k+1))
+    /// 0 without a calculation.
+    double getCrystalFieldStrength() const;
+    /// Sum B(k,q) over the atoms, cm^-1, as in the last calculation; 0 for other k and q.
+    MyComplex getFieldParameter(const int &k, const int &q) const;
+    /// Charge factors, parameters, strength, sorted levels and splittings of the last calculation,
+    /// also written to @p outFile unless that is empty.
+    /// @return empty when there are no levels or the file cannot be written
+    QString createOutFile(const QString &outFile);
+
+private:
+    using Complex = std::complex<double>;
+
+    bool sumFieldParameters();
+    Complex H(const int &J, const int &M, const int &Mp) const;
+    bool diagonalize();
+
+    QString fileName;
+    LanqorBkq bkq;
+    double RO0 = 0.0801;
+    double *chargeFactors = nullptr;
+    QString lastError;
+    std::array<Complex, 5 + 9 + 13> field{};     // sums over the atoms of B(k,q), by k and q
+    double usedRO0 = 0.0;                        // in the last calculation, as are these
+    QVector<double> usedChargeFactors;           // of atoms 2 .. A+1
+    QVector<QVector<double>> starkLevels;        // by J
+    QVector<Eigen::MatrixXcd> energeticMatrices; // by J
+};

@@ -1,0 +1,86 @@
+#include "levels/starkReport_p.h"
+
+#include "LanqorStarkLevels.h"
+
+#include "core/reportText_p.h"
+#include "levels/starkMatrix_p.h"
+
+#include <LanqorEngine/LanqorInputData.h>
+
+using reportText::fixed;
+
+namespace starkReport {
+
+namespace {
+
+QString heading(const QString &title)
+{
+    const QString rule = QStringLiteral("------------------------------------------------------\n");
+    return rule + QLatin1Char(' ') + title + QLatin1Char('\n') + rule + QLatin1Char('\n');
+}
+
+QString chargeFactors(const Input &input, const LanqorStarkLevels &levels)
+{
+    QString text =
+        heading(QStringLiteral("Charge Factors")) + QStringLiteral("  Atom             g\n");
+    for (int i = 0; i < input.chargeFactors.size(); ++i)
+        text += QStringLiteral("  %1 %2").arg(levels.getAtomLabel(i + 2), -2).arg(i + 2, 3) +
+                fixed(input.chargeFactors.at(i), 4, 14) + QLatin1Char('\n');
+    return text + QLatin1Char('\n');
+}
+
+QString fieldParameters(const LanqorStarkLevels &levels)
+{
+    QString text = heading(QStringLiteral("Crystal-Field Parameters B(k,q) / cm^-1")) +
+                   QStringLiteral(" B(k,-q) = (-1)^q conj(B(k,q))\n\n"
+                                  "    k    q          real     imaginary\n");
+    for (const int k : starkMatrix::ranks) {
+        for (int q = 0; q <= k; ++q) {
+            const MyComplex B = levels.getFieldParameter(k, q);
+            text += QString::number(k).rightJustified(5) + QString::number(q).rightJustified(5) +
+                    fixed(B.real, 4, 14) + fixed(B.imag, 4, 14) + QLatin1Char('\n');
+        }
+    }
+    return text + QStringLiteral("\n Crystal-field strength Nv = ") +
+           fixed(levels.getCrystalFieldStrength(), 2) +
+           QStringLiteral(" cm^-1 (F. Auzel, O. L. Malta, J. Phys. (Paris) 44, 201 (1983))\n\n");
+}
+
+} // namespace
+
+QString levelTable(const QVector<QVector<double>> &sortedLevels)
+{
+    QString text = heading(QStringLiteral("Stark Levels / cm^-1")) +
+                   QStringLiteral(" From the barycentre of each manifold, in ascending order.\n\n");
+    for (int J = 0; J < sortedLevels.size(); ++J) {
+        const QVector<double> &levels = sortedLevels.at(J);
+        if (levels.isEmpty())
+            continue;
+        text += QStringLiteral(" 7F%1  splitting").arg(J) +
+                fixed(levels.last() - levels.first(), 2, 11) + QLatin1Char('\n');
+        constexpr int levelsOfALine = 7;
+        for (int i = 0; i < levels.size(); ++i) {
+            const bool isEndOfLine = i % levelsOfALine == levelsOfALine - 1;
+            text += fixed(levels.at(i), 2, 11);
+            if (isEndOfLine || i + 1 == levels.size())
+                text += QLatin1Char('\n');
+        }
+        text += QLatin1Char('\n');
+    }
+    return text;
+}
+
+QString text(const Input &input, const LanqorStarkLevels &levels)
+{
+    QVector<QVector<double>> sortedLevels;
+    for (int J = 0; J <= starkMatrix::maximumJ; ++J)
+        sortedLevels.append(levels.getSortedStarkLevels(J));
+    return LanqorInputData::LANQORTitle +
+           QStringLiteral("\n\n\nThe data shown below were calculated from the geometry read in "
+                          "following file: \n") +
+           input.structureFile + QStringLiteral("\n\n Overlap of the nearest atom ro0 = ") +
+           fixed(input.ro0, 4) + QStringLiteral("\n\n") + chargeFactors(input, levels) +
+           fieldParameters(levels) + levelTable(sortedLevels);
+}
+
+} // namespace starkReport
