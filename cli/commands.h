@@ -10,4 +10,5 @@ int indicesCommand(const QStringList &arguments);
 int omegaCommand(const QStringList &arguments);
 int omegaExpCommand(const QStringList &arguments);
 int sphereCommand(const QStringList &arguments);
+int starkCommand(const QStringList &arguments);
 int yieldCommand(const QStringList &arguments);

@@ -17,6 +17,7 @@ const QVector<Command> &commands()
          fitOmegaCommand},
         {"fit qdc", "parameters of the QDC model from measured intensity parameters",
          fitQdcCommand},
+        {"stark", "Stark levels of 7F0 to 7F6 in the crystal field of a complex", starkCommand},
         {"indices", "reactivity indices of the atoms from the orbitals", indicesCommand},
         {"yield", "rates, populations and emission quantum yield", yieldCommand},
     };

@@ -1,4 +1,5 @@
 #include "Command.h"
+#include "atomValues.h"
 #include "commands.h"
 #include "complexOptions.h"
 
@@ -23,80 +24,6 @@ QString column(double value, int decimals, int width)
 {
     return QString::number(value, 'f', decimals).rightJustified(width);
 }
-
-/// Values of one quantity for atoms 2 to N+1 from pairs of element or atom number and value.
-class AtomValues
-{
-public:
-    /// @param option  the command-line option, for messages
-    AtomValues(const LanqorInputData &geometry, int coordNumber, const QString &option)
-        : geometry(geometry)
-        , coordNumber(coordNumber)
-        , option(option)
-    {}
-
-    /// Fills values(); false with the reason in error().
-    bool read(const QString &text)
-    {
-        QVector<QPair<QString, double>> pairs;
-        if (!cli::parsePairs(text, pairs, reason)) {
-            reason = QStringLiteral("%1: %2").arg(option, reason);
-            return false;
-        }
-        byAtom.fill(0.0, coordNumber + 2);
-        QVector<bool> isSet(coordNumber + 2, false);
-        for (const bool namedAtoms : {false, true}) { // an atom's own value beats its element's
-            for (const auto &pair : pairs) {
-                if (!assign(pair, namedAtoms, isSet))
-                    return false;
-            }
-        }
-        for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-            if (!isSet.at(atom)) {
-                reason = tr("%1 gives no value for element %2 (atom %3)")
-                             .arg(option, geometry.getAtomLabel(atom))
-                             .arg(atom);
-                return false;
-            }
-        }
-        return true;
-    }
-
-    QVector<double> values() const { return byAtom; }
-    QString error() const { return reason; }
-
-private:
-    bool assign(const QPair<QString, double> &pair, bool namedAtoms, QVector<bool> &isSet)
-    {
-        bool isNumber = false;
-        const int named = pair.first.toInt(&isNumber);
-        if (isNumber != namedAtoms)
-            return true;
-        bool isUsed = false;
-        for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-            if (isNumber ? atom == named : geometry.getAtomLabel(atom) == pair.first) {
-                byAtom[atom] = pair.second;
-                isSet[atom] = true;
-                isUsed = true;
-            }
-        }
-        if (isUsed)
-            return true;
-        if (isNumber)
-            reason = tr("%1: atom %2 is not coordinated; the coordinated atoms are 2 to %3")
-                         .arg(option, pair.first)
-                         .arg(coordNumber + 1);
-        else
-            cli::note(tr("lanqor: %1: no coordinated atom is %2").arg(option, pair.first));
-        return !isNumber;
-    }
-
-    const LanqorInputData &geometry;
-    int coordNumber;
-    QString option;
-    QVector<double> byAtom;
-    QString reason;
-};
 
 QString sphereTable(const LanqorInputData &geometry, const LanqorOmega &omega)
 {
@@ -236,8 +163,8 @@ int calculate(const QString &fileName, const QCommandLineParser &parser, double 
     LanqorOmega omega(nullptr, 0, fileName, fileName);
     if (!omega.getLastError().isEmpty())
         return cli::fail(omega.getLastError());
-    AtomValues g(geometry, omega.getCoordNumber(), QStringLiteral("--g"));
-    AtomValues alpha(geometry, omega.getCoordNumber(), QStringLiteral("--alpha"));
+    cli::AtomValues g(geometry, omega.getCoordNumber(), QStringLiteral("--g"));
+    cli::AtomValues alpha(geometry, omega.getCoordNumber(), QStringLiteral("--alpha"));
     if (!g.read(parser.value(QStringLiteral("g"))))
         return cli::fail(g.error(), cli::usageError);
     if (!alpha.read(parser.value(QStringLiteral("alpha"))))
