@@ -10,6 +10,10 @@ target_compile_definitions(lanqor_options INTERFACE
 if(LANQOR_SANITIZE)
     set(sanitizer_flags -fsanitize=address,undefined -fno-sanitize-recover=undefined
         -fno-omit-frame-pointer)
+elseif(LANQOR_BUILD_FUZZERS)
+    set(sanitizer_flags -fsanitize=address,undefined -fno-sanitize-recover=undefined
+        -fno-omit-frame-pointer)
+    target_compile_options(lanqor_options INTERFACE -fsanitize=fuzzer-no-link)
 elseif(LANQOR_SANITIZE_THREADS)
     set(sanitizer_flags -fsanitize=thread -fno-omit-frame-pointer)
 endif()

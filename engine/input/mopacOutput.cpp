@@ -105,8 +105,8 @@ void MopacOutputReader::examine(std::string_view line)
         titlesHeadJobs = titlesHeadJobs || !anyBlock;
         return;
     }
-    if (!job.hasFirstBlock)
-        examineHeader(line);
+    if (!job.hasFirstBlock && examineHeader(line))
+        return;
     if (contains(line, "(ANGSTROMS)") && contains(line, "SYMBOL"))
         readGeometryEcho();
     else if (contains(line, "FINAL HEAT OF FORMATION"))
@@ -127,12 +127,13 @@ void MopacOutputReader::startJob()
     job = Job();
 }
 
-void MopacOutputReader::examineHeader(std::string_view line)
+/// True when the line was the first of a block that has been read.
+bool MopacOutputReader::examineHeader(std::string_view line)
 {
     if (!found.citation &&
         (contains(line, "Cite this program as:") || contains(line, "Cite this work as:"))) {
         readCitation();
-        return;
+        return true;
     }
     if (contains(line, "CHARGE ON SYSTEM"))
         readChargeOnSystem(line);
@@ -140,7 +141,7 @@ void MopacOutputReader::examineHeader(std::string_view line)
     if (isRuleOfAsterisks(text)) {
         job.hasAsterisks = true;
         job.keywordsFollow = true;
-        return;
+        return false;
     }
     textFields::split(text, fields);
     if (startsWith(text, "*")) { // " *  1SCF       - DO 1 SCF AND THEN STOP"
@@ -152,6 +153,7 @@ void MopacOutputReader::examineHeader(std::string_view line)
     } else if (!job.hasAsterisks) {
         noteKeywords(fields);
     }
+    return false;
 }
 
 void MopacOutputReader::noteKeywords(const textFields::Fields &words)
@@ -164,16 +166,20 @@ void MopacOutputReader::readCitation()
 {
     // The text may begin on the line of the marker; it ends at "Days" (the term of a licence) or
     // at the rule that closes the title box.
+    constexpr int longestBox = 20; // lines; no version prints more than eleven
     found.citation = QStringLiteral("MOPAC Program Reference\n\n");
+    int lines = 0;
     do {
         const std::string_view line = reader.line();
-        if (isBlank(line) || isRuleOfAsterisks(trimmed(line)))
+        if (isBlank(line) || isRuleOfAsterisks(trimmed(line))) {
+            reader.unread();
             return;
+        }
         const std::size_t days = line.find("Days");
         appendCitation(line.substr(0, days));
         if (days != std::string_view::npos)
             return;
-    } while (reader.next());
+    } while (++lines < longestBox && reader.next());
 }
 
 void MopacOutputReader::appendCitation(std::string_view text)

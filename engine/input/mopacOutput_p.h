@@ -80,7 +80,7 @@ private:
 
     Status failureOf(std::string_view line) const;
     void examine(std::string_view line);
-    void examineHeader(std::string_view line);
+    bool examineHeader(std::string_view line);
     void noteKeywords(const textFields::Fields &words);
     void startJob();
     void readCitation();

@@ -411,6 +411,9 @@ private Q_SLOTS:
                    " **                  web-site: HTTP://OpenMOPAC.net.            **\n" +
                    rule + " **   MOPAC2016   **\n" + rule
             << opening + "MOPAC2016, Version: 21.298M, web-site: HTTP://OpenMOPAC.net.";
+        QTest::newRow("no end of the box")
+            << " ** Cite this work as: MOPAC2012\n" + QByteArray(" ** word **\n").repeated(40)
+            << opening + "MOPAC2012" + QStringLiteral(" word").repeated(19);
         QTest::newRow("22") << QByteArray() << QString();
     }
 
@@ -556,6 +559,22 @@ private Q_SLOTS:
             data.createSphericalCoordinate();
             data.readForceConstant(path, 6);
         });
+    }
+
+    void formerFaults_data()
+    {
+        QTest::addColumn<QString>("file");
+        const QDir folder(dataFile(QStringLiteral("regress")));
+        for (const QString &name : folder.entryList({QStringLiteral("mopac_*")}))
+            QTest::newRow(name.toUtf8()) << folder.filePath(name);
+    }
+
+    /// Inputs that once made a reader fail; run with the sanitizers they show it.
+    void formerFaults()
+    {
+        QFETCH(QString, file);
+        const Reading reading = read(file);
+        QCOMPARE(reading.ok, reading.error.isEmpty());
     }
 
     void hostileFiles_data()

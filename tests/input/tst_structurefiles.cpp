@@ -99,6 +99,9 @@ private Q_SLOTS:
         QTest::newRow("keyword line in place of a title, CR LF")
             << QByteArray("AM1 &\r\nXYZ\r\ntitle\r\nEu 0 1 0 1 0 1\r\nO 2.4 1 0.5 1 -0.25 1\r\n")
             << true;
+        QTest::newRow("byte order mark")
+            << "\xEF\xBB\xBF" + title + "Eu 0 1 0 1 0 1\nO 2.4 1 0.5 1 -0.25 1\n"
+            << true;
         QTest::newRow("no keywords at all")
             << QByteArray("\ntitle\n\nEu 0 1 0 1 0 1\nO 2.4 1 0.5 1 -0.25 1\n0 0 0 0\n") << false;
     }
