@@ -95,4 +95,25 @@ bool readSphere(LanqorInputData &geometry, const QString &fileName, QString &err
     return error.isEmpty();
 }
 
+QString nearAtomNotes(const LanqorInputData &data)
+{
+    constexpr double marginOfLimit = 0.15;   // Angstrom
+    constexpr double nearWithoutLimit = 2.9; // Angstrom
+    QString text;
+    for (int atom = 2; atom <= data.getCoord().size(); ++atom) {
+        const CoordSPH spherical = data.getCoordSPH(atom);
+        const double limit = LanqorInputData::getBondCutOff(spherical.label);
+        const QString where =
+            QStringLiteral("%1 %2 (%3)").arg(spherical.label).arg(atom).arg(spherical.r, 0, 'f', 3);
+        if (limit > 0.0 && spherical.r >= limit && spherical.r < limit + marginOfLimit)
+            text += tr("note: %1 is not counted: the limit of its element is %2 Angstrom\n")
+                        .arg(where)
+                        .arg(limit);
+        else if (limit == 0.0 && spherical.label != QLatin1String("H") &&
+                 spherical.r < nearWithoutLimit)
+            text += tr("note: %1 is not counted: its element has no bonding limit\n").arg(where);
+    }
+    return text;
+}
+
 } // namespace cli

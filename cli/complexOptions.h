@@ -21,4 +21,8 @@ bool chooseSections(const QString &list, OmegaPrintingOptions &options, QString 
 /// @p error.
 bool readSphere(LanqorInputData &geometry, const QString &fileName, QString &error);
 
+/// Notes, one on each line, on atoms so near the ion that a chemist may count them: donors a
+/// little beyond the limit of their element, and elements without one.
+QString nearAtomNotes(const LanqorInputData &geometry);
+
 } // namespace cli

@@ -1,5 +1,6 @@
 #include "Command.h"
 #include "commands.h"
+#include "complexOptions.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 
@@ -21,29 +22,6 @@ QString sphereRow(const LanqorInputData &data, int atom)
         .arg(spherical.r, 11, 'f', 6)
         .arg(spherical.theta, 10, 'f', 4)
         .arg(spherical.phi, 10, 'f', 4);
-}
-
-/// Atoms so near the ion that a chemist may count them: donors a little beyond their limit, and
-/// elements without one.
-QString nearAtoms(const LanqorInputData &data)
-{
-    constexpr double marginOfLimit = 0.15;   // Angstrom
-    constexpr double nearWithoutLimit = 2.9; // Angstrom
-    QString text;
-    for (int atom = 2; atom <= data.getCoord().size(); ++atom) {
-        const CoordSPH spherical = data.getCoordSPH(atom);
-        const double limit = LanqorInputData::getBondCutOff(spherical.label);
-        const QString where =
-            QStringLiteral("%1 %2 (%3)").arg(spherical.label).arg(atom).arg(spherical.r, 0, 'f', 3);
-        if (limit > 0.0 && spherical.r >= limit && spherical.r < limit + marginOfLimit)
-            text += tr("note: %1 is not counted: the limit of its element is %2 Angstrom\n")
-                        .arg(where)
-                        .arg(limit);
-        else if (limit == 0.0 && spherical.label != QLatin1String("H") &&
-                 spherical.r < nearWithoutLimit)
-            text += tr("note: %1 is not counted: its element has no bonding limit\n").arg(where);
-    }
-    return text;
 }
 
 } // namespace
@@ -77,7 +55,7 @@ int sphereCommand(const QStringList &arguments)
     for (const int atom : atoms)
         text += sphereRow(data, atom);
     cli::print(text);
-    const QString warnings = nearAtoms(data);
+    const QString warnings = cli::nearAtomNotes(data);
     if (!warnings.isEmpty())
         cli::note(warnings.trimmed());
     if (!data.getAtomOrderError().isEmpty())

@@ -158,7 +158,9 @@ void LanqorOmega::setLigandAtomsByLigandVector(const QStringList &ligands)
 void LanqorOmega::setChargeFactorAndAlpha(double *&chargeFactors, double *&alphas)
 {
     isCalculated = false;
-    const int entries = chargeFactors && alphas && coordNumber > 0 ? coordNumber + 2 : 0;
+    const bool isUsable =
+        chargeFactors && alphas && coordNumber > 0 && coordNumber < positions.size();
+    const int entries = isUsable ? coordNumber + 2 : 0;
     chargeFactor.fill(0.0, entries);
     alpha.fill(0.0, entries);
     for (int atom = 2; atom < entries; ++atom) {

@@ -40,6 +40,7 @@ class TestOmegaCommand : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void parametersByElementAndByAtom();
+    void givenCoordinationNumber();
     void reportsAndGroups();
     void wrongUse_data();
     void wrongUse();
@@ -63,6 +64,21 @@ void TestOmegaCommand::parametersByElementAndByAtom()
     QCOMPARE(row(named.output, {QStringLiteral("O"), QStringLiteral("4")}).value(5),
              QStringLiteral("1.0000"));
     QVERIFY(named.error.contains(QStringLiteral("no coordinated atom is N")));
+}
+
+void TestOmegaCommand::givenCoordinationNumber()
+{
+    // The fluoride, atom 8, has no bonding distance: it is told, and counts when N is given.
+    const QString file = testSupport::dataFile(QStringLiteral("mopac/eu_f_acac3_rm1_opt.out"));
+    const ProgramRun counted = omega(file, QStringLiteral("--g O=1 --alpha O=1"));
+    QCOMPARE(counted.exitStatus, 0);
+    QVERIFY(counted.output.contains(QStringLiteral("6 atoms")));
+    QVERIFY(counted.error.contains(QStringLiteral("F 8")));
+    const QString given = QStringLiteral("--g O=1,F=1 --alpha O=1,F=0.5 --coordination ");
+    const ProgramRun whole = omega(file, given + QStringLiteral("7"));
+    QCOMPARE(whole.exitStatus, 0);
+    QVERIFY(!row(whole.output, {QStringLiteral("F"), QStringLiteral("8")}).isEmpty());
+    QCOMPARE(omega(file, given + QStringLiteral("1000")).exitStatus, 1);
 }
 
 void TestOmegaCommand::reportsAndGroups()
