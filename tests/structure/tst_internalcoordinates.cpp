@@ -1,0 +1,286 @@
+#include "TestSupport.h"
+
+#include "core/internalCoordinates_p.h"
+
+#include <LanqorEngine/LanqorFilesConverter.h>
+#include <LanqorEngine/LanqorInputData.h>
+
+#include <Eigen/Geometry>
+
+#include <QtTest>
+
+#include <cmath>
+#include <random>
+
+Q_DECLARE_METATYPE(Coord)
+Q_DECLARE_METATYPE(CoordZMT)
+
+using Eigen::Vector3d;
+
+namespace {
+
+Vector3d position(const Coord &atom)
+{
+    return {atom.x, atom.y, atom.z};
+}
+
+double distance(const QVector<Coord> &atoms, int i, int j)
+{
+    return (position(atoms.at(i)) - position(atoms.at(j))).norm();
+}
+
+/// Six times the volume of the tetrahedron of four atoms; its sign is their handedness.
+double volume(const QVector<Coord> &atoms, int i, int j, int k, int l)
+{
+    const Vector3d origin = position(atoms.at(i));
+    const Vector3d b = position(atoms.at(k)) - origin;
+    return (position(atoms.at(j)) - origin).dot(b.cross(position(atoms.at(l)) - origin));
+}
+
+double sineAt(const QVector<Coord> &atoms, int first, int vertex, int last)
+{
+    const Vector3d a = position(atoms.at(first - 1)) - position(atoms.at(vertex - 1));
+    const Vector3d b = position(atoms.at(last - 1)) - position(atoms.at(vertex - 1));
+    return a.cross(b).norm() / (a.norm() * b.norm());
+}
+
+/// Largest deviation from the line through the first two atoms, Angstrom, among the first count.
+double offLine(const QVector<Coord> &atoms, int count)
+{
+    double largest = 0.0;
+    for (int i = 3; i <= count; ++i)
+        largest = std::max(largest, sineAt(atoms, i, 1, 2));
+    return largest;
+}
+
+QVector<Coord> line(const char *labels, const QVector<double> &x)
+{
+    const QStringList names = QString::fromLatin1(labels).split(QLatin1Char(' '));
+    const Vector3d axis = Vector3d(0.3, -0.5, 0.8).normalized();
+    QVector<Coord> atoms;
+    for (int i = 0; i < x.size(); ++i)
+        atoms.append({names.at(i), 1.0 + x.at(i) * axis.x(), -2.0 + x.at(i) * axis.y(),
+                      0.5 + x.at(i) * axis.z()});
+    return atoms;
+}
+
+/// CH3CN with the three atoms of the linear part first: its hydrogens must not hang on them alone.
+QVector<Coord> acetonitrile()
+{
+    QVector<Coord> atoms = {
+        {QStringLiteral("N"), 0.0, 0.0, 2.617}, {QStringLiteral("C"), 0.0, 0.0, 1.458},
+        {QStringLiteral("C"), 0.0, 0.0, 0.0}};
+    for (int i = 0; i < 3; ++i) {
+        const double phi = 0.4 + 2.0 * M_PI * i / 3.0;
+        atoms.append({QStringLiteral("H"), 1.03 * std::cos(phi), 1.03 * std::sin(phi), -0.37});
+    }
+    return atoms;
+}
+
+/// An octahedral hexaisothiocyanato complex with exactly linear ligands.
+QVector<Coord> isothiocyanatoComplex()
+{
+    QVector<Coord> atoms = {{QStringLiteral("Eu"), 0.0, 0.0, 0.0}};
+    for (const double r : {2.4, 3.57, 5.19}) {
+        const QString label = r < 3.0   ? QStringLiteral("N")
+                              : r < 5.0 ? QStringLiteral("C")
+                                        : QStringLiteral("S");
+        for (const Vector3d &axis : {Vector3d::UnitX().eval(), Vector3d::UnitY().eval(),
+                                     Vector3d::UnitZ().eval()}) {
+            for (const double sign : {1.0, -1.0}) {
+                const Vector3d at = sign * r * axis;
+                atoms.append({label, at.x(), at.y(), at.z()});
+            }
+        }
+    }
+    return atoms;
+}
+
+QVector<Coord> randomGlobule(int count)
+{
+    std::mt19937 random(7);
+    const auto draw = [&random] { return 24.0 * (double(random()) / 4294967296.0 - 0.5); };
+    QVector<Coord> atoms;
+    while (atoms.size() < count) {
+        const Coord atom{QStringLiteral("C"), draw(), draw(), draw()};
+        bool isFree = true;
+        for (const Coord &other : atoms)
+            isFree = isFree && (position(atom) - position(other)).norm() > 0.7;
+        if (isFree)
+            atoms.append(atom);
+    }
+    return atoms;
+}
+
+/// A chain that is straight but for a tiny random sway: the worst case for error growth.
+QVector<Coord> nearlyStraightChain(int count)
+{
+    std::mt19937 random(11);
+    QVector<Coord> atoms;
+    for (int i = 0; i < count; ++i)
+        atoms.append({QStringLiteral("C"), 1.3 * i, 1e-3 * double(random() % 100),
+                      1e-3 * double(random() % 100)});
+    return atoms;
+}
+
+} // namespace
+
+class TestInternalCoordinates : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void singleAngles()
+    {
+        using namespace internalCoordinates;
+        const Coord a{QString(), 1.0, 0.0, 0.0};
+        const Coord b{QString(), 0.0, 0.0, 0.0};
+        const Coord c{QString(), 0.0, 0.0, -1.0};
+        COMPARE_NEAR(bangle(a, b, c), M_PI / 2.0, 1e-15);
+        COMPARE_NEAR(bangle(a, b, Coord{QString(), -3.0, 0.0, 1e-9}), M_PI - 1e-9 / 3.0, 1e-15);
+        COMPARE_NEAR(dang(1.0, 0.0, 0.0, 2.0), M_PI / 2.0, 1e-15);
+        COMPARE_NEAR(dang(0.0, 2.0, 1.0, 0.0), -M_PI / 2.0, 1e-15);
+        // Seen from above (from b down to c), turning the front bond along x to the rear bond
+        // along -y is clockwise.
+        COMPARE_NEAR(dihed(a, b, c, Coord{QString(), 0.0, -1.0, -1.0}), M_PI / 2.0, 1e-15);
+        COMPARE_NEAR(dihed(a, b, c, Coord{QString(), -1.0, 0.0, -2.0}), M_PI, 1e-15);
+        COMPARE_NEAR(dihed(a, b, c, Coord{QString(), 0.0, 0.0, -3.0}), 0.0, 0.0); // collinear
+    }
+
+    // MOPAC prints the Z-matrix of an internal-coordinate job and the Cartesian coordinates that
+    // it builds from it, in the same frame.
+    void geometryOfMopac()
+    {
+        LanqorInputData data(nullptr, testSupport::dataFile(QStringLiteral(
+                                          "mopac/eu_cl2_h2o6_am1_int.out")));
+        QVERIFY2(data.readMopacOutFile(false), qPrintable(data.getLastError()));
+        const QVector<Coord> expected = data.getCoord();
+        QVector<CoordZMT> rows;
+        for (int i = 1; i <= expected.size(); ++i)
+            rows.append(data.getCoordZMT(i));
+        LanqorFilesConverter converter;
+        const QVector<Coord> built = converter.createXYZFromZMTCoord(rows);
+        QCOMPARE(built.size(), expected.size());
+        for (int i = 0; i < built.size(); ++i) {
+            QCOMPARE(built.at(i).label, expected.at(i).label);
+            QVERIFY2((position(built.at(i)) - position(expected.at(i))).norm() < 1e-6,
+                     qPrintable(QStringLiteral("atom %1").arg(i + 1)));
+        }
+    }
+
+    void roundTripKeepsTheStructure_data()
+    {
+        QTest::addColumn<QVector<Coord>>("atoms");
+        QTest::newRow("one atom") << line("Eu", {0.0});
+        QTest::newRow("two atoms") << line("N N", {0.0, 1.1});
+        QTest::newRow("carbon dioxide") << line("O C O", {-1.16, 0.0, 1.16});
+        QTest::newRow("azide") << line("N N N", {0.0, 1.18, 2.36});
+        QTest::newRow("acetylene") << line("H C C H", {-1.06, 0.0, 1.2, 2.26});
+        QVector<Coord> solvated = line("H C C H", {-1.06, 0.0, 1.2, 2.26});
+        solvated += randomGlobule(4);
+        QTest::newRow("linear molecule first, then others") << solvated;
+        QTest::newRow("acetonitrile") << acetonitrile();
+        QTest::newRow("linear ligands") << isothiocyanatoComplex();
+        QTest::newRow("500 atoms") << randomGlobule(500);
+        QTest::newRow("500 atoms almost on a line") << nearlyStraightChain(500);
+        LanqorInputData data(nullptr, testSupport::dataFile(QStringLiteral(
+                                          "structures/eu_acac3_h2o.xyz")));
+        data.readXYZFile();
+        QTest::newRow("europium complex") << data.getCoord();
+    }
+    void roundTripKeepsTheStructure()
+    {
+        QFETCH(QVector<Coord>, atoms);
+        LanqorFilesConverter converter;
+        const QVector<CoordZMT> rows = converter.createZMTFromXYZCoord(atoms);
+        QCOMPARE(rows.size(), atoms.size());
+        const QVector<Coord> back = converter.createXYZFromZMTCoord(rows);
+        QVERIFY2(back.size() == atoms.size(), qPrintable(converter.getLastError()));
+        for (int i = 0; i < atoms.size(); ++i) {
+            QCOMPARE(back.at(i).label, atoms.at(i).label);
+            for (int j = 0; j < i; ++j)
+                QVERIFY2(std::abs(distance(back, i, j) - distance(atoms, i, j)) < 1e-8,
+                         qPrintable(QStringLiteral("atoms %1 and %2").arg(j + 1).arg(i + 1)));
+        }
+        for (int i = 3; i < atoms.size(); ++i) {
+            const double expected = volume(atoms, 0, i / 3, i / 2, i);
+            COMPARE_NEAR(volume(back, 0, i / 3, i / 2, i), expected,
+                         1e-6 * (1.0 + std::abs(expected)));
+        }
+        // The frame: atom 1 at the origin, atom 2 on +x, the first atom off this line in the xy
+        // plane.
+        QVERIFY(position(back.at(0)).isZero(0.0));
+        if (back.size() > 1)
+            QVERIFY(back.at(1).x > 0.0 && back.at(1).y == 0.0 && back.at(1).z == 0.0);
+        if (back.size() > 2)
+            QVERIFY(back.at(2).z == 0.0 && back.at(2).y >= 0.0);
+    }
+
+    void referencesAreEarlierAndNotCollinear_data() { roundTripKeepsTheStructure_data(); }
+    void referencesAreEarlierAndNotCollinear()
+    {
+        QFETCH(QVector<Coord>, atoms);
+        LanqorFilesConverter converter;
+        const QVector<CoordZMT> rows = converter.createZMTFromXYZCoord(atoms);
+        for (int i = 1; i <= rows.size(); ++i) {
+            const CoordZMT &row = rows.at(i - 1);
+            QCOMPARE(row.na > 0, i > 1);
+            QCOMPARE(row.nb > 0, i > 2);
+            QCOMPARE(row.nc > 0, i > 3);
+            QVERIFY(row.na < i && row.nb < i && row.nc < i);
+            const double bend = offLine(atoms, i - 1);
+            if (i > 3 && bend > 1e-2)
+                QVERIFY2(sineAt(atoms, row.na, row.nb, row.nc) > 1e-3,
+                         qPrintable(QStringLiteral("atom %1").arg(i)));
+        }
+    }
+
+    void matricesThatCannotBeBuilt_data()
+    {
+        QTest::addColumn<CoordZMT>("row");
+        const QString c = QStringLiteral("C");
+        QTest::newRow("reference to itself") << CoordZMT{c, 1.5, 109.0, 60.0, 5, 2, 1};
+        QTest::newRow("reference to a later atom") << CoordZMT{c, 1.5, 109.0, 60.0, 6, 2, 1};
+        QTest::newRow("negative reference") << CoordZMT{c, 1.5, 109.0, 60.0, -1, 2, 1};
+        QTest::newRow("the same reference twice") << CoordZMT{c, 1.5, 109.0, 60.0, 4, 2, 2};
+        QTest::newRow("no third reference") << CoordZMT{c, 1.5, 109.0, 60.0, 4, 2, 0};
+        QTest::newRow("no distance") << CoordZMT{c, 0.0, 109.0, 60.0, 4, 2, 1};
+        QTest::newRow("negative distance") << CoordZMT{c, -1.0, 109.0, 60.0, 4, 2, 1};
+        QTest::newRow("not a number") << CoordZMT{c, 1.5, std::nan(""), 60.0, 4, 2, 1};
+        QTest::newRow("dihedral on a straight line") << CoordZMT{c, 1.5, 109.0, 60.0, 3, 2, 1};
+    }
+    void matricesThatCannotBeBuilt()
+    {
+        QFETCH(CoordZMT, row);
+        const QString c = QStringLiteral("C");
+        // Atoms 1, 2, 3 on a line, atom 4 beside it.
+        const QVector<CoordZMT> rows = {{c, 0.0, 0.0, 0.0, 0, 0, 0},
+                                        {c, 1.2, 0.0, 0.0, 1, 0, 0},
+                                        {c, 1.2, 180.0, 0.0, 2, 1, 0},
+                                        {c, 1.5, 120.0, 0.0, 1, 2, 3}};
+        LanqorFilesConverter converter;
+        QCOMPARE(converter.createXYZFromZMTCoord(rows).size(), 4);
+        testSupport::MessageSpy spy(converter);
+        QVERIFY(converter.createXYZFromZMTCoord(rows + QVector<CoordZMT>{row}).isEmpty());
+        QVERIFY2(converter.getLastError().endsWith(
+                     QLatin1String(" THIS IS A FATAL ERROR, RUN STOPPED IN GMETRY")),
+                 qPrintable(converter.getLastError()));
+        QVERIFY(converter.getLastError().contains(QLatin1String("Atom 5")));
+        QCOMPARE(spy.messages, QStringList(converter.getLastError()));
+    }
+
+    void coincidentAtoms()
+    {
+        QVector<Coord> atoms = acetonitrile();
+        atoms.append(atoms.at(2));
+        LanqorFilesConverter converter;
+        QVERIFY(converter.createZMTFromXYZCoord(atoms).isEmpty());
+        QVERIFY(converter.getLastError().contains(
+            QLatin1String("TWO ATOMS ARE COINCIDENT.  A FATAL ERROR.")));
+        QVERIFY(converter.getLastError().contains(
+            QLatin1String("ATOMS   3 AND   7 ARE COINCIDENT\n")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestInternalCoordinates)
+#include "tst_internalcoordinates.moc"
