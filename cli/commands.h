@@ -4,11 +4,14 @@
 
 // One function per subcommand, each in a file of its own.
 
+int convertCommand(const QStringList &arguments);
 int fitOmegaCommand(const QStringList &arguments);
 int fitQdcCommand(const QStringList &arguments);
 int indicesCommand(const QStringList &arguments);
 int omegaCommand(const QStringList &arguments);
 int omegaExpCommand(const QStringList &arguments);
+int organizeCommand(const QStringList &arguments);
+int spectrumCommand(const QStringList &arguments);
 int sphereCommand(const QStringList &arguments);
 int starkCommand(const QStringList &arguments);
 int yieldCommand(const QStringList &arguments);

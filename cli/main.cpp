@@ -1,5 +1,6 @@
 #include "Command.h"
 #include "commands.h"
+#include "plots.h"
 
 #include <QCoreApplication>
 
@@ -20,6 +21,10 @@ const QVector<Command> &commands()
         {"stark", "Stark levels of 7F0 to 7F6 in the crystal field of a complex", starkCommand},
         {"indices", "reactivity indices of the atoms from the orbitals", indicesCommand},
         {"yield", "rates, populations and emission quantum yield", yieldCommand},
+        {"organize", "order of atoms that all calculations need, for any structure",
+         organizeCommand},
+        {"convert", "structure formats and jobs for quantum-chemistry programs", convertCommand},
+        {"spectrum", "absorption spectrum of computed excited states", spectrumCommand},
     };
     return table;
 }
@@ -43,14 +48,16 @@ QString overview()
 
 int main(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const auto application = plots::makeApplication(argc, argv, arguments);
     QCoreApplication::setApplicationName(QStringLiteral("lanqor"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LANQOR_VERSION));
 
-    const QStringList arguments = application.arguments().mid(1);
     const QString first = arguments.value(0);
     if (first == QLatin1String("--version") || first == QLatin1String("-v")) {
-        cli::print(QStringLiteral("lanqor ") + application.applicationVersion() +
+        cli::print(QStringLiteral("lanqor ") + QCoreApplication::applicationVersion() +
                    QLatin1Char('\n'));
         return cli::success;
     }

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QPointF>
+#include <QString>
+#include <QVector>
+
+#include <memory>
+
+class QCommandLineParser;
+class QCoreApplication;
+
+/// Pictures of results. They are drawn without a display; the suffix of the file (.svg, .png or
+/// .pdf) tells the format.
+namespace plots {
+
+/// Adds --plot FILE.
+void addOption(QCommandLineParser &parser);
+/// The file of --plot, empty when it is not given; false with a reason in @p error when no
+/// picture can be written under that name.
+bool readOption(const QCommandLineParser &parser, QString &file, QString &error);
+
+/// The application object of the program: one that can draw, without a display, when @p arguments
+/// ask for a plot, else one that needs neither fonts nor windows.
+std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv,
+                                                  const QStringList &arguments);
+
+/// An absorption spectrum.
+struct Spectrum
+{
+    QString title;
+    QVector<double> wavelengths;  ///< nm
+    QVector<double> absorption;   ///< largest value 1
+    QVector<QPointF> transitions; ///< wavelength, nm, and oscillator strength
+};
+bool draw(const Spectrum &spectrum, const QString &file, QString &error);
+
+/// Energy levels in columns, and arrows between them.
+struct LevelDiagram
+{
+    struct Level
+    {
+        double energy = 0.0; ///< cm^-1
+        QString label;       ///< empty for a thin line without a name
+    };
+    struct Column
+    {
+        QString title;
+        QVector<Level> levels;
+    };
+    enum class ArrowKind { Multipolar, Exchange, Emission };
+    struct Arrow
+    {
+        int fromColumn = 0;
+        double fromEnergy = 0.0; ///< cm^-1
+        int toColumn = 0;
+        double toEnergy = 0.0; ///< cm^-1
+        QString label;
+        ArrowKind kind = ArrowKind::Multipolar;
+    };
+    QString title;
+    QVector<Column> columns;
+    QVector<Arrow> arrows;
+};
+bool draw(const LevelDiagram &diagram, const QString &file, QString &error);
+
+} // namespace plots
