@@ -193,6 +193,7 @@ int calculate(const QString &fileName, const QCommandLineParser &parser, double 
     LanqorOmega omega(nullptr, 0, fileName, fileName);
     if (!omega.getLastError().isEmpty())
         return cli::fail(omega.getLastError());
+    omega.setCoordNumber(coordNumber);
     cli::AtomValues g(geometry, coordNumber, QStringLiteral("--g"));
     cli::AtomValues alpha(geometry, coordNumber, QStringLiteral("--alpha"));
     if (!g.read(parser.value(QStringLiteral("g"))))
