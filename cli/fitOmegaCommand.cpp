@@ -131,11 +131,11 @@ int fitOmegaCommand(const QStringList &arguments)
         cli::note(tr("lanqor: weights %1 and %2 were read from pesos.txt")
                       .arg(fit->getWeight(2))
                       .arg(fit->getWeight(4)));
-    cli::print(
+    cli::printFit(
+        options, status,
         cli::fittedOmegaTable(options, [&](int lambda) { return fit->getBestOmega(lambda); }) +
-        groupTable(groups, *fit) +
-        cli::responseLine(fit->getBestResponse(), fit->getPointNumber()));
-    if (options.report.isEmpty())
-        cli::print(QLatin1Char('\n') + fit->getReport());
+            groupTable(groups, *fit) +
+            cli::responseLine(fit->getBestResponse(), fit->getPointNumber()),
+        fit->getReport());
     return status;
 }

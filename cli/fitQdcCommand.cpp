@@ -83,11 +83,11 @@ int fitQdcCommand(const QStringList &arguments)
         fit);
     if (!fit)
         return status;
-    cli::print(
+    cli::printFit(
+        options, status,
         cli::fittedOmegaTable(options, [&](int lambda) { return fit->getBestOmega(lambda); }) +
-        parameterTable(fit->getParametersQDC()) +
-        cli::responseLine(fit->getBestResponse(), fit->getPointNumber()));
-    if (options.report.isEmpty())
-        cli::print(QLatin1Char('\n') + fit->getReport());
+            parameterTable(fit->getParametersQDC()) +
+            cli::responseLine(fit->getBestResponse(), fit->getPointNumber()),
+        fit->getReport());
     return status;
 }

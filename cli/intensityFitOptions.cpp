@@ -144,6 +144,14 @@ QString fittedOmegaTable(const IntensityFitOptions &options,
     return text + QLatin1Char('\n');
 }
 
+void printFit(const IntensityFitOptions &options, int status, const QString &summary,
+              const QString &report)
+{
+    print(summary);
+    if (options.report.isEmpty() || status == failure)
+        print(QLatin1Char('\n') + report);
+}
+
 QString responseLine(double response, int points)
 {
     return tr("Response %1 (1e-20 cm^2)^2, best of %2 points\n")

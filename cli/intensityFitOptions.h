@@ -41,6 +41,10 @@ int readIntensityFitOptions(const QCommandLineParser &parser, IntensityFitOption
 QString fittedOmegaTable(const IntensityFitOptions &options,
                          const std::function<double(int)> &fitted);
 
+/// Prints what a fit found: the report too, unless it was written.
+void printFit(const IntensityFitOptions &options, int status, const QString &summary,
+              const QString &report);
+
 /// Line on the misfit of the best point and on the points that were tried.
 QString responseLine(double response, int points);
 
@@ -53,7 +57,8 @@ template <class Fit> void setUp(Fit &fit, const IntensityFitOptions &options)
     fit.setOmegaPrintingOptions(options.sections);
 }
 
-/// Runs a fit from each of its starting vectors and writes the report of the best point.
+/// Runs a fit from each of its starting vectors and writes the report of the best point; when the
+/// file cannot be written, the status tells and the report is with the fit.
 /// @param makeFit  a new object, set up
 /// @param best  the fit that holds it; null when there is none
 template <class Fit>
@@ -90,10 +95,17 @@ int runIntensityFit(const IntensityFitOptions &options,
     fit.setLastError(QString());
     fit.setFileNameOmg(options.report);
     fit.endOfParametrization();
+    int status = end == FitEnd::Interrupted ? interrupted : success;
+    if (fit.getReport().isEmpty() && !options.report.isEmpty()) {
+        // A report that cannot be written goes to standard output: the fit was work.
+        status = fail(fit.getLastError());
+        fit.setFileNameOmg(QString());
+        fit.endOfParametrization();
+    }
     if (fit.getReport().isEmpty())
         return fail(fit.getLastError());
     best = std::move(*found);
-    return end == FitEnd::Interrupted ? interrupted : success;
+    return status;
 }
 
 } // namespace cli

@@ -285,6 +285,8 @@ void LanqorParametricQDC::writeReport(LanqorOmega &best)
         best.setChargeFactorAndAlpha(chargeFactors, alphas);
         isCalculated = best.calcOmega();
         best.setAtomicCharges(indices->getAtomicCharge());
+        emitProgress(tr(" -> (QDC fit) Without force constants, Omega was calculated from the "
+                        "charge factors and polarizabilities that Q, D and C give.\n"));
     }
     if (isCalculated)
         report = best.createOutFile(fileNameOmg);

@@ -66,7 +66,8 @@ public:
     void setParametersQDC(const double &Q, const double &D, const double &C);
     /// By atom number, au.
     void setSuperDeslocalizability(const QVector<double> &values);
-    /// By atom number, elementary charges. An empty vector switches the QDC model off.
+    /// By atom number, elementary charges. An empty vector switches the QDC model off; charges
+    /// set after a calculation are printed in its report.
     void setAtomicCharges(const QVector<double> &charges);
     /// Groups of atoms for the partition of the radiative rate in the report; see
     /// LanqorAradPartition::setLigandsVector().

@@ -1,0 +1,247 @@
+#include "fitSupport.h"
+
+#include <LanqorEngine/LanqorIndicesCalculation.h>
+#include <LanqorEngine/LanqorParametricQDC.h>
+
+#include <QtTest>
+
+#include <memory>
+
+using namespace fitSupport;
+
+namespace {
+
+constexpr double infeasible = 1.0e20;
+constexpr double omegaUnit = 1.0e-20;
+
+/// A copy in the scratch folder, so that the ".indeces" file is written there.
+QString scratchCopy(const QString &path)
+{
+    return testSupport::scratchFile(QFileInfo(path).fileName(), testSupport::readAll(path));
+}
+
+/// A fit with its indices and the geometry of a file.
+struct QdcProblem
+{
+    explicit QdcProblem(const QString &file)
+        : path(scratchCopy(file))
+        , sphere(sphereOf(path))
+        , indices(nullptr, path, LanqorIndicesCalculation::MopacOutput)
+        , fit(nullptr, path, 0)
+    {
+        if (!indices.calculateIndices())
+            qFatal("%s", qPrintable(indices.getLastError()));
+        fit.setCoordNumber(sphere.size() - 1);
+        fit.setSuperDeslocalizability(&indices);
+        fit.setOmegaExp(20.5 * omegaUnit, 8.1 * omegaUnit);
+        OmegaPrintingOptions options;
+        options.printChargeFactors = true;
+        options.printOmega = true;
+        fit.setOmegaPrintingOptions(options);
+    }
+
+    plainOmega::Result plainValues(const QVector<double> &x) const
+    {
+        QVector<double> g(sphere.size() + 1, 0.0);
+        QVector<double> alpha = g;
+        for (int atom = 2; atom <= sphere.size(); ++atom) {
+            g[atom] = x.at(0) * indices.getAtomicCharge(atom);
+            alpha[atom] = (x.at(1) * indices.getSuperDeslocalizability(atom) + x.at(2)) * 1.0e-24;
+        }
+        return plainOmega::omega(sphere, g, alpha);
+    }
+
+    QString path;
+    QVector<CoordSPH> sphere;
+    LanqorIndicesCalculation indices;
+    LanqorParametricQDC fit;
+};
+
+QString chlorides()
+{
+    return mopacFile(QStringLiteral("eu_cl2_h2o6_pm7_allvec_force.out"));
+}
+
+QString withoutForces()
+{
+    return mopacFile(QStringLiteral("eu_acac3_phen_am1_allvec.out"));
+}
+
+} // namespace
+
+class TestQdcFit : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void responseHoldsThreeParameters()
+    {
+        QdcProblem problem(withoutForces());
+        for (const QVector<double> &x :
+             {QVector<double>{0.1, 5.0, 4.0}, QVector<double>{0.25, 9.0, 6.5}}) {
+            const auto omega = problem.plainValues(x);
+            const double expected = std::pow(omega.total[2] / omegaUnit - 20.5, 2) +
+                                    std::pow(omega.total[4] / omegaUnit - 8.1, 2) +
+                                    std::pow(omega.total[6] / omegaUnit, 2);
+            COMPARE_NEAR(evaluate(problem.fit, x), expected, 1.0e-9 * expected);
+        }
+        // The first was the better one or the second: the record tells the smaller.
+        const ParametersQDC best = problem.fit.getParametersQDC();
+        COMPARE_NEAR(evaluate(problem.fit, {best.Q, best.D, best.C}), problem.fit.getBestResponse(),
+                     0.0);
+    }
+
+    void boundsOfFeasibleTrials()
+    {
+        QdcProblem problem(withoutForces());
+        const double largest = -problem.indices.getMinimumSuperDeslocalizability();
+        QVERIFY(largest > 0.3);
+        QVERIFY(evaluate(problem.fit, {0.1, 5.0, 4.0}) < infeasible);
+        QCOMPARE(evaluate(problem.fit, {0.1, -1.0, 4.0}), infeasible);
+        QCOMPARE(evaluate(problem.fit, {0.1, 5.0, -0.1}), infeasible);
+        QCOMPARE(evaluate(problem.fit, {1.0, 0.0, 0.0}), infeasible);
+        // g = Q q of the oxygens, about 6.7 Q, must not pass 2.
+        QCOMPARE(evaluate(problem.fit, {0.31, 5.0, 4.0}), infeasible);
+        // alpha = D S + C of the nitrogens or oxygens must be 0.005 at least and 15 at most.
+        QCOMPARE(evaluate(problem.fit, {0.1, 9.0, 9.0 * 0.2}), infeasible);
+        QVERIFY(evaluate(problem.fit, {0.1, 16.0, 15.0}) < infeasible);
+        QCOMPARE(evaluate(problem.fit, {0.1, 80.0, 79.0}), infeasible);
+
+        // Chlorine: at least 0.01 here, at most 1.
+        QdcProblem chlorine(chlorides());
+        const double q = chlorine.indices.getAtomicCharge(2);
+        QCOMPARE(evaluate(chlorine.fit, {0.012 / q, 5.0, 4.0}) < infeasible, true);
+        QCOMPARE(evaluate(chlorine.fit, {0.009 / q, 5.0, 4.0}), infeasible);
+        QCOMPARE(evaluate(chlorine.fit, {1.01 / q, 5.0, 4.0}), infeasible);
+    }
+
+    void restrictionIsLiftedByCount()
+    {
+        QdcProblem problem(withoutForces());
+        const QVector<double> restricted = {0.1, 4.0, 4.0}; // D must exceed C
+        const QVector<double> allowed = {0.1, 4.001, 4.0};
+        QVERIFY(evaluate(problem.fit, allowed) < infeasible);
+        QCOMPARE(evaluate(problem.fit, restricted), infeasible);
+        while (problem.fit.getPointNumber() < 99999)
+            problem.fit.incrementPointsNumber();
+        QCOMPARE(evaluate(problem.fit, restricted), infeasible); // point 100000
+        QCOMPARE(evaluate(problem.fit, restricted), infeasible); // 100001: lifted behind it
+        QVERIFY(evaluate(problem.fit, restricted) < infeasible);
+
+        QdcProblem twice(withoutForces());
+        twice.fit.setRestrictionValue(2);
+        QCOMPARE(evaluate(twice.fit, {0.1, 7.9, 4.0}), infeasible);
+        QVERIFY(evaluate(twice.fit, {0.1, 8.1, 4.0}) < infeasible);
+    }
+
+    void restrictionIsLiftedByASmallImprovement()
+    {
+        // Close to where the misfit falls: which way does Q have to go?
+        QdcProblem probe(withoutForces());
+        const double before = evaluate(probe.fit, {0.1, 5.0, 4.0});
+        const double slope = (evaluate(probe.fit, {0.1 + 1.0e-6, 5.0, 4.0}) - before) / 1.0e-6;
+        QVERIFY(std::abs(slope) > 1.0e-3);
+        const auto steppedBy = [&](double improvement) {
+            return QVector<double>{0.1 - improvement / slope, 5.0, 4.0};
+        };
+        const QVector<double> restricted = {0.1, 4.0, 4.0};
+
+        QdcProblem large(withoutForces());
+        evaluate(large.fit, {0.1, 5.0, 4.0});
+        evaluate(large.fit, steppedBy(3.0e-5));
+        QCOMPARE(evaluate(large.fit, restricted), infeasible);
+
+        QdcProblem small(withoutForces());
+        evaluate(small.fit, {0.1, 5.0, 4.0});
+        evaluate(small.fit, steppedBy(3.0e-6));
+        QVERIFY(evaluate(small.fit, restricted) < infeasible);
+    }
+
+    void faults()
+    {
+        LanqorParametricQDC missing(nullptr, QStringLiteral("nothing.out"), 0);
+        QVERIFY(missing.getLastError().contains(QLatin1String("does not exist")));
+        QVERIFY(!missing.checkSetup());
+        QCOMPARE(evaluate(missing, {0.1, 5.0, 4.0}), infeasible);
+        missing.endOfParametrization();
+        QVERIFY(missing.getLastError().contains(QLatin1String("does not exist")));
+
+        QdcProblem problem(withoutForces());
+        problem.fit.setSuperDeslocalizability(nullptr);
+        QVERIFY(!problem.fit.checkSetup());
+        QVERIFY(problem.fit.getLastError().contains(QLatin1String("indices")));
+        LanqorIndicesCalculation empty(nullptr, problem.path, 0);
+        problem.fit.setSuperDeslocalizability(&empty);
+        QCOMPARE(evaluate(problem.fit, {0.1, 5.0, 4.0}), infeasible);
+        problem.fit.setSuperDeslocalizability(&problem.indices);
+        QVERIFY2(problem.fit.checkSetup(), qPrintable(problem.fit.getLastError()));
+        problem.fit.setCoordNumber(66);
+        QVERIFY(!problem.fit.checkSetup());
+        problem.fit.setCoordNumber(8);
+
+        // Nothing feasible, nothing written.
+        QCOMPARE(evaluate(problem.fit, {0.1, 5.0, -4.0}), infeasible);
+        const QString file = testSupport::scratchFile(QStringLiteral("kept.omg"), "old");
+        problem.fit.setFileNameOmg(file);
+        problem.fit.endOfParametrization();
+        QVERIFY(problem.fit.getReport().isEmpty());
+        QVERIFY(problem.fit.getLastError().contains(QLatin1String("bounds")));
+        QCOMPARE(testSupport::readAll(file), QByteArray("old"));
+    }
+
+    /// The report shows the Omega that was fitted, whether it could be made in QDC mode or not,
+    /// and its Q, D and C give its g and alpha.
+    void reportShowsWhatWasFitted_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<bool>("hasForces");
+        QTest::newRow("chlorides") << QStringLiteral("eu_cl2_h2o6_pm7_allvec_force.out") << true;
+        QTest::newRow("diketonates") << QStringLiteral("eu_acac3_h2o_rm1_allvec_force.out") << true;
+        QTest::newRow("dianions") << QStringLiteral("complete_case/eu_l2_rm1_allvec_force.out")
+                                  << true;
+        QTest::newRow("no force matrix") << QStringLiteral("eu_acac3_phen_am1_allvec.out") << false;
+    }
+    void reportShowsWhatWasFitted()
+    {
+        QFETCH(QString, file);
+        QFETCH(bool, hasForces);
+        const QString path = mopacFile(file);
+        if (path.isEmpty())
+            QSKIP("needs LANQOR_CORPUS_DIR");
+        QString reports[2];
+        for (QString &report : reports) {
+            QdcProblem problem(path);
+            const QVector<double> start = problem.fit.makeStartingVector(1);
+            QVERIFY(evaluate(problem.fit, start) < infeasible);
+            anneal(problem.fit, start, 4000);
+            report = problem.fit.getReport();
+            QVERIFY2(!report.isEmpty(), qPrintable(problem.fit.getLastError()));
+            QCOMPARE(problem.fit.getLastError().isEmpty(), hasForces);
+            QVERIFY(hasForces ||
+                    problem.fit.getLastError().contains(QLatin1String("force constant")));
+
+            const ParametersQDC best = problem.fit.getParametersQDC();
+            const auto omega = problem.plainValues({best.Q, best.D, best.C});
+            for (const int lambda : {2, 4, 6}) {
+                const double fitted = problem.fit.getBestOmega(lambda) / omegaUnit;
+                COMPARE_NEAR(omega.total[std::size_t(lambda)] / omegaUnit, fitted, 1.0e-9);
+                COMPARE_NEAR(printed(report, QStringLiteral("omega(%1)").arg(lambda)), fitted,
+                             0.00501);
+            }
+            COMPARE_NEAR(printed(report, QStringLiteral("Q")), best.Q, 5.1e-7);
+            COMPARE_NEAR(printed(report, QStringLiteral("D")), best.D, 5.1e-7);
+            COMPARE_NEAR(printed(report, QStringLiteral("C")), best.C, 5.1e-7);
+            for (int atom = 2; atom <= problem.sphere.size(); ++atom) {
+                const double q = printed(report, QStringLiteral("atomic charges(%1)").arg(atom));
+                const double S = printed(report, QStringLiteral("SDE(%1)").arg(atom));
+                COMPARE_NEAR(q, problem.indices.getAtomicCharge(atom), 5.1e-5);
+                COMPARE_NEAR(printed(report, QStringLiteral("g(%1)").arg(atom)), best.Q * q, 2e-4);
+                COMPARE_NEAR(printed(report, QStringLiteral("alpha(%1)").arg(atom)),
+                             best.D * S + best.C, 1.0e-4 + 1.0e-4 * best.D);
+            }
+        }
+        QCOMPARE(reports[0], reports[1]);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestQdcFit)
+#include "tst_qdcfit.moc"
