@@ -14,4 +14,5 @@ int organizeCommand(const QStringList &arguments);
 int spectrumCommand(const QStringList &arguments);
 int sphereCommand(const QStringList &arguments);
 int starkCommand(const QStringList &arguments);
+int statesCommand(const QStringList &arguments);
 int yieldCommand(const QStringList &arguments);

@@ -20,6 +20,7 @@ const QVector<Command> &commands()
          fitQdcCommand},
         {"stark", "Stark levels of 7F0 to 7F6 in the crystal field of a complex", starkCommand},
         {"indices", "reactivity indices of the atoms from the orbitals", indicesCommand},
+        {"states", "excited states of the ligands and their distances from the ion", statesCommand},
         {"yield", "rates, populations and emission quantum yield", yieldCommand},
         {"organize", "order of atoms that all calculations need, for any structure",
          organizeCommand},

@@ -195,6 +195,10 @@ public:
     {
         return tripletStates.at(index);
     }
+    /// Weights of the printed excitations of a state, one per pair of orbital numbers of its
+    /// configurations; 0 where the program prints none.
+    QVector<double> getSingletWeights(const int &index) const { return singletWeights.at(index); }
+    QVector<double> getTripletWeights(const int &index) const { return tripletWeights.at(index); }
     int getSingletStatesCount() const { return singletStates.size(); }
     int getTripletStatesCount() const { return tripletStates.size(); }
     /// Orbital by printed number, less the number of the first orbital (ORCA 0, others 1); one
@@ -256,6 +260,8 @@ private:
     QVector<MolecularOrbital> molecularOrbitals;
     QVector<ExcitateState> singletStates;
     QVector<ExcitateState> tripletStates;
+    QVector<QVector<double>> singletWeights;
+    QVector<QVector<double>> tripletWeights;
     QVector<CoordZMT> coordZMT;
     QVector<Coord> coord;
     QVector<CoordSPH> coordSPH;

@@ -6,6 +6,7 @@
 #include "input/orbitalTable_p.h"
 #include "input/textFields_p.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <vector>
@@ -40,7 +41,8 @@ public:
 private:
     void readGeometry();
     void readStates();
-    ExcitateState *readState(std::string_view text, ExcitedStates &data);
+    StateTable *readState(std::string_view text, ExcitedStates &data);
+    static void readExcitation(std::string_view text, StateTable &table, ExcitedStates &data);
     void keepList(StateList &next);
     bool ownsOrbitals() const;
     void readOrbitals();
@@ -52,17 +54,20 @@ private:
     OrbitalReading orbitalReading;
     QVector<Coord> atoms;
     StateList list;
-    bool isLatest = true; // neither another list nor another job since the list
+    bool isLatest = true;         // neither another list nor another job since the list
+    bool hasSameStructure = true; // the last geometry is that of the list
     Fields fields;
     std::vector<double> values;
     int rowNumber = 0;
     int rowAtom = 0;
 };
 
-/// True when a rigid motion may turn one structure into the other.
+/// True when a rigid motion may turn one structure into the other: all distances from the first
+/// few atoms agree.
 bool isSameStructure(const QVector<Coord> &a, const QVector<Coord> &b)
 {
     constexpr double tolerance = 1e-3; // Angstrom
+    constexpr int anchors = 8;
     const auto distance = [](const Coord &p, const Coord &q) {
         return std::hypot(p.x - q.x, p.y - q.y, p.z - q.z);
     };
@@ -71,7 +76,7 @@ bool isSameStructure(const QVector<Coord> &a, const QVector<Coord> &b)
     for (int i = 0; i < a.size(); ++i) {
         if (a.at(i).label != b.at(i).label)
             return false;
-        for (int j = 0; j < i; ++j) {
+        for (int j = 0; j < std::min(i, anchors); ++j) {
             if (std::abs(distance(a.at(i), a.at(j)) - distance(b.at(i), b.at(j))) > tolerance)
                 return false;
         }
@@ -123,36 +128,44 @@ StateList GaussianParser::parse()
 /// distances.
 void GaussianParser::readGeometry()
 {
+    atoms.clear();
+    hasSameStructure = false;
     constexpr int headLines = 2; // the second heading and a rule
     for (int i = 0; i < headLines; ++i) {
         if (!reader.next())
             return;
     }
-    atoms.clear();
-    while (reader.next()) {
-        textFields::split(reader.line(), fields);
-        if (fields.size() < 5)
+    QVector<Coord> rows;
+    bool ok = true;
+    for (int number = 1; ok && reader.next(); ++number) {
+        const std::string_view line = reader.line();
+        textFields::split(line, fields);
+        if (textFields::startsWith(textFields::trimmed(line), "-----")) {
+            atoms = std::move(rows);
+            hasSameStructure = isSameStructure(atoms, list.data.atoms);
             return;
-        bool ok = false;
-        const int atomicNumber = textFields::toInt(fields[1], &ok);
+        }
+        int atomicNumber = 0;
         double position[3] = {};
+        ok = fields.size() >= 5 && textFields::toInt(fields[0]) == number;
+        if (ok)
+            atomicNumber = textFields::toInt(fields[1], &ok);
         for (std::size_t i = 0; ok && i < 3; ++i)
             position[i] = textFields::toDouble(fields[fields.size() - 3 + i], &ok);
-        if (!ok)
-            return;
         // Dummy atoms have no place in the numbering of the orbital table.
-        if (atomicNumber >= 0) {
-            atoms.append({LanqorInputData::getElementSymbol(atomicNumber), position[0], position[1],
-                          position[2]});
+        if (ok && atomicNumber >= 0) {
+            rows.append({LanqorInputData::getElementSymbol(atomicNumber), position[0], position[1],
+                         position[2]});
         }
     }
+    reader.unread();
 }
 
 void GaussianParser::readStates()
 {
     StateList next;
     next.data.atoms = atoms;
-    ExcitateState *state = nullptr;
+    StateTable *table = nullptr; // of the last state
     while (reader.next()) {
         const std::string_view text = textFields::trimmed(reader.line());
         if (isListEnd(text) || textFields::startsWith(text, "Excitation energies")) {
@@ -161,48 +174,58 @@ void GaussianParser::readStates()
             break;
         }
         if (textFields::startsWith(text, "Excited State")) {
-            state = readState(text, next.data);
-            next.isDamaged = state == nullptr;
+            table = readState(text, next.data);
+            next.isDamaged = table == nullptr;
             if (next.isDamaged)
                 break;
-        } else if (state && hasArrow(text)) {
-            const auto excitation = parseExcitation(text);
-            if (excitation)
-                state->configurations << excitation->from << excitation->to;
-            else
-                ++next.data.unreadableExcitations;
+        } else if (table && hasArrow(text)) {
+            readExcitation(text, *table, next.data);
         }
     }
     keepList(next);
 }
 
 /// "Excited State   1:      Singlet-A      2.0353 eV  609.16 nm  f=2.4970  <S**2>=0.000"
-ExcitateState *GaussianParser::readState(std::string_view text, ExcitedStates &data)
+StateTable *GaussianParser::readState(std::string_view text, ExcitedStates &data)
 {
-    ExcitateState state;
     bool ok = false;
-    state.energy = lanqor::wavenumberPerEv * textFields::numberBefore(text, " eV", &ok);
+    const double energy = lanqor::wavenumberPerEv * textFields::numberBefore(text, " eV", &ok);
     if (!ok)
         return nullptr;
-    state.oscillatorStrength = textFields::numberAfter(text, "f=");
+    const double strength = textFields::numberAfter(text, "f=");
     const bool isSinglet = textFields::contains(text, "Singlet");
     if (isSinglet) {
-        data.spectrumEnergies.append(state.energy);
-        data.spectrumStrengths.append(state.oscillatorStrength);
+        data.spectrumEnergies.append(energy);
+        data.spectrumStrengths.append(strength);
     } else if (!textFields::contains(text, "Triplet")) {
         ++data.unnamedStates;
     }
-    QVector<ExcitateState> &states = isSinglet ? data.singlets : data.triplets;
-    states.append(state);
-    return &states.last();
+    StateTable &table = isSinglet ? data.singlets : data.triplets;
+    table.addState(energy, strength);
+    return &table;
+}
+
+/// "103 ->108         0.16148": from orbital 100 on the arrow touches the number. Coefficients of a
+/// closed shell are normalised to 1/2, for both spins are in one; those of spin orbitals to 1.
+void GaussianParser::readExcitation(std::string_view text, StateTable &table, ExcitedStates &data)
+{
+    const auto excitation = parseExcitation(text);
+    if (!excitation) {
+        ++data.unreadableExcitations;
+        return;
+    }
+    const double coefficient = textFields::toDouble(excitation->rest);
+    table.addExcitation(*excitation, (excitation->hasSpin ? 1.0 : 2.0) * coefficient * coefficient);
 }
 
 /// A list cut short never displaces a whole one.
 void GaussianParser::keepList(StateList &next)
 {
     isLatest = next.data.hasStates() && (next.isComplete || !list.isComplete);
-    if (isLatest)
+    if (isLatest) {
         list = std::move(next);
+        hasSameStructure = true;
+    }
 }
 
 /// The table belongs to the list before it when neither the structure nor the job has changed;
@@ -211,7 +234,7 @@ bool GaussianParser::ownsOrbitals() const
 {
     if (!list.data.hasStates())
         return true;
-    return isLatest && !list.data.hasOrbitals && isSameStructure(atoms, list.data.atoms);
+    return isLatest && hasSameStructure && !list.data.hasOrbitals;
 }
 
 void GaussianParser::readOrbitals()
@@ -238,9 +261,9 @@ bool GaussianParser::readOrbitalBlockHead(OrbitalTable &table)
     if (!reader.next())
         return false;
     textFields::split(reader.line(), fields);
-    std::vector<int> indices;
-    for (const std::string_view field : fields)
-        indices.push_back(textFields::toInt(field) - 1);
+    std::vector<int> indices = textFields::toInts(fields);
+    for (int &index : indices)
+        index = index > 0 ? index - 1 : -1;
     if (indices.empty() || !table.startBlock(indices)) {
         reader.unread();
         return false;

@@ -80,9 +80,9 @@ private:
     bool readOrbitalBlockHead(OrbitalTable &table);
     bool readOrbitalRow(std::string_view line, OrbitalTable &table);
     void readSinglets(std::string_view heading);
-    void readStates(QVector<ExcitateState> &states, ListStatus &status);
-    bool readState(std::string_view text, QVector<ExcitateState> &states, ListStatus &status);
-    void readExcitation(std::string_view text, ExcitateState &state);
+    void readStates(StateTable &table, ListStatus &status);
+    bool readState(std::string_view text, StateTable &table, ListStatus &status);
+    void readExcitation(std::string_view text, StateTable &table);
     void readSpectrum();
     void readTransition(std::string_view line);
     void takeSpectrum();
@@ -148,27 +148,28 @@ void OrcaParser::startStep()
     current = Step();
 }
 
+/// A blank line ends the rows; a table cut short gives no geometry.
 void OrcaParser::readGeometry()
 {
     startStep();
     if (!reader.next() || !isRule(reader.line()))
         reader.unread();
-    while (reader.next()) {
+    QVector<Coord> atoms;
+    bool ok = true;
+    while (ok && reader.next()) {
         textFields::split(reader.line(), fields);
-        Coord atom;
-        bool xOk = false;
-        bool yOk = false;
-        bool zOk = false;
-        if (fields.size() == 4) {
-            atom = {textFields::toString(fields[0]), textFields::toDouble(fields[1], &xOk),
-                    textFields::toDouble(fields[2], &yOk), textFields::toDouble(fields[3], &zOk)};
-        }
-        if (!xOk || !yOk || !zOk) {
-            reader.unread();
+        if (fields.empty()) {
+            current.data.atoms = std::move(atoms);
             return;
         }
-        current.data.atoms.append(atom);
+        double position[3] = {};
+        ok = fields.size() == 4;
+        for (std::size_t i = 0; ok && i < 3; ++i)
+            position[i] = textFields::toDouble(fields[i + 1], &ok);
+        if (ok)
+            atoms.append({textFields::toString(fields[0]), position[0], position[1], position[2]});
     }
+    reader.unread();
 }
 
 /// A restricted table, and the alpha half of an unrestricted one, ends at a blank line.
@@ -196,13 +197,7 @@ bool OrcaParser::readOrbitalBlockHead(OrbitalTable &table)
     if (!reader.next())
         return false;
     textFields::split(reader.line(), fields);
-    std::vector<int> numbers;
-    for (const std::string_view field : fields) {
-        bool ok = false;
-        numbers.push_back(textFields::toInt(field, &ok));
-        if (!ok)
-            numbers.back() = -1;
-    }
+    const std::vector<int> numbers = textFields::toInts(fields);
     if (numbers.empty() || !table.startBlock(numbers)) {
         reader.unread();
         return false;
@@ -270,9 +265,9 @@ void OrcaParser::readSinglets(std::string_view heading)
     readStates(current.data.singlets, current.singlets);
 }
 
-void OrcaParser::readStates(QVector<ExcitateState> &states, ListStatus &status)
+void OrcaParser::readStates(StateTable &table, ListStatus &status)
 {
-    states.clear();
+    table = StateTable();
     status = ListStatus();
     if (!reader.next() || !isRule(reader.line()))
         reader.unread();
@@ -287,40 +282,39 @@ void OrcaParser::readStates(QVector<ExcitateState> &states, ListStatus &status)
             return;
         }
         if (textFields::startsWith(text, "STATE") && textFields::contains(text, "E=")) {
-            if (!readState(text, states, status))
+            if (!readState(text, table, status))
                 return;
-        } else if (!states.isEmpty() && hasArrow(text)) {
-            readExcitation(text, states.last());
+        } else if (!table.isEmpty() && hasArrow(text)) {
+            readExcitation(text, table);
         }
     }
 }
 
 /// "STATE  1:  E=   0.141737 au      3.857 eV    31107.7 cm**-1"; from version 5 on more follows.
-bool OrcaParser::readState(std::string_view text, QVector<ExcitateState> &states,
-                           ListStatus &status)
+bool OrcaParser::readState(std::string_view text, StateTable &table, ListStatus &status)
 {
-    ExcitateState state;
     bool ok = false;
-    state.energy = textFields::numberBefore(text, "cm**-1", &ok);
+    double energy = textFields::numberBefore(text, "cm**-1", &ok);
     if (!ok)
-        state.energy = lanqor::wavenumberPerEv * textFields::numberBefore(text, "eV", &ok);
+        energy = lanqor::wavenumberPerEv * textFields::numberBefore(text, "eV", &ok);
     if (!ok)
         return false;
     text.remove_prefix(std::string_view("STATE").size());
     status.numbers.push_back(textFields::toInt(text.substr(0, text.find(':'))));
-    states.append(state);
+    table.addState(energy);
     return true;
 }
 
 /// "149a -> 158a  :     0.016258 (c=  0.12750661)"; the weight decides that it is one.
-void OrcaParser::readExcitation(std::string_view text, ExcitateState &state)
+void OrcaParser::readExcitation(std::string_view text, StateTable &table)
 {
     bool ok = false;
+    double weight = 0.0;
     const auto excitation = parseExcitation(text);
     if (excitation)
-        textFields::numberAfter(excitation->rest, ":", &ok);
+        weight = textFields::numberAfter(excitation->rest, ":", &ok);
     if (ok)
-        state.configurations << excitation->from << excitation->to;
+        table.addExcitation(*excitation, weight);
     else
         ++current.data.unreadableExcitations;
 }
@@ -391,7 +385,7 @@ void OrcaParser::takeSpectrum()
         current.data.spectrumStrengths.append(transition.strength);
         const int index = transition.isSinglet ? singletOf(transition) : -1;
         if (index >= 0)
-            current.data.singlets[index].oscillatorStrength = transition.strength;
+            current.data.singlets.states[index].oscillatorStrength = transition.strength;
     }
 }
 
@@ -400,7 +394,7 @@ int OrcaParser::singletOf(const Transition &transition) const
 {
     // The two tables may differ in the last printed digit.
     constexpr double tolerance = 0.5; // cm^-1
-    const QVector<ExcitateState> &states = current.data.singlets;
+    const QVector<ExcitateState> &states = current.data.singlets.states;
     const auto hasEnergy = [&](int index) {
         return std::abs(states.at(index).energy - transition.energy) <= tolerance;
     };
@@ -510,8 +504,10 @@ bool LanqorInputData::readChargePointFileOrca(double &x, double &y, double &z)
     Fields fields;
     for (int i = 0; ok && i < count; ++i) {
         double row[4] = {};
-        ok = reader.next();
-        textFields::split(reader.line(), fields);
+        do {
+            ok = reader.next();
+            textFields::split(reader.line(), fields);
+        } while (ok && fields.empty());
         ok = ok && fields.size() >= 4;
         for (std::size_t column = 0; ok && column < 4; ++column)
             row[column] = textFields::toDouble(fields[column], &ok);

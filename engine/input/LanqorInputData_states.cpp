@@ -42,8 +42,10 @@ void LanqorInputData::takeExcitedStates(const ExcitedStates &results)
 {
     molecularOrbitals += results.orbitals;
     molecularOrbitalNumber = molecularOrbitals.size();
-    singletStates += results.singlets;
-    tripletStates += results.triplets;
+    singletStates += results.singlets.states;
+    tripletStates += results.triplets.states;
+    singletWeights += results.singlets.weights;
+    tripletWeights += results.triplets.weights;
     selExcitateState = singletStates.isEmpty() ? 0 : 1;
     if (results.unreadableExcitations > 0) {
         emitProgress(tr(" -> (Read Input Data) %1 excitations of the excited states could not be "
@@ -52,7 +54,8 @@ void LanqorInputData::takeExcitedStates(const ExcitedStates &results)
     }
     if (results.unnamedStates > 0) {
         emitProgress(tr(" -> (Read Input Data) %1 excited states are called neither singlet nor "
-                        "triplet (unrestricted reference) and stand among the triplets.")
+                        "triplet (unrestricted reference); they stand among the triplets, and the "
+                        "alpha orbitals are taken for both spins.")
                          .arg(results.unnamedStates));
     }
 }

@@ -35,9 +35,9 @@ QString elementLabel(std::string_view text)
 
 /// "  1   6    4.0000    2.0000   2   C    0.62950      -0.12150      -2.33960": number, atomic
 /// number, charges, shell, element, coordinates. The element may be missing.
-bool parseAtom(const Fields &fields, Coord &atom)
+bool parseAtom(const Fields &fields, int number, Coord &atom)
 {
-    if (fields.size() < 5)
+    if (fields.size() < 5 || textFields::toInt(fields[0]) != number)
         return false;
     double position[3] = {};
     bool ok = false;
@@ -53,7 +53,8 @@ bool parseAtom(const Fields &fields, Coord &atom)
     return true;
 }
 
-/// The rows under the heading that was just read; empty when none follows.
+/// The rows under the heading that was just read, to the blank line after them; empty when none
+/// follows or one is damaged.
 QVector<Coord> readGeometry(LineReader &reader)
 {
     constexpr int blankLines = 3;
@@ -62,12 +63,16 @@ QVector<Coord> readGeometry(LineReader &reader)
     for (int i = 0; reader.next(); ++i) {
         textFields::split(reader.line(), fields);
         Coord atom;
-        if (parseAtom(fields, atom))
+        if (parseAtom(fields, atoms.size() + 1, atom))
             atoms.append(atom);
-        else if (!atoms.isEmpty() || !fields.empty() || i >= blankLines)
-            break;
+        else if (!fields.empty())
+            return {};
+        else if (!atoms.isEmpty())
+            return atoms;
+        else if (i >= blankLines)
+            return {};
     }
-    return atoms;
+    return {};
 }
 
 /// The orbitals stand three side by side, each with its five largest atomic orbitals only:
@@ -135,9 +140,10 @@ bool OrbitalListParser::startOrbitals(std::string_view line, QVector<MolecularOr
         const std::size_t end = std::min(text.find(' ', number), text.size());
         if (!textFields::startsWith(text, headKeyword) || number >= end)
             return false;
-        const int index = textFields::toInt(text.substr(number, end - number)) - 1;
-        if (index < 0 || index > OrbitalTable::maximumIndex)
+        const int orbital = textFields::toInt(text.substr(number, end - number));
+        if (orbital < 1 || orbital > OrbitalTable::maximumIndex)
             return false;
+        const int index = orbital - 1;
         if (index >= orbitals.size())
             orbitals.resize(index + 1);
         indices[column] = index;
@@ -230,12 +236,12 @@ public:
 
 private:
     bool readHeading(std::string_view line, ExcitedStates &data);
-    void readComponents(std::string_view line, ExcitateState &state);
+    void readComponents(std::string_view line);
 
     LineReader &reader;
     Fields fields;
-    QVector<ExcitateState> *list = nullptr; // that is being read
-    bool isComponentPart = false;           // of the current state
+    StateTable *list = nullptr;   // that is being read
+    bool isComponentPart = false; // of the current state
     bool singletsEnded = false;
     bool tripletsEnded = false;
 };
@@ -247,15 +253,14 @@ void StatesParser::parse(ExcitedStates &data)
         if (readHeading(line, data) || !list)
             continue;
         if (const auto energy = stateEnergy(line)) {
-            list->append(ExcitateState());
-            list->last().energy = *energy;
+            list->addState(*energy);
             isComponentPart = false;
         }
         if (list->isEmpty())
             continue;
         if (textFields::contains(line, strengthKeyword))
-            list->last().oscillatorStrength = textFields::numberAfter(line, strengthKeyword);
-        readComponents(line, list->last());
+            list->states.last().oscillatorStrength = textFields::numberAfter(line, strengthKeyword);
+        readComponents(line);
     }
 }
 
@@ -279,7 +284,7 @@ bool StatesParser::readHeading(std::string_view line, ExcitedStates &data)
 
 /// Orbital numbers: on both sides of every arrow, or the last two whole numbers of a line in the
 /// part that "COMPONENT" opens.
-void StatesParser::readComponents(std::string_view line, ExcitateState &state)
+void StatesParser::readComponents(std::string_view line)
 {
     constexpr std::string_view componentKeyword = "COMPONENT";
     const std::size_t keyword = line.find(componentKeyword);
@@ -296,7 +301,7 @@ void StatesParser::readComponents(std::string_view line, ExcitateState &state)
         const auto excitation =
             parseExcitation(line.substr(blank == std::string_view::npos ? 0 : blank + 1));
         if (excitation)
-            state.configurations << excitation->from << excitation->to;
+            list->addExcitation(*excitation, 0.0);
         line.remove_prefix(arrow + 2);
     }
     if (hadArrow || !isComponentPart)
@@ -310,7 +315,7 @@ void StatesParser::readComponents(std::string_view line, ExcitateState &state)
             numbers.push_back(number);
     }
     if (numbers.size() >= 2)
-        state.configurations << numbers[numbers.size() - 2] << numbers.back();
+        list->addExcitation({numbers[numbers.size() - 2], numbers.back(), false, {}}, 0.0);
 }
 
 } // namespace

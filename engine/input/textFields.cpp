@@ -148,6 +148,18 @@ bool isInteger(std::string_view text)
     return ok;
 }
 
+std::vector<int> toInts(const Fields &fields)
+{
+    std::vector<int> numbers;
+    for (const std::string_view field : fields) {
+        bool ok = false;
+        numbers.push_back(toInt(field, &ok));
+        if (!ok)
+            return {};
+    }
+    return numbers;
+}
+
 int decimalsOf(std::string_view number)
 {
     const std::size_t point = number.find('.');

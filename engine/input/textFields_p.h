@@ -32,6 +32,8 @@ void copyWithoutMarks(std::string_view line, std::string &copy);
 double toDouble(std::string_view text, bool *ok = nullptr);
 int toInt(std::string_view text, bool *ok = nullptr);
 bool isInteger(std::string_view text);
+/// The fields as integers; empty when one is none.
+std::vector<int> toInts(const Fields &fields);
 /// Digits behind the decimal point of a number; -1 without a point.
 int decimalsOf(std::string_view number);
 /// Takes a number with exactly @p decimals decimals off the front of @p text, as columns of one

@@ -1,0 +1,430 @@
+#include "TestSupport.h"
+#include "input/textFields_p.h"
+
+#include <LanqorEngine/LanqorInputData.h>
+
+#include <QtTest>
+
+#include <memory>
+#include <random>
+
+using testSupport::dataFile;
+using testSupport::readAll;
+using testSupport::scratchFile;
+
+namespace {
+
+constexpr double wavenumberPerEv = 8065.543937;
+
+const QString orcaOptimisation = QStringLiteral("orca/eu_tddft_optimisation_v6.out");
+const QString orcaPointCharge = QStringLiteral("orca/cis_point_charge_v26.orcout");
+const QString gaussianTwoJobs = QStringLiteral("gaussian/eu_td5050_two_jobs_g16.log");
+const QString gaussianUnrestricted = QStringLiteral("gaussian/eu_unrestricted_g03.log");
+const QString zindoStates = QStringLiteral("zindo/eu_ci.zin");
+
+using Reader = bool (LanqorInputData::*)();
+
+/// Reads @p bytes as a file of its own.
+std::unique_ptr<LanqorInputData> readBytes(const QByteArray &bytes, Reader reader, bool &ok)
+{
+    const QString path = scratchFile(QStringLiteral("output.out"), bytes);
+    auto data = std::make_unique<LanqorInputData>(nullptr, path);
+    ok = (data.get()->*reader)();
+    return data;
+}
+
+QByteArray replaced(QByteArray bytes, const QByteArray &before, const QByteArray &after)
+{
+    if (!bytes.contains(before))
+        qFatal("fixture lacks %s", before.constData());
+    return bytes.replace(before, after);
+}
+
+const char *const orcaOrbitals =
+    "LANQOR could not read the molecular orbitals from the ORCA output file: \n";
+const char *const orcaSinglets =
+    "There has been an error during read of the SINGLET states from the ORCA output file. \n";
+const char *const orcaTriplets =
+    "There has been an error during read of the TRIPLET states from the ORCA output file. \n";
+const char *const orcaSpectrum = "There has been an error during read of the absorption spectrum "
+                                 "data from the ORCA output file. \n";
+const char *const gaussianStates =
+    "There has been an error during read of the excited states from the GAUSSIAN output file. \n";
+const char *const gaussianOrbitals =
+    "LANQOR could not read the molecular orbitals from the GAUSSIAN output file: \n";
+const char *const zindoOrbitals =
+    "LANQOR could not read the molecular orbitals from the Zindo output file: \n";
+const char *const zindoSinglets =
+    "There has been an error during read of the SINGLET states from the ZINDO output file. \n";
+const char *const zindoTriplets =
+    "There has been an error during read of the TRIPLET states from the ZINDO output file. \n";
+
+} // namespace
+
+Q_DECLARE_METATYPE(Reader)
+
+class TestExcitedStates : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    /// The short way of reading plain decimals gives the bits of the general one.
+    void numbersAreReadToTheLastBit()
+    {
+        std::mt19937_64 random(7);
+        for (int i = 0; i < 20000; ++i) {
+            const int decimals = 1 + static_cast<int>(random() % 9);
+            const double value = static_cast<double>(random() % 2000000000ull) / 1e3 - 1e6;
+            const QByteArray text = QByteArray::number(value, 'f', decimals);
+            bool ok = false;
+            const double read =
+                textFields::toDouble({text.constData(), std::size_t(text.size())}, &ok);
+            QVERIFY2(ok && read == text.toDouble(), text.constData());
+        }
+        for (const char *text : {"", "-", ".", "1.2.3", "12a.5", "--1.0", "nan", "1e999"}) {
+            bool ok = true;
+            QCOMPARE(textFields::toDouble(text, &ok), 0.0);
+            QVERIFY2(!ok, text);
+        }
+    }
+
+    /// Steps of an optimisation: the last whole set counts, with its own geometry and orbitals.
+    void orcaLastWholeStep()
+    {
+        LanqorInputData data(nullptr, dataFile(orcaOptimisation));
+        testSupport::MessageSpy spy(data);
+        QVERIFY(data.readCoordFromOrcaOutFile());
+        QVERIFY(data.readOutputOrca());
+        QVERIFY(spy.contains(QStringLiteral(" -> (Read Input Data) All data were successfully "
+                                            "loaded from the ORCA output file. \n")));
+        QCOMPARE(data.getCoord().size(), 3);
+        QCOMPARE(data.getAtomLabel(2), QStringLiteral("Eu"));
+        QCOMPARE(data.getCoord(1).y, 4.0);
+        QVERIFY(data.getIsOrcaTDDFT());
+
+        QCOMPARE(data.getSingletStatesCount(), 3);
+        QCOMPARE(data.getTripletStatesCount(), 2);
+        QCOMPARE(data.getSelExcitateState(), 1);
+        // File order is kept; strengths go by state, not by row, and from the plain table.
+        const double energies[] = {25000.3, 24000.0, 30000.5};
+        const double strengths[] = {0.125, 0.25, 0.0625};
+        for (int i = 0; i < 3; ++i) {
+            QCOMPARE(data.getSingletEnergy(i + 1), energies[i]);
+            QCOMPARE(data.getSingletExcitateStateVector(i).oscillatorStrength, strengths[i]);
+        }
+        QCOMPARE(data.getSingletExcitateStateVector(1).configurations,
+                 (QVector<int>{2, 4, 3, 4})); // a de-excitation counts
+        QCOMPARE(data.getSingletWeights(1), (QVector<double>{0.6, 0.02}));
+        QCOMPARE(data.getTripletEnergy(1), 18000.2);
+
+        QCOMPARE(data.getMolecularOrbitalNumber(), 8);
+        const MolecularOrbital touching = data.getMolecularOrbitalVector(7);
+        QCOMPARE(touching.coefficients, (QVector<double>{2.717131, -11.625625, 131.30264}));
+        QCOMPARE(touching.atomNumbers, (QVector<int>{1, 2, 3}));
+        QCOMPARE(touching.atomicOrbitals.at(1), QStringLiteral("1f+1"));
+    }
+
+    /// Version 2.6: the row of a triplet bears the number of a singlet.
+    void orcaSpectra()
+    {
+        LanqorInputData old(nullptr, dataFile(orcaPointCharge));
+        QVERIFY(old.readOutputOrca());
+        QVERIFY(!old.getIsOrcaTDDFT());
+        QCOMPARE(old.getSingletExcitateStateVector(0).oscillatorStrength, 0.5);
+        QCOMPARE(old.getSingletExcitateStateVector(1).oscillatorStrength, 0.25);
+
+        LanqorInputData data(nullptr, dataFile(orcaOptimisation));
+        QVERIFY(data.readAbsorptionDataOrca());
+        QCOMPARE(data.getExcitedStateCount(), 3); // those allowed by spin
+        QCOMPARE(data.getEnergyVector(0), 24000.0);
+        QCOMPARE(data.getOscForceVector(0), 0.25);
+        QCOMPARE(data.getSingletStatesCount(), 0);
+    }
+
+    void orcaPointChargeAndOrbitalEnergies()
+    {
+        LanqorInputData data(nullptr, dataFile(orcaPointCharge));
+        double x = 1.0;
+        double y = 1.0;
+        double z = 1.0;
+        QVERIFY(data.readChargePointFileOrca(x, y, z));
+        QCOMPARE(x + y + z, 0.0);
+        QVERIFY(data.readMolecularOrbitalOccupancy());
+        QCOMPARE(data.getHomoMO(), 1);
+        QCOMPARE(data.getLumoMO(), 2);
+        QCOMPARE(data.getMolecularOrbitalsOccCount(), 4);
+        COMPARE_NEAR(data.getMolecularOrbital(3).energy, 0.2 * 27.21138, 1e-4);
+
+        // Any suffix is replaced, and of several charges the most positive one is the ion.
+        const auto charges = [&](const QByteArray &text) {
+            scratchFile(QStringLiteral("run.v2.pointcharge"), text);
+            LanqorInputData other(nullptr,
+                                  scratchFile(QStringLiteral("run.v2.out"), QByteArray("x")));
+            const bool ok = other.readChargePointFileOrca(x, y, z);
+            return ok ? QString() : other.getLastError();
+        };
+        QCOMPARE(charges("2\n-1.0 9 9 9\r\n\r\n 3.0 1.5 -2.5 4\r\n"), QString());
+        QCOMPARE(QVector<double>({x, y, z}), QVector<double>({1.5, -2.5, 4.0}));
+        for (const char *text : {"", "1\n", "1\n3.0 1.0 2.0\n", "1\n3.0 1.0 **** 2.0\n", "x\n"})
+            QCOMPARE(charges(text),
+                     QStringLiteral("LANQOR could not read the ORCA point charge file."));
+        QCOMPARE(x, 1.5); // untouched by a failure
+    }
+
+    /// The second job counts, and its table of orbitals, which starts at 99.
+    void gaussianLastJob()
+    {
+        LanqorInputData data(nullptr, dataFile(gaussianTwoJobs));
+        testSupport::MessageSpy spy(data);
+        QVERIFY(data.readOutputGaussian());
+        QVERIFY(spy.contains(QStringLiteral(" -> (Read Input Data) All data were successfully "
+                                            "loaded from the Gaussian output file. \n")));
+        QCOMPARE(data.getCoord().size(), 3);
+        QCOMPARE(data.getAtomLabel(2), QStringLiteral("Eu"));
+        QCOMPARE(data.getCoord(1).x, -4.0);
+        QCOMPARE(data.getSingletStatesCount(), 3);
+        QCOMPARE(data.getTripletStatesCount(), 2);
+        COMPARE_NEAR(data.getSingletEnergy(1), 3.1 * wavenumberPerEv, 1e-9);
+        COMPARE_NEAR(data.getTripletEnergy(2), 3.2 * wavenumberPerEv, 1e-9);
+        QCOMPARE(data.getSingletExcitateStateVector(1).oscillatorStrength, 0.5);
+        QCOMPARE(data.getSingletExcitateStateVector(0).configurations,
+                 (QVector<int>{100, 101, 100, 101}));
+        COMPARE_NEAR(data.getSingletWeights(0).at(0), 2 * 0.36, 1e-12);
+
+        QCOMPARE(data.getMolecularOrbitalNumber(), 104);
+        for (int index = 0; index < 98; ++index)
+            QVERIFY(data.getMolecularOrbitalVector(index).coefficients.isEmpty());
+        const MolecularOrbital orbital = data.getMolecularOrbitalVector(102);
+        QCOMPARE(orbital.coefficients, (QVector<double>{0.3, 0.1, 0.5, 0.2, 0.7}));
+        QCOMPARE(orbital.atomNumbers, (QVector<int>{1, 1, 2, 3, 3}));
+        QCOMPARE(orbital.atomicOrbitals.join(QLatin1Char('|')),
+                 QStringLiteral("1S|9D 0|22F 0|2PX|4XX"));
+        // A coefficient that does not fit its field makes the orbital unknown.
+        QVERIFY(data.getMolecularOrbitalVector(103).coefficients.isEmpty());
+
+        LanqorInputData spectrum(nullptr, dataFile(gaussianTwoJobs));
+        QVERIFY(spectrum.readAbsorptionDataGaussian());
+        QCOMPARE(spectrum.getExcitedStateCount(), 3);
+        QCOMPARE(spectrum.getOscForceVector(1), 0.5);
+    }
+
+    void gaussianUnrestrictedReference()
+    {
+        LanqorInputData data(nullptr, dataFile(gaussianUnrestricted));
+        testSupport::MessageSpy spy(data);
+        QVERIFY(data.readOutputGaussian());
+        QVERIFY(spy.contains(QStringLiteral("1 excited states are called neither singlet nor")));
+        QCOMPARE(data.getSingletStatesCount(), 0);
+        QCOMPARE(data.getSelExcitateState(), 0);
+        QCOMPARE(data.getTripletExcitateStateVector(0).configurations, (QVector<int>{1, 2, 2, 3}));
+        QCOMPARE(data.getMolecularOrbitalNumber(), 3); // alpha; the beta table begins anew
+        QCOMPARE(data.getMolecularOrbitalVector(0).coefficients, (QVector<double>{1.0, 0.0}));
+    }
+
+    void zindoWithStates()
+    {
+        LanqorInputData data(nullptr, dataFile(zindoStates));
+        QVERIFY(data.readCoordFromZindoOutFile());
+        QVERIFY(data.readOutputZindo());
+        QCOMPARE(data.getCoord().size(), 3);
+        QCOMPARE(data.getAtomLabel(1), QStringLiteral("Eu"));
+        QCOMPARE(data.getAtomLabel(3), QStringLiteral("N")); // by its atomic number
+        QCOMPARE(data.getMolecularOrbitalNumber(), 4);
+        QCOMPARE(data.getMolecularOrbitalVector(2).coefficients, (QVector<double>{0.8, -0.6}));
+        QCOMPARE(data.getMolecularOrbitalVector(0).atomNumbers, QVector<int>{2});
+        QCOMPARE(data.getSingletStatesCount(), 3); // the ground state is the first
+        QCOMPARE(data.getSingletEnergy(2), 25000.5);
+        QCOMPARE(data.getSingletExcitateStateVector(1).configurations, (QVector<int>{2, 3, 1, 3}));
+        QCOMPARE(data.getSingletExcitateStateVector(1).oscillatorStrength, 0.125);
+        QCOMPARE(data.getSingletExcitateStateVector(2).oscillatorStrength, 0.0); // asterisks
+        QCOMPARE(data.getTripletStatesCount(), 3);
+        QCOMPARE(data.getTripletExcitateStateVector(1).configurations, (QVector<int>{1, 4}));
+
+        LanqorInputData spectrum(nullptr, dataFile(zindoStates));
+        QVERIFY(spectrum.readAbsorptionDataZindo());
+        QCOMPARE(spectrum.getExcitedStateCount(), 3);
+        QCOMPARE(spectrum.getEnergyVector(2), 31000.0);
+        QCOMPARE(spectrum.getOscForceVector(2), 0.0);
+    }
+
+    void failuresKeepWhatWasRead_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<Reader>("reader");
+        QTest::addColumn<QString>("error");
+        QTest::addColumn<int>("orbitals");
+        QTest::addColumn<int>("singlets");
+        QTest::addColumn<int>("triplets");
+        const QByteArray orca = readAll(dataFile(orcaPointCharge));
+        const QByteArray gaussian = readAll(dataFile(gaussianTwoJobs));
+        const QByteArray zindo = readAll(dataFile(zindoStates));
+        const Reader readOrca = &LanqorInputData::readOutputOrca;
+        const Reader readGaussian = &LanqorInputData::readOutputGaussian;
+        const Reader readZindo = &LanqorInputData::readOutputZindo;
+        const auto row = [](const char *name, const QByteArray &bytes, Reader reader,
+                            const char *error, int orbitals, int singlets, int triplets) {
+            QTest::newRow(name) << bytes << reader << QString::fromLatin1(error) << orbitals
+                                << singlets << triplets;
+        };
+        row("orca, orbitals not printed", replaced(orca, "\nMOLECULAR ORBITALS\n", "\nOTHER\n"),
+            readOrca, orcaOrbitals, 0, 2, 2);
+        row("orca, localized orbitals only",
+            replaced(orca, "\nMOLECULAR ORBITALS\n",
+                     "\nLOCALIZED MOLECULAR ORBITAL COMPOSITIONS\n"),
+            readOrca, orcaOrbitals, 0, 2, 2);
+        row("orca, a row of orbitals lost",
+            replaced(orca, "  1N   1pz        0.000000", "  1N   1pz  0.000000 x"), readOrca,
+            orcaOrbitals, 0, 2, 2);
+        row("orca, kind of the states not printed",
+            replaced(orca, "CIS-EXCITED STATES (SINGLETS)", "CIS-EXCITED STATES"), readOrca,
+            orcaSinglets, 4, 0, 2);
+        row("orca, no triplets",
+            replaced(orca, "CIS EXCITED STATES (TRIPLETS)", "CIS EXCITED STATES"), readOrca,
+            orcaTriplets, 4, 2, 0);
+        row("orca, no spectrum", replaced(orca, " ABSORPTION SPECTRUM\n", " SPECTRUM\n"), readOrca,
+            orcaSpectrum, 4, 2, 2);
+        row("orca, cut in the triplets", orca.left(orca.indexOf("1a ->   3a")), readOrca,
+            orcaTriplets, 4, 2, 2);
+        row("orca, an energy not readable",
+            replaced(replaced(orca, "3.224 eV", "***** eV"), "26000.0 cm", "******* cm"), readOrca,
+            orcaSinglets, 4, 1, 2);
+        row("gaussian, no list", gaussian.left(gaussian.indexOf(" Excitation energies")),
+            readGaussian, gaussianStates, 0, 0, 0);
+        const int lastTable = gaussian.lastIndexOf("     Molecular Orbital");
+        row("gaussian, no orbitals of the last job", gaussian.left(lastTable), readGaussian,
+            gaussianOrbitals, 0, 3, 2);
+        const int lastBlock = gaussian.indexOf("       104\n", lastTable);
+        row("gaussian, cut in the orbitals", gaussian.left(gaussian.indexOf("   4 3", lastBlock)),
+            readGaussian, gaussianOrbitals, 103, 3, 2);
+        QByteArray natural = gaussian;
+        natural.replace(lastTable, 22, "     Natural Orbital C");
+        row("gaussian, natural orbitals", natural, readGaussian, gaussianOrbitals, 0, 3, 2);
+        QByteArray moved = gaussian;
+        moved.replace(gaussian.lastIndexOf("2.000000"), 8, "2.500000");
+        row("gaussian, orbitals of another structure", moved, readGaussian, gaussianOrbitals, 0, 3,
+            2);
+        row("zindo, no orbitals", replaced(zindo, "RHF/ROHF - MOs follow", "UHF"), readZindo,
+            zindoOrbitals, 0, 0, 0);
+        row("zindo, no singlets", replaced(zindo, "SINGLETS", "S"), readZindo, zindoSinglets, 4, 0,
+            3);
+        row("zindo, no triplets", replaced(zindo, "TRIPLETS", "T"), readZindo, zindoTriplets, 4, 6,
+            0);
+        row("zindo, cut in the triplets", zindo.left(zindo.indexOf(" SUMMARY")).chopped(40),
+            readZindo, zindoTriplets, 4, 3, 3);
+    }
+
+    void failuresKeepWhatWasRead()
+    {
+        QFETCH(const QByteArray, bytes);
+        QFETCH(const Reader, reader);
+        QFETCH(const QString, error);
+        bool ok = true;
+        const auto data = readBytes(bytes, reader, ok);
+        QVERIFY(!ok);
+        QCOMPARE(data->getLastError(), error);
+        QTEST(data->getMolecularOrbitalNumber(), "orbitals");
+        QTEST(data->getSingletStatesCount(), "singlets");
+        QTEST(data->getTripletStatesCount(), "triplets");
+    }
+
+    void otherFailures()
+    {
+        for (const Reader reader :
+             {&LanqorInputData::readOutputOrca, &LanqorInputData::readCoordFromOrcaOutFile,
+              &LanqorInputData::readAbsorptionDataOrca, &LanqorInputData::readOutputGaussian,
+              &LanqorInputData::readAbsorptionDataGaussian, &LanqorInputData::readOutputZindo,
+              &LanqorInputData::readCoordFromZindoOutFile,
+              &LanqorInputData::readAbsorptionDataZindo,
+              &LanqorInputData::readMolecularOrbitalOccupancy}) {
+            LanqorInputData missing(nullptr, QStringLiteral("/no/such/file"));
+            QVERIFY(!(missing.*reader)());
+            QCOMPARE(missing.getLastError(), QStringLiteral("/no/such/file does not exist."));
+        }
+        const QString path = scratchFile(QStringLiteral("empty.out"), QByteArray("\n\n"));
+        LanqorInputData data(nullptr, path);
+        QVERIFY(!data.readMolecularOrbitalOccupancy());
+        QCOMPARE(data.getLastError(),
+                 QStringLiteral("\nCannot find the molecular orbitals in the desired ORCA output "
+                                "file: \n%1\nCheck the file to identify the possible errors.")
+                     .arg(path));
+        QVERIFY(!data.readCoordFromOrcaOutFile());
+        QCOMPARE(data.getLastError(),
+                 QStringLiteral("\nCannot find the cartesian coordinates from the desired .out "
+                                "file: \n%1\nCheck the file to identify the possible errors.")
+                     .arg(path));
+        QVERIFY(!data.readCoordFromZindoOutFile());
+        QCOMPARE(data.getLastError(),
+                 QStringLiteral("There has been an error during read in cartesian coordinates "
+                                "from the desired Zindo output file (.zin): \n") +
+                     path);
+        QVERIFY(!data.readAbsorptionDataZindo());
+        QCOMPARE(data.getLastError(),
+                 QStringLiteral("There has been an error during read of the absorption spectrum "
+                                "data from the ZINDO output file. \n"));
+        QCOMPARE(LanqorInputData::detectProgram(path), LanqorInputData::UnknownOutput);
+    }
+
+    /// Windows line ends, and states without a list of triplets.
+    void variants()
+    {
+        bool ok = false;
+        for (const QString &file : {orcaOptimisation, gaussianTwoJobs, zindoStates}) {
+            const Reader reader = file == orcaOptimisation  ? &LanqorInputData::readOutputOrca
+                                  : file == gaussianTwoJobs ? &LanqorInputData::readOutputGaussian
+                                                            : &LanqorInputData::readOutputZindo;
+            const QByteArray bytes = readAll(dataFile(file));
+            const auto unixData = readBytes(bytes, reader, ok);
+            QVERIFY(ok);
+            const auto data = readBytes(QByteArray(bytes).replace("\n", "\r\n"), reader, ok);
+            QVERIFY(ok);
+            QCOMPARE(data->getSingletEnergy(2), unixData->getSingletEnergy(2));
+            QCOMPARE(data->getMolecularOrbitalNumber(), unixData->getMolecularOrbitalNumber());
+        }
+        QByteArray singletsOnly = readAll(dataFile(gaussianTwoJobs));
+        singletsOnly.replace("Triplet", "Singlet");
+        const auto data = readBytes(singletsOnly, &LanqorInputData::readOutputGaussian, ok);
+        QVERIFY(ok);
+        QCOMPARE(data->getTripletStatesCount(), 0);
+        QCOMPARE(data->getSingletStatesCount(), 5);
+    }
+
+    /// Numbers that a damaged file makes huge take no memory.
+    void hugeOrbitalNumbers()
+    {
+        bool ok = true;
+        const QByteArray orca = readAll(dataFile(orcaPointCharge));
+        const auto data =
+            readBytes(replaced(orca, "         2         3\n", "         2 999999999\n"),
+                      &LanqorInputData::readOutputOrca, ok);
+        QVERIFY(!ok);
+        QCOMPARE(data->getMolecularOrbitalNumber(), 0);
+        const QByteArray gaussian = readAll(dataFile(gaussianTwoJobs));
+        readBytes(replaced(gaussian, "       104\n", " 888888888\n"),
+                  &LanqorInputData::readOutputGaussian, ok);
+        QVERIFY(!ok);
+    }
+
+    void damagedFilesReturnCleanly()
+    {
+        const auto readAllWays = [](const QString &path) {
+            for (const Reader reader :
+                 {&LanqorInputData::readCoordFromOrcaOutFile, &LanqorInputData::readOutputOrca,
+                  &LanqorInputData::readAbsorptionDataOrca,
+                  &LanqorInputData::readMolecularOrbitalOccupancy,
+                  &LanqorInputData::readOutputGaussian,
+                  &LanqorInputData::readAbsorptionDataGaussian,
+                  &LanqorInputData::readCoordFromZindoOutFile, &LanqorInputData::readOutputZindo,
+                  &LanqorInputData::readAbsorptionDataZindo}) {
+                LanqorInputData data(nullptr, path);
+                if (!(data.*reader)() && data.getLastError().isEmpty())
+                    QFAIL("failed without a reason");
+            }
+            LanqorInputData::detectProgram(path);
+        };
+        for (const QString &file : {orcaOptimisation, orcaPointCharge, gaussianTwoJobs,
+                                    gaussianUnrestricted, zindoStates})
+            testSupport::damageFile(readAll(dataFile(file)), 150, 400, readAllWays);
+    }
+};
+
+QTEST_APPLESS_MAIN(TestExcitedStates)
+#include "tst_excitedstates.moc"

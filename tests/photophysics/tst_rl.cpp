@@ -1,0 +1,230 @@
+#include "TestSupport.h"
+
+#include <LanqorEngine/LanqorRL.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QtTest>
+
+using testSupport::dataFile;
+using testSupport::readAll;
+using testSupport::scratchFile;
+
+namespace {
+
+// In all fixtures O lies 5 and N 2 Angstrom from the ion.
+constexpr double dO = 5.0;
+constexpr double dN = 2.0;
+
+/// Copies a fixture to the scratch folder, so that files can be put beside it.
+QString copied(const QString &source, const QString &name)
+{
+    return scratchFile(name, readAll(source));
+}
+
+void compareDistances(const LanqorRL &calculation, const QVector<double> &singlets,
+                      const QVector<double> &triplets, double tolerance)
+{
+    QCOMPARE(calculation.getSingletRL(0), 0.0);
+    QCOMPARE(calculation.getTripletRL(0), 0.0);
+    for (int n = 1; n <= singlets.size(); ++n)
+        COMPARE_NEAR(calculation.getSingletRL(n), singlets.at(n - 1), tolerance);
+    for (int n = 1; n <= triplets.size(); ++n)
+        COMPARE_NEAR(calculation.getTripletRL(n), triplets.at(n - 1), tolerance);
+}
+
+} // namespace
+
+class TestRL : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    /// The ion among the atoms of an ORCA TD-DFT output, atom 2.
+    void orcaIonAmongAtoms()
+    {
+        LanqorRL calculation(nullptr,
+                             dataFile(QStringLiteral("orca/eu_tddft_optimisation_v6.out")));
+        testSupport::MessageSpy spy(calculation);
+        QVERIFY2(calculation.calcRL(1), qPrintable(calculation.getLastError()));
+        QCOMPARE(calculation.getMinDistanceLnLigand(), dN);
+        QCOMPARE(calculation.getAtomDistance(1), dO);
+        QCOMPARE(calculation.getAtomDistance(2), 0.0);
+        QCOMPARE(calculation.getStatesNumber(), 3); // two triplets and entry 0
+        QCOMPARE(calculation.getSingletStatesCount(), 3);
+        // Sums of c^2 d of the orbitals: 3 has (0.6, 0, 0.8), 4 has (0, 0.6, 0.8), 2 has (1, 0, 0).
+        const double of3 = 0.36 * dO + 0.64 * dN;
+        const double of4 = 0.64 * dN;
+        const double of2 = dO;
+        const double c7[] = {2.717131, -11.625625, 131.30264};
+        const double norm7 = c7[0] * c7[0] + c7[1] * c7[1] + c7[2] * c7[2];
+        const double of7 = c7[0] * c7[0] * dO + c7[2] * c7[2] * dN;
+        compareDistances(
+            calculation,
+            {(of3 + of4) / 2, (of2 + of4 + of3 + of4) / 4, of4}, // orbital 0 is skipped
+            {(of3 + of7) / (1 + norm7), of3}, 1e-12);
+        QVERIFY(spy.contains(QStringLiteral("triplet 2 (9)"))); // 9 is not printed
+        QCOMPARE(spy.messages.filter(QStringLiteral("singlet")).size(), 0);
+    }
+
+    void orcaPointCharge()
+    {
+        const QString fixture = dataFile(QStringLiteral("orca/cis_point_charge_v26.orcout"));
+        LanqorRL calculation(nullptr, fixture);
+        QVERIFY2(calculation.calcRL(1), qPrintable(calculation.getLastError()));
+        QCOMPARE(calculation.getAtomDistancesCount(), 2);
+        QCOMPARE(calculation.getMinDistanceLnLigand(), dN);
+        const double of1 = dN;
+        const double of2 = 0.36 * dO + 0.64 * dN;
+        const double of3 = 0.64 * dO + 0.36 * dN;
+        compareDistances(calculation, {(of2 + of3) / 2, of3}, {(of1 + of2) / 2, (of1 + of3) / 2},
+                         1e-12);
+
+        LanqorRL alone(nullptr, copied(fixture, QStringLiteral("alone.orcout")));
+        QVERIFY(!alone.calcRL(1));
+        QCOMPARE(alone.getLastError(),
+                 QStringLiteral("LANQOR could not read the ORCA point charge file."));
+        QCOMPARE(alone.getSingletStatesCount(), 2); // what was read is kept
+        QVERIFY(alone.createOutput(QStringLiteral("unused")).isEmpty());
+    }
+
+    void gaussian()
+    {
+        const QString fixture = dataFile(QStringLiteral("gaussian/eu_td5050_two_jobs_g16.log"));
+        LanqorRL calculation(nullptr, fixture);
+        testSupport::MessageSpy spy(calculation);
+        QVERIFY2(calculation.calcRL(2), qPrintable(calculation.getLastError()));
+        // Orbitals as printed: 99 is all O, 100 has O 0.6, N 0.8, 101 has Eu 0.6, N 0.8, 102 all 1.
+        const double of100 = 0.36 * dO + 0.64 * dN;
+        const double of101 = 0.64 * dN;
+        compareDistances(calculation,
+                         {(of100 + of101) / 2, (dO + 2 * dO + 2 * dN) / (1 + 5), of100},
+                         {(dO + of101 + of100 + of101) / 4, (2 * dO + 2 * dN) / 5}, 1e-12);
+        QVERIFY(spy.contains(QStringLiteral("singlet 3 (104); triplet 2 (98)")));
+        QCOMPARE(calculation.getMinDistanceLnLigand(), dN);
+
+        QByteArray other = readAll(fixture);
+        other.replace("   63  ", "   39  ");
+        LanqorRL withoutIon(nullptr, scratchFile(QStringLiteral("yttrium.log"), other));
+        QVERIFY(!withoutIon.calcRL(2));
+        QVERIFY(withoutIon.getLastError().contains(QStringLiteral("lanthanide")));
+    }
+
+    void zindo()
+    {
+        LanqorRL calculation(nullptr, dataFile(QStringLiteral("zindo/eu_ci.zin")));
+        QVERIFY2(calculation.calcRL(0), qPrintable(calculation.getLastError()));
+        const double of1 = dO;
+        const double of2 = dN;
+        const double of3 = 0.64 * dN + 0.36 * dO;
+        const double of4 = 0.64 * dO + 0.36 * dN;
+        compareDistances(calculation, {0.0, (of2 + of3 + of1 + of3) / 4, (of2 + of4) / 2},
+                         {0.0, (of1 + of4) / 2, 0.0}, 1e-12);
+        QCOMPARE(calculation.getSelExcitateState(), 1);
+        QCOMPARE(calculation.getSingletEnergy(2), 25000.5);
+    }
+
+    /// A real complex: distances taken by a separate script, see the notes of the corpus.
+    void completeCase()
+    {
+        CORPUS_FILE(output, "orca/orca42_zindos_ligand_s25_t25.out");
+        CORPUS_FILE(charge, "complete_case/orca42_zindos_ligand_s25_t25.pointcharge");
+        const QString path = copied(output, QStringLiteral("complete.orcout"));
+        copied(charge, QStringLiteral("complete.pointcharge"));
+        LanqorRL calculation(nullptr, path);
+        QVERIFY2(calculation.calcRL(1), qPrintable(calculation.getLastError()));
+        COMPARE_NEAR(calculation.getMinDistanceLnLigand(), 2.41698, 5e-6);
+        compareDistances(calculation, {6.3915, 4.9330, 5.2682, 5.3034},
+                         {6.4694, 6.1481, 7.4789, 6.3780}, 5e-5);
+        QCOMPARE(calculation.getStatesNumber(), 26);
+    }
+
+    /// The example that the repository carries gives the distances of the whole output.
+    void example()
+    {
+        LanqorRL calculation(nullptr, testSupport::sourceFile(QStringLiteral(
+                                          "examples/data/eu_l2_zindos_excerpt.orcout")));
+        QVERIFY2(calculation.calcRL(1), qPrintable(calculation.getLastError()));
+        COMPARE_NEAR(calculation.getMinDistanceLnLigand(), 2.41698, 5e-6);
+        compareDistances(calculation, {6.3915, 4.9330, 5.2682, 5.3034},
+                         {6.4694, 6.1481, 7.4789, 6.3780}, 5e-5);
+    }
+
+    void aSecondCallStartsAfresh()
+    {
+        LanqorRL calculation(nullptr, dataFile(QStringLiteral("zindo/eu_ci.zin")));
+        QVERIFY(calculation.calcRL(0));
+        const double first = calculation.getSingletRL(2);
+        QVERIFY(calculation.calcRL(0));
+        QCOMPARE(calculation.getStatesNumber(), 4);
+        QCOMPARE(calculation.getSingletRL(2), first);
+        QVERIFY(!calculation.calcRL(7));
+        QVERIFY(calculation.getLastError().contains(QStringLiteral("Unknown program type 7")));
+        QCOMPARE(calculation.getStatesNumber(), 1);
+        QVERIFY(!calculation.calcRL(2)); // not a Gaussian output
+        QCOMPARE(calculation.getLastError(),
+                 QStringLiteral("There has been an error during read of the excited states from "
+                                "the GAUSSIAN output file. \n"));
+    }
+
+    /// The ion alone has no ligand; orbitals of atoms that are not there are refused.
+    void geometryAndOrbitalsDisagree()
+    {
+        const QByteArray zindo = readAll(dataFile(QStringLiteral("zindo/eu_ci.zin")));
+        QByteArray alone = zindo;
+        const int second = alone.indexOf("   2   8    6.0000");
+        alone.remove(second, alone.indexOf(" MOMENT") - second);
+        alone.insert(second, "\n");
+        for (const char *atom : {"   O   2 ", "   N   3 "})
+            alone.replace(atom, "   Eu  1 ");
+        LanqorRL ion(nullptr, scratchFile(QStringLiteral("alone.zin"), alone));
+        QVERIFY2(ion.calcRL(0), qPrintable(ion.getLastError()));
+        QCOMPARE(ion.getMinDistanceLnLigand(), 1000.0);
+        QCOMPARE(ion.getAtomDistancesCount(), 1);
+
+        QByteArray wrong = zindo;
+        wrong.replace("   O   2 2s ", "   O   9 2s ");
+        LanqorRL outside(nullptr, scratchFile(QStringLiteral("wrong.zin"), wrong));
+        QVERIFY(!outside.calcRL(0));
+        QVERIFY(outside.getLastError().contains(QStringLiteral("atom 9")));
+    }
+
+    void report()
+    {
+        LanqorRL calculation(nullptr, dataFile(QStringLiteral("orca/cis_point_charge_v26.orcout")));
+        QVERIFY(calculation.calcRL(1));
+        const QString path = scratchFile(QStringLiteral("rl.txt"), QByteArray());
+        const QString text = calculation.createOutput(path);
+        QVERIFY(text.startsWith(LanqorInputData::LANQORTitle));
+        QCOMPARE(QString::fromUtf8(readAll(path)), text);
+        QVERIFY(text.contains(QStringLiteral("Shortest ion-ligand distance: 2.00000 Angstrom")));
+        // Number, cm^-1, nm, f, RL.
+        QVERIFY(text.contains(QStringLiteral(
+            "       1         25000.0           400.0        0.500000          3.5000\n")));
+        QVERIFY(calculation.createOutput(QStringLiteral("/no/such/folder/rl.txt")).isEmpty());
+        QVERIFY(calculation.getLastError().contains(QStringLiteral("/no/such/folder/rl.txt")));
+    }
+
+    void program()
+    {
+        const QString fixture = dataFile(QStringLiteral("orca/cis_point_charge_v26.orcout"));
+        auto run = testSupport::runProgram({QStringLiteral("states"), fixture});
+        QCOMPARE(run.exitStatus, 0);
+        QVERIFY(run.output.contains(
+            QStringLiteral("     1     25000.0     400.0    0.500000   3.5000  2->3 (90 %)\n")));
+        // Without the ion the states are listed, and the reason is told.
+        run = testSupport::runProgram(
+            {QStringLiteral("states"), copied(fixture, QStringLiteral("program.out"))});
+        QCOMPARE(run.exitStatus, 0);
+        QVERIFY(run.output.contains(QStringLiteral("suffix .pointcharge")));
+        QVERIFY(run.output.contains(
+            QStringLiteral("     1     25000.0     400.0    0.500000        -  2->3 (90 %)\n")));
+        run = testSupport::runProgram({QStringLiteral("states"), QStringLiteral("missing.out")});
+        QCOMPARE(run.exitStatus, 1);
+        run = testSupport::runProgram({QStringLiteral("states"), fixture,
+                                       QStringLiteral("--program"), QStringLiteral("abacus")});
+        QCOMPARE(run.exitStatus, 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRL)
+#include "tst_rl.moc"
