@@ -204,15 +204,20 @@ Complex CoordinationSphere::harmonic(int l, int m, int j) const
     return m >= 0 ? positive : parity(m) * std::conj(positive);
 }
 
+Complex CoordinationSphere::lattice(int t, int p, int j) const
+{
+    const Complex positive = atom(j).lattice[LatticeSums::index(t, std::abs(p))];
+    return p >= 0 ? positive : parity(p) * std::conj(positive);
+}
+
 Complex CoordinationSphere::gamma(int t, int p, int j, double g) const
 {
-    return g * atom(j).electric[static_cast<std::size_t>(t)] *
-           atom(j).lattice[LatticeSums::index(t, p)];
+    return g * atom(j).electric[static_cast<std::size_t>(t)] * lattice(t, p, j);
 }
 
 Complex CoordinationSphere::GAMMA(int t, int p, int j, double alpha) const
 {
-    return alpha * atom(j).lattice[LatticeSums::index(t, p)];
+    return alpha * lattice(t, p, j);
 }
 
 double CoordinationSphere::K(int lambda, int t, int j, double g, double alpha) const

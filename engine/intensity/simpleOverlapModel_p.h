@@ -34,8 +34,9 @@ Complex sphericalHarmonic(int l, int m, double theta, double phi);
 /// rho = ro0 (Rmin/R)^3.5.
 double overlap(double ro0, double minDistance, double distance);
 
-/// beta = 1/(1 + rho) for O and F, 1/(1 - rho) for N and Cl: the overlap charge of the smaller
-/// donors lies nearer to the ion. Other elements keep @p previous.
+/// The overlap charge lies at R/(2 beta) from the ion: beta = 1/(1 + rho) for O and F (beyond the
+/// middle of the bond), 1/(1 - rho) for N and Cl (short of it). The signs differ on purpose.
+/// Other elements keep @p previous.
 double betaFactor(const QString &symbol, double rho, double previous = 1.0);
 
 /// Why atoms 2 to @p coordNumber + 1 of the geometry (atom 1 first) are no coordination sphere:
@@ -100,7 +101,7 @@ public:
     /// Y(l,m) at atom j, l up to maximumRank, m from -l to l.
     Complex harmonic(int l, int m, int j) const;
 
-    /// Electric term of atom j, erg cm^-t:
+    /// Electric term of atom j, erg cm^-t, t = 1, 3, 5, 7 and p = -t to t:
     ///     e^2 sqrt(4 pi/(2t+1)) rho_j (2 beta_j)^(t+1) g_j conj(Y(t,p)) / R_j^(t+1)
     Complex gamma(int t, int p, int j, double g) const;
     /// Dynamic term of atom j, cm^(2-t): sqrt(4 pi/(2t+1)) alpha_j conj(Y(t,p)) / R_j^(t+1).
@@ -131,6 +132,7 @@ private:
         std::array<Complex, LatticeSums::size> lattice{};
     };
     const Atom &atom(int j) const { return atoms[static_cast<std::size_t>(j - 2)]; }
+    Complex lattice(int t, int p, int j) const;
     static Atom makeAtom(const CoordSPH &position, double minDistance);
 
     std::vector<Atom> atoms;

@@ -1,5 +1,6 @@
 #include "testSpheres.h"
 
+#include <LanqorEngine/LanqorBkq.h>
 #include <LanqorEngine/LanqorInputData.h>
 
 #include <QRegularExpression>
@@ -111,6 +112,7 @@ private Q_SLOTS:
     void eachSwitchHasItsSection();
     void latticeSwitches();
     void printedNumbersAgreeWithEachOther();
+    void crystalFieldIsThatOfItsOwnCalculation();
     void columnsOfTwoDigitAtomsAreAligned();
     void indicesSetAfterTheCalculation();
     void groupsThatCannotBeUsed();
@@ -225,6 +227,27 @@ void TestIntensityReport::printedNumbersAgreeWithEachOther()
     COMPARE_NEAR(parts, rate, 0.02);
     const QRegularExpression sum(QStringLiteral("\\n Sum +([-0-9.]+)\\n"));
     COMPARE_NEAR(sum.match(report).captured(1).toDouble(), rate, 0.011);
+}
+
+void TestIntensityReport::crystalFieldIsThatOfItsOwnCalculation()
+{
+    const QString report = finishedQDC()->createOutFile(QString());
+    QVector<double> g;
+    for (int atom = 0; atom <= 9; ++atom)
+        g.append(1.5 * (0.6 + 0.03 * atom));
+    double *chargeFactors = g.data();
+    LanqorBkq field(output(), 0);
+    field.setChargeFactors(chargeFactors);
+    QVERIFY(field.calculateRO(0.05));
+    for (int k = 2; k <= 6; k += 2) {
+        for (int q = 0; q <= k; ++q) {
+            const MyComplex expected = field.getBkq(k, q);
+            const QString name = QStringLiteral("Bkq(%1,%2)").arg(k).arg(q);
+            COMPARE_NEAR(valueOf(report, QLatin1Char('|') + name + QLatin1Char('|')),
+                         std::hypot(expected.real, expected.imag), 0.0051);
+            COMPARE_NEAR(valueOf(report, QLatin1Char(' ') + name), expected.real, 0.0051);
+        }
+    }
 }
 
 void TestIntensityReport::columnsOfTwoDigitAtomsAreAligned()

@@ -92,6 +92,7 @@ private Q_SLOTS:
     void laws();
     void overlapsByElement();
     void atomsOfTheSphereAreChecked();
+    void latticeTermsOfEachAtom();
     void axialCrystalField();
     void crystalFieldSymmetry();
 };
@@ -233,6 +234,27 @@ void TestOverlapModel::atomsOfTheSphereAreChecked()
         positions[3].r = distance;
         QVERIFY(sphereError(positions, 6).contains(QStringLiteral("Atom 4 (O)")));
         QVERIFY(sphereError(positions, 2).isEmpty()); // atom 4 takes no part
+    }
+}
+
+void TestOverlapModel::latticeTermsOfEachAtom()
+{
+    std::mt19937 random(9);
+    const QVector<CoordSPH> positions =
+        testSpheres::toSpherical(testSpheres::randomSphere(random, 3));
+    const CoordinationSphere sphere(positions, 3);
+    for (int t = 1; t <= 7; t += 2) {
+        for (int p = -t; p <= t; ++p) {
+            const Complex y = plainOmega::harmonic(t, std::abs(p), positions.at(2));
+            const Complex conjugate = p >= 0 ? std::conj(y) : (p % 2 ? -1.0 : 1.0) * y;
+            const Complex dynamic = std::sqrt(4 * M_PI / (2 * t + 1)) * 3e-24 * conjugate /
+                                    std::pow(positions.at(2).r * 1e-8, t + 1);
+            const Complex electric = 2.307077352370616e-19 * sphere.rho(3) *
+                                     std::pow(2 * sphere.beta(3), t + 1) * 0.7 / 3e-24 * dynamic;
+            const double scale = std::pow(positions.at(2).r * 1e-8, -(t + 1));
+            QVERIFY(std::abs(sphere.GAMMA(t, p, 3, 3e-24) - dynamic) < 1e-36 * scale);
+            QVERIFY(std::abs(sphere.gamma(t, p, 3, 0.7) - electric) < 1e-30 * scale);
+        }
     }
 }
 
