@@ -21,7 +21,8 @@ QString shortNumber(double value)
     return QString::number(value, 'g', 6);
 }
 
-/// "7F0"; with an ordinal "5D(1)2".
+} // namespace
+
 QString levelLabel(const SpectroscopicTerm &level)
 {
     QString label = shortNumber(2.0 * level.S + 1.0) + termLetterList.value(level.L);
@@ -29,8 +30,6 @@ QString levelLabel(const SpectroscopicTerm &level)
         label += QStringLiteral("(%1)").arg(level.termIndex);
     return label + shortNumber(level.J);
 }
-
-} // namespace
 
 double calculateV1X(const LanqorEnergyLevels &ion, int n, const SpectroscopicTerm &bra,
                     const SpectroscopicTerm &ket)

@@ -40,6 +40,9 @@ struct AngularBlock
     QVector<AngularElement> elements; ///< upper triangle row by row
 };
 
+/// "7F0", with an ordinal "5D(1)2"; J in decimals, "4I5.5".
+QString levelLabel(const SpectroscopicTerm &level);
+
 /// The levels of one J in the order of the terms of @p ion. @p n is the number of electrons of
 /// the tables, @p moreThanHalfFilled turns the sign of V(11) for a shell of n holes.
 AngularBlock angularBlock(const LanqorEnergyLevels &ion, int n, bool moreThanHalfFilled, double J);
