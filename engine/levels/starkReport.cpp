@@ -13,12 +13,6 @@ namespace starkReport {
 
 namespace {
 
-QString heading(const QString &title)
-{
-    const QString rule = QStringLiteral("------------------------------------------------------\n");
-    return rule + QLatin1Char(' ') + title + QLatin1Char('\n') + rule + QLatin1Char('\n');
-}
-
 QString chargeFactors(const Input &input, const LanqorStarkLevels &levels)
 {
     QString text =
@@ -47,6 +41,12 @@ QString fieldParameters(const LanqorStarkLevels &levels)
 }
 
 } // namespace
+
+QString heading(const QString &title)
+{
+    const QString rule = QStringLiteral("------------------------------------------------------\n");
+    return rule + QLatin1Char(' ') + title + QLatin1Char('\n') + rule + QLatin1Char('\n');
+}
 
 QString levelTable(const QVector<QVector<double>> &sortedLevels)
 {

@@ -5,7 +5,7 @@
 
 class LanqorStarkLevels;
 
-/// Report of a calculation of Stark levels.
+/// Report of a calculation of Stark levels; its parts serve the report of the fit as well.
 namespace starkReport {
 
 /// What the calculation used.
@@ -16,8 +16,10 @@ struct Input
     QVector<double> chargeFactors; ///< of atoms 2 .. A+1
 };
 
-/// Sorted levels and splitting of each manifold, one line for each; shared with the report of the
-/// fit.
+/// Title of a section between rules.
+QString heading(const QString &title);
+
+/// Sorted levels and splitting of each manifold, by J.
 QString levelTable(const QVector<QVector<double>> &sortedLevels);
 
 QString text(const Input &input, const LanqorStarkLevels &levels);

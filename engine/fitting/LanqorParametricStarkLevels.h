@@ -1,0 +1,136 @@
+#pragma once
+
+#include <LanqorEngine/ChargeFactorsGroup.h>
+#include <LanqorEngine/GLimits.h>
+#include <LanqorEngine/LanqorAbstractParametric.h>
+#include <LanqorEngine/LanqorStarkLevels.h>
+#include <LanqorEngine/ParametersGroup.h>
+#include <LanqorEngine/TransitionValues.h>
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <memory>
+
+class QFile;
+
+/// Fits the charge factors g of groups of coordinated atoms to the measured lowest and highest
+/// sublevels of 7FJ manifolds of Eu3+, cm^-1.
+///
+///     response = sum over the transitions of
+///         100 | |cmax - cmin| - |Ehigh - Elow| | + |cmin - (Elow - o)| + |cmax - (Ehigh - o)|
+/// where cmin and cmax are the lowest and the highest computed level of the manifold, from its
+/// barycentre, and o is the offset. The splitting weighs 100 times as much as the positions, for
+/// these depend on where the barycentre is taken.
+///
+/// A trial vector holds one charge factor for each group. It is feasible when none is negative and
+/// all lie within the limits of their elements; other trials score 1.0e25, as every trial does
+/// while checkSetup() fails. Each improvement is written to files when setFileName() gave a name.
+class LANQORENGINE_EXPORT LanqorParametricStarkLevels : public LanqorAbstractParametric
+{
+    Q_OBJECT
+public:
+    /// Reads the structure; a failure is told by getLastError().
+    /// @param fileName  structure file, see LanqorBkq
+    /// @param value  coordination number N; 0: counted by the bonding distances
+    LanqorParametricStarkLevels(QObject *parent, const QString &fileName, const int &value);
+    ~LanqorParametricStarkLevels() override;
+
+    // Readers of the small files of a fit. Each appends its extension to @p baseName and replaces
+    // what the vector holds; fields stand between blanks, one record on each line, and blank lines
+    // are skipped. A field that is no number counts as 0, and so does a missing one. A file that
+    // cannot be opened leaves the vector as it was.
+
+    /// ".chargefactors": name, atom numbers, charge factor. A missing file is told on standard
+    /// output, and false is returned.
+    static bool readChargeFactorsFile(const QString &baseName, QVector<ChargeFactorsGroup> &groups);
+    /// ".groups": name, atom numbers. A missing file is told on standard output, and false is
+    /// returned.
+    static bool readParametersGroup(const QString &baseName, QVector<ParametersGroup> &groups);
+    /// ".exp": J, lowest and highest energy and offset, cm^-1. A missing file is told on standard
+    /// output, and false is returned.
+    static bool readTransitionValues(const QString &baseName,
+                                     QVector<TransitionValues> &transitions);
+    /// ".limits": element, minimum, maximum. The file may be missing.
+    static void readGLimitsFile(const QString &baseName, QVector<GLimits> &limits);
+
+    /// N, which must be that of the structure; unless set it is.
+    void setCoordNumber(const int &number);
+    /// Base name of the files written at each improvement: ".progress", to which a line of number
+    /// of points and response is appended, and ".stark", the report. Empty: none are written.
+    void setFileName(const QString &baseName);
+    /// An element without limits has only the one that g is not negative; the first entry of an
+    /// element counts.
+    void setGLimits(const QVector<GLimits> &limits);
+    /// Every coordinated atom must be in a group. An atom in several has the value of the last.
+    void setParametersGroup(const QVector<ParametersGroup> &groups);
+    /// New groups, transitions or overlap void the best trial.
+    void setTransitionValues(const QVector<TransitionValues> &transitions);
+    /// Overlap of the nearest atom; 0.0801 unless set.
+    void setRO0(const double &ro0);
+
+    /// True when a fit can start: the structure is read, its coordination number is the one that
+    /// was set, the groups cover the coordinated atoms and no other, and there are transitions of
+    /// J = 0 .. 6. Otherwise getLastError() tells what is wrong.
+    bool checkSetup();
+
+    /// Evaluates one charge factor for each group; always true.
+    bool runParametrization(const int &n, double *&x) override;
+
+    /// Effective charge 3 + 14 exp(-d^2/2), d being half the sum of the radius of the ion for its
+    /// coordination number (that of 6 or 9 beyond these) and the mean radius of the coordinated
+    /// O, N and F, in Bohr radii; others have no radius. 0 without a structure.
+    double calculateEffectiveCharge();
+    double getEffectiveCharge() const { return effectiveCharge; }
+
+    /// Writes the report of the best trial to the base name plus ".stark". False without a name or
+    /// a feasible trial, and when the file cannot be written.
+    bool createOuputFile();
+    /// Text of the report of the best trial; empty before there is one.
+    QString getReport() const;
+
+    /// Charge factor of group @p index (0-based) in the best trial; 0 before there is one.
+    double getBestChargeFactor(const int &index) const { return bestChargeFactors.value(index); }
+    QString getAtomLabel(const int &i) const { return starkLevels.getAtomLabel(i); }
+    int getAtomsNumber() const { return starkLevels.getAtomsNumber(); }
+
+private:
+    /// Limits of g of one coordinated atom.
+    struct Limits
+    {
+        double minimum;
+        double maximum;
+    };
+
+    QString setupError() const;
+    QString groupsError() const;
+    void prepareLimits();
+    bool assignChargeFactors(const double *x);
+    double misfit() const;
+    double evaluate(const double *x);
+    void keepBest(const double *x);
+    bool writeProgress();
+    void forgetBest();
+
+    QString structureFile;
+    LanqorStarkLevels starkLevels;
+    QStringList atomLabels; // of atoms 1 .. N+1
+    QVector<ParametersGroup> groups;
+    QVector<TransitionValues> transitions;
+    QVector<GLimits> gLimits;
+    int coordNumber;
+    QString baseName;
+    double effectiveCharge = 0.0;
+
+    bool isSetupChecked = false;
+    bool isSetupValid = false;
+    bool isWritingGivenUp = false;
+    QVector<Limits> limitsByAtom;  // by atom number
+    QVector<double> chargeFactors; // by atom number, N+2 entries
+    std::unique_ptr<QFile> progress;
+
+    int bestPoint = 0;                   // number of the evaluation
+    QVector<double> bestChargeFactors;   // by group
+    QVector<QVector<double>> bestLevels; // sorted, by J
+};
