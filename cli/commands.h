@@ -7,6 +7,7 @@
 int convertCommand(const QStringList &arguments);
 int fitOmegaCommand(const QStringList &arguments);
 int fitQdcCommand(const QStringList &arguments);
+int fitStarkCommand(const QStringList &arguments);
 int indicesCommand(const QStringList &arguments);
 int omegaCommand(const QStringList &arguments);
 int omegaExpCommand(const QStringList &arguments);

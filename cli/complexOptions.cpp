@@ -1,5 +1,7 @@
 #include "complexOptions.h"
 
+#include "Command.h"
+
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/OmegaPrintingOptions.h>
 
@@ -53,6 +55,17 @@ bool readRefractiveIndex(const QCommandLineParser &parser, double &index, QStrin
     if (isNumber && index >= 1.0 && index < 10.0)
         return true;
     error = tr("--n needs a refractive index from 1 to 10");
+    return false;
+}
+
+bool readCount(const QCommandLineParser &parser, const QString &option, int maximum, int &value,
+               QString &error)
+{
+    bool ok = false;
+    value = parser.value(option).toInt(&ok);
+    if (ok && value >= 1 && value <= maximum)
+        return true;
+    error = tr("--%1 needs a whole number from 1 to %2").arg(option).arg(maximum);
     return false;
 }
 
@@ -114,6 +127,54 @@ QString nearAtomNotes(const LanqorInputData &data)
             text += tr("note: %1 is not counted: its element has no bonding limit\n").arg(where);
     }
     return text;
+}
+
+QCommandLineOption coordinationOption()
+{
+    return {QStringLiteral("coordination"),
+            tr("Number N of coordinated atoms; counted by bonding distances unless given."),
+            tr("N")};
+}
+
+bool readSphere(const QCommandLineParser &parser, const QString &fileName,
+                LanqorInputData &geometry, int &coordNumber, QString &error)
+{
+    if (!parser.isSet(QStringLiteral("coordination"))) {
+        if (!readSphere(geometry, fileName, error))
+            return false;
+        coordNumber = geometry.getCoordNumber();
+        const QString notes = nearAtomNotes(geometry);
+        if (!notes.isEmpty())
+            note(notes.trimmed());
+        return true;
+    }
+    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate()) {
+        error = geometry.getLastError();
+        return false;
+    }
+    const int atomsBesidesIon = geometry.getCoord().size() - 1;
+    bool isNumber = false;
+    coordNumber = parser.value(QStringLiteral("coordination")).toInt(&isNumber);
+    if (isNumber && coordNumber >= 1 && coordNumber <= atomsBesidesIon)
+        return true;
+    error = tr("--coordination needs a number from 1 to %1").arg(atomsBesidesIon);
+    return false;
+}
+
+QCommandLineOption overlapOption()
+{
+    return {QStringLiteral("ro0"), tr("Overlap of the nearest atom, 0 to below 1."), tr("overlap"),
+            QStringLiteral("0.0801")};
+}
+
+bool readOverlap(const QCommandLineParser &parser, double &ro0, QString &error)
+{
+    bool isNumber = false;
+    ro0 = parser.value(QStringLiteral("ro0")).toDouble(&isNumber);
+    if (isNumber && ro0 >= 0.0 && ro0 < 1.0)
+        return true;
+    error = tr("--ro0 needs an overlap from 0 to below 1");
+    return false;
 }
 
 } // namespace cli

@@ -19,18 +19,6 @@ QString tr(const char *text)
     return QCoreApplication::translate("cli", text);
 }
 
-/// Reads a whole number between limits; false with the reason in @p error.
-bool readCount(const QCommandLineParser &parser, const QString &option, int maximum, int &value,
-               QString &error)
-{
-    bool ok = false;
-    value = parser.value(option).toInt(&ok);
-    if (ok && value >= 1 && value <= maximum)
-        return true;
-    error = tr("--%1 needs a whole number from 1 to %2").arg(option).arg(maximum);
-    return false;
-}
-
 bool readTarget(const QCommandLineParser &parser, const QString &option, double &value,
                 QString &error)
 {

@@ -19,6 +19,7 @@ const QVector<Command> &commands()
         {"fit qdc", "parameters of the QDC model from measured intensity parameters",
          fitQdcCommand},
         {"stark", "Stark levels of 7F0 to 7F6 in the crystal field of a complex", starkCommand},
+        {"fit stark", "charge factors from measured Stark levels", fitStarkCommand},
         {"indices", "reactivity indices of the atoms from the orbitals", indicesCommand},
         {"states", "excited states of the ligands and their distances from the ion", statesCommand},
         {"yield", "rates, populations and emission quantum yield", yieldCommand},

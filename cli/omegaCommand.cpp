@@ -108,8 +108,7 @@ void addOptions(QCommandLineParser &parser)
          tr("list")},
         {QStringLiteral("n"), tr("Refractive index of the medium, for the radiative rates."),
          tr("index"), QStringLiteral("1.5")},
-        {QStringLiteral("coordination"),
-         tr("Number N of coordinated atoms; counted by bonding distances unless given."), tr("N")},
+        cli::coordinationOption(),
         {QStringLiteral("print"),
          tr("Print the report with these sections, separated by commas: all, %1.")
              .arg(cli::sectionNames()),
@@ -154,33 +153,6 @@ int show(LanqorOmega &omega, LanqorInputData &geometry, double index, const Repo
     return cli::success;
 }
 
-/// Reads the geometry and N, which is counted unless it was given; false with the reason in
-/// @p error.
-bool readGeometry(const QCommandLineParser &parser, const QString &fileName,
-                  LanqorInputData &geometry, int &coordNumber, QString &error)
-{
-    if (!parser.isSet(QStringLiteral("coordination"))) {
-        if (!cli::readSphere(geometry, fileName, error))
-            return false;
-        coordNumber = geometry.getCoordNumber();
-        const QString notes = cli::nearAtomNotes(geometry);
-        if (!notes.isEmpty())
-            cli::note(notes.trimmed());
-        return true;
-    }
-    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate()) {
-        error = geometry.getLastError();
-        return false;
-    }
-    const int atomsBesidesIon = geometry.getCoord().size() - 1;
-    bool isNumber = false;
-    coordNumber = parser.value(QStringLiteral("coordination")).toInt(&isNumber);
-    if (isNumber && coordNumber >= 1 && coordNumber <= atomsBesidesIon)
-        return true;
-    error = tr("--coordination needs a number from 1 to %1").arg(atomsBesidesIon);
-    return false;
-}
-
 int calculate(const QString &fileName, const QCommandLineParser &parser, double index,
               const ReportRequest &request)
 {
@@ -188,7 +160,7 @@ int calculate(const QString &fileName, const QCommandLineParser &parser, double 
     LanqorInputData geometry(nullptr, fileName);
     cli::showMessages(geometry);
     int coordNumber = 0;
-    if (!readGeometry(parser, fileName, geometry, coordNumber, error))
+    if (!cli::readSphere(parser, fileName, geometry, coordNumber, error))
         return cli::fail(error);
     LanqorOmega omega(nullptr, 0, fileName, fileName);
     if (!omega.getLastError().isEmpty())

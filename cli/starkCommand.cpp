@@ -31,8 +31,8 @@ void addOptions(QCommandLineParser &parser)
     parser.addOptions({
         {QStringLiteral("g"), tr("Charge factors, dimensionless, e.g. O=0.6,N=0.9,5=0.4."),
          tr("list")},
-        {QStringLiteral("ro0"), tr("Overlap of the nearest atom, 0 to below 1."), tr("overlap"),
-         QStringLiteral("0.0801")},
+        cli::overlapOption(),
+        cli::coordinationOption(),
         {QStringLiteral("report"), tr("Write the report to this file as well."), tr("file")},
     });
 }
@@ -47,24 +47,24 @@ int starkCommand(const QStringList &arguments)
     if (parser.positionalArguments().size() != 1 || !parser.isSet(QStringLiteral("g")))
         return cli::fail(tr("stark needs one structure and --g; see \"lanqor stark --help\""),
                          cli::usageError);
-    bool isNumber = false;
-    const double ro0 = parser.value(QStringLiteral("ro0")).toDouble(&isNumber);
-    if (!isNumber || !(ro0 >= 0.0 && ro0 < 1.0))
-        return cli::fail(tr("--ro0 needs an overlap from 0 to below 1"), cli::usageError);
+    double ro0 = 0.0;
+    QString error;
+    if (!cli::readOverlap(parser, ro0, error))
+        return cli::fail(error, cli::usageError);
 
     const QString fileName = parser.positionalArguments().first();
-    QString error;
     LanqorInputData geometry(nullptr, fileName);
     cli::showMessages(geometry);
-    if (!cli::readSphere(geometry, fileName, error))
+    int coordNumber = 0;
+    if (!cli::readSphere(parser, fileName, geometry, coordNumber, error))
         return cli::fail(error);
-    cli::AtomValues g(geometry, geometry.getCoordNumber(), QStringLiteral("--g"));
+    cli::AtomValues g(geometry, coordNumber, QStringLiteral("--g"));
     if (!g.read(parser.value(QStringLiteral("g"))))
         return cli::fail(g.error(), cli::usageError);
     QVector<double> chargeFactors = g.values();
     double *chargeFactorArray = chargeFactors.data();
 
-    LanqorStarkLevels levels(fileName, geometry.getCoordNumber());
+    LanqorStarkLevels levels(fileName, coordNumber);
     levels.setChargeFactors(chargeFactorArray);
     levels.setRO0(ro0);
     levels.calculateStarkLevels();
