@@ -1,7 +1,10 @@
 #pragma once
 
+#include <LanqorEngine/LanqorInputData.h>
+
 #include <QString>
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -29,3 +32,16 @@ public:
 private:
     int descriptor;
 };
+
+/// Ends the run unless a reading that succeeded left no error and one that failed left one, and
+/// all coordinates are finite.
+inline void requireSound(const LanqorInputData &input, bool ok)
+{
+    if (ok != input.getLastError().isEmpty())
+        std::abort();
+    const QVector<Coord> atoms = input.getCoord();
+    for (const Coord &atom : atoms) {
+        if (!std::isfinite(atom.x) || !std::isfinite(atom.y) || !std::isfinite(atom.z))
+            std::abort();
+    }
+}

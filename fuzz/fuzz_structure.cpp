@@ -1,9 +1,5 @@
 #include "fuzzFile.h"
 
-#include <LanqorEngine/LanqorInputData.h>
-
-#include <cmath>
-
 /// Structure files of every kind and the small tables: every reader gets every trial.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
@@ -12,14 +8,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
                       &LanqorInputData::readXYZFile, &LanqorInputData::readMol2File,
                       &LanqorInputData::readStructureFile}) {
         LanqorInputData input(nullptr, file.path());
-        const bool ok = (input.*read)();
-        if (ok != input.getLastError().isEmpty())
-            std::abort();
-        const QVector<Coord> atoms = input.getCoord();
-        for (const Coord &atom : atoms) {
-            if (!std::isfinite(atom.x) || !std::isfinite(atom.y) || !std::isfinite(atom.z))
-                std::abort();
-        }
+        requireSound(input, (input.*read)());
         input.createSphericalCoordinate();
     }
     LanqorInputData::checkTypeMopFile(file.path());

@@ -93,7 +93,7 @@ void Mol2Reader::readAtoms(Mol2Molecule &molecule)
         Coord atom;
         if (fields.size() < 6 || !readPosition(fields, 2, atom) ||
             molecule.atoms.size() == maximumAtoms) {
-            molecule.error = errorAtLine();
+            molecule.error = unreadableLine(fileName, reader.lineNumber());
             return;
         }
         const QString name = textFields::toString(fields[1]);
@@ -126,20 +126,13 @@ void Mol2Reader::readBonds(Mol2Molecule &molecule)
         const int second = fields.size() > 2 ? textFields::toInt(fields[2], &ok[1]) : 0;
         if (!ok[0] || !ok[1] || !indexOfNumber.contains(first) || !indexOfNumber.contains(second) ||
             first == second) {
-            molecule.bondError = errorAtLine();
+            molecule.bondError = unreadableLine(fileName, reader.lineNumber());
             continue;
         }
         molecule.bonds.append(
             {indexOfNumber.value(first), indexOfNumber.value(second),
              fields.size() > 3 ? textFields::toString(fields[3]) : QStringLiteral("1")});
     }
-}
-
-QString Mol2Reader::errorAtLine() const
-{
-    return LanqorInputData::tr("\nLine %1 of the structure file cannot be read: \n")
-               .arg(reader.lineNumber()) +
-           fileName;
 }
 
 } // namespace structureFiles

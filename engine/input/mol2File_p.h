@@ -53,7 +53,6 @@ private:
     void readHeader();
     void readAtoms(Mol2Molecule &molecule);
     void readBonds(Mol2Molecule &molecule);
-    QString errorAtLine() const;
 
     QString fileName;
     LineReader reader;

@@ -100,16 +100,14 @@ std::vector<AtomRow> readRows(const QString &fileName, TranslationVectors vector
     std::vector<AtomRow> rows;
     MopLines lines(fileName);
     if (!lines.open()) {
-        error = fileName + LanqorInputData::tr(" does not exist.");
+        error = missingFile(fileName);
         return rows;
     }
     QString keywords;
     for (int titles = readKeywordLines(lines, keywords); titles > 0; --titles)
         lines.next();
     if (!readAtomRows(lines, vectors, rows))
-        error = LanqorInputData::tr("\nLine %1 of the structure file cannot be read: \n")
-                    .arg(lines.lineNumber()) +
-                fileName;
+        error = unreadableLine(fileName, lines.lineNumber());
     else if (rows.empty())
         error =
             LanqorInputData::tr("\nCannot find the atoms in the MOPAC input file: \n") + fileName;
@@ -142,7 +140,7 @@ Structure readZmt(const QString &fileName)
     Structure structure;
     LineReader reader(fileName);
     if (!reader.open()) {
-        structure.error = fileName + LanqorInputData::tr(" does not exist.");
+        structure.error = missingFile(fileName);
         return structure;
     }
     Fields fields;
@@ -154,10 +152,7 @@ Structure readZmt(const QString &fileName)
             break;
         const std::optional<AtomRow> row = parseAtomRow(fields);
         if (!row || structure.zMatrix.size() == maximumAtoms) {
-            structure.error = LanqorInputData::tr("\nLine %1 of the structure file cannot be "
-                                                  "read: \n")
-                                  .arg(reader.lineNumber()) +
-                              fileName;
+            structure.error = unreadableLine(fileName, reader.lineNumber());
             return structure;
         }
         structure.zMatrix.append(row->atom);

@@ -150,7 +150,7 @@ bool MopacOutputReader::examineHeader(std::string_view line)
     } else if (job.keywordsFollow) {
         noteKeywords(fields);
         job.keywordsFollow = !fields.empty() && (fields.back() == "+" || fields.back() == "&");
-    } else if (!job.hasAsterisks) {
+    } else if (!job.hasAsterisks) { // no frame tells keywords from other words
         noteKeywords(fields);
     }
     return false;
@@ -257,7 +257,7 @@ void MopacOutputReader::readDipole()
     constexpr int longestTable = 6;
     dipoleUnreadable = true;
     for (int i = 0; i < longestTable && reader.next(); ++i) {
-        if (isBlank(reader.line())) {
+        if (isBlank(reader.line()) || failureOf(reader.line()) != Status::Read) {
             reader.unread();
             return;
         }

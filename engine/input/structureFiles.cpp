@@ -22,18 +22,6 @@ Structure failed(const QString &error)
     return structure;
 }
 
-Structure missing(const QString &fileName)
-{
-    return failed(fileName + LanqorInputData::tr(" does not exist."));
-}
-
-QString atLine(const QString &fileName, const LineReader &reader)
-{
-    return LanqorInputData::tr("\nLine %1 of the structure file cannot be read: \n")
-               .arg(reader.lineNumber()) +
-           fileName;
-}
-
 Kind kindBySuffix(const QString &fileName)
 {
     const QString suffix = QFileInfo(fileName).suffix().toLower();
@@ -70,6 +58,18 @@ bool readPosition(const Fields &fields, std::size_t first, Coord &atom)
     return ok[0] && ok[1] && ok[2];
 }
 
+QString missingFile(const QString &fileName)
+{
+    return fileName + LanqorInputData::tr(" does not exist.");
+}
+
+QString unreadableLine(const QString &fileName, qint64 lineNumber)
+{
+    return LanqorInputData::tr("\nLine %1 of the structure file cannot be read: \n")
+               .arg(lineNumber) +
+           fileName;
+}
+
 Kind kindOf(const QString &fileName)
 {
     const Kind bySuffix = kindBySuffix(fileName);
@@ -104,7 +104,7 @@ Structure readXyz(const QString &fileName)
 {
     LineReader reader(fileName);
     if (!reader.open())
-        return missing(fileName);
+        return failed(missingFile(fileName));
     const int count = LanqorInputData::numberOfAtomsFromXYZFile(fileName);
     if (count < 1 || count > maximumAtoms)
         return failed(LanqorInputData::tr("\nThe first line of the .xyz file is not a number of "
@@ -119,7 +119,7 @@ Structure readXyz(const QString &fileName)
         textFields::split(reader.line(), fields);
         Coord atom;
         if (!readPosition(fields, 1, atom)) {
-            structure.error = atLine(fileName, reader);
+            structure.error = unreadableLine(fileName, reader.lineNumber());
             return structure;
         }
         atom.label = elementLabel(textFields::toString(fields[0]));
@@ -137,7 +137,7 @@ Structure readMol2(const QString &fileName)
 {
     Mol2Reader reader(fileName);
     if (!reader.open())
-        return missing(fileName);
+        return failed(missingFile(fileName));
     Mol2Molecule molecule;
     if (!reader.next(molecule))
         return failed(

@@ -29,6 +29,11 @@ enum class Kind { Unknown, MopacOutput, Mop, Zmt, Xyz, Mol2 };
 /// The three numbers from field @p first on; false when they are not numbers.
 bool readPosition(const textFields::Fields &fields, std::size_t first, Coord &atom);
 
+/// The message for a file that cannot be opened.
+QString missingFile(const QString &fileName);
+/// The message for a row that cannot be read.
+QString unreadableLine(const QString &fileName, qint64 lineNumber);
+
 /// Kind of a file by its suffix; without a telling one, by its first lines.
 Kind kindOf(const QString &fileName);
 
