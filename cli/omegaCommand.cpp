@@ -1,5 +1,5 @@
 #include "Command.h"
-#include "atomValues.h"
+#include "chargeFactorOptions.h"
 #include "commands.h"
 #include "complexOptions.h"
 
@@ -165,22 +165,11 @@ int calculate(const QString &fileName, const QCommandLineParser &parser, double 
     LanqorOmega omega(nullptr, 0, fileName, fileName);
     if (!omega.getLastError().isEmpty())
         return cli::fail(omega.getLastError());
-    omega.setCoordNumber(coordNumber);
-    cli::AtomValues g(geometry, coordNumber, QStringLiteral("--g"));
-    cli::AtomValues alpha(geometry, coordNumber, QStringLiteral("--alpha"));
-    if (!g.read(parser.value(QStringLiteral("g"))))
-        return cli::fail(g.error(), cli::usageError);
-    if (!alpha.read(parser.value(QStringLiteral("alpha"))))
-        return cli::fail(alpha.error(), cli::usageError);
-    QVector<double> alphasCm3;
-    for (const double value : alpha.values())
-        alphasCm3.append(value * cm3PerCubicAngstrom);
-    QVector<double> chargeFactors = g.values();
-    double *gArray = chargeFactors.data();
-    double *alphaArray = alphasCm3.data();
-    omega.setChargeFactorAndAlpha(gArray, alphaArray);
-    if (!omega.calcOmega())
-        return cli::fail(omega.getLastError());
+    const int status =
+        cli::calcOmega(omega, geometry, coordNumber, parser.value(QStringLiteral("g")),
+                       parser.value(QStringLiteral("alpha")), error);
+    if (status != cli::success)
+        return cli::fail(error, status);
     return show(omega, geometry, index, request);
 }
 

@@ -1,8 +1,11 @@
 #include "Command.h"
+#include "chargeFactorOptions.h"
 #include "commands.h"
+#include "complexOptions.h"
 #include "yieldOptions.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorOmega.h>
 #include <LanqorEngine/LanqorRL.h>
 #include <LanqorEngine/LanqorSpectroscopicCalculation.h>
 
@@ -18,6 +21,7 @@ using Calculation = LanqorSpectroscopicCalculation;
 namespace {
 
 constexpr double msPerSecond = 1000.0;
+constexpr double omegaUnitCm2 = 1.0e-20;
 
 QString tr(const char *text)
 {
@@ -70,7 +74,6 @@ QString donorTable(const Calculation &calculation, const Request &request)
 
 QString omegaTable(const Calculation &calculation)
 {
-    constexpr double omegaUnitCm2 = 1e-20;
     QString text =
         tr("\nIntensity parameters / 1e-20 cm^2: total and forced electric dipole part\n\n"
            "  lambda      Omega         ED\n");
@@ -193,6 +196,30 @@ void warnOfOtherComplex(const Calculation &calculation, const Request &request)
                       .arg(request.excitedFile));
 }
 
+/// Sets the intensity parameters unless a report gave them; returns the exit status, with the
+/// reason of a failure in @p error.
+int setOmega(Calculation &calculation, const Request &request, QString &error)
+{
+    if (!request.omega.isEmpty()) {
+        const QVector<double> &ed = request.omegaEd;
+        calculation.setOmegaValues(request.omega[0], request.omega[1], request.omega[2]);
+        calculation.setOmegaEdValues(ed[0], ed[1], ed[2]);
+    }
+    if (request.g.isEmpty())
+        return cli::success;
+    LanqorInputData geometry(nullptr, request.complexFile);
+    if (!cli::readSphere(geometry, request.complexFile, error))
+        return cli::failure;
+    LanqorOmega omega(nullptr, 0, request.complexFile, request.complexFile);
+    const int status =
+        cli::calcOmega(omega, geometry, geometry.getCoordNumber(), request.g, request.alpha, error);
+    const auto total = [&omega](int lambda) { return omega.getOmega(lambda) / omegaUnitCm2; };
+    const auto ed = [&omega](int lambda) { return omega.getOmegaED(lambda) / omegaUnitCm2; };
+    calculation.setOmegaValues(total(2), total(4), total(6));
+    calculation.setOmegaEdValues(ed(2), ed(4), ed(6));
+    return status;
+}
+
 /// Runs the calculation; false with the reason in @p error.
 bool run(Calculation &calculation, const Request &request, QString &error)
 {
@@ -203,12 +230,6 @@ bool run(Calculation &calculation, const Request &request, QString &error)
     calculation.setNOverlapIntegral(request.overlapExponent);
     calculation.setEnergyTransferChannels(request.openChannels);
     calculation.setConsiderTwoTriplets(request.twoTriplets);
-    if (request.omegaReport.isEmpty()) {
-        const QVector<double> &omega = request.omega;
-        const QVector<double> &omegaEd = request.omegaEd;
-        calculation.setOmegaValues(omega[0], omega[1], omega[2]);
-        calculation.setOmegaEdValues(omegaEd[0], omegaEd[1], omegaEd[2]);
-    }
     bool isDone = false;
     if (request.excitedFile.isEmpty()) {
         calculation.calcArad();
@@ -257,8 +278,12 @@ int calculate(Calculation &calculation, const Request &request)
 {
     QString error = calculation.getLastError();
     if (!error.isEmpty() ||
-        (calculation.getRLCalculation() && !checkStates(calculation, request, error)) ||
-        !run(calculation, request, error))
+        (calculation.getRLCalculation() && !checkStates(calculation, request, error)))
+        return cli::fail(error);
+    const int status = setOmega(calculation, request, error);
+    if (status != cli::success)
+        return cli::fail(error, status);
+    if (!run(calculation, request, error))
         return cli::fail(error);
     if (calculation.getRLCalculation())
         warnOfOtherComplex(calculation, request);
@@ -267,8 +292,9 @@ int calculate(Calculation &calculation, const Request &request)
         return cli::fail(error);
     cli::print(donorTable(calculation, request) + omegaTable(calculation) +
                radiativeTable(calculation, request) + transferTable(calculation, request) +
-               populationTable(calculation, request) +
-               tr("\nQuantum yield %1 %\n").arg(calculation.getQuantumYield(), 0, 'f', 2));
+               populationTable(calculation, request) + QLatin1Char('\n') +
+               tr("Quantum yield").leftJustified(36) +
+               column(calculation.getQuantumYield(), 2, 12) + QStringLiteral(" %\n"));
     return cli::success;
 }
 

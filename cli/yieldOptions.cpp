@@ -1,6 +1,7 @@
 #include "yieldOptions.h"
 
 #include "Command.h"
+#include "complexOptions.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 
@@ -25,6 +26,8 @@ constexpr Program programs[] = {
     {"orca", LanqorInputData::OrcaOutput},
     {"gaussian", LanqorInputData::GaussianOutput},
 };
+
+constexpr int maximumState = 100000;
 
 QString tr(const char *text)
 {
@@ -58,18 +61,20 @@ public:
         return value;
     }
 
-    /// A whole number of at least @p minimum; 0 when the option is not given.
-    int wholeNumber(const char *name, int minimum)
+    /// A whole number within [minimum, maximum]; 0 when there is none, nor a default.
+    int wholeNumber(const char *name, int minimum, int maximum)
     {
-        if (!parser.isSet(option(name)))
+        const QString text = parser.value(option(name)).trimmed();
+        if (text.isEmpty() && !isSet(name))
             return 0;
         bool ok = false;
-        const int value = parser.value(option(name)).toInt(&ok);
-        if (!ok || value < minimum)
-            refuse(tr("--%1 needs a whole number of at least %2, not \"%3\"")
+        const int value = text.toInt(&ok);
+        if (!ok || value < minimum || value > maximum)
+            refuse(tr("--%1 needs a whole number from %2 to %3, not \"%4\"")
                        .arg(option(name))
                        .arg(minimum)
-                       .arg(parser.value(option(name))));
+                       .arg(maximum)
+                       .arg(text));
         return value;
     }
 
@@ -169,8 +174,9 @@ void addOptions(QCommandLineParser &parser)
         "of the complex (--excited, --program), or are given: energies in cm^-1 and distances RL\n"
         "from the Eu3+ ion in Angstrom. An ORCA output of the ligands alone needs beside it a\n"
         "file of the same name that ends in .pointcharge and holds the place of the ion.\n\n"
-        "Intensity parameters come from the report of \"lanqor omega COMPLEX.out --report FILE\"\n"
-        "or of a fit (--omega-report), or are given (--omega and --omega-ed, 1e-20 cm^2).\n\n"
+        "Intensity parameters come from the report of a fit or of \"lanqor omega\"\n"
+        "(--omega-report), from charge factors and polarisabilities of the coordinated atoms (--g\n"
+        "and --alpha), or are given (--omega and --omega-ed, 1e-20 cm^2).\n\n"
         "Examples:\n"
         "  lanqor yield complex.out --excited ligand.out --program orca \\\n"
         "      --omega-report omega.txt --lifetime 0.45\n"
@@ -189,6 +195,10 @@ void addOptions(QCommandLineParser &parser)
          tr("Program that wrote it: orca, gaussian or zindo; found out by default."), tr("name")},
         {option("omega-report"), tr("Report that holds charge factors and polarisabilities."),
          tr("file")},
+        {option("g"), tr("Charge factors, dimensionless, by element or atom: O=0.9,N=1.2,5=0.7."),
+         tr("list")},
+        {option("alpha"), tr("Polarisabilities, cubic Angstrom, likewise: O=3.1,N=4.0."),
+         tr("list")},
         {option("omega"), tr("Omega 2, 4 and 6 in 1e-20 cm^2."), tr("O2,O4,O6")},
         {option("omega-ed"),
          tr("Their forced electric dipole part, which drives dipole-dipole transfer."),
@@ -235,8 +245,8 @@ void readStates(OptionReader &reader, const QCommandLineParser &parser, Request 
         reader.refuse(tr("name the MOPAC output of the complex"));
     request.excitedFile = parser.value(option("excited"));
     request.programType = reader.program("program", request.excitedFile);
-    request.singlet = reader.wholeNumber("singlet", 1);
-    request.triplet = reader.wholeNumber("triplet", 1);
+    request.singlet = reader.wholeNumber("singlet", 1, maximumState);
+    request.triplet = reader.wholeNumber("triplet", 1, maximumState);
     request.openChannels = reader.channelList("channels");
     request.twoTriplets = parser.isSet(option("two-triplets"));
 }
@@ -259,22 +269,32 @@ void readGivenStates(OptionReader &reader, Request &request)
     request.rlTriplet = reader.number("rl-triplet", 0.5, 1000.0);
 }
 
+/// The one source of intensity parameters.
 void readOmega(OptionReader &reader, const QCommandLineParser &parser, Request &request)
 {
-    request.omegaReport = parser.value(option("omega-report"));
-    if (!request.omegaReport.isEmpty()) {
-        reader.refuseIfSet({"omega", "omega-ed"}, tr("does not go with --omega-report"));
-        if (request.complexFile.isEmpty())
-            reader.refuse(tr("--omega-report needs the MOPAC output of the complex too"));
+    const bool isByReport = reader.isSet("omega-report");
+    const bool isByFactors = reader.isSet("g") && reader.isSet("alpha");
+    const bool isGiven = reader.isSet("omega") && reader.isSet("omega-ed");
+    if (!isByReport && !isByFactors && !isGiven) {
+        reader.refuse(tr("intensity parameters: give --omega-report, --g and --alpha, or --omega "
+                         "and --omega-ed (0,0,0 to leave dipole-dipole transfer out)"));
         return;
     }
-    if (!reader.isSet("omega") || !reader.isSet("omega-ed")) {
-        reader.refuse(tr("intensity parameters: give --omega-report, or --omega and --omega-ed "
-                         "(0,0,0 to leave dipole-dipole transfer out)"));
-        return;
+    if (!isGiven && request.complexFile.isEmpty())
+        reader.refuse(tr("name the MOPAC output of the complex"));
+    const QString alone = tr("does not go with another source of intensity parameters");
+    if (isByReport) {
+        reader.refuseIfSet({"g", "alpha", "omega", "omega-ed"}, alone);
+        request.omegaReport = parser.value(option("omega-report"));
+    } else if (isByFactors) {
+        reader.refuseIfSet({"omega", "omega-ed"}, alone);
+        request.g = parser.value(option("g"));
+        request.alpha = parser.value(option("alpha"));
+    } else {
+        reader.refuseIfSet({"g", "alpha"}, alone);
+        request.omega = reader.omegas("omega");
+        request.omegaEd = reader.omegas("omega-ed");
     }
-    request.omega = reader.omegas("omega");
-    request.omegaEd = reader.omegas("omega-ed");
 }
 
 } // namespace
@@ -295,10 +315,12 @@ Request read(const QStringList &arguments)
     else
         readGivenStates(reader, request);
     readOmega(reader, parser, request);
-    request.refractiveIndex = reader.number("n", 1.0, 10.0);
+    QString indexError;
+    if (!cli::readRefractiveIndex(parser, request.refractiveIndex, indexError))
+        reader.refuse(indexError);
     if (parser.isSet(option("lifetime")))
         request.lifetimeMs = reader.number("lifetime", 1e-6, 1e6);
-    request.etModel = static_cast<int>(reader.number("et-model", 0.0, 2.0));
+    request.etModel = reader.wholeNumber("et-model", 0, 2);
     request.overlapExponent = reader.number("overlap-exponent", 0.0, 100.0);
     request.reportFile = parser.value(option("report"));
     if (!reader.error.isEmpty()) {

@@ -40,8 +40,10 @@ struct Request
     QString complexFile; ///< may be empty with explicit donor states
     QString excitedFile; ///< empty: explicit donor states
     int programType = -1;
-    QString omegaReport; ///< empty: omega and omegaEd
-    QVector<double> omega;
+    QString omegaReport; ///< one source of Omega
+    QString g;           ///< with alpha another
+    QString alpha;
+    QVector<double> omega; ///< with omegaEd the third
     QVector<double> omegaEd;
     int singlet = 0; ///< 0: the lowest
     int triplet = 0;
