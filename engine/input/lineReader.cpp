@@ -16,7 +16,9 @@ LineReader::LineReader(const QString &fileName)
 
 bool LineReader::open()
 {
-    if (QFileInfo(file.fileName()).isDir() || !file.open(QIODevice::ReadOnly))
+    // QFile warns on the terminal about an empty name.
+    if (file.fileName().isEmpty() || QFileInfo(file.fileName()).isDir() ||
+        !file.open(QIODevice::ReadOnly))
         return false;
     buffer.resize(bufferSize);
     return true;

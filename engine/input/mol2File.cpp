@@ -126,7 +126,8 @@ void Mol2Reader::readBonds(Mol2Molecule &molecule)
         const int second = fields.size() > 2 ? textFields::toInt(fields[2], &ok[1]) : 0;
         if (!ok[0] || !ok[1] || !indexOfNumber.contains(first) || !indexOfNumber.contains(second) ||
             first == second) {
-            molecule.bondError = unreadableLine(fileName, reader.lineNumber());
+            if (molecule.bondError.isEmpty())
+                molecule.bondError = unreadableLine(fileName, reader.lineNumber());
             continue;
         }
         molecule.bonds.append(

@@ -67,9 +67,9 @@ QVector<Coord> line(const char *labels, const QVector<double> &x)
 /// CH3CN with the three atoms of the linear part first: its hydrogens must not hang on them alone.
 QVector<Coord> acetonitrile()
 {
-    QVector<Coord> atoms = {
-        {QStringLiteral("N"), 0.0, 0.0, 2.617}, {QStringLiteral("C"), 0.0, 0.0, 1.458},
-        {QStringLiteral("C"), 0.0, 0.0, 0.0}};
+    QVector<Coord> atoms = {{QStringLiteral("N"), 0.0, 0.0, 2.617},
+                            {QStringLiteral("C"), 0.0, 0.0, 1.458},
+                            {QStringLiteral("C"), 0.0, 0.0, 0.0}};
     for (int i = 0; i < 3; ++i) {
         const double phi = 0.4 + 2.0 * M_PI * i / 3.0;
         atoms.append({QStringLiteral("H"), 1.03 * std::cos(phi), 1.03 * std::sin(phi), -0.37});
@@ -85,8 +85,8 @@ QVector<Coord> isothiocyanatoComplex()
         const QString label = r < 3.0   ? QStringLiteral("N")
                               : r < 5.0 ? QStringLiteral("C")
                                         : QStringLiteral("S");
-        for (const Vector3d &axis : {Vector3d::UnitX().eval(), Vector3d::UnitY().eval(),
-                                     Vector3d::UnitZ().eval()}) {
+        for (const Vector3d &axis :
+             {Vector3d::UnitX().eval(), Vector3d::UnitY().eval(), Vector3d::UnitZ().eval()}) {
             for (const double sign : {1.0, -1.0}) {
                 const Vector3d at = sign * r * axis;
                 atoms.append({label, at.x(), at.y(), at.z()});
@@ -151,8 +151,8 @@ private Q_SLOTS:
     // it builds from it, in the same frame.
     void geometryOfMopac()
     {
-        LanqorInputData data(nullptr, testSupport::dataFile(QStringLiteral(
-                                          "mopac/eu_cl2_h2o6_am1_int.out")));
+        LanqorInputData data(
+            nullptr, testSupport::dataFile(QStringLiteral("mopac/eu_cl2_h2o6_am1_int.out")));
         QVERIFY2(data.readMopacOutFile(false), qPrintable(data.getLastError()));
         const QVector<Coord> expected = data.getCoord();
         QVector<CoordZMT> rows;
@@ -183,8 +183,8 @@ private Q_SLOTS:
         QTest::newRow("linear ligands") << isothiocyanatoComplex();
         QTest::newRow("500 atoms") << randomGlobule(500);
         QTest::newRow("500 atoms almost on a line") << nearlyStraightChain(500);
-        LanqorInputData data(nullptr, testSupport::dataFile(QStringLiteral(
-                                          "structures/eu_acac3_h2o.xyz")));
+        LanqorInputData data(nullptr,
+                             testSupport::dataFile(QStringLiteral("structures/eu_acac3_h2o.xyz")));
         data.readXYZFile();
         QTest::newRow("europium complex") << data.getCoord();
     }
@@ -277,8 +277,8 @@ private Q_SLOTS:
         QVERIFY(converter.createZMTFromXYZCoord(atoms).isEmpty());
         QVERIFY(converter.getLastError().contains(
             QLatin1String("TWO ATOMS ARE COINCIDENT.  A FATAL ERROR.")));
-        QVERIFY(converter.getLastError().contains(
-            QLatin1String("ATOMS   3 AND   7 ARE COINCIDENT\n")));
+        QVERIFY(
+            converter.getLastError().contains(QLatin1String("ATOMS   3 AND   7 ARE COINCIDENT\n")));
     }
 };
 

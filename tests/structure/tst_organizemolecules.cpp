@@ -1,1 +1,357 @@
-int main(){return 0;}
+#include "TestSupport.h"
+
+#include "input/mol2File_p.h"
+
+#include <LanqorEngine/LanqorAradPartition.h>
+#include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorOrganizeMolecules.h>
+
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <algorithm>
+
+using testSupport::dataFile;
+using testSupport::scratchFile;
+
+namespace {
+
+struct Mol2Atom
+{
+    QByteArray name;
+    QByteArray type;
+    double x;
+    double y;
+    double z;
+};
+
+QByteArray mol2Text(const QVector<Mol2Atom> &atoms, const QVector<QPair<int, int>> &bonds)
+{
+    QByteArray text = "@<TRIPOS>MOLECULE\nmade by hand\n" + QByteArray::number(atoms.size()) + " " +
+                      QByteArray::number(bonds.size()) +
+                      " 1 0 0\nSMALL\nNO_CHARGES\n\n"
+                      "@<TRIPOS>ATOM\n";
+    for (int i = 0; i < atoms.size(); ++i) {
+        const Mol2Atom &atom = atoms.at(i);
+        text += QByteArray::number(i + 1) + " " + atom.name + " " +
+                QByteArray::number(atom.x, 'f', 4) + " " + QByteArray::number(atom.y, 'f', 4) +
+                " " + QByteArray::number(atom.z, 'f', 4) + " " + atom.type + " 1 RES1 0.0\n";
+    }
+    text += "@<TRIPOS>BOND\n";
+    for (int i = 0; i < bonds.size(); ++i)
+        text += QByteArray::number(i + 1) + " " + QByteArray::number(bonds.at(i).first) + " " +
+                QByteArray::number(bonds.at(i).second) + " 1\n";
+    return text;
+}
+
+/// Eu(acac)3(H2O) as a crystallographer may hand it over: a water of crystallisation first, the
+/// ion last, all atoms of the complex in reverse.
+QByteArray crystal(bool withBonds)
+{
+    structureFiles::Mol2Reader reader(
+        dataFile(QStringLiteral("structures/eu_acac3_h2o_numbered_names.mol2")));
+    structureFiles::Mol2Molecule molecule;
+    if (!reader.open() || !reader.next(molecule))
+        qFatal("the fixture cannot be read");
+    QVector<Mol2Atom> atoms = {{"O90", "O.3", 12.0, 0.0, 0.0},
+                               {"H91", "H", 12.0, 0.76, 0.59},
+                               {"H92", "H", 12.0, -0.76, 0.59}};
+    const int count = molecule.atoms.size();
+    for (int i = count - 1; i >= 0; --i)
+        atoms.append({molecule.atomNames.at(i).toLatin1(), molecule.atomTypes.at(i).toLatin1(),
+                      molecule.atoms.at(i).x, molecule.atoms.at(i).y, molecule.atoms.at(i).z});
+    QVector<QPair<int, int>> bonds;
+    if (withBonds) {
+        bonds = {{1, 2}, {1, 3}};
+        for (const structureFiles::Bond &bond : molecule.bonds)
+            bonds.append({3 + count - bond.first, 3 + count - bond.second});
+    }
+    return mol2Text(atoms, bonds);
+}
+
+/// Europium with one water and one chloride.
+const QVector<Mol2Atom> smallComplex = {{"O1", "O.3", 2.4, 0.0, 0.0},
+                                        {"H1", "H", 3.0, 0.76, 0.0},
+                                        {"H2", "H", 3.0, -0.76, 0.0},
+                                        {"Cl1", "Cl", 0.0, 2.7, 0.0},
+                                        {"Eu1", "Eu", 0.0, 0.0, 0.0}};
+const QVector<QPair<int, int>> smallBonds = {{1, 2}, {1, 3}, {5, 1}, {4, 5}};
+
+QStringList labelsOf(const QVector<Coord> &atoms)
+{
+    QStringList labels;
+    for (const Coord &atom : atoms)
+        labels.append(atom.label);
+    return labels;
+}
+
+/// Atoms as text, to compare structures whatever their order.
+QStringList asSortedText(const QVector<Coord> &atoms)
+{
+    QStringList text;
+    for (const Coord &atom : atoms)
+        text.append(QStringLiteral("%1 %2 %3 %4")
+                        .arg(atom.label)
+                        .arg(atom.x, 0, 'f', 4)
+                        .arg(atom.y, 0, 'f', 4)
+                        .arg(atom.z, 0, 'f', 4));
+    text.sort();
+    return text;
+}
+
+} // namespace
+
+class TestOrganizeMolecules : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir folder;
+
+private Q_SLOTS:
+    void ionLastAndWaterOfCrystallisation_data()
+    {
+        QTest::addColumn<bool>("withBonds");
+        QTest::newRow("bonds of the file") << true;
+        QTest::newRow("bonds from radii") << false;
+    }
+    void ionLastAndWaterOfCrystallisation()
+    {
+        QFETCH(bool, withBonds);
+        const QString file = scratchFile(QStringLiteral("crystal.mol2"), crystal(withBonds));
+        LanqorOrganizeMolecules structure(nullptr, file);
+        QVERIFY2(structure.organize(), qPrintable(structure.getLastError()));
+        QCOMPARE(structure.getLanthanideLabel(), QStringLiteral("Eu"));
+        QCOMPARE(structure.getCoordNumber(), 7);
+        // Ligands in the order of their first atoms: reversed, the aqua ligand leads.
+        QCOMPARE(structure.getLigands(),
+                 QStringList({QStringLiteral("H2O_1 2"), QStringLiteral("C5H7O2_1 3 4"),
+                              QStringLiteral("C5H7O2_2 5 6"), QStringLiteral("C5H7O2_3 7 8")}));
+        const QVector<Coord> atoms = structure.getCoord();
+        QCOMPARE(atoms.size(), 49);
+        QCOMPARE(labelsOf(atoms).mid(0, 8), QStringList(QStringLiteral("Eu")) +
+                                                QVector<QString>(7, QStringLiteral("O")).toList());
+        QCOMPARE(labelsOf(atoms).mid(46).join(QString()), QStringLiteral("OHH"));
+        COMPARE_NEAR(atoms.at(46).x, 12.0, 0.0);
+        // Each ligand stands together: the two H of the aqua ligand, then 5 C and 7 H thrice.
+        const QString rest = labelsOf(atoms).mid(8, 38).join(QString());
+        QCOMPARE(rest.left(2), QStringLiteral("HH"));
+        for (const int start : {2, 14, 26})
+            QCOMPARE(rest.mid(start, 12).count(QLatin1Char('C')), 5);
+
+        LanqorInputData original(nullptr, file);
+        QVERIFY(original.readMol2File());
+        QCOMPARE(asSortedText(atoms), asSortedText(original.getCoord()));
+
+        structure.setKeepUnboundFragments(false);
+        QVERIFY(structure.organize());
+        QCOMPARE(structure.getCoord().size(), 46);
+        QCOMPARE(structure.getLigands().value(0), QStringLiteral("H2O 2"));
+    }
+
+    // What all calculations ask for holds in MOPAC's output of the organised structure.
+    void mopacOutputIsOrdered()
+    {
+        const QString mopac = QStandardPaths::findExecutable(QStringLiteral("mopac"));
+        if (mopac.isEmpty())
+            QSKIP("needs MOPAC");
+        LanqorOrganizeMolecules structure(
+            nullptr, scratchFile(QStringLiteral("crystal.mol2"), crystal(true)));
+        QVERIFY(structure.organize());
+        structure.setExtraMopacKeywords(QStringLiteral("SPARKLE CHARGE=0 1SCF THREADS=1"));
+        QVERIFY(structure.createOutputFile(folder.filePath(QStringLiteral("organised.mop"))));
+        QProcess process;
+        process.setWorkingDirectory(folder.path());
+        process.start(mopac, {QStringLiteral("organised.mop")});
+        QVERIFY(process.waitForFinished(240000));
+        const testSupport::ProgramRun sphere = testSupport::runProgram(
+            {QStringLiteral("sphere"), folder.filePath(QStringLiteral("organised.out"))});
+        QVERIFY2(sphere.exitStatus == 0, qPrintable(sphere.error));
+        QVERIFY2(sphere.output.contains(QLatin1String("coordination number 7")),
+                 qPrintable(sphere.output));
+        LanqorInputData data(nullptr, folder.filePath(QStringLiteral("organised.out")));
+        QVERIFY(data.readMopacOutFile(false));
+        QVERIFY2(data.getAtomOrderError().isEmpty(), qPrintable(data.getAtomOrderError()));
+        QCOMPARE(data.getCoord().size(), 49);
+    }
+
+    void unorderedMopacOutput()
+    {
+        LanqorOrganizeMolecules structure(
+            nullptr, dataFile(QStringLiteral("mopac/eu_terpy_acac_no3_2_am1_int_unordered.out")));
+        testSupport::MessageSpy spy(structure);
+        QVERIFY2(structure.organize(), qPrintable(structure.getLastError()));
+        QCOMPARE(structure.getLigands(),
+                 QStringList({QStringLiteral("C5H7O2 2 3"), QStringLiteral("NO3_1 4 5"),
+                              QStringLiteral("NO3_2 6 7"), QStringLiteral("C15H11N3 8 9 10")}));
+        QVERIFY(spy.contains(QStringLiteral("N 16 is bonded to the ion at 2.664"))); // nitrate N
+        const QString file = folder.filePath(QStringLiteral("ordered.xyz"));
+        QVERIFY(structure.createOutputFile(file));
+        LanqorInputData data(nullptr, file);
+        QVERIFY(data.readXYZFile() && data.createSphericalCoordinate());
+        QCOMPARE(data.getCoordNumber(), 9);
+        QVERIFY(data.getAtomOrderError().isEmpty());
+        LanqorInputData *geometry = &data;
+        LanqorAradPartition partition(nullptr, geometry, 9, 1.5);
+        QVERIFY2(partition.setLigandsVector(structure.getLigands()),
+                 qPrintable(partition.getLastError()));
+        QCOMPARE(partition.getLigandsNumber(), 4);
+    }
+
+    // Fluoride has no cut-off and is no coordinated atom, but it is no counter-ion either.
+    void boundFluorideStays()
+    {
+        LanqorOrganizeMolecules structure(nullptr,
+                                          dataFile(QStringLiteral("mopac/eu_f_acac3_rm1_opt.out")));
+        structure.setKeepUnboundFragments(false);
+        QVERIFY2(structure.organize(), qPrintable(structure.getLastError()));
+        QCOMPARE(structure.getCoordNumber(), 6);
+        QCOMPARE(structure.getLigands().size(), 3);
+        QCOMPARE(labelsOf(structure.getCoord()).last(), QStringLiteral("F"));
+    }
+
+    void severalMoleculesAreOneStructure()
+    {
+        const QByteArray water = mol2Text({{"O1", "O.3", 0.0, 0.0, -2.5},
+                                           {"H1", "H", 0.7, 0.0, -3.1},
+                                           {"H2", "H", -0.7, 0.0, -3.1}},
+                                          {{1, 2}, {1, 3}});
+        LanqorOrganizeMolecules structure(nullptr,
+                                          scratchFile(QStringLiteral("several.mol2"),
+                                                      water + mol2Text(smallComplex, smallBonds)));
+        QVERIFY2(structure.organize(), qPrintable(structure.getLastError()));
+        QCOMPARE(structure.getLigands(),
+                 QStringList({QStringLiteral("H2O_1 2"), QStringLiteral("H2O_2 3"),
+                              QStringLiteral("Cl 4")}));
+        QCOMPARE(structure.getCoord().size(), 8);
+    }
+
+    void ionIsFoundUnderAnyName_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<QByteArray>("type");
+        QTest::addColumn<QString>("label");
+        QTest::newRow("Eu") << QByteArray("Eu") << QByteArray("Eu") << QStringLiteral("Eu");
+        QTest::newRow("Eu1") << QByteArray("Eu1") << QByteArray("Eu1") << QStringLiteral("Eu");
+        QTest::newRow("EU") << QByteArray("EU") << QByteArray("EU") << QStringLiteral("Eu");
+        QTest::newRow("by name, dummy type")
+            << QByteArray("Tb1") << QByteArray("Du") << QStringLiteral("Tb");
+        QTest::newRow("oxidation state")
+            << QByteArray("M1") << QByteArray("Gd.3") << QStringLiteral("Gd");
+    }
+    void ionIsFoundUnderAnyName()
+    {
+        QFETCH(QByteArray, name);
+        QFETCH(QByteArray, type);
+        QFETCH(QString, label);
+        QVector<Mol2Atom> atoms = smallComplex;
+        atoms.last().name = name;
+        atoms.last().type = type;
+        atoms.append({"CE", "C.3", 9.0, 9.0, 9.0}); // a carbon, whatever its name
+        LanqorOrganizeMolecules structure(
+            nullptr, scratchFile(QStringLiteral("name.mol2"), mol2Text(atoms, smallBonds)));
+        QVERIFY2(structure.organize(), qPrintable(structure.getLastError()));
+        QCOMPARE(structure.getLanthanideLabel(), label);
+        QCOMPARE(labelsOf(structure.getCoord()).last(), QStringLiteral("C"));
+    }
+
+    void writtenMol2KeepsTheBonds()
+    {
+        LanqorOrganizeMolecules structure(
+            nullptr, scratchFile(QStringLiteral("crystal.mol2"), crystal(true)));
+        QVERIFY(structure.organize());
+        const QString file = folder.filePath(QStringLiteral("organised.mol2"));
+        QVERIFY(structure.createOutputFile(file));
+        LanqorOrganizeMolecules again(nullptr, file);
+        QVERIFY2(again.organize(), qPrintable(again.getLastError()));
+        QCOMPARE(again.getLigands(), structure.getLigands());
+        QCOMPARE(labelsOf(again.getCoord()), labelsOf(structure.getCoord()));
+        structureFiles::Mol2Reader reader(file);
+        structureFiles::Mol2Molecule molecule;
+        QVERIFY(reader.open() && reader.next(molecule));
+        QCOMPARE(molecule.bonds.size(), 49); // 47 of the complex, 2 of the water
+        QCOMPARE(molecule.residues, 6);
+
+        const QString babel = QStandardPaths::findExecutable(QStringLiteral("obabel"));
+        if (babel.isEmpty())
+            QSKIP("needs Open Babel");
+        QProcess process;
+        process.start(babel, {QStringLiteral("-imol2"), file, QStringLiteral("-oxyz")});
+        QVERIFY(process.waitForFinished(60000));
+        const QString xyz =
+            scratchFile(QStringLiteral("babel.xyz"), process.readAllStandardOutput());
+        LanqorInputData read(nullptr, xyz);
+        QVERIFY(read.readXYZFile());
+        QCOMPARE(asSortedText(read.getCoord()), asSortedText(structure.getCoord()));
+    }
+
+    void structuresThatCannotBeOrganised_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("message");
+        QVector<Mol2Atom> atoms = smallComplex;
+        atoms.last() = {"Y1", "Y", 0.0, 0.0, 0.0};
+        QTest::newRow("no ion") << mol2Text(atoms, smallBonds)
+                                << QStringLiteral("no lanthanide ion");
+        atoms = smallComplex;
+        atoms.append({"Tb1", "Tb", 8.0, 0.0, 0.0});
+        QTest::newRow("two ions") << mol2Text(atoms, smallBonds) << QStringLiteral("Eu 5 and Tb 6");
+        atoms = smallComplex;
+        atoms.append({"O2", "O.3", 2.4, 0.1, 0.0});
+        QTest::newRow("an atom twice")
+            << mol2Text(atoms, smallBonds) << QStringLiteral("O 1 and O 6");
+        QTest::newRow("an atom number twice")
+            << mol2Text(smallComplex, smallBonds).replace("\n2 H1", "\n1 H1")
+            << QStringLiteral("Atom number 1 stands twice");
+        QTest::newRow("a bond to nowhere")
+            << mol2Text(smallComplex, {{1, 2}, {1, 9}}) << QStringLiteral("Line 15");
+        QTest::newRow("an atom far away")
+            << mol2Text(smallComplex, smallBonds).replace("2.7000", "2.7e99")
+            << QStringLiteral("Cl 4");
+        QTest::newRow("no atoms") << QByteArray("@<TRIPOS>MOLECULE\nnothing\n")
+                                  << QStringLiteral("no lanthanide ion");
+    }
+    void structuresThatCannotBeOrganised()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, message);
+        LanqorOrganizeMolecules structure(nullptr,
+                                          scratchFile(QStringLiteral("faulty.mol2"), bytes));
+        testSupport::MessageSpy spy(structure);
+        QVERIFY(!structure.organize());
+        QVERIFY2(structure.getLastError().contains(message), qPrintable(structure.getLastError()));
+        QCOMPARE(spy.messages, QStringList(structure.getLastError()));
+        QVERIFY(!structure.createOutputFile(folder.filePath(QStringLiteral("never.xyz"))));
+    }
+
+    void filesThatCannotBeReadOrWritten()
+    {
+        LanqorOrganizeMolecules missing(nullptr, QStringLiteral("/no/such.mol2"));
+        QVERIFY(!missing.organize());
+        QCOMPARE(missing.getLastError(), QStringLiteral("/no/such.mol2 does not exist."));
+        LanqorOrganizeMolecules structure(
+            nullptr, scratchFile(QStringLiteral("small.mol2"), mol2Text(smallComplex, smallBonds)));
+        QVERIFY(structure.organize());
+        QVERIFY(!structure.createOutputFile(folder.filePath(QStringLiteral("out.pdb"))));
+        QVERIFY(structure.getLastError().contains(QLatin1String("out.pdb")));
+        QVERIFY(!structure.createOutputFile(QStringLiteral("/no/such/folder/out.xyz")));
+    }
+
+    void damagedFilesAreOrganisedOrRefused()
+    {
+        testSupport::damageFile(crystal(true), 200, 1500, [](const QString &path) {
+            const QString file = path + QStringLiteral(".mol2");
+            QFile::remove(file);
+            QVERIFY(QFile::rename(path, file));
+            LanqorOrganizeMolecules structure(nullptr, file);
+            const bool ok = structure.organize();
+            QCOMPARE(ok, structure.getLastError().isEmpty());
+            if (ok)
+                QVERIFY(structure.getCoordNumber() < structure.getCoord().size());
+        });
+    }
+};
+
+QTEST_GUILESS_MAIN(TestOrganizeMolecules)
+#include "tst_organizemolecules.moc"

@@ -1,1 +1,159 @@
-int main(){return 0;}
+#include "TestSupport.h"
+
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+#include <QtTest>
+
+using testSupport::dataFile;
+using testSupport::ProgramRun;
+using testSupport::runProgram;
+
+namespace {
+
+const QString complexOutput = QStringLiteral("mopac/eu_cl2_h2o6_am1_int.out");
+
+/// A Gaussian list of two singlets, as far as the reader of absorption data looks.
+const QByteArray gaussianStates =
+    " Entering Gaussian System, Link 0=g16\n"
+    " Excitation energies and oscillator strengths:\n\n"
+    " Excited State   1:      Singlet-A      4.1000 eV  302.40 nm  f=0.2500  <S**2>=0.000\n"
+    "      21 -> 22         0.69000\n"
+    " Excited State   2:      Singlet-A      4.9000 eV  253.03 nm  f=0.6100  <S**2>=0.000\n"
+    "      20 -> 22         0.68000\n"
+    " SavETr:  write IOETrn=   770 NScale= 10 NData=  16 NLR=1 NState=    2 LETran=      46.\n";
+
+/// The words of a picture; empty when it is no well-formed SVG.
+QString textOfSvg(const QString &file)
+{
+    QXmlStreamReader reader(testSupport::readAll(file));
+    QString text;
+    while (!reader.atEnd()) {
+        if (reader.readNext() == QXmlStreamReader::Characters)
+            text += reader.text();
+    }
+    return reader.hasError() ? QString() : text.simplified();
+}
+
+bool isPicture(const QString &file)
+{
+    const QByteArray bytes = testSupport::readAll(file);
+    if (file.endsWith(QLatin1String("svg")))
+        return !textOfSvg(file).isEmpty();
+    return bytes.size() > 5000 &&
+           bytes.startsWith(file.endsWith(QLatin1String("png")) ? "\x89PNG" : "%PDF-");
+}
+
+} // namespace
+
+class TestStructureCommands : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir folder;
+    QString path(const char *name) const { return folder.filePath(QLatin1String(name)); }
+
+    static ProgramRun run(const char *command, const QStringList &arguments)
+    {
+        // No display, and a platform that cannot be had.
+        return runProgram(QStringList(QLatin1String(command)) + arguments, QString(),
+                          {{QStringLiteral("DISPLAY"), QString()},
+                           {QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("none")}});
+    }
+
+private Q_SLOTS:
+    void convertWritesWhatTheSuffixTells()
+    {
+        for (const char *name :
+             {"a.mop", "a.gjf", "a.inp", "a.orcinp", "a.sph", "a.zmt", "a.xyz"}) {
+            const ProgramRun done = run("convert", {dataFile(complexOutput), path(name)});
+            QVERIFY2(done.exitStatus == 0, qPrintable(done.error));
+            QVERIFY(QFileInfo(path(name)).size() > 100);
+        }
+        QVERIFY(testSupport::readAll(path("a.mop")).contains("SPARKLE CHARGE=1\n\n\nEu"));
+        QVERIFY(testSupport::readAll(path("a.orcinp")).contains("*xyz -2 1\n")); // +1 less Eu3+
+        const ProgramRun back = run("convert", {path("a.zmt"), path("b.xyz")});
+        QVERIFY2(back.exitStatus == 0, qPrintable(back.error));
+        const ProgramRun named =
+            run("convert", {dataFile(complexOutput), path("b.inp"), QStringLiteral("--program"),
+                            QStringLiteral("orca"), QStringLiteral("--keep-ion")});
+        QVERIFY2(named.exitStatus == 0, qPrintable(named.error));
+        QVERIFY(testSupport::readAll(path("b.inp")).contains("*xyz 1 1\nEu"));
+    }
+
+    void convertRefuses()
+    {
+        QCOMPARE(run("convert", {dataFile(complexOutput)}).exitStatus, 2);
+        QCOMPARE(run("convert", {dataFile(complexOutput), path("a.pdb")}).exitStatus, 2);
+        QCOMPARE(run("convert", {dataFile(complexOutput), path("c.mop"), QStringLiteral("--charge"),
+                                 QStringLiteral("one")})
+                     .exitStatus,
+                 2);
+        const ProgramRun missing = run("convert", {QStringLiteral("/no/such.out"), path("c.mop")});
+        QCOMPARE(missing.exitStatus, 1);
+        QVERIFY(missing.error.contains(QLatin1String("/no/such.out does not exist.")));
+        QVERIFY(!QFileInfo::exists(path("c.mop")));
+    }
+
+    void organizePrintsTheLigands()
+    {
+        const ProgramRun done =
+            run("organize",
+                {dataFile(QStringLiteral("mopac/eu_terpy_acac_no3_2_am1_int_unordered.out")),
+                 path("o.mop")});
+        QVERIFY2(done.exitStatus == 0, qPrintable(done.error));
+        QVERIFY(done.output.contains(QLatin1String("Eu, coordination number 9")));
+        QVERIFY(done.output.contains(QLatin1String("C15H11N3          8 9 10")));
+        QVERIFY(testSupport::readAll(path("o.mop")).contains("SPARKLE CHARGE=0\n\n\nEu"));
+        const ProgramRun sphere = runProgram({QStringLiteral("sphere"), path("o.mop")});
+        QVERIFY2(sphere.exitStatus == 0, qPrintable(sphere.error));
+        QCOMPARE(run("organize", {dataFile(complexOutput), path("o.pdb")}).exitStatus, 1);
+    }
+
+    void spectrumWritesCurveAndPicture()
+    {
+        const QString states =
+            testSupport::scratchFile(QStringLiteral("states.log"), gaussianStates);
+        for (const char *picture : {"s.svg", "s.png", "s.pdf"}) {
+            const ProgramRun done =
+                run("spectrum", {states, QStringLiteral("--range"), QStringLiteral("200:400"),
+                                 QStringLiteral("--out"), path("s.esp"), QStringLiteral("--plot"),
+                                 path(picture)});
+            if (done.error.contains(QLatin1String("LANQOR_PLOTS=OFF")))
+                QSKIP("built without plots");
+            QVERIFY2(done.exitStatus == 0, qPrintable(done.error));
+            QVERIFY2(done.error.isEmpty(), qPrintable(done.error));
+            QVERIFY2(isPicture(path(picture)), picture);
+            QVERIFY(done.output.contains(QLatin1String("0.610000")));
+        }
+        QCOMPARE(testSupport::readAll(path("s.esp")).count('\n'), 1001);
+        const QString words = textOfSvg(path("s.svg"));
+        for (const char *word : {"wavelength / nm", "oscillator strength", "states.log", "300"})
+            QVERIFY2(words.contains(QLatin1String(word)), qPrintable(words));
+    }
+
+    void spectrumRefuses()
+    {
+        const QString states =
+            testSupport::scratchFile(QStringLiteral("states.log"), gaussianStates);
+        QCOMPARE(run("spectrum", {states, QStringLiteral("--range"), QStringLiteral("200-400")})
+                     .exitStatus,
+                 2);
+        QCOMPARE(run("spectrum", {states, QStringLiteral("--plot"), path("s.jpg")}).exitStatus, 2);
+        QCOMPARE(run("spectrum", {states, QStringLiteral("--program"), QStringLiteral("word")})
+                     .exitStatus,
+                 2);
+        const ProgramRun empty =
+            run("spectrum", {states, QStringLiteral("--range"), QStringLiteral("500:600")});
+        QCOMPARE(empty.exitStatus, 1);
+        QVERIFY(empty.error.contains(QLatin1String("500")));
+        QCOMPARE(run("spectrum", {dataFile(complexOutput)}).exitStatus, 1);
+        const ProgramRun unwritable = run("spectrum", {states, QStringLiteral("--plot"),
+                                                       QStringLiteral("/no/such/folder/s.svg")});
+        QCOMPARE(unwritable.exitStatus, 1);
+        QVERIFY(unwritable.error.contains(QLatin1String("/no/such/folder/s.svg")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestStructureCommands)
+#include "tst_structurecommands.moc"
