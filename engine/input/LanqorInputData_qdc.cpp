@@ -2,6 +2,7 @@
 
 #include "core/chargeFactorBounds_p.h"
 #include "core/physicalConstants_p.h"
+#include "core/reportText_p.h"
 #include "input/lineReader_p.h"
 #include "input/readerLimits_p.h"
 #include "input/textFields_p.h"
@@ -10,10 +11,6 @@
 #include <QFileInfo>
 
 namespace {
-
-/// Heading of the table of reactivity indices, as written with them.
-constexpr std::string_view indicesHeading =
-    " Atomic Charges (au)             Varno Superdelocalizabilities (au)";
 
 /// Indices of the coordinated atoms; index 0 is atom 2.
 struct IndicesTable
@@ -38,7 +35,8 @@ QString readIndices(LineReader &reader, const QString &fileName, int coordNumber
     textFields::Fields fields;
     while (reader.next() && table.labels.size() < coordNumber) {
         if (!inTable) {
-            inTable = textFields::trimmed(reader.line()) == textFields::trimmed(indicesHeading);
+            inTable = textFields::trimmed(reader.line()) ==
+                      textFields::trimmed(reportText::indicesHeading);
             continue;
         }
         textFields::split(reader.line(), fields);
@@ -62,7 +60,7 @@ QString readIndices(LineReader &reader, const QString &fileName, int coordNumber
     }
     if (!inTable)
         return LanqorInputData::tr("Cannot find the heading \"%1\" in the file %2.")
-            .arg(textFields::toString(textFields::trimmed(indicesHeading)), fileName);
+            .arg(textFields::toString(textFields::trimmed(reportText::indicesHeading)), fileName);
     if (table.labels.size() < coordNumber)
         return LanqorInputData::tr("The file %1 holds the reactivity indices of %2 coordinated "
                                    "atoms; %3 are needed.")

@@ -167,8 +167,7 @@ QString IntensityReport::reactivityIndices() const
 {
     if (!calculation.hasReactivityIndices())
         return QString();
-    QString text =
-        QStringLiteral(" Atomic Charges (au)             Varno Superdelocalizabilities (au)\n");
+    QString text = QLatin1String(reportText::indicesHeading);
     for (int atom = 2; atom <= lastAtom(); ++atom) {
         const int width = atom < 10 ? 9 : 8;
         text += QStringLiteral(" atomic charges(%1) = ").arg(atom) +

@@ -99,8 +99,7 @@ double LanqorIndicesCalculation::getMinimumSuperDeslocalizability() const
 
 QString LanqorIndicesCalculation::getIndicesTable() const
 {
-    QString text =
-        QStringLiteral(" Atomic Charges (au)             Varno Superdelocalizabilities (au)\n");
+    QString text = QLatin1String(reportText::indicesHeading);
     for (int atom = 2; atom < atomicCharge.size(); ++atom) {
         text += QString::number(atom).rightJustified(5) + QLatin1Char(' ') +
                 atomLabels.value(atom, QStringLiteral("?")).leftJustified(3) +

@@ -285,6 +285,13 @@ private Q_SLOTS:
             COMPARE_NEAR(fields.at(2).toDouble(), indices.getAtomicCharge(atom), 5.1e-7);
             COMPARE_NEAR(fields.at(3).toDouble(), indices.getSuperDeslocalizability(atom), 5.1e-7);
         }
+        // The checks of QDC parameters read it back.
+        const double parameters[3] = {0.12, 10.0, 6.0};
+        QCOMPARE(LanqorInputData::readFileIndeces(indices.getIndicesFileName(), 8, parameters, 1),
+                 QString());
+        const double largeQ[3] = {0.13, 10.0, 6.0};
+        QVERIFY(LanqorInputData::readFileIndeces(indices.getIndicesFileName(), 8, largeQ, 1)
+                    .startsWith(QStringLiteral("Atom 2 (Cl): the charge factor 1.03")));
         // Calculating again gives the same, not twice as many entries.
         const QVector<double> before = indices.getAtomicCharge();
         QVERIFY(indices.calculateIndices());
