@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int coordNumber = 8;
+constexpr int donorCount = 8;
 
 /// Eu(acac)3(phen), six O and two N.
 class Fit : public LanqorParametric
@@ -23,7 +23,7 @@ public:
         QStringList oxygens;
         for (int atom = 2; atom <= 7; ++atom)
             oxygens.append(QStringLiteral("O %1").arg(atom));
-        setCoordNumber(coordNumber);
+        setCoordNumber(donorCount);
         setGroupsAndAtoms({{1, oxygens}, {2, {QStringLiteral("N 8"), QStringLiteral("N 9")}}});
         setOmegaExp(20.5e-20, 8.1e-20);
         if (!checkSetup())
