@@ -5,10 +5,12 @@
 // One function per subcommand, each in a file of its own.
 
 int convertCommand(const QStringList &arguments);
+int fitLevelsCommand(const QStringList &arguments);
 int fitOmegaCommand(const QStringList &arguments);
 int fitQdcCommand(const QStringList &arguments);
 int fitStarkCommand(const QStringList &arguments);
 int indicesCommand(const QStringList &arguments);
+int levelsCommand(const QStringList &arguments);
 int omegaCommand(const QStringList &arguments);
 int omegaExpCommand(const QStringList &arguments);
 int organizeCommand(const QStringList &arguments);

@@ -65,8 +65,9 @@ public:
     /// Names of the files written.
     QString getProgressFileName() const;
     QString getResultFileName() const;
-    /// What endOfParametrization() wrote.
+    /// What endOfParametrization() wrote, and of it parameters and table without the level report.
     QString getReport() const { return report; }
+    QString getSummary() const { return summary; }
 
 private:
     /// All but the energy.
@@ -77,7 +78,7 @@ private:
     void matchLevels();
     void warnOfUnmatchedLevels();
     void keepBestPoint();
-    QString makeReport() const;
+    QString makeSummary() const;
     QString levelTable() const;
     QString companionFile(const QString &suffix) const;
 
@@ -94,5 +95,6 @@ private:
     double F6 = 0.0;
     double zeta = 0.0;
     QVector<double> bestParameters;
+    QString summary;
     QString report;
 };

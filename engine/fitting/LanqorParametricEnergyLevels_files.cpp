@@ -93,25 +93,31 @@ QString LanqorParametricEnergyLevels::getResultFileName() const
 void LanqorParametricEnergyLevels::endOfParametrization()
 {
     report.clear();
+    summary.clear();
     if (bestParameters.isEmpty())
         return;
     F2 = bestParameters.at(0);
     F4 = bestParameters.at(1);
     F6 = bestParameters.at(2);
     zeta = bestParameters.at(3);
+    setLastError(QString()); // of a trial outside the bounds
     if (!calcResponseFunction())
         return;
-    report = makeReport();
+    summary = makeSummary();
+    report = makeReportTitle() + QLatin1Char('\n') + summary + QLatin1Char('\n');
+    if (!requiredCitations.isEmpty())
+        report += requiredCitations + QLatin1Char('\n');
+    report += energyLevels->createOutputFile(QString());
     QString error;
     if (!reportText::writeFile(getResultFileName(), report, error))
         failWith(tr("%1: %2").arg(getResultFileName(), error));
 }
 
-QString LanqorParametricEnergyLevels::makeReport() const
+QString LanqorParametricEnergyLevels::makeSummary() const
 {
-    QString text = makeReportTitle();
-    QTextStream stream(&text, QIODevice::Append);
-    stream << "\n Free-ion parameters of 4f^" << electrons << ", fitted to measured levels\n\n"
+    QString text;
+    QTextStream stream(&text);
+    stream << " Free-ion parameters of 4f^" << electrons << ", fitted to measured levels\n\n"
            << "  F2   = " << reportText::fixed(F2, 4, 10) << " cm^-1\n"
            << "  F4   = " << reportText::fixed(F4, 4, 10) << " cm^-1\n"
            << "  F6   = " << reportText::fixed(F6, 4, 10) << " cm^-1\n"
@@ -120,9 +126,6 @@ QString LanqorParametricEnergyLevels::makeReport() const
            << " (sum of the relative deviations, per cent)\n"
            << "  Points = " << pointNumber << "\n\n"
            << levelTable();
-    if (!requiredCitations.isEmpty())
-        stream << '\n' << requiredCitations;
-    stream << '\n' << energyLevels->createOutputFile(QString());
     stream.flush();
     return text;
 }

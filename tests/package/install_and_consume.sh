@@ -34,3 +34,5 @@ by_pkgconfig=$(LD_LIBRARY_PATH=$libdir "$scratch/by_pkgconfig" "$example")
 [ "$by_cmake" = "$by_pkgconfig" ]
 
 "$prefix/bin/lanqor" --version
+# It finds its tables beside itself.
+"$prefix/bin/lanqor" levels --ion Tb --max-energy 3000 | grep -q '2050.61 *5 *7F5'

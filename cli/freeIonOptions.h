@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+
+class LanqorEnergyLevels;
+class QCommandLineParser;
+
+/// Options that the subcommands for the levels of a free ion share.
+namespace cli {
+
+/// An ion and its parameters.
+struct FreeIon
+{
+    int electrons = 0;
+    QString name;    ///< "Eu3+ (4f^6)", or "4f^6" when only the electrons are given
+    double F2 = 0.0; ///< small-denominator Slater integrals and spin-orbit parameter, cm^-1
+    double F4 = 0.0;
+    double F6 = 0.0;
+    double zeta = 0.0;
+    QString source; ///< of parameters that were not given
+};
+
+void addFreeIonOptions(QCommandLineParser &parser);
+/// Symbols of the ions that have parameters, for a help text.
+QString freeIonNames();
+/// False with the reason in @p error.
+bool readFreeIon(const QCommandLineParser &parser, FreeIon &ion, QString &error);
+
+/// Makes the folder of the tables of the 4f shell the current one; false with the reason in
+/// @p error when it is not there. Paths of files must be absolute before.
+bool enterDataFolder(QString &error);
+
+/// "2" or "5/2"; false for what is no angular momentum.
+bool parseJ(const QString &text, double &J);
+/// The other way round.
+QString textOfJ(double J);
+
+} // namespace cli
