@@ -210,6 +210,9 @@ int setOmega(Calculation &calculation, const Request &request, QString &error)
     LanqorInputData geometry(nullptr, request.complexFile);
     if (!cli::readSphere(geometry, request.complexFile, error))
         return cli::failure;
+    const QString notes = cli::nearAtomNotes(geometry);
+    if (!notes.isEmpty())
+        cli::note(notes.trimmed());
     LanqorOmega omega(nullptr, 0, request.complexFile, request.complexFile);
     const int status =
         cli::calcOmega(omega, geometry, geometry.getCoordNumber(), request.g, request.alpha, error);

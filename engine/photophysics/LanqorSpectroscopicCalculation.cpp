@@ -123,19 +123,19 @@ void LanqorSpectroscopicCalculation::selectStates(int programType)
 
 bool LanqorSpectroscopicCalculation::checkStates(const QString &rlPath)
 {
-    const int singlets = rlCalculation->getSingletStatesCount();
-    const int triplets = rlCalculation->getTripletStatesCount();
-    if (selectedSinglet < 1 || selectedSinglet > singlets)
-        return failWith(tr("There is no singlet state number %1: the file %2 gives %3 of them.")
-                            .arg(selectedSinglet)
-                            .arg(rlPath)
-                            .arg(singlets));
-    if (selectedTriplet < 1 || selectedTriplet > triplets)
-        return failWith(tr("There is no triplet state number %1: the file %2 gives %3 of them.")
-                            .arg(selectedTriplet)
-                            .arg(rlPath)
-                            .arg(triplets));
-    return true;
+    const auto check = [this, &rlPath](int number, int count, const QString &kind) {
+        if (number >= 1 && number <= count)
+            return true;
+        return failWith(count == 0
+                            ? tr("The file %1 gives no %2 states.").arg(rlPath, kind)
+                            : tr("There is no %1 state number %2: the file %3 gives %4 of them.")
+                                  .arg(kind)
+                                  .arg(number)
+                                  .arg(rlPath)
+                                  .arg(count));
+    };
+    return check(selectedSinglet, rlCalculation->getSingletStatesCount(), tr("singlet")) &&
+           check(selectedTriplet, rlCalculation->getTripletStatesCount(), tr("triplet"));
 }
 
 void LanqorSpectroscopicCalculation::emitEarlyMessages()
@@ -224,8 +224,8 @@ bool LanqorSpectroscopicCalculation::calcEnergyTransferRate()
 {
     emitEarlyMessages();
     if (!areStatesChosen)
-        return refuseTransfer(tr("Energy transfer needs the excited states of the ligand: no "
-                                 "output of an excited-state calculation has been read."));
+        return refuseTransfer(tr("Energy transfer needs donor states of the ligand: none were "
+                                 "taken from the output of an excited-state calculation."));
     if (considerTwoTriplets && rlCalculation->getTripletStatesCount() < secondTriplet)
         return refuseTransfer(tr("There is no triplet state number %1 to be the second of two "
                                  "triplets: the excited-state output gives %2 of them.")

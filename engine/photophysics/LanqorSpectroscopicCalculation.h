@@ -107,7 +107,8 @@ public:
                                 const double &singletEnergy, const double &tripletEnergy);
 
     /// Populations and yield by explicit values and the default channels; states S0, S1, T1,
-    /// 5D4, 5D1, 5D0. @p arad and @p anrad hold for this call alone.
+    /// 5D4, 5D1, 5D0. @p arad and @p anrad hold for this call alone. Here as below the result is
+    /// not judged: absurd rates can give a yield that is infinite or not a number.
     bool calcQuantumYield(const double &rlSinglet, const double &rlTriplet,
                           const double &singletEnergy, const double &tripletEnergy,
                           const double &arad, const double &anrad);

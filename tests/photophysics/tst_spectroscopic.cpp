@@ -36,6 +36,7 @@ private Q_SLOTS:
     void earlierRatesAreUsedAgain();
     void stateSelection_data();
     void stateSelection();
+    void zindoListsBeginWithTheGroundState();
     void constructionErrors_data();
     void constructionErrors();
     void reports();
@@ -419,6 +420,35 @@ void TestSpectroscopic::stateSelection()
     QCOMPARE(calculation.getForwardRate(0) > 0.0, error.isEmpty());
 }
 
+void TestSpectroscopic::zindoListsBeginWithTheGroundState()
+{
+    const QString states = testSupport::dataFile(QStringLiteral("zindo/eu_ci.zin"));
+    for (const int number : {0, 1, 2, 9}) {
+        Calculation calculation(nullptr, 0, LanqorInputData::ZindoOutput, complexFile, QString(),
+                                states, number, number);
+        QCOMPARE(calculation.getLastError(), QString());
+        QCOMPARE(calculation.getSelectedSinglet(), 2);
+        QCOMPARE(calculation.getSelectedTriplet(), 2);
+        QVERIFY(calculation.calcEnergyTransferRate());
+        COMPARE_NEAR(calculation.getEnergyMismatch(0), 25000.5 - 27586.0, 1e-9);
+        COMPARE_NEAR(calculation.getEnergyMismatch(14), 18000.5 - 17293.0, 1e-9);
+    }
+    // A state without configurations: there is no RL to calculate with.
+    Calculation third(nullptr, 0, LanqorInputData::ZindoOutput, complexFile, QString(), states, 3,
+                      3);
+    QCOMPARE(third.getSelectedTriplet(), 3);
+    QVERIFY(!third.calcEnergyTransferRate());
+    QVERIFY2(third.getLastError().contains(QStringLiteral("triplet state number 3")),
+             qPrintable(third.getLastError()));
+    // Number 2 of the list is the chosen triplet itself.
+    Calculation twice(nullptr, 0, LanqorInputData::ZindoOutput, complexFile, QString(), states, 0,
+                      0);
+    MessageSpy spy(twice);
+    twice.setConsiderTwoTriplets(true);
+    QVERIFY(twice.calcQuantumYieldTwoTriplets());
+    QVERIFY(spy.contains(QStringLiteral("Both triplets are state number 2")));
+}
+
 void TestSpectroscopic::constructionErrors_data()
 {
     QTest::addColumn<QString>("omegaPath");
@@ -429,6 +459,7 @@ void TestSpectroscopic::constructionErrors_data()
                                << "/no/such/file.orcout";
     QTest::newRow("states of another kind")
         << complexFile << complexFile << "cartesian coordinates";
+    QTest::newRow("no triplets") << complexFile << statesCutTo(4, 0) << "TRIPLET";
     QTest::newRow("not europium") << testSupport::dataFile(
                                          QStringLiteral("mopac/gd_no3_3_h2o3_rm1_opt.out"))
                                   << statesFile << "Gd atoms[0] isn't Eu";
@@ -444,6 +475,13 @@ void TestSpectroscopic::constructionErrors()
     QVERIFY2(calculation.getLastError().contains(error), qPrintable(calculation.getLastError()));
     QVERIFY(!calculation.calcQuantumYieldNEW());
     QCOMPARE(calculation.getQuantumYield(), 0.0);
+
+    // A Gaussian output may hold states of one kind alone.
+    const QString unrestricted =
+        testSupport::dataFile(QStringLiteral("gaussian/eu_unrestricted_g03.log"));
+    Calculation oneKind(nullptr, 0, LanqorInputData::GaussianOutput, complexFile, QString(),
+                        unrestricted, 0, 0);
+    QVERIFY(oneKind.getLastError().contains(QStringLiteral("gives no singlet states")));
 }
 
 void TestSpectroscopic::reports()
