@@ -1,0 +1,502 @@
+#include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorStarkLevels.h>
+#include <LanqorEngine/LanqorWignerSymbols.h>
+
+#include "../intensity/testSpheres.h"
+#include "TestSupport.h"
+
+#include <Eigen/Eigenvalues>
+
+#include <QtTest>
+
+#include <cmath>
+#include <complex>
+#include <random>
+
+using Complex = std::complex<double>;
+using Eigen::MatrixXcd;
+
+Q_DECLARE_METATYPE(Coord)
+
+namespace {
+
+/// Structure, charge factors and levels of a sphere.
+class Sphere
+{
+public:
+    Sphere(const QVector<Coord> &atoms, const QVector<double> &chargeFactors)
+        : g(chargeFactors)
+        , file(testSpheres::xyzFile(QStringLiteral("sphere.xyz"), atoms))
+        , bkq(file, atoms.size() - 1)
+        , levels(file, atoms.size() - 1)
+    {
+        double *array = g.data();
+        bkq.setChargeFactors(array);
+        bkq.calculateRO(0.0801);
+        levels.setChargeFactors(array);
+        levels.calculateStarkLevels();
+    }
+    explicit Sphere(const QVector<Coord> &atoms)
+        : Sphere(atoms, QVector<double>(atoms.size() + 1, 0.6))
+    {}
+
+    Complex B(int k, int q) const
+    {
+        const MyComplex value = bkq.getBkq(k, q);
+        return {value.real, value.imag};
+    }
+
+    QVector<double> g;
+    QString file;
+    LanqorBkq bkq;
+    LanqorStarkLevels levels;
+};
+
+Sphere randomSphere(unsigned seed, int count)
+{
+    std::mt19937 random(seed);
+    const QVector<Coord> atoms = testSpheres::randomSphere(random, count);
+    return {atoms, testSpheres::randomValues(random, count, 0.1, 1.2)};
+}
+
+/// Squares of <7FJ||U(k)||7FJ> for k = 2, 4, 6: W. T. Carnall et al. (1968), other digits are
+/// published as well.
+double squaredU(int k, int J)
+{
+    const double squares[6][3] = {{0.1541, 0, 0},           {0.1, 0.1219, 0},
+                                  {0.0275, 0.026, 0.0281},  {0.0117, 0.2841, 0.3528},
+                                  {0.2762, 0.2063, 0.3225}, {1.2029, 0.394, 0.0294}};
+    return J == 0 ? 0.0 : squares[J - 1][k / 2 - 1];
+}
+
+/// <f||C(k)||f> = 7 (3 k 3; 0 0 0) (-1)^3 in closed form.
+double reducedC(int k)
+{
+    const double squares[] = {28.0 / 15.0, 14.0 / 11.0, 700.0 / 429.0};
+    return (k == 4 ? 1.0 : -1.0) * std::sqrt(squares[k / 2 - 1]);
+}
+
+/// The components of a tensor operator of rank k within a manifold J, made from the ladder
+/// operators alone: T(k,k) ~ J+^k, T(k,q-1) ~ [J-, T(k,q)]. Normalised to a reduced element of 1,
+/// the sign such that <J J|T(k,0)|J J> is positive, as it is for (J k J; -J 0 J).
+QVector<MatrixXcd> tensorComponents(int J, int k)
+{
+    const int n = 2 * J + 1;
+    MatrixXcd raise = MatrixXcd::Zero(n, n); // <M+1|J+|M>
+    for (int M = -J; M < J; ++M)
+        raise(M + 1 + J, M + J) = std::sqrt(double(J * (J + 1) - M * (M + 1)));
+    const MatrixXcd lower = raise.adjoint();
+    QVector<MatrixXcd> components(2 * k + 1); // by q + k
+    components[2 * k] = MatrixXcd::Identity(n, n);
+    for (int i = 0; i < k; ++i)
+        components[2 * k] = components[2 * k] * raise;
+    for (int q = k; q > -k; --q) {
+        const MatrixXcd &T = components[q + k];
+        components[q + k - 1] =
+            (lower * T - T * lower) / std::sqrt(double(k * (k + 1) - q * (q - 1)));
+    }
+    const double norm = std::sqrt((2 * k + 1) * components[k].squaredNorm());
+    const double sign = components[k](n - 1, n - 1).real() < 0.0 ? -1.0 : 1.0;
+    for (MatrixXcd &T : components)
+        T *= sign / norm;
+    return components;
+}
+
+/// H = sum of B(k,q) C(k,q) without any 3-j symbol.
+MatrixXcd operatorMatrix(const Sphere &sphere, int J)
+{
+    const int n = 2 * J + 1;
+    MatrixXcd H = MatrixXcd::Zero(n, n);
+    for (int k = 2; k <= std::min(6, 2 * J); k += 2) {
+        const QVector<MatrixXcd> T = tensorComponents(J, k);
+        for (int q = -k; q <= k; ++q)
+            H += sphere.B(k, q) * reducedC(k) * std::sqrt(squaredU(k, J)) * T.at(q + k);
+    }
+    return H;
+}
+
+/// The sum as it is written, with the prescribed symbols and a sum over the atoms in each term.
+Complex plainElement(const LanqorBkq &bkq, int J, int M, int Mp)
+{
+    Complex sum;
+    for (int k = 2; k <= 6; k += 2) {
+        for (int q = -k; q <= k; ++q) {
+            if (k > 2 * J || Mp - M + q != 0)
+                continue;
+            const double factor = 7.0 * std::pow(-1.0, J - M + q) *
+                                  LanqorWignerSymbols::calcThreeJSymbol(3, k, 3, 0, 0, 0) *
+                                  LanqorWignerSymbols::calcThreeJSymbol(J, k, J, -M, q, Mp) *
+                                  std::sqrt(squaredU(k, J));
+            for (int a = 1; a <= bkq.getAtomsNumber(); ++a) {
+                const MyComplex B = bkq.getBkq(k, q, a);
+                sum -= factor * Complex(B.real, B.imag);
+            }
+        }
+    }
+    return sum;
+}
+
+QVector<Coord> rotated(const QVector<Coord> &atoms, const Eigen::Matrix3d &rotation)
+{
+    QVector<Coord> result;
+    for (const Coord &atom : atoms) {
+        const Eigen::Vector3d place = rotation * Eigen::Vector3d(atom.x, atom.y, atom.z);
+        result.append({atom.label, place.x(), place.y(), place.z()});
+    }
+    return result;
+}
+
+/// Square antiprism of eight oxygens with its axis along z.
+QVector<Coord> squareAntiprism()
+{
+    QVector<std::array<double, 3>> places;
+    const double theta = 59.0 * M_PI / 180.0;
+    for (int i = 0; i < 8; ++i) {
+        const double phi = i * M_PI / 4.0;
+        places.append({2.4 * std::sin(theta) * std::cos(phi), 2.4 * std::sin(theta) * std::sin(phi),
+                       (i % 2 ? -2.4 : 2.4) * std::cos(theta)});
+    }
+    return testSpheres::oxygens(places);
+}
+
+/// Degeneracies of the levels in ascending order of size, e.g. "1 2 2".
+QString degeneracies(const QVector<double> &sorted)
+{
+    constexpr double tolerance = 1e-6; // cm^-1
+    QVector<int> sizes;
+    for (int i = 0; i < sorted.size(); ++i) {
+        if (i > 0 && sorted.at(i) - sorted.at(i - 1) < tolerance)
+            ++sizes.last();
+        else
+            sizes.append(1);
+    }
+    std::sort(sizes.begin(), sizes.end());
+    QStringList words;
+    for (const int size : sizes)
+        words.append(QString::number(size));
+    return words.join(QLatin1Char(' '));
+}
+
+} // namespace
+
+class TestStarkLevels : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void reducedElements();
+    void plainMatrices();
+    void operatorsWithoutSymbols();
+    void hermitianAndTraceless();
+    void secondMoments();
+    void rotationLeavesLevels();
+    void degeneraciesOfGroupTheory_data();
+    void degeneraciesOfGroupTheory();
+    void axialField();
+    void strength();
+    void overlapScalesLevels();
+    void withoutInput();
+    void valuesAreCopied();
+    void storedReport();
+    void program();
+};
+
+void TestStarkLevels::reducedElements()
+{
+    for (int J = 0; J <= 6; ++J) {
+        for (int k = 2; k <= 6; k += 2) {
+            const double U = LanqorStarkLevels::U(k, J);
+            COMPARE_NEAR(U * U, squaredU(k, J), 1e-15);
+            QVERIFY(k <= 2 * J || U == 0.0);
+        }
+    }
+    for (const auto &[k, J] : {std::pair<int, int>{2, 7}, {2, -1}, {3, 2}, {0, 1}, {8, 6}})
+        QCOMPARE(LanqorStarkLevels::U(k, J), 0.0);
+    // The full Hamiltonian, published to one digit more.
+    COMPARE_NEAR(std::pow(LanqorStarkLevels::U(2, 1), 2), 0.15404, 1e-4);
+    COMPARE_NEAR(std::pow(LanqorStarkLevels::U(6, 4), 2), 0.35263, 2e-4);
+    COMPARE_NEAR(std::pow(LanqorStarkLevels::U(2, 6), 2), 1.20261, 3e-4);
+}
+
+void TestStarkLevels::plainMatrices()
+{
+    for (unsigned seed = 1; seed <= 3; ++seed) {
+        const Sphere sphere = randomSphere(seed, 6 + int(seed));
+        QCOMPARE(sphere.levels.getLastError(), QString());
+        for (int J = 0; J <= 6; ++J) {
+            const MatrixXcd matrix = sphere.levels.getEnergeticMatrix(J);
+            QCOMPARE(int(matrix.rows()), 2 * J + 1);
+            for (int M = -J; M <= J; ++M)
+                for (int Mp = -J; Mp <= J; ++Mp)
+                    QVERIFY(std::abs(matrix(M + J, Mp + J) - plainElement(sphere.bkq, J, M, Mp)) <
+                            1e-9);
+        }
+    }
+}
+
+void TestStarkLevels::operatorsWithoutSymbols()
+{
+    for (unsigned seed = 21; seed <= 23; ++seed) {
+        const Sphere sphere = randomSphere(seed, 8);
+        for (int J = 0; J <= 6; ++J) {
+            const MatrixXcd H = operatorMatrix(sphere, J);
+            const MatrixXcd matrix = sphere.levels.getEnergeticMatrix(J);
+            // The library's matrix has the phase of a frame turned by 180 degrees about z.
+            for (int M = -J; M <= J; ++M)
+                for (int Mp = -J; Mp <= J; ++Mp) {
+                    const double phase = (M - Mp) % 2 ? -1.0 : 1.0;
+                    QVERIFY(std::abs(phase * matrix(M + J, Mp + J) - H(M + J, Mp + J)) < 1e-8);
+                }
+            const Eigen::VectorXd expected =
+                Eigen::SelfAdjointEigenSolver<MatrixXcd>(H, Eigen::EigenvaluesOnly).eigenvalues();
+            const QVector<double> levels = sphere.levels.getSortedStarkLevels(J);
+            QCOMPARE(levels.size(), 2 * J + 1);
+            for (int i = 0; i <= 2 * J; ++i)
+                COMPARE_NEAR(levels.at(i), expected(i), 1e-8);
+        }
+    }
+}
+
+void TestStarkLevels::hermitianAndTraceless()
+{
+    const Sphere sphere = randomSphere(31, 9);
+    QCOMPARE(sphere.levels.getStarkLevels(0), QVector<double>{0.0});
+    for (int J = 1; J <= 6; ++J) {
+        const MatrixXcd matrix = sphere.levels.getEnergeticMatrix(J);
+        const double size = matrix.norm();
+        QVERIFY(size > 10.0);
+        QVERIFY((matrix - matrix.adjoint()).norm() < 1e-14 * size);
+        QVERIFY(std::abs(matrix.trace()) < 1e-14 * size);
+        double sum = 0.0;
+        for (const double level : sphere.levels.getStarkLevels(J))
+            sum += level;
+        COMPARE_NEAR(sum, 0.0, 1e-9);
+    }
+}
+
+// Tr H^2 = sum over k of <J||C(k)||J>^2 sum over q |B(k,q)|^2/(2k+1).
+void TestStarkLevels::secondMoments()
+{
+    const Sphere sphere = randomSphere(41, 7);
+    for (int J = 1; J <= 6; ++J) {
+        double expected = 0.0;
+        for (int k = 2; k <= 6; k += 2)
+            for (int q = -k; q <= k; ++q)
+                expected += std::pow(reducedC(k), 2) * squaredU(k, J) * std::norm(sphere.B(k, q)) /
+                            (2 * k + 1);
+        double sum = 0.0;
+        for (const double level : sphere.levels.getStarkLevels(J))
+            sum += level * level;
+        COMPARE_NEAR(sum / expected, 1.0, 1e-12);
+    }
+}
+
+void TestStarkLevels::rotationLeavesLevels()
+{
+    std::mt19937 random(51);
+    const QVector<Coord> atoms = testSpheres::randomSphere(random, 8);
+    const QVector<double> g = testSpheres::randomValues(random, 8, 0.2, 1.0);
+    const Sphere sphere(atoms, g);
+    for (const double angle : {0.3, 1.7, 2.9}) {
+        const Eigen::Matrix3d rotation =
+            Eigen::AngleAxisd(angle, Eigen::Vector3d(1.0, -0.4, angle).normalized())
+                .toRotationMatrix();
+        const Sphere turned(rotated(atoms, rotation), g);
+        COMPARE_NEAR(turned.levels.getCrystalFieldStrength(),
+                     sphere.levels.getCrystalFieldStrength(), 1e-6);
+        for (int J = 1; J <= 6; ++J)
+            for (int i = 0; i <= 2 * J; ++i)
+                COMPARE_NEAR(turned.levels.getSortedStarkLevels(J).at(i),
+                             sphere.levels.getSortedStarkLevels(J).at(i), 1e-6);
+    }
+}
+
+void TestStarkLevels::degeneraciesOfGroupTheory_data()
+{
+    QTest::addColumn<QVector<Coord>>("atoms");
+    QTest::addColumn<QStringList>("expected"); // J = 1 .. 4
+    const QStringList octahedral = {QStringLiteral("3"), QStringLiteral("2 3"),
+                                    QStringLiteral("1 3 3"), QStringLiteral("1 2 3 3")};
+    const QVector<Coord> octahedron = testSpheres::octahedron(2.4);
+    const Eigen::Matrix3d tilt =
+        Eigen::AngleAxisd(0.8, Eigen::Vector3d(1.0, 2.0, 3.0).normalized()).toRotationMatrix();
+    QTest::newRow("octahedron") << octahedron << octahedral;
+    QTest::newRow("octahedron in another frame") << rotated(octahedron, tilt) << octahedral;
+    // J = 4 is A1 + B1 + B2 + E1 + E2 + E3; B1 and B2 (M = 4, -4) would be mixed by a rank of 8
+    // only, which f electrons do not see.
+    const QStringList antiprism = {QStringLiteral("1 2"), QStringLiteral("1 2 2"),
+                                   QStringLiteral("1 2 2 2"), QStringLiteral("1 2 2 2 2")};
+    QTest::newRow("square antiprism") << squareAntiprism() << antiprism;
+    QTest::newRow("square antiprism in another frame")
+        << rotated(squareAntiprism(), tilt) << antiprism;
+}
+
+void TestStarkLevels::degeneraciesOfGroupTheory()
+{
+    QFETCH(QVector<Coord>, atoms);
+    QFETCH(QStringList, expected);
+    const Sphere sphere(atoms);
+    for (int J = 1; J <= 4; ++J)
+        QCOMPARE(degeneracies(sphere.levels.getSortedStarkLevels(J)), expected.at(J - 1));
+}
+
+// 7F1 sees rank 2 alone: in an axial field the doublet moves by -sqrt(28/15 * 0.1541/30) B(2,0),
+// the singlet twice as far the other way.
+void TestStarkLevels::axialField()
+{
+    for (const double height : {2.3, 2.5}) {
+        const Sphere sphere(testSpheres::oxygens({{0, 0, height}, {0, 0, -height}}));
+        const double B20 = sphere.B(2, 0).real();
+        QVERIFY(B20 > 100.0);
+        const double shift = std::sqrt(28.0 / 15.0 * 0.1541 / 30.0) * B20;
+        const QVector<double> levels = sphere.levels.getSortedStarkLevels(1);
+        COMPARE_NEAR(levels.at(0), -shift, 1e-9);
+        COMPARE_NEAR(levels.at(1), -shift, 1e-9);
+        COMPARE_NEAR(levels.at(2), 2.0 * shift, 1e-9);
+        COMPARE_NEAR(sphere.levels.getSplitting(1), 3.0 * shift, 1e-9);
+    }
+}
+
+void TestStarkLevels::strength()
+{
+    const Sphere sphere = randomSphere(61, 8);
+    double sum = 0.0;
+    for (int k = 2; k <= 6; k += 2)
+        for (int q = -k; q <= k; ++q) {
+            sum += 4.0 * M_PI / (2 * k + 1) * std::norm(sphere.B(k, q));
+            COMPARE_NEAR(sphere.levels.getFieldParameter(k, q).imag, sphere.B(k, q).imag(), 1e-9);
+        }
+    COMPARE_NEAR(sphere.levels.getCrystalFieldStrength() / std::sqrt(sum), 1.0, 1e-10);
+    QCOMPARE(sphere.levels.getFieldParameter(3, 0).real, 0.0);
+}
+
+// Where all atoms are equally far, a field is proportional to g; it grows with the overlap.
+void TestStarkLevels::overlapScalesLevels()
+{
+    Sphere sphere(squareAntiprism());
+    const double splitting = sphere.levels.getSplitting(2);
+    for (double &g : sphere.g)
+        g *= 2.0;
+    sphere.levels.calculateStarkLevels();
+    COMPARE_NEAR(sphere.levels.getSplitting(2) / splitting, 2.0, 1e-12);
+    sphere.levels.setRO0(0.04);
+    sphere.levels.calculateStarkLevels();
+    const double low = sphere.levels.getSplitting(1);
+    sphere.levels.setRO0(0.0801);
+    sphere.levels.calculateStarkLevels();
+    // 7F1 goes as ro0 (2 beta)^3, beta = 1/(1 + ro0).
+    COMPARE_NEAR(sphere.levels.getSplitting(1) / low, 0.0801 / 0.04 * std::pow(1.04 / 1.0801, 3),
+                 1e-12);
+}
+
+void TestStarkLevels::withoutInput()
+{
+    LanqorStarkLevels missing(QStringLiteral("/no/such.xyz"), 0);
+    QVERIFY(missing.getLastError().contains(QStringLiteral("/no/such.xyz")));
+    double g[] = {0.0, 0.0, 1.0};
+    double *array = g;
+    missing.setChargeFactors(array);
+    missing.calculateStarkLevels();
+    QVERIFY(missing.getStarkLevels(1).isEmpty());
+    QVERIFY(missing.getLastError().contains(QStringLiteral("/no/such.xyz")));
+    QVERIFY(missing.createOutFile(QString()).isEmpty());
+
+    const QString file =
+        testSpheres::xyzFile(QStringLiteral("one.xyz"), testSpheres::oxygens({{0, 0, 2.4}}));
+    LanqorStarkLevels levels(file, 1);
+    QCOMPARE(levels.getLastError(), QString());
+    QVERIFY(levels.createOutFile(QString()).isEmpty());
+    levels.calculateStarkLevels();
+    QVERIFY(levels.getLastError().contains(QStringLiteral("charge factors")));
+    QVERIFY(levels.getStarkLevels(1).isEmpty());
+    QCOMPARE(int(levels.getEnergeticMatrix(1).size()), 0);
+    QCOMPARE(levels.getCrystalFieldStrength(), 0.0);
+    levels.setChargeFactors(array);
+    levels.calculateStarkLevels();
+    QCOMPARE(levels.getLastError(), QString());
+    QCOMPARE(levels.getStarkLevels(3).size(), 7);
+    for (const int J : {-1, 7}) {
+        QVERIFY(levels.getStarkLevels(J).isEmpty());
+        QCOMPARE(levels.getSplitting(J), 0.0);
+        QCOMPARE(int(levels.getEnergeticMatrix(J).size()), 0);
+    }
+    for (const double impossible : {std::nan(""), 1e308}) {
+        g[2] = impossible;
+        levels.calculateStarkLevels();
+        QVERIFY(!levels.getLastError().isEmpty());
+        QVERIFY(levels.getStarkLevels(1).isEmpty());
+    }
+    g[2] = 1.0;
+    levels.setRO0(1.5);
+    levels.calculateStarkLevels();
+    QVERIFY(levels.getLastError().contains(QStringLiteral("ro0")));
+}
+
+void TestStarkLevels::valuesAreCopied()
+{
+    Sphere sphere = randomSphere(71, 6);
+    const QVector<double> levels = sphere.levels.getStarkLevels(4);
+    LanqorStarkLevels copy(sphere.levels);
+    QVector<double> other(8, 0.2);
+    double *array = other.data();
+    copy.setChargeFactors(array);
+    copy.calculateStarkLevels();
+    QVERIFY(copy.getStarkLevels(4) != levels);
+    QCOMPARE(sphere.levels.getStarkLevels(4), levels);
+    sphere.levels = copy;
+    QCOMPARE(sphere.levels.getStarkLevels(4), copy.getStarkLevels(4));
+}
+
+void TestStarkLevels::storedReport()
+{
+    const QString file =
+        testSupport::dataFile(QStringLiteral("mopac/eu_acac3_phen_am1_allvec.out"));
+    LanqorStarkLevels levels(file, 0);
+    QVector<double> g = {0.0, 0.0, 0.6, 0.6, 0.6, 0.6, 0.6, 0.6, 0.9, 0.9};
+    double *array = g.data();
+    levels.setChargeFactors(array);
+    levels.calculateStarkLevels();
+    const QString written = testSupport::scratchFile(QStringLiteral("report.txt"), QByteArray());
+    QString report = levels.createOutFile(written);
+    QCOMPARE(QString::fromUtf8(testSupport::readAll(written)), report);
+    const QString head = LanqorInputData::LANQORTitle + QStringLiteral("\n\n\n");
+    QVERIFY(report.startsWith(head));
+    report.remove(0, head.size());
+    report.replace(file, QStringLiteral("eu_acac3_phen_am1_allvec.out"));
+    const QString stored = QString::fromUtf8(
+        testSupport::readAll(testSupport::dataFile(QStringLiteral("reports/stark.txt"))));
+    const QString difference = testSupport::reportDifference(report, stored, 1e-6);
+    QVERIFY2(difference.isEmpty(), qPrintable(difference));
+    QVERIFY(levels.createOutFile(QStringLiteral("/no/such/folder/report.txt")).isEmpty());
+    QVERIFY(levels.getLastError().contains(QStringLiteral("/no/such/folder/report.txt")));
+}
+
+void TestStarkLevels::program()
+{
+    const QString file =
+        testSupport::dataFile(QStringLiteral("mopac/eu_acac3_phen_am1_allvec.out"));
+    const auto run = [](const QStringList &arguments) {
+        return testSupport::runProgram(QStringList(QStringLiteral("stark")) + arguments);
+    };
+    const auto good = run({file, QStringLiteral("--g"), QStringLiteral("O=0.6,N=0.9")});
+    QCOMPARE(good.exitStatus, 0);
+    QVERIFY(good.output.contains(QStringLiteral(" 7F1  splitting     163.29\n")));
+    const auto other = run({file, QStringLiteral("--g"), QStringLiteral("O=0.6,N=0.9"),
+                            QStringLiteral("--ro0"), QStringLiteral("0.05")});
+    QVERIFY(!other.output.contains(QStringLiteral(" 7F1  splitting     163.29\n")));
+    const auto incomplete = run({file, QStringLiteral("--g"), QStringLiteral("O=0.6")});
+    QCOMPARE(incomplete.exitStatus, 2);
+    QVERIFY(incomplete.error.contains(QStringLiteral("atom 8")));
+    QCOMPARE(run({file}).exitStatus, 2);
+    QCOMPARE(run({file, QStringLiteral("--g"), QStringLiteral("O=1,N=1"), QStringLiteral("--ro0"),
+                  QStringLiteral("1")})
+                 .exitStatus,
+             2);
+    const auto gadolinium =
+        run({testSupport::dataFile(QStringLiteral("mopac/gd_no3_3_h2o3_rm1_opt.out")),
+             QStringLiteral("--g"), QStringLiteral("O=0.6")});
+    QCOMPARE(gadolinium.exitStatus, 1);
+    QVERIFY(gadolinium.error.contains(QStringLiteral("isn't Eu")));
+}
+
+QTEST_GUILESS_MAIN(TestStarkLevels)
+#include "tst_starklevels.moc"
