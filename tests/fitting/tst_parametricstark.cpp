@@ -1,0 +1,466 @@
+#include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorParametricStarkLevels.h>
+
+#include "../intensity/testSpheres.h"
+#include "TestSupport.h"
+#include "fitSupport.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <cmath>
+#include <cstdio>
+#include <unistd.h>
+
+using Fit = LanqorParametricStarkLevels;
+
+namespace {
+
+constexpr double infeasible = 1.0e25;
+
+QString structure()
+{
+    return testSupport::dataFile(QStringLiteral("mopac/eu_acac3_phen_am1_allvec.out"));
+}
+
+const QVector<ParametersGroup> groups = {{QStringLiteral("oxygens"), {2, 3, 4, 5, 6, 7}},
+                                         {QStringLiteral("nitrogens"), {8, 9}}};
+
+/// J, lowest, highest, offset.
+TransitionValues transition(int J, double low, double high, double offset)
+{
+    TransitionValues values;
+    values.level = J;
+    values.energyLow = low;
+    values.energyHigh = high;
+    values.offset = offset;
+    return values;
+}
+
+/// Sorted levels of 7FJ for one charge factor of O and one of N.
+QVector<double> levelsOf(int J, double gO, double gN)
+{
+    LanqorStarkLevels levels(structure(), 0);
+    QVector<double> g = {0.0, 0.0, gO, gO, gO, gO, gO, gO, gN, gN};
+    double *array = g.data();
+    levels.setChargeFactors(array);
+    levels.calculateStarkLevels();
+    QVector<double> result = levels.getStarkLevels(J);
+    std::sort(result.begin(), result.end());
+    return result;
+}
+
+/// What one would measure if these were the true charge factors.
+QVector<TransitionValues> measured(double gO, double gN)
+{
+    QVector<TransitionValues> result;
+    const QVector<QPair<int, double>> barycentres = {{1, 379.0}, {2, 1040.0}, {4, 2900.0}};
+    for (const auto &[J, barycentre] : barycentres) {
+        const QVector<double> levels = levelsOf(J, gO, gN);
+        result.append(
+            transition(J, barycentre + levels.first(), barycentre + levels.last(), barycentre));
+    }
+    return result;
+}
+
+void setUp(Fit &fit)
+{
+    fit.setParametersGroup(groups);
+    fit.setTransitionValues(measured(0.6, 0.9));
+    fit.setGLimits({{QStringLiteral("O"), 0.1, 1.5}, {QStringLiteral("N"), 0.2, 2.0}});
+}
+
+QString oxygenSphere(const QString &name, int count)
+{
+    QVector<std::array<double, 3>> places;
+    for (int i = 0; i < count; ++i) {
+        const double z = -1.0 + (2.0 * i + 1.0) / count;
+        const double rho = std::sqrt(1.0 - z * z);
+        places.append({2.4 * rho * std::cos(2.4 * i), 2.4 * rho * std::sin(2.4 * i), 2.4 * z});
+    }
+    return testSpheres::xyzFile(name, testSpheres::oxygens(places));
+}
+
+/// What @p action writes to standard output.
+QByteArray standardOutputOf(const std::function<void()> &action)
+{
+    const QString path = testSupport::scratchFile(QStringLiteral("stdout"), QByteArray());
+    std::fflush(stdout);
+    const int kept = dup(STDOUT_FILENO);
+    FILE *const file = std::fopen(qPrintable(path), "w");
+    dup2(fileno(file), STDOUT_FILENO);
+    action();
+    std::fflush(stdout);
+    dup2(kept, STDOUT_FILENO);
+    close(kept);
+    std::fclose(file);
+    return testSupport::readAll(path);
+}
+
+/// Writes a file of the fit and returns its base name.
+QString fitFile(const char *extension, const QByteArray &text)
+{
+    const QString path =
+        testSupport::scratchFile(QStringLiteral("complex") + QLatin1String(extension), text);
+    return path.left(path.size() - int(qstrlen(extension)));
+}
+
+} // namespace
+
+class TestParametricStark : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void readers();
+    void malformedLines();
+    void missingFiles();
+    void damagedFiles();
+    void response();
+    void manifoldOfOneLevel();
+    void limits();
+    void setupFaults_data();
+    void setupFaults();
+    void effectiveCharge();
+    void filesOfTheFit();
+    void storedReport();
+    void recoversChargeFactors();
+    void program();
+};
+
+void TestParametricStark::readers()
+{
+    QVector<ChargeFactorsGroup> start = {{QStringLiteral("old"), {1}, 1.0}};
+    const QString base = fitFile(".chargefactors", "O1 2 3 0.85\n\n  N1  8 9\t1.25 \r\n");
+    QVERIFY(Fit::readChargeFactorsFile(base, start));
+    QCOMPARE(start.size(), 2);
+    QCOMPARE(start.at(0).name, QStringLiteral("O1"));
+    QCOMPARE(start.at(0).atoms, (QVector<int>{2, 3}));
+    QCOMPARE(start.at(0).chargeFactor, 0.85);
+    QCOMPARE(start.at(1).atoms, (QVector<int>{8, 9}));
+    QCOMPARE(start.at(1).chargeFactor, 1.25);
+
+    QVector<ParametersGroup> read;
+    fitFile(".groups", "oxygens 2 3 4\nempty\nnitrogens 8 9");
+    QVERIFY(Fit::readParametersGroup(base, read));
+    QCOMPARE(read.size(), 3);
+    QCOMPARE(read.at(0).atoms, (QVector<int>{2, 3, 4}));
+    QCOMPARE(read.at(1).name, QStringLiteral("empty"));
+    QVERIFY(read.at(1).atoms.isEmpty());
+
+    QVector<TransitionValues> transitions;
+    fitFile(".exp", "1 302.5 455 379\n4 2.7e3 3100.25 -2900\n");
+    QVERIFY(Fit::readTransitionValues(base, transitions));
+    QCOMPARE(transitions.size(), 2);
+    QCOMPARE(transitions.at(0).level, 1);
+    QCOMPARE(transitions.at(0).energyLow, 302.5);
+    QCOMPARE(transitions.at(1).energyHigh, 3100.25);
+    QCOMPARE(transitions.at(1).offset, -2900.0);
+
+    QVector<GLimits> limits;
+    fitFile(".limits", "O 0.1 1.5\nN 0.2 2\n");
+    Fit::readGLimitsFile(base, limits);
+    QCOMPARE(limits.size(), 2);
+    QCOMPARE(limits.at(1).name, QStringLiteral("N"));
+    QCOMPARE(limits.at(1).minimum, 0.2);
+    QCOMPARE(limits.at(1).maximum, 2.0);
+}
+
+void TestParametricStark::malformedLines()
+{
+    QVector<ChargeFactorsGroup> start;
+    const QString base = fitFile(".chargefactors", "O1\nO2 0.5\nO3 2 x 0,85\n");
+    QVERIFY(Fit::readChargeFactorsFile(base, start));
+    QCOMPARE(start.at(0).chargeFactor, 0.0);
+    QVERIFY(start.at(1).atoms.isEmpty());
+    QCOMPARE(start.at(1).chargeFactor, 0.5);
+    QCOMPARE(start.at(2).atoms, (QVector<int>{2, 0}));
+    QCOMPARE(start.at(2).chargeFactor, 0.0);
+
+    QVector<TransitionValues> transitions;
+    fitFile(".exp", "2 900\nx y z\n1 nan inf 1e999\n");
+    QVERIFY(Fit::readTransitionValues(base, transitions));
+    QCOMPARE(transitions.at(0).energyLow, 900.0);
+    QCOMPARE(transitions.at(0).energyHigh, 0.0);
+    QCOMPARE(transitions.at(1).level, 0);
+    QCOMPARE(transitions.at(2).energyHigh, 0.0);
+}
+
+void TestParametricStark::missingFiles()
+{
+    const QString base = QStringLiteral("/no/such/complex");
+    QVector<ChargeFactorsGroup> start(1);
+    QVector<ParametersGroup> read(1);
+    QVector<TransitionValues> transitions(1);
+    QVector<GLimits> limitsRead(1);
+    QCOMPARE(standardOutputOf([&] { QVERIFY(!Fit::readChargeFactorsFile(base, start)); }),
+             QByteArray("File /no/such/complex.chargefactors cannot be found"));
+    QCOMPARE(standardOutputOf([&] { QVERIFY(!Fit::readParametersGroup(base, read)); }),
+             QByteArray("Cannot open the file /no/such/complex.groups\n"));
+    QCOMPARE(standardOutputOf([&] { QVERIFY(!Fit::readTransitionValues(base, transitions)); }),
+             QByteArray("LANQOR could not read the file /no/such/complex.exp\n"));
+    QCOMPARE(standardOutputOf([&] { Fit::readGLimitsFile(base, limitsRead); }), QByteArray());
+    QVERIFY(start.size() == 1 && read.size() == 1 && transitions.size() == 1);
+    QCOMPARE(limitsRead.size(), 1);
+}
+
+void TestParametricStark::damagedFiles()
+{
+    const QByteArray text = "oxygens 2 3 4 5 6 7 0.6\nnitrogens 8 9 0.9\n1 302.5 455 379\nO 0 1\n";
+    testSupport::damageFile(text, 20, 300, [](const QString &path) {
+        const QByteArray bytes = testSupport::readAll(path);
+        QVector<ChargeFactorsGroup> start;
+        QVector<ParametersGroup> read;
+        QVector<TransitionValues> transitions;
+        QVector<GLimits> limitsRead;
+        QVERIFY(Fit::readChargeFactorsFile(fitFile(".chargefactors", bytes), start));
+        QVERIFY(Fit::readParametersGroup(fitFile(".groups", bytes), read));
+        QVERIFY(Fit::readTransitionValues(fitFile(".exp", bytes), transitions));
+        Fit::readGLimitsFile(fitFile(".limits", bytes), limitsRead);
+        Fit fit(nullptr, structure(), 0);
+        fit.setParametersGroup(read);
+        fit.setTransitionValues(transitions);
+        fit.setGLimits(limitsRead);
+        QVERIFY(fitSupport::evaluate(fit, QVector<double>(read.size(), 0.5)) >= 0.0);
+    });
+}
+
+void TestParametricStark::response()
+{
+    Fit fit(nullptr, structure(), 0);
+    fit.setParametersGroup(groups);
+    const QVector<TransitionValues> transitions = {transition(1, 300.0, 470.0, 379.0),
+                                                   transition(3, 1900.0, 1800.0, 1850.0)};
+    fit.setTransitionValues(transitions);
+    QVERIFY2(fit.checkSetup(), qPrintable(fit.getLastError()));
+    double best = 1.0e24;
+    for (const auto &[gO, gN] : {std::pair<double, double>{0.5, 0.5}, {0.9, 0.3}, {0.4, 0.6}}) {
+        double expected = 0.0;
+        for (const TransitionValues &t : transitions) {
+            const QVector<double> levels = levelsOf(t.level, gO, gN);
+            const double low = levels.first();
+            const double high = levels.last();
+            expected += 100.0 * std::abs(high - low - std::abs(t.energyHigh - t.energyLow)) +
+                        std::abs(low - t.energyLow + t.offset) +
+                        std::abs(high - t.energyHigh + t.offset);
+        }
+        COMPARE_NEAR(fitSupport::evaluate(fit, {gO, gN}), expected, 1e-9);
+        best = std::min(best, expected);
+        COMPARE_NEAR(fit.getBestResponse(), best, 1e-9);
+    }
+    // The charge factors that made the levels leave no misfit.
+    fit.setTransitionValues(measured(0.6, 0.9));
+    COMPARE_NEAR(fitSupport::evaluate(fit, {0.6, 0.9}), 0.0, 1e-8);
+    QCOMPARE(fit.getBestChargeFactor(1), 0.9);
+}
+
+void TestParametricStark::manifoldOfOneLevel()
+{
+    Fit fit(nullptr, structure(), 0);
+    fit.setParametersGroup(groups);
+    fit.setTransitionValues({transition(0, 7.0, 10.0, 5.0)});
+    COMPARE_NEAR(fitSupport::evaluate(fit, {0.6, 0.9}), 100.0 * 3.0 + 2.0 + 5.0, 1e-12);
+}
+
+void TestParametricStark::limits()
+{
+    Fit fit(nullptr, structure(), 0);
+    setUp(fit);
+    QVERIFY(fitSupport::evaluate(fit, {0.1, 0.2}) < infeasible);
+    QVERIFY(fitSupport::evaluate(fit, {1.5, 2.0}) < infeasible);
+    const double best = fit.getBestResponse();
+    for (const auto &[gO, gN] : {std::pair<double, double>{0.0999, 0.9},
+                                 {1.5001, 0.9},
+                                 {0.6, 0.1999},
+                                 {0.6, 2.0001},
+                                 {std::nan(""), 0.9}})
+        QCOMPARE(fitSupport::evaluate(fit, {gO, gN}), infeasible);
+    QCOMPARE(fit.getBestResponse(), best);
+    // Without limits of its element a charge factor must not be negative.
+    fit.setGLimits({{QStringLiteral("O"), -1.0, 1.5}});
+    QVERIFY(fitSupport::evaluate(fit, {0.0, 50.0}) < infeasible);
+    QCOMPARE(fitSupport::evaluate(fit, {-0.5, 0.9}), infeasible);
+    QCOMPARE(fitSupport::evaluate(fit, {0.6, -1e-9}), infeasible);
+    // An atom in two groups has the value of the last.
+    fit.setParametersGroup(
+        groups + QVector<ParametersGroup>{{QStringLiteral("all"), {2, 3, 4, 5, 6, 7, 8, 9}}});
+    const double last = fitSupport::evaluate(fit, {0.1, 0.2, 0.7});
+    fit.setParametersGroup(groups);
+    QCOMPARE(fitSupport::evaluate(fit, {0.7, 0.7}), last);
+}
+
+void TestParametricStark::setupFaults_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("coordNumber");
+    QTest::addColumn<QVector<int>>("nitrogens");
+    QTest::addColumn<int>("level");
+    QTest::addColumn<QString>("message");
+    const QVector<int> both = {8, 9};
+    QTest::newRow("no structure") << QStringLiteral("/no/such.out") << 8 << both << 1
+                                  << QStringLiteral("/no/such.out does not exist.");
+    QTest::newRow("another coordination number")
+        << structure() << 9 << both << 1 << QStringLiteral("9");
+    QTest::newRow("atom in no group")
+        << structure() << 8 << QVector<int>{8} << 1 << QStringLiteral("N 9");
+    QTest::newRow("atom beyond the sphere")
+        << structure() << 8 << QVector<int>{8, 9, 10} << 1 << QStringLiteral("atom 10");
+    QTest::newRow("the ion") << structure() << 8 << QVector<int>{8, 9, 1} << 1
+                             << QStringLiteral("atom 1;");
+    QTest::newRow("no such manifold") << structure() << 8 << both << 7 << QStringLiteral("7F7");
+    QTest::newRow("no transitions")
+        << structure() << 8 << both << -100 << QStringLiteral("no measured levels");
+}
+
+void TestParametricStark::setupFaults()
+{
+    QFETCH(QString, file);
+    QFETCH(int, coordNumber);
+    QFETCH(QVector<int>, nitrogens);
+    QFETCH(int, level);
+    QFETCH(QString, message);
+    Fit fit(nullptr, file, 0);
+    const testSupport::MessageSpy spy(fit);
+    fit.setCoordNumber(coordNumber);
+    fit.setParametersGroup({groups.at(0), {QStringLiteral("nitrogens"), nitrogens}});
+    if (level != -100)
+        fit.setTransitionValues({transition(level, 300.0, 450.0, 379.0)});
+    for (int i = 0; i < 3; ++i)
+        QCOMPARE(fitSupport::evaluate(fit, {0.6, 0.9}), infeasible);
+    QVERIFY2(fit.getLastError().contains(message), qPrintable(fit.getLastError()));
+    QCOMPARE(spy.messages, QStringList(fit.getLastError())); // once, not at each trial
+    QVERIFY(!fit.checkSetup());
+    QVERIFY(fit.getReport().isEmpty());
+    QVERIFY(!fit.createOuputFile());
+}
+
+void TestParametricStark::effectiveCharge()
+{
+    const auto closedForm = [](double ligands, double ion) {
+        const double d = 0.5 * (ligands + ion) * 1.889725988579;
+        return 3.0 + 14.0 * std::exp(-0.5 * d * d);
+    };
+    Fit complex(nullptr, structure(), 0);
+    COMPARE_NEAR(complex.getEffectiveCharge(), closedForm((6 * 1.016 + 2 * 1.19) / 8, 1.066),
+                 1e-12);
+    COMPARE_NEAR(complex.getEffectiveCharge(), 4.863, 1e-3);
+    const double radii[] = {0.947, 0.947, 1.01, 1.066, 1.12, 1.12};
+    for (int N = 5; N <= 10; ++N) {
+        Fit fit(nullptr, oxygenSphere(QStringLiteral("oxygens.xyz"), N), N);
+        COMPARE_NEAR(fit.calculateEffectiveCharge(), closedForm(1.016, radii[N - 5]), 1e-12);
+    }
+    QCOMPARE(Fit(nullptr, QStringLiteral("/no/such.out"), 0).getEffectiveCharge(), 0.0);
+}
+
+void TestParametricStark::filesOfTheFit()
+{
+    const QTemporaryDir directory;
+    const QString base = directory.filePath(QStringLiteral("complex"));
+    const auto progress = [&] {
+        return testSupport::readAll(base + QStringLiteral(".progress")).split('\n');
+    };
+    {
+        Fit fit(nullptr, structure(), 0);
+        setUp(fit);
+        fit.setFileName(base);
+        QVERIFY(!fit.createOuputFile()); // nothing to write yet
+        fitSupport::evaluate(fit, {0.3, 0.3});
+        QCOMPARE(progress().size(), 2); // flushed at once
+        fitSupport::evaluate(fit, {0.1, 0.2});
+        const double better = fitSupport::evaluate(fit, {0.6, 0.8});
+        QCOMPARE(progress().size(), 3); // the second trial was worse
+        const QList<QByteArray> fields = progress().at(1).split(' ');
+        QCOMPARE(fields.size(), 3); // two blanks
+        QCOMPARE(fields.at(0), QByteArray("3"));
+        COMPARE_NEAR(fields.at(2).toDouble() / better, 1.0, 1e-9);
+        QCOMPARE(QString::fromUtf8(testSupport::readAll(base + QStringLiteral(".stark"))),
+                 fit.getReport());
+        QVERIFY(fit.getReport().contains(QStringLiteral("0.800000  nitrogens 8 9\n")));
+    }
+    Fit second(nullptr, structure(), 0);
+    setUp(second);
+    second.setFileName(base);
+    fitSupport::evaluate(second, {0.3, 0.3});
+    QCOMPARE(progress().size(), 4); // appended
+
+    Fit lost(nullptr, structure(), 0);
+    const testSupport::MessageSpy spy(lost);
+    setUp(lost);
+    lost.setFileName(QStringLiteral("/no/such/folder/complex"));
+    fitSupport::evaluate(lost, {0.3, 0.3});
+    fitSupport::evaluate(lost, {0.5, 0.8});
+    QCOMPARE(spy.messages.size(), 1);
+    QVERIFY(spy.contains(QStringLiteral("/no/such/folder/complex.progress")));
+    QCOMPARE(lost.getBestChargeFactor(0), 0.5);
+}
+
+void TestParametricStark::storedReport()
+{
+    Fit fit(nullptr, structure(), 0);
+    fit.setParametersGroup(groups);
+    fit.setTransitionValues(
+        {transition(1, 303.0, 470.0, 379.0), transition(2, 950.0, 1145.0, 1040.0)});
+    fit.setRequiredCitations(QStringLiteral("cite this"));
+    fitSupport::evaluate(fit, {0.6, 0.9});
+    QString report = fit.getReport();
+    const QString head = LanqorInputData::LANQORTitle + QStringLiteral("\n\n\n");
+    QVERIFY(report.startsWith(head));
+    report.remove(0, head.size());
+    report.replace(structure(), QStringLiteral("eu_acac3_phen_am1_allvec.out"));
+    const QString stored = QString::fromUtf8(
+        testSupport::readAll(testSupport::dataFile(QStringLiteral("reports/stark_fit.txt"))));
+    const QString difference = testSupport::reportDifference(report, stored, 1e-6);
+    QVERIFY2(difference.isEmpty(), qPrintable(difference));
+}
+
+void TestParametricStark::recoversChargeFactors()
+{
+    Fit fit(nullptr, structure(), 0);
+    setUp(fit);
+    fitSupport::anneal(fit, {1.2, 0.4}, 3000);
+    COMPARE_NEAR(fit.getBestChargeFactor(0), 0.6, 0.003);
+    COMPARE_NEAR(fit.getBestChargeFactor(1), 0.9, 0.003);
+}
+
+void TestParametricStark::program()
+{
+    const QTemporaryDir directory;
+    const QString base = directory.filePath(QStringLiteral("complex"));
+    const auto write = [&base](const char *extension, const QByteArray &text) {
+        QFile file(base + QLatin1String(extension));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+    };
+    const auto run = [&] {
+        return testSupport::runProgram({QStringLiteral("fit"), QStringLiteral("stark"), base,
+                                        structure(), QStringLiteral("--points"),
+                                        QStringLiteral("20")});
+    };
+    const auto noFiles = run();
+    QCOMPARE(noFiles.exitStatus, 1);
+    QVERIFY(noFiles.error.contains(base + QStringLiteral(".groups")));
+    QVERIFY(noFiles.output.isEmpty());
+
+    write(".groups", "oxygens 2 3 4 5 6 7\nnitrogens 8 9\n");
+    write(".exp", "1 303.30 466.60 379\n2 960.86 1146.59 1040 spare\n");
+    write(".chargefactors", "oxygens 2 3 4 5 6 7 0.59\nnitrogens 8 9 0.88\n");
+    write(".limits", "O 0.1 1.5\nN 0.2\n");
+    const auto malformed = run();
+    QCOMPARE(malformed.exitStatus, 1); // the missing maximum counts as 0
+    QVERIFY(malformed.error.contains(base + QStringLiteral(".exp, line 2: fields from \"spare\"")));
+    QVERIFY(malformed.error.contains(base + QStringLiteral(".limits, line 2: 1 of 3 fields")));
+
+    write(".limits", "O 0.1 1.5\nN 0.2 2.0\n");
+    const auto good = run();
+    QCOMPARE(good.exitStatus, 0);
+    QCOMPARE(QString::fromUtf8(testSupport::readAll(base + QStringLiteral(".stark"))), good.output);
+    const QByteArray progress = testSupport::readAll(base + QStringLiteral(".progress"));
+    QVERIFY(progress.startsWith("1  ")); // the start is the first improvement
+
+    write(".groups", "oxygens 2 3 4 5 6 7\n");
+    const auto incomplete = run();
+    QCOMPARE(incomplete.exitStatus, 1);
+    QVERIFY(incomplete.error.contains(QStringLiteral("N 8 is in no group")));
+}
+
+QTEST_GUILESS_MAIN(TestParametricStark)
+#include "tst_parametricstark.moc"
