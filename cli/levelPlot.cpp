@@ -19,13 +19,15 @@ namespace plots {
 namespace {
 
 using Level = LevelDiagram::Level;
-using Column = LevelDiagram::Column;
 using Arrow = LevelDiagram::Arrow;
 using ArrowKind = LevelDiagram::ArrowKind;
 
 /// Half the length of a level, in units of the distance between two columns.
 constexpr double halfLevel = 0.22;
-constexpr double labelPoints = 8.0;
+constexpr double roomForArrows = 0.4;
+constexpr double legendMargin = 12.0;
+/// In units of the plot; points would be scaled once more by the resolution of the picture.
+constexpr int labelPixels = 11;
 
 QString tr(const char *text)
 {
@@ -48,13 +50,13 @@ QColor colorOf(ArrowKind kind)
 QFont labelFont()
 {
     QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPointSizeF(labelPoints);
+    font.setPixelSize(labelPixels);
     return font;
 }
 
 /// Moves positions, in ascending order, apart until they are at least @p gap from each other,
-/// each cluster staying centred on its members.
-QVector<double> spread(const QVector<double> &wanted, double gap)
+/// each cluster staying centred on its members, and back into [lowest, highest] where they left.
+QVector<double> spread(const QVector<double> &wanted, double gap, double lowest, double highest)
 {
     struct Cluster
     {
@@ -80,27 +82,47 @@ QVector<double> spread(const QVector<double> &wanted, double gap)
         for (int i = 0; i < cluster.size; ++i)
             positions.append(cluster.centre + (i - 0.5 * (cluster.size - 1)) * gap);
     }
+    const int count = positions.size();
+    for (int i = 0; i < count; ++i)
+        positions[i] = std::min(positions.at(i), highest - (count - 1 - i) * gap);
+    for (int i = 0; i < count; ++i)
+        positions[i] = std::max(positions.at(i), lowest + i * gap);
     return positions;
+}
+
+QVector<double> spreadWithin(const QRectF &canvas, const QVector<double> &wanted, double height)
+{
+    return spread(wanted, height, canvas.top() + 0.7 * height, canvas.bottom() - 0.7 * height);
+}
+
+/// Place of a column on the axis; arrows get room for their labels before the last one.
+double placeOf(int column, const LevelDiagram &diagram)
+{
+    const bool isAfterArrows = !diagram.arrows.isEmpty() && column + 1 == diagram.columns.size();
+    return column + (isAfterArrows ? roomForArrows : 0.0);
 }
 
 /// Names the columns instead of numbering them.
 class ColumnScale : public QwtScaleDraw
 {
 public:
-    explicit ColumnScale(const QVector<Column> &columns)
-        : columns(columns)
+    explicit ColumnScale(const LevelDiagram &diagram)
+        : diagram(diagram)
     {
         enableComponent(QwtScaleDraw::Ticks, false);
         enableComponent(QwtScaleDraw::Backbone, false);
     }
-    QwtText label(double position) const override
+    QwtText label(double place) const override
     {
-        return QwtText(columns.value(static_cast<int>(std::lround(position))).title,
-                       QwtText::PlainText);
+        for (int i = 0; i < diagram.columns.size(); ++i) {
+            if (std::abs(placeOf(i, diagram) - place) < 1e-6)
+                return QwtText(diagram.columns.at(i).title, QwtText::PlainText);
+        }
+        return QwtText();
     }
 
 private:
-    QVector<Column> columns;
+    LevelDiagram diagram;
 };
 
 class DiagramItem : public QwtPlotItem
@@ -111,20 +133,28 @@ public:
     {}
 
     void draw(QPainter *painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
-              const QRectF &) const override
+              const QRectF &canvas) const override
     {
         painter->setFont(labelFont());
         for (int i = 0; i < diagram.columns.size(); ++i)
-            drawColumn(*painter, xMap, yMap, i);
+            drawColumn(*painter, xMap, yMap, canvas, i);
         drawArrows(*painter, xMap, yMap);
+        drawArrowList(*painter, xMap, canvas);
+        drawLegend(*painter, canvas);
     }
 
 private:
-    void drawColumn(QPainter &painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
-                    int index) const
+    double x(int column, const QwtScaleMap &xMap, double shift = 0.0) const
     {
-        const double left = xMap.transform(index - halfLevel);
-        const double right = xMap.transform(index + halfLevel);
+        return xMap.transform(placeOf(column, diagram) + shift);
+    }
+
+    /// Labels stand at the outer side of the levels when there are arrows at the inner one.
+    void drawColumn(QPainter &painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
+                    const QRectF &canvas, int index) const
+    {
+        const double left = x(index, xMap, -halfLevel);
+        const double right = x(index, xMap, halfLevel);
         QVector<Level> named;
         for (const Level &level : diagram.columns.at(index).levels) {
             const double y = yMap.transform(level.energy);
@@ -142,35 +172,75 @@ private:
         for (const Level &level : qAsConst(named))
             wanted.append(yMap.transform(level.energy));
         const QFontMetricsF metrics(painter.font(), painter.device());
-        const QVector<double> places = spread(wanted, metrics.height());
-        const double leader = 0.03 * (xMap.transform(1.0) - xMap.transform(0.0));
+        const QVector<double> places = spreadWithin(canvas, wanted, metrics.height());
+        const bool isLeft = !diagram.arrows.isEmpty() && index + 1 < diagram.columns.size();
+        const double outwards = isLeft ? -1.0 : 1.0;
+        const double edge = isLeft ? left : right;
+        const double leader = outwards * 0.04 * (xMap.transform(1.0) - xMap.transform(0.0));
         for (int i = 0; i < named.size(); ++i) {
             painter.setPen(QPen(QColor(0x88, 0x88, 0x88), 0.6));
-            painter.drawLine(QPointF(right, wanted.at(i)), QPointF(right + leader, places.at(i)));
+            painter.drawLine(QPointF(edge, wanted.at(i)), QPointF(edge + leader, places.at(i)));
             painter.setPen(Qt::black);
-            painter.drawText(QPointF(right + 1.3 * leader, places.at(i) + 0.5 * metrics.ascent() -
-                                                               0.5 * metrics.descent()),
+            const double width = isLeft ? metrics.horizontalAdvance(named.at(i).label) : 0.0;
+            painter.drawText(QPointF(edge + 1.3 * leader - width,
+                                     places.at(i) + 0.5 * (metrics.ascent() - metrics.descent())),
                              named.at(i).label);
         }
     }
 
-    /// Arrows leave a level side by side; their labels stand on the arrows, each a little further
-    /// along than the one before.
+    QPointF startOf(const Arrow &arrow, const QwtScaleMap &xMap, const QwtScaleMap &yMap) const
+    {
+        const double shift = arrow.toColumn > arrow.fromColumn ? halfLevel : 0.0;
+        return {x(arrow.fromColumn, xMap, shift), yMap.transform(arrow.fromEnergy)};
+    }
+    QPointF endOf(const Arrow &arrow, const QwtScaleMap &xMap, const QwtScaleMap &yMap) const
+    {
+        const double shift = arrow.toColumn > arrow.fromColumn ? -halfLevel : 0.0;
+        return {x(arrow.toColumn, xMap, shift), yMap.transform(arrow.toEnergy)};
+    }
+
     void drawArrows(QPainter &painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap) const
     {
-        const int count = diagram.arrows.size();
-        for (int i = 0; i < count; ++i) {
-            const Arrow &arrow = diagram.arrows.at(i);
-            const double side = arrow.toColumn > arrow.fromColumn   ? 1.0
-                                : arrow.toColumn < arrow.fromColumn ? -1.0
-                                                                    : 0.0;
-            const double shift = side == 0.0 ? halfLevel * ((i + 1.0) / (count + 1.0) - 0.5) : 0.0;
-            const QPointF from(xMap.transform(arrow.fromColumn + side * halfLevel + shift),
-                               yMap.transform(arrow.fromEnergy));
-            const QPointF to(xMap.transform(arrow.toColumn - side * halfLevel + shift),
-                             yMap.transform(arrow.toEnergy));
-            drawArrow(painter, from, to, colorOf(arrow.kind));
-            drawLabel(painter, from + (0.35 + 0.3 * (i % 3) / 2.0) * (to - from), arrow);
+        for (const Arrow &arrow : diagram.arrows)
+            drawArrow(painter, startOf(arrow, xMap, yMap), endOf(arrow, xMap, yMap),
+                      colorOf(arrow.kind));
+    }
+
+    /// The labels of the arrows as a list in the empty lower part, in the colours of the arrows:
+    /// on the arrows themselves they would hide each other.
+    void drawArrowList(QPainter &painter, const QwtScaleMap &xMap, const QRectF &canvas) const
+    {
+        const QFontMetricsF metrics(painter.font(), painter.device());
+        QPointF at(x(1, xMap, -halfLevel), canvas.bottom() - legendMargin);
+        for (const Arrow &arrow : diagram.arrows) { // upwards
+            if (arrow.label.isEmpty())
+                continue;
+            painter.setPen(colorOf(arrow.kind));
+            painter.drawText(at + QPointF(0.0, 0.5 * (metrics.ascent() - metrics.descent())),
+                             arrow.label);
+            at -= QPointF(0.0, 1.2 * metrics.height());
+        }
+    }
+
+    void drawLegend(QPainter &painter, const QRectF &canvas) const
+    {
+        const QPair<ArrowKind, QString> kinds[] = {
+            {ArrowKind::Multipolar, tr("multipolar transfer")},
+            {ArrowKind::Exchange, tr("exchange transfer")},
+            {ArrowKind::Emission, tr("emission")}};
+        const QFontMetricsF metrics(painter.font(), painter.device());
+        QPointF at(canvas.left() + legendMargin, canvas.bottom() - legendMargin);
+        for (const auto &kind : kinds) {
+            const bool isUsed =
+                std::any_of(diagram.arrows.cbegin(), diagram.arrows.cend(),
+                            [&kind](const Arrow &arrow) { return arrow.kind == kind.first; });
+            if (!isUsed)
+                continue;
+            drawArrow(painter, at, at + QPointF(28.0, 0.0), colorOf(kind.first));
+            painter.setPen(Qt::black);
+            painter.drawText(at + QPointF(34.0, 0.5 * (metrics.ascent() - metrics.descent())),
+                             kind.second);
+            at -= QPointF(0.0, 1.3 * metrics.height());
         }
     }
 
@@ -190,19 +260,6 @@ private:
                                        to - head * along - 0.35 * head * across}));
     }
 
-    static void drawLabel(QPainter &painter, const QPointF &centre, const Arrow &arrow)
-    {
-        if (arrow.label.isEmpty())
-            return;
-        const QFontMetricsF metrics(painter.font(), painter.device());
-        QRectF box(QPointF(),
-                   QSizeF(metrics.horizontalAdvance(arrow.label) + 4.0, metrics.height()));
-        box.moveCenter(centre);
-        painter.fillRect(box, Qt::white);
-        painter.setPen(colorOf(arrow.kind));
-        painter.drawText(box, Qt::AlignCenter, arrow.label);
-    }
-
     LevelDiagram diagram;
 };
 
@@ -212,7 +269,7 @@ bool draw(const LevelDiagram &diagram, const QString &file, QString &error)
 {
     double lowest = 0.0;
     double highest = 0.0;
-    for (const Column &column : diagram.columns) {
+    for (const LevelDiagram::Column &column : diagram.columns) {
         for (const Level &level : column.levels) {
             lowest = std::min(lowest, level.energy);
             highest = std::max(highest, level.energy);
@@ -225,10 +282,10 @@ bool draw(const LevelDiagram &diagram, const QString &file, QString &error)
     setAxisTitle(plot, QwtPlot::yLeft, tr("energy / cm<sup>-1</sup>"));
     QList<double> positions;
     for (int i = 0; i < diagram.columns.size(); ++i)
-        positions.append(i);
-    QwtScaleDiv scale(-0.5, diagram.columns.size() - 0.4);
+        positions.append(placeOf(i, diagram));
+    QwtScaleDiv scale(-0.65, positions.last() + 0.75);
     scale.setTicks(QwtScaleDiv::MajorTick, positions);
-    plot.setAxisScaleDraw(QwtPlot::xBottom, new ColumnScale(diagram.columns));
+    plot.setAxisScaleDraw(QwtPlot::xBottom, new ColumnScale(diagram));
     plot.setAxisScaleDiv(QwtPlot::xBottom, scale);
     auto *item = new DiagramItem(diagram);
     item->setRenderHint(QwtPlotItem::RenderAntialiased);

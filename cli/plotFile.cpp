@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QImage>
+#include <QLocale>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
@@ -135,6 +136,10 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv,
         });
     auto application = std::make_unique<QApplication>(ownCount, ownArguments);
     qInstallMessageHandler(previous);
+    // Scales are labelled in the language of the application, "5,000" in some.
+    QLocale plain = QLocale::c();
+    plain.setNumberOptions(QLocale::OmitGroupSeparator);
+    QLocale::setDefault(plain);
     return application;
 }
 

@@ -3,6 +3,7 @@
 #include "commands.h"
 #include "complexOptions.h"
 #include "yieldOptions.h"
+#include "yieldPlot.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOmega.h>
@@ -101,17 +102,12 @@ QString radiativeTable(const Calculation &calculation, const Request &request)
                 column(calculation.getQuantumEfficiency(), 2, 12) + QStringLiteral(" %"));
 }
 
-bool isOpen(const yieldOptions::Channel &channel, const Request &request)
-{
-    return channel.flag ? request.openChannels.*channel.flag : request.twoTriplets;
-}
-
 QString transferTable(const Calculation &calculation, const Request &request)
 {
     QString text = tr("\nEnergy transfer, model %1\n\n").arg(request.etModel) +
                    tr("  channel  mechanism   mismatch / cm^-1   transfer / s^-1   back / s^-1\n");
     for (const yieldOptions::Channel &channel : yieldOptions::channels) {
-        if (!isOpen(channel, request))
+        if (!yieldOptions::isOpen(channel, request))
             continue;
         const int k = channel.slot;
         text += QStringLiteral("  ") + QString::fromLatin1(channel.name).leftJustified(9) +
@@ -292,6 +288,9 @@ int calculate(Calculation &calculation, const Request &request)
         warnOfOtherComplex(calculation, request);
     warnOfNegativeRate(calculation);
     if (!request.reportFile.isEmpty() && !writeReport(calculation, request, error))
+        return cli::fail(error);
+    if (!request.plotFile.isEmpty() &&
+        !plots::draw(yieldDiagram(calculation, request), request.plotFile, error))
         return cli::fail(error);
     cli::print(donorTable(calculation, request) + omegaTable(calculation) +
                radiativeTable(calculation, request) + transferTable(calculation, request) +

@@ -2,6 +2,7 @@
 
 #include "Command.h"
 #include "complexOptions.h"
+#include "plots.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 
@@ -299,10 +300,16 @@ void readOmega(OptionReader &reader, const QCommandLineParser &parser, Request &
 
 } // namespace
 
+bool isOpen(const Channel &channel, const Request &request)
+{
+    return channel.flag ? request.openChannels.*channel.flag : request.twoTriplets;
+}
+
 Request read(const QStringList &arguments)
 {
     QCommandLineParser parser;
     addOptions(parser);
+    plots::addOption(parser);
     cli::parse(parser, "yield", arguments);
     OptionReader reader(parser);
     Request request;
@@ -323,6 +330,9 @@ Request read(const QStringList &arguments)
     request.etModel = reader.wholeNumber("et-model", 0, 2);
     request.overlapExponent = reader.number("overlap-exponent", 0.0, 100.0);
     request.reportFile = parser.value(option("report"));
+    QString plotError;
+    if (!plots::readOption(parser, request.plotFile, plotError))
+        reader.refuse(plotError);
     if (!reader.error.isEmpty()) {
         cli::fail(reader.error + tr("\nSee \"lanqor yield --help\"."));
         std::exit(cli::usageError);

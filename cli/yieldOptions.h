@@ -58,7 +58,11 @@ struct Request
     EnergyTransferChannels openChannels;
     bool twoTriplets = false;
     QString reportFile;
+    QString plotFile;
 };
+
+/// Whether a channel takes part in the calculation.
+bool isOpen(const Channel &channel, const Request &request);
 
 /// Reads the arguments; leaves the program for --help and for a line that makes no sense.
 Request read(const QStringList &arguments);

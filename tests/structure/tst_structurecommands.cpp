@@ -132,6 +132,24 @@ private Q_SLOTS:
             QVERIFY2(words.contains(QLatin1String(word)), qPrintable(words));
     }
 
+    void yieldDrawsItsLevels()
+    {
+        const ProgramRun done = run(
+            "yield",
+            {QStringLiteral("--omega"), QStringLiteral("33,4.6,0"), QStringLiteral("--omega-ed"),
+             QStringLiteral("0.3,0.2,0"), QStringLiteral("--singlet-energy"),
+             QStringLiteral("28000"), QStringLiteral("--triplet-energy"), QStringLiteral("20500"),
+             QStringLiteral("--rl-singlet"), QStringLiteral("4.5"), QStringLiteral("--rl-triplet"),
+             QStringLiteral("5.1"), QStringLiteral("--plot"), path("y.svg")});
+        if (done.error.contains(QLatin1String("LANQOR_PLOTS=OFF")))
+            QSKIP("built without plots");
+        QVERIFY2(done.exitStatus == 0, qPrintable(done.error));
+        const QString words = textOfSvg(path("y.svg"));
+        for (const char *word : {"energy / cm", "28000", "20500", "ligand triplets", "17293",
+                                 "exchange transfer", "multipolar transfer"})
+            QVERIFY2(words.contains(QLatin1String(word)), qPrintable(words));
+    }
+
     void spectrumRefuses()
     {
         const QString states =
