@@ -22,8 +22,11 @@ using Level = LevelDiagram::Level;
 using Arrow = LevelDiagram::Arrow;
 using ArrowKind = LevelDiagram::ArrowKind;
 
-/// Half the length of a level, in units of the distance between two columns.
+/// Half the length of a level, in units of the distance between two columns. Without arrows the
+/// levels stand further left and are shorter, so that their names fit between the columns.
 constexpr double halfLevel = 0.22;
+constexpr double halfLevelAmongNames = 0.14;
+constexpr double shiftAmongNames = -0.24;
 constexpr double roomForArrows = 0.4;
 constexpr double legendMargin = 12.0;
 /// In units of the plot; points would be scaled once more by the resolution of the picture.
@@ -153,8 +156,11 @@ private:
     void drawColumn(QPainter &painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
                     const QRectF &canvas, int index) const
     {
-        const double left = x(index, xMap, -halfLevel);
-        const double right = x(index, xMap, halfLevel);
+        const bool hasArrows = !diagram.arrows.isEmpty();
+        const double shift = hasArrows ? 0.0 : shiftAmongNames;
+        const double half = hasArrows ? halfLevel : halfLevelAmongNames;
+        const double left = x(index, xMap, shift - half);
+        const double right = x(index, xMap, shift + half);
         QVector<Level> named;
         for (const Level &level : diagram.columns.at(index).levels) {
             const double y = yMap.transform(level.energy);
@@ -168,12 +174,14 @@ private:
         std::stable_sort(named.begin(), named.end(), [](const Level &a, const Level &b) {
             return a.energy > b.energy; // downwards on the picture
         });
+        const QFontMetricsF metrics(painter.font(), painter.device());
+        const int room = static_cast<int>(canvas.height() / metrics.height()) - 1;
+        named = named.mid(std::max(0, named.size() - room)); // the lowest keep their names
         QVector<double> wanted;
         for (const Level &level : qAsConst(named))
             wanted.append(yMap.transform(level.energy));
-        const QFontMetricsF metrics(painter.font(), painter.device());
         const QVector<double> places = spreadWithin(canvas, wanted, metrics.height());
-        const bool isLeft = !diagram.arrows.isEmpty() && index + 1 < diagram.columns.size();
+        const bool isLeft = hasArrows && index + 1 < diagram.columns.size();
         const double outwards = isLeft ? -1.0 : 1.0;
         const double edge = isLeft ? left : right;
         const double leader = outwards * 0.04 * (xMap.transform(1.0) - xMap.transform(0.0));
@@ -287,6 +295,8 @@ bool draw(const LevelDiagram &diagram, const QString &file, QString &error)
     scale.setTicks(QwtScaleDiv::MajorTick, positions);
     plot.setAxisScaleDraw(QwtPlot::xBottom, new ColumnScale(diagram));
     plot.setAxisScaleDiv(QwtPlot::xBottom, scale);
+    if (!diagram.columnsTitle.isEmpty())
+        setAxisTitle(plot, QwtPlot::xBottom, diagram.columnsTitle);
     auto *item = new DiagramItem(diagram);
     item->setRenderHint(QwtPlotItem::RenderAntialiased);
     item->attach(&plot);

@@ -1,12 +1,14 @@
 #include "Command.h"
 #include "commands.h"
 #include "freeIonOptions.h"
+#include "plots.h"
 
 #include <LanqorEngine/LanqorEnergyLevels.h>
 #include <LanqorEngine/LanqorSpectroscopicTermUtil.h>
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QMap>
 #include <QSaveFile>
 
 #include <cmath>
@@ -28,6 +30,7 @@ struct Selection
     double maximumEnergy = 0.0; ///< cm^-1; 0 shows all
     int components = 4;
     QString report; ///< absolute path; empty without
+    QString plot;   ///< likewise
 };
 
 void describe(QCommandLineParser &parser)
@@ -79,6 +82,10 @@ bool readSelection(const QCommandLineParser &parser, Selection &selection, QStri
     }
     if (parser.isSet(QStringLiteral("report")))
         selection.report = QFileInfo(parser.value(QStringLiteral("report"))).absoluteFilePath();
+    if (!plots::readOption(parser, selection.plot, error))
+        return false;
+    if (!selection.plot.isEmpty())
+        selection.plot = QFileInfo(selection.plot).absoluteFilePath();
     return true;
 }
 
@@ -111,12 +118,40 @@ QString levelLine(int number, const MixedState &state, double J, int components)
     return text + name + QLatin1Char('\n');
 }
 
+/// "⁵D(3)": the name of a level without its J.
+QString termName(const MixedState &state)
+{
+    const auto term = LanqorSpectroscopicTermUtil::termFromLabel(state.label, true);
+    const int multiplicity = static_cast<int>(std::lround(2.0 * term.S)) + 1;
+    const QString superscripts = QString::fromUtf8("⁰¹²³⁴⁵⁶⁷⁸⁹");
+    return superscripts.mid(multiplicity, 1) + state.label.mid(1, 1) +
+           (term.termIndex > 0 ? QStringLiteral("(%1)").arg(term.termIndex) : QString());
+}
+
+/// A column of levels for each J.
+plots::LevelDiagram diagramOf(const cli::FreeIon &ion, const QVector<MixedState> &states)
+{
+    QMap<double, plots::LevelDiagram::Column> columns;
+    for (const MixedState &state : states) {
+        const double J = LanqorSpectroscopicTermUtil::termFromLabel(state.label, true).J;
+        columns[J].title = cli::textOfJ(J);
+        columns[J].levels.append({state.energy, termName(state)});
+    }
+    plots::LevelDiagram diagram;
+    diagram.title = tr("Free-ion levels of %1").arg(ion.name);
+    diagram.columnsTitle = tr("J");
+    for (const plots::LevelDiagram::Column &column : qAsConst(columns))
+        diagram.columns.append(column);
+    return diagram;
+}
+
 } // namespace
 
 int levelsCommand(const QStringList &arguments)
 {
     QCommandLineParser parser;
     describe(parser);
+    plots::addOption(parser);
     cli::parse(parser, "levels", arguments);
     cli::FreeIon ion;
     Selection selection;
@@ -138,7 +173,7 @@ int levelsCommand(const QStringList &arguments)
 
     QString table = tr("  No.  energy/cm^-1     J  level\n");
     const QVector<MixedState> states = levels.getMixedStatesVector();
-    int shown = 0;
+    QVector<MixedState> shown;
     for (int i = 0; i < states.size(); ++i) {
         const MixedState &state = states.at(i);
         const double J = LanqorSpectroscopicTermUtil::termFromLabel(state.label, true).J;
@@ -146,9 +181,9 @@ int levelsCommand(const QStringList &arguments)
             (selection.maximumEnergy > 0.0 && state.energy > selection.maximumEnergy))
             continue;
         table += levelLine(i + 1, state, J, selection.components);
-        ++shown;
+        shown.append(state);
     }
-    if (shown == 0)
+    if (shown.isEmpty())
         return cli::fail(
             tr("none of the %1 levels of %2 is selected").arg(states.size()).arg(ion.name));
     cli::print(heading(ion) + table);
@@ -159,5 +194,7 @@ int levelsCommand(const QStringList &arguments)
             file.write(levels.createOutputFile(QString()).toUtf8()) < 0 || !file.commit())
             return cli::fail(QStringLiteral("%1: %2").arg(selection.report, file.errorString()));
     }
+    if (!selection.plot.isEmpty() && !plots::draw(diagramOf(ion, shown), selection.plot, error))
+        return cli::fail(error);
     return cli::success;
 }

@@ -58,6 +58,7 @@ struct LevelDiagram
         ArrowKind kind = ArrowKind::Multipolar;
     };
     QString title;
+    QString columnsTitle; ///< what the names of the columns are; may be empty
     QVector<Column> columns;
     QVector<Arrow> arrows;
 };

@@ -150,6 +150,23 @@ private Q_SLOTS:
             QVERIFY2(words.contains(QLatin1String(word)), qPrintable(words));
     }
 
+    void levelsDrawsAColumnForEachJ()
+    {
+        // The command changes its folder to that of the tables; the picture is still written here.
+        const ProgramRun done =
+            runProgram({QStringLiteral("levels"), QStringLiteral("--ion"), QStringLiteral("Eu"),
+                        QStringLiteral("--max-energy"), QStringLiteral("20000"),
+                        QStringLiteral("--plot"), QStringLiteral("l.svg")},
+                       folder.path());
+        if (done.error.contains(QLatin1String("LANQOR_PLOTS=OFF")))
+            QSKIP("built without plots");
+        QVERIFY2(done.exitStatus == 0, qPrintable(done.error));
+        const QString words = textOfSvg(path("l.svg"));
+        QCOMPARE(words.count(QString::fromUtf8("⁷F")), 7);
+        QCOMPARE(words.count(QString::fromUtf8("⁵D")), 2);
+        QVERIFY2(words.contains(QLatin1String("energy / cm")), qPrintable(words));
+    }
+
     void spectrumRefuses()
     {
         const QString states =
