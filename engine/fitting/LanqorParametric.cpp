@@ -231,6 +231,12 @@ bool LanqorParametric::checkParameters() const
     return true;
 }
 
+double LanqorParametric::getBestOmega(const int &lambda) const
+{
+    return lambda == 2 || lambda == 4 || lambda == 6 ? bestOmega[static_cast<std::size_t>(lambda)]
+                                                     : 0.0;
+}
+
 QVector<double> LanqorParametric::makeStartingVector(const int &number)
 {
     if (!isSetupChecked)

@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QVector>
 
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -71,7 +72,7 @@ public:
     /// Weight of Omega(lambda), lambda = 2 or 4.
     double getWeight(const int &lambda) const { return lambda == 2 ? weights[0] : weights[1]; }
     /// Omega(lambda), cm^2, of the best trial, lambda = 2, 4, 6; 0 before there is one.
-    double getBestOmega(const int &lambda) const { return bestOmega.value(lambda); }
+    double getBestOmega(const int &lambda) const;
     /// Vector from which to start run @p number (1, 2, ...) of several: the parameter j lies at the
     /// fraction f of its range, f = 1/2 + (number - 1) sqrt(p) without its whole part, p being the
     /// prime number j (2, 3, 5, ...). The first run starts in the middle. Empty, with the reason
@@ -111,6 +112,6 @@ private:
 
     QVector<double> bestG;
     QVector<double> bestAlpha;
-    QVector<double> bestOmega; // by lambda
+    std::array<double, 7> bestOmega{}; // by lambda
     QString report;
 };

@@ -210,6 +210,12 @@ bool LanqorParametricQDC::checkParameters() const
     return true;
 }
 
+double LanqorParametricQDC::getBestOmega(const int &lambda) const
+{
+    return lambda == 2 || lambda == 4 || lambda == 6 ? bestOmega[static_cast<std::size_t>(lambda)]
+                                                     : 0.0;
+}
+
 QVector<double> LanqorParametricQDC::makeStartingVector(const int &number)
 {
     if (!isSetupChecked)

@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QVector>
 
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -78,7 +79,7 @@ public:
     /// True when a feasible trial was found.
     bool hasFeasiblePoint() const { return isFeasibleFound; }
     /// Omega(lambda), cm^2, of the best trial, lambda = 2, 4, 6; 0 before there is one.
-    double getBestOmega(const int &lambda) const { return bestOmega.value(lambda); }
+    double getBestOmega(const int &lambda) const;
     /// Vector (Q, D, C) from which to start run @p number (1, 2, ...) of several: Q and D lie at
     /// fractions f of their feasible ranges and C of that which D leaves, with
     /// f = 1/2 + (number - 1) sqrt(p) without its whole part, p = 2, 3, 5. The first run starts in
@@ -118,6 +119,6 @@ private:
     QVector<double> g;                      // by atom number, of the last trial
     QVector<double> alpha;
 
-    QVector<double> bestOmega; // by lambda
+    std::array<double, 7> bestOmega{}; // by lambda
     QString report;
 };

@@ -14,11 +14,11 @@ double squaredDeviation(double expected, double calculated)
     return difference * difference;
 }
 
-QVector<double> omegaOf(const LanqorOmega &omega)
+std::array<double, 7> omegaOf(const LanqorOmega &omega)
 {
-    QVector<double> values(7, 0.0);
+    std::array<double, 7> values{};
     for (const int lambda : {2, 4, 6})
-        values[lambda] = omega.getOmega(lambda);
+        values[static_cast<std::size_t>(lambda)] = omega.getOmega(lambda);
     return values;
 }
 

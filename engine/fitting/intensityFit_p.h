@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QString>
-#include <QVector>
+
+#include <array>
 
 class LanqorOmega;
 
@@ -15,7 +16,7 @@ constexpr double infeasibleResponse = 1.0e20;
 double squaredDeviation(double expected, double calculated);
 
 /// Omega(lambda) of the last calculation, indexed by lambda.
-QVector<double> omegaOf(const LanqorOmega &omega);
+std::array<double, 7> omegaOf(const LanqorOmega &omega);
 
 /// Where parameter @p index (from 0) of starting vector @p number (from 1) lies in its range, from
 /// 0 to 1: 1/2 + (number - 1) sqrt(p) without its whole part, p the prime number of the index.
