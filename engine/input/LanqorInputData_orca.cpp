@@ -185,8 +185,9 @@ void OrcaParser::readOrbitals()
         }
         reader.unread();
     }
-    current.data.hasOrbitals =
-        reader.next() && textFields::isBlank(reader.line()) && table.finish();
+    const bool isEnd = reader.next() && (textFields::isBlank(reader.line()) ||
+                                         isRule(textFields::trimmed(reader.line())));
+    current.data.hasOrbitals = isEnd && table.finish();
     reader.unread();
     current.data.orbitals = table.takeOrbitals();
 }

@@ -352,9 +352,10 @@ bool LanqorInputData::readOutputZindo()
         if (textFields::contains(reader.line(), "RHF/ROHF - MOs follow"))
             results.hasOrbitals = OrbitalListParser(reader).parse(results.orbitals);
     }
-    StatesParser states(reader);
-    if (results.hasOrbitals)
-        states.parse(results);
+    // Without orbitals the search has passed the states.
+    LineReader again(fileName);
+    StatesParser states(results.hasOrbitals || !again.open() ? reader : again);
+    states.parse(results);
     takeExcitedStates(results);
     if (!results.hasOrbitals) {
         return failWith(

@@ -303,7 +303,7 @@ private Q_SLOTS:
         row("gaussian, orbitals of another structure", moved, readGaussian, gaussianOrbitals, 0, 3,
             2);
         row("zindo, no orbitals", replaced(zindo, "RHF/ROHF - MOs follow", "UHF"), readZindo,
-            zindoOrbitals, 0, 0, 0);
+            zindoOrbitals, 0, 3, 3);
         row("zindo, no singlets", replaced(zindo, "SINGLETS", "S"), readZindo, zindoSinglets, 4, 0,
             3);
         row("zindo, no triplets", replaced(zindo, "TRIPLETS", "T"), readZindo, zindoTriplets, 4, 6,
