@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace plots {
 
@@ -91,6 +92,24 @@ QVector<double> spread(const QVector<double> &wanted, double gap, double lowest,
     for (int i = 0; i < count; ++i)
         positions[i] = std::max(positions.at(i), lowest + i * gap);
     return positions;
+}
+
+/// The levels, from the top downwards, whose names find room near them when names are given out
+/// from the lowest level upwards.
+QVector<Level> withoutCrowd(const QVector<Level> &levels, const QwtScaleMap &yMap, double height)
+{
+    constexpr double farthest = 2.5; // heights of a line
+    QVector<Level> kept;
+    double free = std::numeric_limits<double>::max();
+    for (auto level = levels.crbegin(); level != levels.crend(); ++level) {
+        const double wanted = yMap.transform(level->energy);
+        const double place = std::min(wanted, free);
+        if (wanted - place > farthest * height)
+            continue;
+        kept.prepend(*level);
+        free = place - height;
+    }
+    return kept;
 }
 
 QVector<double> spreadWithin(const QRectF &canvas, const QVector<double> &wanted, double height)
@@ -175,8 +194,7 @@ private:
             return a.energy > b.energy; // downwards on the picture
         });
         const QFontMetricsF metrics(painter.font(), painter.device());
-        const int room = static_cast<int>(canvas.height() / metrics.height()) - 1;
-        named = named.mid(std::max(0, named.size() - room)); // the lowest keep their names
+        named = withoutCrowd(named, yMap, metrics.height());
         QVector<double> wanted;
         for (const Level &level : qAsConst(named))
             wanted.append(yMap.transform(level.energy));
