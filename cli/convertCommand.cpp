@@ -116,6 +116,36 @@ bool toOrca(LanqorFilesConverter &converter, const QCommandLineParser &parser, c
         numbers.charge - (pointCharge ? ionCharge : 0), numbers.roots, numbers.maxdim);
 }
 
+/// Charge and keywords of a job: from the command line, else from the MOPAC output.
+int settleCharge(const QCommandLineParser &parser, const QString &in, const QString &format,
+                 LanqorFilesConverter &converter, Numbers &numbers)
+{
+    const bool isJob = format == QLatin1String("mop") || format == QLatin1String("gjf") ||
+                       format == QLatin1String("orcinp");
+    if (!isJob)
+        return cli::success;
+    if (in.endsWith(QLatin1String("orcout")))
+        return numbers.isChargeGiven
+                   ? cli::success
+                   : cli::fail(tr("an ORCA output does not tell the charge of the complex; give "
+                                  "it, ion included, with --charge"),
+                               cli::usageError);
+    LanqorInputData structure(nullptr, in);
+    if (!structure.readStructureFile())
+        return cli::fail(structure.getLastError());
+    if (!numbers.isChargeGiven) {
+        numbers.charge = qRound(structure.getChargeOnSystem());
+        if (!in.endsWith(QLatin1String(".out")))
+            cli::note(tr("lanqor: note: the charge of the system is taken as %1; give another "
+                         "with --charge")
+                          .arg(numbers.charge));
+    }
+    converter.setExtraMopacKeywords(
+        cli::mopacKeywords(parser, structure.getCoord(), numbers.charge));
+    converter.setCharge(numbers.charge);
+    return cli::success;
+}
+
 } // namespace
 
 int convertCommand(const QStringList &arguments)
@@ -151,25 +181,11 @@ int convertCommand(const QStringList &arguments)
                              .arg(out),
                          cli::usageError);
 
-    const bool isJob = format == QLatin1String("mop") || format == QLatin1String("gjf") ||
-                       format == QLatin1String("orcinp");
-    const bool isOrcaOutput = in.endsWith(QLatin1String("orcout"));
     LanqorFilesConverter converter(nullptr, in);
     cli::showMessages(converter);
-    if (isJob && isOrcaOutput && !numbers.isChargeGiven)
-        return cli::fail(tr("an ORCA output does not tell the charge of the complex; give it, ion "
-                            "included, with --charge"),
-                         cli::usageError);
-    if (isJob && !isOrcaOutput) {
-        LanqorInputData structure(nullptr, in);
-        if (!structure.readStructureFile())
-            return cli::fail(structure.getLastError());
-        if (!numbers.isChargeGiven)
-            numbers.charge = qRound(structure.getChargeOnSystem());
-        converter.setExtraMopacKeywords(
-            cli::mopacKeywords(parser, structure.getCoord(), numbers.charge));
-    }
-    converter.setCharge(numbers.charge);
+    const int status = settleCharge(parser, in, format, converter, numbers);
+    if (status != cli::success)
+        return status;
 
     const bool keepTv = parser.isSet(QStringLiteral("keep-tv"));
     const bool isDone = format == QLatin1String("mop")   ? converter.convertFromOutToMop(out)

@@ -162,8 +162,13 @@ bool LanqorFilesConverter::convertFromOutToSph(QString const &outputFile)
 bool LanqorFilesConverter::convertFromOutToXYZ(QString const &outputFile, bool const &keepTv)
 {
     LanqorInputData data(nullptr, fileName);
-    return readStructure(data, QStringLiteral("xyz"), keepTv) &&
-           writeCoordXYZ(outputFile, data.getCoord(), keepTv);
+    if (!readStructure(data, QStringLiteral("xyz"), keepTv))
+        return false;
+    const QVector<Coord> atoms = data.getCoord();
+    if (keepTv && std::none_of(atoms.begin(), atoms.end(), isTranslationVector))
+        emitProgress(tr(" -> (Lanqor Files Converter Module) There are no translation vectors "
+                        "among the Cartesian coordinates."));
+    return writeCoordXYZ(outputFile, atoms, keepTv);
 }
 
 bool LanqorFilesConverter::convertFromOutToZmt(QString const &outputFile)

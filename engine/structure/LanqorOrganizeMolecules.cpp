@@ -16,6 +16,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <numeric>
 
 using fragments::Fragment;
 
@@ -89,6 +91,21 @@ QVector<Fragment> sorted(const QVector<Fragment> &fragments, bool keepUnbound)
     return result;
 }
 
+/// Old number of each new atom: the ion, the coordinated atoms, all others.
+QVector<int> orderOf(int ion, const QVector<Fragment> &fragments)
+{
+    QVector<int> order{ion};
+    for (const Fragment &fragment : fragments)
+        order += fragment.coordinated;
+    for (const Fragment &fragment : fragments) {
+        for (const int atom : fragment.atoms) {
+            if (!fragment.coordinated.contains(atom))
+                order.append(atom);
+        }
+    }
+    return order;
+}
+
 bool isInRange(const Coord &atom)
 {
     return std::abs(atom.x) < fragments::largestCoordinate &&
@@ -117,20 +134,28 @@ bool LanqorOrganizeMolecules::organize()
     const QVector<Fragment> around =
         sorted(fragments::fragmentsAround(ion, source.atoms, source.bonds), keepUnboundFragments);
 
-    // Old number of each new atom: the ion, the coordinated atoms, all others.
-    QVector<int> order{ion};
-    for (const Fragment &fragment : around)
-        order += fragment.coordinated;
-    coordNumber = order.size() - 1;
-    for (const Fragment &fragment : around) {
-        for (const int atom : fragment.atoms) {
-            if (!fragment.coordinated.contains(atom))
-                order.append(atom);
-        }
-    }
+    takeFragments(source, ion, around);
+    emitProgress(tr(" -> (Organize Molecules) %1 with %2 coordinated atoms in %3 ligands; %4 of %5 "
+                    "atoms are kept.")
+                     .arg(atoms.first().label)
+                     .arg(coordNumber)
+                     .arg(ligands.size())
+                     .arg(atoms.size())
+                     .arg(source.atoms.size()));
+    return true;
+}
+
+/// Keeps the structure in its new order.
+void LanqorOrganizeMolecules::takeFragments(const Source &source, int ion,
+                                            const QVector<Fragment> &around)
+{
+    const QVector<int> order = orderOf(ion, around);
     QVector<int> newNumber(source.atoms.size(), 0); // from 1; 0 for atoms left out
     for (int i = 0; i < order.size(); ++i)
         newNumber[order.at(i)] = i + 1;
+    coordNumber = std::accumulate(around.begin(), around.end(), 0, [](int sum, const Fragment &f) {
+        return sum + f.coordinated.size();
+    });
 
     const QStringList names = namesOf(source.atoms, around);
     ligands.clear();
@@ -157,14 +182,6 @@ bool LanqorOrganizeMolecules::organize()
         if (newNumber.at(bond.first) > 0 && newNumber.at(bond.second) > 0)
             bonds.append({newNumber.at(bond.first), newNumber.at(bond.second), bond.type});
     }
-    emitProgress(tr(" -> (Organize Molecules) %1 with %2 coordinated atoms in %3 ligands; %4 of %5 "
-                    "atoms are kept.")
-                     .arg(atoms.first().label)
-                     .arg(coordNumber)
-                     .arg(ligands.size())
-                     .arg(atoms.size())
-                     .arg(source.atoms.size()));
-    return true;
 }
 
 bool LanqorOrganizeMolecules::createOutputFile(const QString &outputFile)

@@ -7,6 +7,10 @@
 #include <QStringList>
 #include <QVector>
 
+namespace fragments {
+struct Fragment;
+}
+
 /// Brings a structure into the order of atoms that all calculations need: the lanthanide ion
 /// first, then the coordinated atoms ligand by ligand, then the remaining atoms ligand by ligand,
 /// and last the fragments that are not bound to the ion (counter-ions, lattice solvent).
@@ -54,6 +58,7 @@ private:
     bool readSource(Source &source);
     bool readMol2(Source &source);
     bool checkSource(const Source &source, int &ion);
+    void takeFragments(const Source &source, int ion, const QVector<fragments::Fragment> &around);
     void reportUncounted(const Source &source, int ion);
     QString mol2Text() const;
 

@@ -183,10 +183,14 @@ private Q_SLOTS:
         QTest::newRow("linear ligands") << isothiocyanatoComplex();
         QTest::newRow("500 atoms") << randomGlobule(500);
         QTest::newRow("500 atoms almost on a line") << nearlyStraightChain(500);
-        LanqorInputData data(nullptr,
-                             testSupport::dataFile(QStringLiteral("structures/eu_acac3_h2o.xyz")));
-        data.readXYZFile();
-        QTest::newRow("europium complex") << data.getCoord();
+        for (const char *name : {"eu_acac3_h2o.xyz", "eu_acac3_h2o_numbered_names.mol2",
+                                 "eu_cl2_h2o6_int.zmt", "eu_cl2_h2o6_internal.mop",
+                                 "eu_cl2_h2o6_openbabel.mol2", "eu_h2o9_internal_openmopac.mop"}) {
+            LanqorInputData data(nullptr, testSupport::dataFile(QStringLiteral("structures/") +
+                                                                QLatin1String(name)));
+            QVERIFY(data.readStructureFile());
+            QTest::newRow(name) << data.getCoord();
+        }
     }
     void roundTripKeepsTheStructure()
     {
