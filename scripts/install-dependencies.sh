@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, testing and the demo need; only what is missing.
 #
-# usage: scripts/install-dependencies.sh [--bench]
+# usage: scripts/install-dependencies.sh [--bench | --lint]
 #   --bench   also what the benchmarks compare with
+#   --lint    also what scripts/lint.sh uses
 set -euo pipefail
 
 packages=(
@@ -15,6 +16,8 @@ packages=(
 )
 if [[ ${1:-} == --bench ]]; then
     packages+=(libbenchmark-dev libgsl-dev python3-scipy)
+elif [[ ${1:-} == --lint ]]; then
+    packages+=(git clang-format clang-tidy)
 fi
 
 missing=()

@@ -1,15 +1,21 @@
 #!/usr/bin/env bash
 # Formatting of every source file, and clang-tidy on those that differ from a base commit.
 #
-# usage: scripts/lint.sh [--all | BASE]      BASE: origin/main unless told
+# usage: scripts/lint.sh [--format | --all | BASE]
+#   --format  formatting only
+#   --all     clang-tidy on every source file
+#   BASE      a commit; origin/main unless told
 set -euo pipefail
 cd "$(dirname "$0")/.."
 base=${1:-origin/main}
 
+scripts/install-dependencies.sh --lint
 mapfile -t sources < <(git ls-files '*.h' '*.cpp')
 clang-format --dry-run -Werror "${sources[@]}"
 
-if [[ $base == --all ]]; then
+if [[ $base == --format ]]; then
+    exit 0
+elif [[ $base == --all ]]; then
     mapfile -t changed < <(git ls-files 'engine/*.cpp' 'cli/*.cpp' 'tools/*.cpp')
 else
     mapfile -t changed < <(git diff --name-only --diff-filter=d "$base" -- \
