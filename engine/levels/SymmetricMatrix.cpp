@@ -28,138 +28,144 @@ public:
     /// Rotates until the largest element off the diagonal is below the tolerance.
     void run(double tolerance);
 
-    double element(int i, int j) const { return a[index(i, j)]; }
+    double element(std::size_t i, std::size_t j) const { return a[i * order + j]; }
     /// Component i of vector k at i + k order.
     std::vector<double> takeVectors() { return std::move(vectors); }
 
 private:
-    std::size_t index(int i, int j) const
-    {
-        return static_cast<std::size_t>(i) * static_cast<std::size_t>(order) +
-               static_cast<std::size_t>(j);
-    }
-    double magnitude(int i, int j) const { return std::abs(a[index(i, j)]); }
-    int &best(int row) { return bestColumn[static_cast<std::size_t>(row)]; }
+    double *row(std::size_t i) { return a.data() + i * order; }
+    std::size_t pivotRow() const;
+    void rotate(std::size_t i, std::size_t j);
+    static void rotateRows(double *ri, double *rj, std::size_t size, double c, double s);
+    void findLargest(std::size_t k);
+    void updateLargest(std::size_t k, std::size_t i, std::size_t j);
 
-    int pivotRow();
-    void rotate(int i, int j);
-    void rotateVectors(int i, int j, double c, double s);
-    void findBest(int row);
-    void updateBest(int row, int i, int j, double before);
-
-    int order;
+    std::size_t order;
     std::vector<double> a;
     std::vector<double> vectors;
-    /// First column of the largest magnitude left of the diagonal; unused for row 0.
-    std::vector<int> bestColumn;
+    // By row: the largest magnitude left of the diagonal and its first column; row 0 has none.
+    std::vector<double> largest;
+    std::vector<std::size_t> largestColumn;
 };
 
 JacobiRotations::JacobiRotations(const SymmetricMatrix &matrix)
-    : order(matrix.getOrder())
-    , a(static_cast<std::size_t>(order) * static_cast<std::size_t>(order))
-    , vectors(a.size(), 0.0)
-    , bestColumn(static_cast<std::size_t>(order), 0)
+    : order(static_cast<std::size_t>(matrix.getOrder()))
+    , a(order * order)
+    , vectors(order * order, 0.0)
+    , largest(order, 0.0)
+    , largestColumn(order, 0)
 {
-    for (int i = 0; i < order; ++i) {
-        for (int j = 0; j < order; ++j)
-            a[index(i, j)] = matrix(i, j);
-        vectors[index(i, i)] = 1.0;
-        findBest(i);
+    for (std::size_t i = 0; i < order; ++i) {
+        for (std::size_t j = 0; j < order; ++j)
+            a[i * order + j] = matrix(static_cast<int>(i), static_cast<int>(j));
+        vectors[i * order + i] = 1.0;
+        findLargest(i);
     }
 }
 
 void JacobiRotations::run(double tolerance)
 {
-    const auto isDiagonal = [&](int i) { return magnitude(i, best(i)) < tolerance; };
-    if (order < 2 || isDiagonal(pivotRow()))
+    if (order < 2 || largest[pivotRow()] < tolerance)
         return;
     // The sums of the first full products turn every -0 into +0.
     for (double &element : a)
         element += 0.0;
-    for (int i = pivotRow(); !isDiagonal(i); i = pivotRow())
-        rotate(i, best(i));
+    for (std::size_t i = pivotRow(); !(largest[i] < tolerance); i = pivotRow())
+        rotate(i, largestColumn[i]);
 }
 
 /// The first row whose largest element is the largest of all.
-int JacobiRotations::pivotRow()
+std::size_t JacobiRotations::pivotRow() const
 {
-    int row = 1;
-    for (int i = 2; i < order; ++i)
-        if (magnitude(i, best(i)) > magnitude(row, best(row)))
-            row = i;
-    return row;
+    std::size_t pivot = 1;
+    for (std::size_t i = 2; i < order; ++i)
+        if (largest[i] > largest[pivot])
+            pivot = i;
+    return pivot;
 }
 
 /// R is 1 but for R(i,i) = R(j,j) = c, R(i,j) = s, R(j,i) = -s, with i > j.
-void JacobiRotations::rotate(int i, int j)
+void JacobiRotations::rotate(std::size_t i, std::size_t j)
 {
-    const double theta = (a[index(j, j)] - a[index(i, i)]) / (2.0 * a[index(i, j)]);
+    double *ri = row(i);
+    double *rj = row(j);
+    const double theta = (rj[j] - ri[i]) / (2.0 * ri[j]);
     const double root = std::sqrt(theta * theta + 1.0);
     const double t = theta == 0.0 ? 1.0 : 1.0 / (theta + (theta > 0.0 ? root : -root));
     const double c = 1.0 / std::sqrt(t * t + 1.0);
     const double s = t * c;
 
-    // T = R^T A in rows i and j, then T R.
-    const double tii = c * a[index(i, i)] - s * a[index(j, i)];
-    const double tij = c * a[index(i, j)] - s * a[index(j, j)];
-    const double tji = s * a[index(i, i)] + c * a[index(j, i)];
-    const double tjj = s * a[index(i, j)] + c * a[index(j, j)];
-    a[index(i, i)] = tii * c - tij * s;
-    a[index(j, j)] = tji * s + tjj * c;
+    // T = R^T A in rows i and j. The other elements of T R in these rows are those of T.
+    rotateRows(ri, rj, order, c, s);
+    const double tii = ri[i];
+    const double tij = ri[j];
+    const double tji = rj[i];
+    const double tjj = rj[j];
+    ri[i] = tii * c - tij * s;
+    rj[j] = tji * s + tjj * c;
     // The two triangles differ by rounding here; the lower one is kept.
-    a[index(i, j)] = a[index(j, i)] = tii * s + tij * c;
-
-    for (int k = 0; k < order; ++k) {
-        if (k == i || k == j)
-            continue;
-        const double aki = a[index(i, k)];
-        const double akj = a[index(j, k)];
-        const double before = magnitude(k, best(k));
-        a[index(i, k)] = a[index(k, i)] = c * aki - s * akj;
-        a[index(j, k)] = a[index(k, j)] = s * aki + c * akj;
-        if (k > j)
-            updateBest(k, i, j, before);
+    ri[j] = rj[i] = tii * s + tij * c;
+    // Columns i and j of T R have the same operands as rows i and j of T.
+    for (std::size_t k = 0; k < order; ++k) {
+        row(k)[i] = ri[k];
+        row(k)[j] = rj[k];
     }
-    findBest(i);
-    findBest(j);
-    rotateVectors(i, j, c, s);
+    rotateRows(vectors.data() + i * order, vectors.data() + j * order, order, c, s);
+
+    findLargest(i);
+    findLargest(j);
+    for (std::size_t k = j + 1; k < order; ++k)
+        if (k != i)
+            updateLargest(k, i, j);
 }
 
-void JacobiRotations::rotateVectors(int i, int j, double c, double s)
+void JacobiRotations::rotateRows(double *ri, double *rj, std::size_t size, double c, double s)
 {
-    double *vi = vectors.data() + index(i, 0);
-    double *vj = vectors.data() + index(j, 0);
-    for (int k = 0; k < order; ++k) {
-        const double vki = vi[k];
-        const double vkj = vj[k];
-        vi[k] = vki * c - vkj * s;
-        vj[k] = vki * s + vkj * c;
+    for (std::size_t k = 0; k < size; ++k) {
+        const double x = ri[k];
+        const double y = rj[k];
+        ri[k] = c * x - s * y;
+        rj[k] = s * x + c * y;
     }
 }
 
-void JacobiRotations::findBest(int row)
+void JacobiRotations::findLargest(std::size_t k)
 {
-    int column = 0;
-    for (int j = 1; j < row; ++j)
-        if (magnitude(row, j) > magnitude(row, column))
-            column = j;
-    best(row) = column;
+    const double *elements = row(k);
+    double magnitude = k > 0 ? std::abs(elements[0]) : 0.0;
+    std::size_t found = 0;
+    for (std::size_t column = 1; column < k; ++column)
+        if (std::abs(elements[column]) > magnitude) {
+            magnitude = std::abs(elements[column]);
+            found = column;
+        }
+    largest[k] = magnitude;
+    largestColumn[k] = found;
 }
 
-/// Columns i and j < row have changed; @p before is the largest magnitude of the row until then.
-void JacobiRotations::updateBest(int row, int i, int j, double before)
+/// Row k, of which columns i and j < k have changed.
+void JacobiRotations::updateLargest(std::size_t k, std::size_t i, std::size_t j)
 {
-    const int column = best(row);
-    if ((column == i || column == j) && magnitude(row, column) < before) {
-        findBest(row);
-        return;
+    const double *elements = row(k);
+    double magnitude = largest[k];
+    std::size_t column = largestColumn[k];
+    if (column == i || column == j) {
+        const double now = std::abs(elements[column]);
+        if (now < magnitude) {
+            findLargest(k);
+            return;
+        }
+        magnitude = now;
     }
-    for (int changed : {i, j}) {
-        const double largest = magnitude(row, best(row));
-        const double value = magnitude(row, changed);
-        if (changed < row && (value > largest || (value == largest && changed < best(row))))
-            best(row) = changed;
+    for (const std::size_t changed : {i, j}) {
+        const double now = std::abs(elements[changed]);
+        if (changed < k && (now > magnitude || (now == magnitude && changed < column))) {
+            magnitude = now;
+            column = changed;
+        }
     }
+    largest[k] = magnitude;
+    largestColumn[k] = column;
 }
 
 } // namespace
@@ -197,7 +203,8 @@ bool SymmetricMatrix::diagonalize(const double &tolerance)
     rotations.run(tolerance);
     for (int i = 0; i < order; ++i)
         for (int j = 0; j <= i; ++j)
-            elements[cell(i, j)] = rotations.element(i, j);
+            elements[cell(i, j)] =
+                rotations.element(static_cast<std::size_t>(i), static_cast<std::size_t>(j));
     eigenvectors = rotations.takeVectors();
     return true;
 }
