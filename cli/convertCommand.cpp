@@ -172,8 +172,8 @@ int convertCommand(const QStringList &arguments)
     QString error;
     if (!numbers.read(parser, error))
         return cli::fail(error, cli::usageError);
-    const QString in = files.at(0);
-    const QString out = files.at(1);
+    const QString &in = files.at(0);
+    const QString &out = files.at(1);
     const QString format = formatOf(parser.value(QStringLiteral("program")), out);
     if (format.isEmpty())
         return cli::fail(tr("what to write to %1 cannot be told; see \"lanqor convert --help\" for "

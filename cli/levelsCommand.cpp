@@ -123,8 +123,7 @@ QString termName(const MixedState &state)
 {
     const auto term = LanqorSpectroscopicTermUtil::termFromLabel(state.label, true);
     const int multiplicity = static_cast<int>(std::lround(2.0 * term.S)) + 1;
-    const QString superscripts = QString::fromUtf8("⁰¹²³⁴⁵⁶⁷⁸⁹");
-    return superscripts.mid(multiplicity, 1) + state.label.mid(1, 1) +
+    return plots::superscript(multiplicity) + state.label.mid(1, 1) +
            (term.termIndex > 0 ? QStringLiteral("(%1)").arg(term.termIndex) : QString());
 }
 

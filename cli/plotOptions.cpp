@@ -33,4 +33,13 @@ bool readOption(const QCommandLineParser &parser, QString &file, QString &error)
     return false;
 }
 
+QString superscript(int number)
+{
+    const QString digits = QString::fromUtf8("⁰¹²³⁴⁵⁶⁷⁸⁹");
+    QString text;
+    for (const QChar digit : QString::number(number))
+        text += digit.isDigit() ? digits.at(digit.digitValue()) : QChar(0x207b); // minus
+    return text;
+}
+
 } // namespace plots

@@ -19,6 +19,9 @@ void addOption(QCommandLineParser &parser);
 /// picture can be written under that name.
 bool readOption(const QCommandLineParser &parser, QString &file, QString &error);
 
+/// "⁷", "⁻³" for labels.
+QString superscript(int number);
+
 /// The application object of the program: one that can draw, without a display, when @p arguments
 /// ask for a plot, else one that needs neither fonts nor windows.
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv,

@@ -62,12 +62,8 @@ QString textOfRate(double rate)
     if (rate == 0.0)
         return QStringLiteral("0");
     const QStringList parts = QString::number(rate, 'e', 1).split(QLatin1Char('e'));
-    const QString exponent = QString::number(parts.value(1).toInt());
-    const QString superscripts = QString::fromUtf8("⁰¹²³⁴⁵⁶⁷⁸⁹");
-    QString raised;
-    for (const QChar digit : exponent)
-        raised += digit == QLatin1Char('-') ? QChar(0x207b) : superscripts.at(digit.digitValue());
-    return QString::fromUtf8("%1×10%2 s⁻¹").arg(parts.value(0), raised);
+    return QString::fromUtf8("%1×10%2 s⁻¹")
+        .arg(parts.value(0), plots::superscript(parts.value(1).toInt()));
 }
 
 /// Energies of the donor states, cm^-1.

@@ -15,7 +15,7 @@ namespace {
 /// hydrogen); they stay as they are.
 QString elementOf(const QString &type, const QString &name)
 {
-    const QString root = type.section(QLatin1Char('.'), 0, 0);
+    QString root = type.section(QLatin1Char('.'), 0, 0);
     if (!root.left(1).isUpper())
         return root;
     const QString fromType = elementLabel(root);

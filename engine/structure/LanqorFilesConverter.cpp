@@ -2,6 +2,7 @@
 
 #include "core/internalCoordinates_p.h"
 #include "core/reportText_p.h"
+#include "input/atomRows_p.h"
 #include "input/lineReader_p.h"
 #include "input/structureFiles_p.h"
 #include "input/textFields_p.h"
@@ -22,9 +23,9 @@ namespace {
 /// Hartree of an electronvolt (CODATA 2010).
 constexpr double hartreePerEv = 1.0 / 27.21138505;
 
-bool isTranslationVector(const Coord &atom)
+bool isVector(const Coord &atom)
 {
-    return atom.label.compare(QLatin1String("Tv"), Qt::CaseInsensitive) == 0;
+    return structureFiles::isTranslationVector(atom.label);
 }
 
 /// Energies of the lowest and the highest orbital, hartree, opened by a thousandth so that both
@@ -165,7 +166,7 @@ bool LanqorFilesConverter::convertFromOutToXYZ(QString const &outputFile, bool c
     if (!readStructure(data, QStringLiteral("xyz"), keepTv))
         return false;
     const QVector<Coord> atoms = data.getCoord();
-    if (keepTv && std::none_of(atoms.begin(), atoms.end(), isTranslationVector))
+    if (keepTv && std::none_of(atoms.begin(), atoms.end(), isVector))
         emitProgress(tr(" -> (Lanqor Files Converter Module) There are no translation vectors "
                         "among the Cartesian coordinates."));
     return writeCoordXYZ(outputFile, atoms, keepTv);
@@ -281,7 +282,7 @@ bool LanqorFilesConverter::writeCoordXYZ(QString const &outputFile, QVector<Coor
 {
     QVector<Coord> kept = atoms;
     if (!keepTv)
-        kept.erase(std::remove_if(kept.begin(), kept.end(), isTranslationVector), kept.end());
+        kept.erase(std::remove_if(kept.begin(), kept.end(), isVector), kept.end());
     return writeOutput(outputFile, QStringLiteral("xyz"),
                        structureText::xyzFile(kept, QFileInfo(fileName).completeBaseName()));
 }
