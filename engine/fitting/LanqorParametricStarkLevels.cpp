@@ -136,7 +136,7 @@ QString LanqorParametricStarkLevels::setupError() const
             .arg(coordNumber)
             .arg(structureFile)
             .arg(getAtomsNumber());
-    const QString error = groupsError();
+    QString error = groupsError();
     if (!error.isEmpty())
         return error;
     if (transitions.isEmpty())

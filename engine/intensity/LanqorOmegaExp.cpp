@@ -192,7 +192,7 @@ QString LanqorOmegaExp::createOutputFile(const QString &outFile)
                      .arg(lifeTime));
         return QString();
     }
-    const QString report = omegaExpReport(*this);
+    QString report = omegaExpReport(*this);
     QString error;
     if (!outFile.isEmpty() && !reportText::writeFile(outFile, report, error)) {
         failWith(tr("The report %1 cannot be written: %2").arg(outFile, error));

@@ -14,9 +14,9 @@ constexpr double cube(double x)
     return x * x * x;
 }
 
-/// Rate of 5D0 -> 7F1 per n^3 sigma^3, s^-1 cm^3: M. H. V. Werts et al., Phys. Chem. Chem. Phys.
-/// 4, 1542 (2002), rounded. The theoretical rate rests on the line strength instead and is 3 %
-/// smaller; experimental values are always calibrated by this one.
+/// Rate of 5D0 -> 7F1 per n^3 sigma^3, s^-1 cm^3: C. de Mello Donega, S. Alves, G. F. de Sa,
+/// J. Alloys Compd. 250, 422 (1997). The theoretical rate rests on the line strength instead and
+/// is 3 % smaller; experimental values are always calibrated by this one.
 constexpr double magneticDipoleConstant = 3.0999999999999997e-12;
 
 /// Three times the reduced Planck constant, erg s, to the digits in use here.

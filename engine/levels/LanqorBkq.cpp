@@ -111,8 +111,3 @@ int LanqorBkq::getAtomsNumber() const
 {
     return sphere ? sphere->coordNumber() : 0;
 }
-
-double LanqorBkq::getDistance(const int &i) const
-{
-    return i >= 2 && i <= getAtomsNumber() + 1 ? sphere->distance(i) : 0.0;
-}

@@ -36,7 +36,6 @@ public:
     /// Charge factors by atom number, A+2 entries, of which 0 and 1 are not used. The array is not
     /// copied: it must live as long as it is in use.
     void setChargeFactors(double *&g);
-    bool hasChargeFactors() const { return chargeFactors != nullptr; }
 
     /// Computes what depends on the overlap @p ro0 of the nearest atom, from 0 to below 1.
     /// @return false without a coordination sphere or for another overlap
@@ -52,8 +51,6 @@ public:
     QString getAtomLabel(const int &i) const { return labels.value(i - 1); }
     /// Number A of the coordinated atoms; 0 when the structure cannot be used.
     int getAtomsNumber() const;
-    /// Distance of atom @p i = 2 .. A+1 of the geometry from the ion, Angstrom; 0 for others.
-    double getDistance(const int &i) const;
     /// Why the structure or the overlap cannot be used; empty when they can.
     QString getLastError() const { return lastError; }
 

@@ -179,7 +179,7 @@ QString LanqorStarkLevels::createOutFile(const QString &outFile)
             lastError = tr("There are no Stark levels to report; calculate them first.");
         return QString();
     }
-    const QString report = starkReport::text({fileName, usedRO0, usedChargeFactors}, *this);
+    QString report = starkReport::text({fileName, usedRO0, usedChargeFactors}, *this);
     QString error;
     if (!outFile.isEmpty() && !reportText::writeFile(outFile, report, error)) {
         lastError = tr("The report %1 cannot be written: %2").arg(outFile, error);

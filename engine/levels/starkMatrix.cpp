@@ -15,7 +15,9 @@ namespace {
 constexpr int rankCount = 3;
 constexpr int largestSize = 2 * maximumJ + 1;
 
-using Table = std::array<double, (maximumJ + 1) * rankCount * largestSize * largestSize>;
+constexpr std::size_t tableSize = std::size_t(maximumJ + 1) * rankCount * largestSize * largestSize;
+
+using Table = std::array<double, tableSize>;
 
 std::size_t place(int J, int k, int M, int Mp)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
 /// Matrix elements of the crystal field within the 7FJ manifolds of Eu3+ (B. G. Wybourne,
-/// Spectroscopic Properties of Rare Earths (1965), eqs. 6-4 to 6-6):
+/// Spectroscopic Properties of Rare Earths (1965)):
 ///     <J M|H|J M'> = sum over k, q of B(k,q) (-1)^(J-M) (J k J; -M q M') <J||C(k)||J>
 ///     <J||C(k)||J> = <J||U(k)||J> <f||C(k)||f>,  <f||C(k)||f> = -7 (3 k 3; 0 0 0)
 namespace starkMatrix {
