@@ -264,6 +264,11 @@ int omegaExpCommand(const QStringList &arguments)
         return cli::fail(tr("omega-exp needs either --spectrum FILE, or a table FILE, or --areas "
                             "with --barycentres; see \"lanqor omega-exp --help\""),
                          cli::usageError);
+    for (const char *option : {"axis", "windows", "baseline"}) {
+        if (parser.isSet(QLatin1String(option)) && !parser.isSet(QStringLiteral("spectrum")))
+            return cli::fail(tr("--%1 belongs to --spectrum").arg(QLatin1String(option)),
+                             cli::usageError);
+    }
     double index = 0.0;
     double lifeTime = 0.0;
     QString error;

@@ -324,22 +324,23 @@ bool LanqorOmega::calcFromBonds(const double &minDistance, const QVector<double>
 {
     constexpr double dynePerCm = 1e5; // of a mdyn/Angstrom
     const int entries = coordNumber + 2;
-    const int entriesBefore = chargeFactor.size();
-    chargeFactor.resize(entries);
-    alpha.resize(entries);
+    QVector<double> g = chargeFactor; // a failure leaves those of before
+    QVector<double> a = alpha;
+    g.resize(entries);
+    a.resize(entries);
     for (int atom = 2; atom < entries; ++atom) {
         const QString label = positions.at(atom - 1).label;
         const double intrinsic =
             4.2669775857 + 0.0432505996 * superDeslocalizability.at(atom); // cubic Angstrom
         if (label == QLatin1String("F") || label == QLatin1String("Cl")) {
-            chargeFactor[atom] = 1.0;
-            alpha[atom] = intrinsic * lanqor::cm3PerCubicAngstrom;
+            g[atom] = 1.0;
+            a[atom] = intrinsic * lanqor::cm3PerCubicAngstrom;
             continue;
         }
         const double distance = sphere->distance(atom) * lanqor::cmPerAngstrom;
         const double energy = minDistance / sphere->distance(atom) * bondEnergy(label);
         if (energy == 0.0) {
-            if (atom < entriesBefore)
+            if (atom < chargeFactor.size())
                 continue;
             return failWith(tr("Atom %1 (%2) of %3 has no bond estimate: set its charge factor "
                                "and polarizability.")
@@ -353,12 +354,13 @@ bool LanqorOmega::calcFromBonds(const double &minDistance, const QVector<double>
                                 .arg(label, outFile)
                                 .arg(forceConstants.at(atom)));
         const double rho = sphere->rho(atom);
-        chargeFactor[atom] =
-            distance * std::sqrt(forceConstants.at(atom) * dynePerCm / (2.0 * energy));
-        alpha[atom] =
+        g[atom] = distance * std::sqrt(forceConstants.at(atom) * dynePerCm / (2.0 * energy));
+        a[atom] =
             lanqor::elementaryChargeSquared * rho * rho * distance * distance / (2.0 * energy) +
             intrinsic * lanqor::cm3PerCubicAngstrom;
     }
+    chargeFactor = g;
+    alpha = a;
     return true;
 }
 

@@ -120,8 +120,9 @@ bool LanqorOmegaExp::readSpectrum(const QString &fileName, const EmissionSpectru
             newArea[level] = band.area;
             newBarycenter[level] = band.barycenter;
         } else if (band.coverage != Band::Coverage::None) {
-            // The formulas ask for a barycentre even of a band that is absent.
-            newBarycenter[level] = 0.5 * (window.lowest + window.highest);
+            // The formulas ask for a barycentre of 7F2 and 7F4 even where these are absent.
+            if (isIndispensable(J))
+                newBarycenter[level] = 0.5 * (window.lowest + window.highest);
             remarks << tr("%1 has no positive area and counts as absent").arg(transitionName(J));
         }
     }

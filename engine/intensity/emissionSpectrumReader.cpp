@@ -40,9 +40,29 @@ double toNumber(std::string_view field, bool &ok)
     return textFields::toDouble(text, &ok);
 }
 
+/// True when commas are known to separate the columns of the file, for a line has two numbers with
+/// nothing but a comma between, and a decimal point.
+bool areCommasSeparators(const QString &fileName)
+{
+    LineReader reader(fileName);
+    textFields::Fields columns;
+    bool isX = false;
+    bool isY = false;
+    while (!(isX && isY) && (reader.lineNumber() > 0 || reader.open()) && reader.next()) {
+        isX = isY = false;
+        textFields::split(reader.line(), ",", columns);
+        if (columns.size() < 2 || !textFields::contains(reader.line(), "."))
+            continue;
+        textFields::toDouble(columns[0], &isX);
+        textFields::toDouble(columns[1], &isY);
+    }
+    return isX && isY;
+}
+
 /// Splits a line into its columns. Where only commas stand between, they separate the columns;
-/// several of them without a point might be decimal signs as well: such a line has no columns.
-void splitColumns(std::string_view line, std::string &copy, textFields::Fields &columns)
+/// several of them might be decimal signs as well: unless @p areSeparators, such a line has none.
+void splitColumns(std::string_view line, bool areSeparators, std::string &copy,
+                  textFields::Fields &columns)
 {
     copy.assign(line.substr(0, line.find('#')));
     std::replace(copy.begin(), copy.end(), ';', ' ');
@@ -56,7 +76,7 @@ void splitColumns(std::string_view line, std::string &copy, textFields::Fields &
         return;
     const std::string_view only = columns.front();
     textFields::split(only, ",", columns);
-    if (columns.size() > 2 && !textFields::contains(only, "."))
+    if (columns.size() > 2 && !areSeparators)
         columns.clear();
 }
 
@@ -64,10 +84,14 @@ void splitColumns(std::string_view line, std::string &copy, textFields::Fields &
 class Table
 {
 public:
+    explicit Table(bool areCommasSeparators)
+        : areCommasSeparators(areCommasSeparators)
+    {}
+
     /// Takes the next line; false when the table is broken there.
     bool take(std::string_view line)
     {
-        splitColumns(line, copy, columns);
+        splitColumns(line, areCommasSeparators, copy, columns);
         bool isX = false;
         bool isY = false;
         const double x = columns.size() > 1 ? toNumber(columns[0], isX) : 0.0;
@@ -76,7 +100,12 @@ public:
             isOver = isOver || (!xs.empty() && !textFields::isBlank(copy));
             return true;
         }
-        if (isOver || xs.size() >= maximumPoints)
+        for (const std::string_view number : {columns[0], columns[1]}) {
+            hasPoint = hasPoint || textFields::contains(number, ".");
+            hasComma = hasComma || textFields::contains(number, ",");
+        }
+        // With both in use, 1,234 may be a thousand or a little more than one.
+        if (isOver || (hasPoint && hasComma) || xs.size() >= maximumPoints)
             return false;
         xs.push_back(x);
         ys.push_back(y);
@@ -90,6 +119,9 @@ public:
     std::vector<double> ys;
 
 private:
+    const bool areCommasSeparators;
+    bool hasPoint = false;
+    bool hasComma = false;
     bool isOver = false;
     std::string copy;
     textFields::Fields columns;
@@ -121,13 +153,13 @@ ReadResult readFile(const QString &fileName, EmissionSpectrumOptions::Axis axis)
             tr("%1: the spectrum cannot be read: %2").arg(fileName, reader.errorString());
         return result;
     }
-    Table table;
+    Table table(areCommasSeparators(fileName));
     while (reader.next()) {
         if (table.take(reader.line()))
             continue;
         result.error = tr("%1, line %2: the table of the spectrum is broken; its first column must "
-                          "ascend or descend throughout, without other lines between, to at most "
-                          "%3 points.")
+                          "ascend or descend throughout, with one decimal sign and without other "
+                          "lines between, to at most %3 points.")
                            .arg(fileName)
                            .arg(reader.lineNumber())
                            .arg(maximumPoints);

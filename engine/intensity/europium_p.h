@@ -13,13 +13,15 @@ using ByRank = std::array<double, 7>;
 /// <f||C(lambda)||f>: -sqrt(28/15), sqrt(14/11), -sqrt(700/429) to the digits in use.
 constexpr ByRank reducedC = {0.0, 0.0, -1.366, 0.0, 1.128, 0.0, -1.2774};
 
-/// Shielding of a field of rank 0 to 6 by the closed 5s and 5p shells: sigma(2), (4), (6) from
-/// S. Edvardsson, M. Klintenberg, J. Alloys Compd. 275-277, 230 (1998); for sigma(0), (1) see
-/// O. L. Malta, J. Non-Cryst. Solids 354, 4770 (2008). There is none of rank 3 or 5.
+/// Shielding of a field of rank 0 to 6 by the closed 5s and 5p shells: sigma(2) and sigma(4) from
+/// S. Edvardsson, M. Klintenberg, J. Alloys Compd. 275-277, 230 (1998), sigma(6) a round value of
+/// its small size; for sigma(0), (1) see O. L. Malta, J. Non-Cryst. Solids 354, 4770 (2008).
+/// There is none of rank 3 or 5.
 constexpr ByRank shielding = {0.981, 0.8, 0.6, 0.0, 0.139, 0.0, 0.1};
 
-/// <4f|r^k|4f>, cm^k, k = 2, 4, 6, 8: relativistic integrals of A. J. Freeman,
-/// J. P. Desclaux, J. Magn. Magn. Mater. 12, 11 (1979), in powers of the Bohr radius.
+/// <4f|r^k|4f>, cm^k, in powers of the Bohr radius: for k = 2, 4, 6 the relativistic integrals of
+/// A. J. Freeman, J. P. Desclaux, J. Magn. Magn. Mater. 12, 11 (1979), which go no further; for
+/// k = 8 an extrapolation.
 constexpr double bohrRadius2 = lanqor::bohrRadiusCm * lanqor::bohrRadiusCm;
 constexpr double radialR2 = 0.9175 * bohrRadius2;
 constexpr double radialR4 = 2.02 * bohrRadius2 * bohrRadius2;
