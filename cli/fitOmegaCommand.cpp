@@ -105,7 +105,7 @@ int fitOmegaCommand(const QStringList &arguments)
     describe(parser);
     cli::parse(parser, "fit omega", arguments);
     cli::IntensityFitOptions options;
-    int status = cli::readIntensityFitOptions(parser, options);
+    const int status = cli::readIntensityFitOptions(parser, options);
     if (status != cli::success)
         return status;
     Groups groups;
@@ -115,27 +115,26 @@ int fitOmegaCommand(const QStringList &arguments)
     else if (!parseGroups(parser.value(QStringLiteral("groups")), groups, error))
         return cli::fail(error, cli::usageError);
 
-    std::unique_ptr<LanqorParametric> fit;
-    status = cli::runIntensityFit<LanqorParametric>(
-        options,
-        [&] {
-            auto made = std::make_unique<LanqorParametric>(nullptr, options.fileName, 0);
-            cli::setUp(*made, options);
-            made->setGroupsAndAtoms(groups);
-            return made;
-        },
-        fit);
-    if (!fit)
-        return status;
-    if (fit->getWeight(2) != 1.0 || fit->getWeight(4) != 1.0)
+    const auto outcome = cli::runIntensityFit<LanqorParametric>(options, [&] {
+        auto made = std::make_unique<LanqorParametric>(nullptr, options.fileName, 0);
+        cli::setUp(*made, options);
+        made->setGroupsAndAtoms(groups);
+        return made;
+    });
+    if (!outcome.best)
+        return outcome.status;
+    const LanqorParametric &fit = *outcome.best;
+    if (fit.getWeight(2) != 1.0 || fit.getWeight(4) != 1.0)
         cli::note(tr("lanqor: weights %1 and %2 were read from pesos.txt")
-                      .arg(fit->getWeight(2))
-                      .arg(fit->getWeight(4)));
-    cli::printFit(
-        options, status,
-        cli::fittedOmegaTable(options, [&](int lambda) { return fit->getBestOmega(lambda); }) +
-            groupTable(groups, *fit) +
-            cli::responseLine(fit->getBestResponse(), fit->getPointNumber()),
-        fit->getReport());
-    return status;
+                      .arg(fit.getWeight(2))
+                      .arg(fit.getWeight(4)));
+    cli::printFit(options, outcome.status,
+                  cli::fittedOmegaTable(
+                      options, [&](int lambda) { return fit.getBestOmega(lambda); },
+                      tr("Other groups of atoms or more starts (--starts) may come nearer; some "
+                         "geometries cannot give some pairs of values.")) +
+                      groupTable(groups, fit) +
+                      cli::responseLine(fit.getBestResponse(), outcome.points),
+                  fit.getReport());
+    return outcome.status;
 }

@@ -108,21 +108,23 @@ private:
         lastTenths = tenths;
         const QString rate = seconds > 0.0 ? QString::number(double(sum.done) / seconds, 'f', 0)
                                            : QStringLiteral("-");
-        const QString line = QCoreApplication::translate("cli", "%1 % of %2 points, %3 points/s, "
+        const QString line = QCoreApplication::translate("cli", "%1 % of %2 points, %3/s, "
                                                                 "best response %4")
                                  .arg(sum.total > 0 ? 100 * sum.done / sum.total : 100, 3)
                                  .arg(sum.total)
                                  .arg(rate)
-                                 .arg(sum.best, 0, 'g', 6);
+                                 .arg(sum.best, 0, 'g', 4);
         if (!isTerminal) {
             note(line);
             return;
         }
-        const QString bar = QStringLiteral("\r[%1] %2 ")
-                                .arg(QString(2 * tenths, QLatin1Char('#')), -20, QLatin1Char('.'))
+        // Short enough for 80 columns; blanks cover what is left of a longer line before.
+        const QString bar = QStringLiteral("[%1] %2")
+                                .arg(QString(tenths, QLatin1Char('#')), -10, QLatin1Char('.'))
                                 .arg(line);
-        const QByteArray bytes = bar.toUtf8();
+        const QByteArray bytes = '\r' + bar.leftJustified(lastLength).toUtf8();
         std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stderr);
+        lastLength = bar.size();
         isBarShown = true;
     }
 
@@ -132,6 +134,7 @@ private:
     std::vector<Run> runs;
     double lastShown = -1.0;
     int lastTenths = 0;
+    int lastLength = 0;
     bool isBarShown = false;
 };
 

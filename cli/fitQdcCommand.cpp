@@ -60,7 +60,7 @@ int fitQdcCommand(const QStringList &arguments)
     if (!isRestriction)
         return cli::fail(tr("--restriction needs a whole number"), cli::usageError);
     cli::IntensityFitOptions options;
-    int status = cli::readIntensityFitOptions(parser, options);
+    const int status = cli::readIntensityFitOptions(parser, options);
     if (status != cli::success)
         return status;
     LanqorIndicesCalculation indices(nullptr, options.fileName,
@@ -68,26 +68,26 @@ int fitQdcCommand(const QStringList &arguments)
     if (!indices.calculateIndices())
         return cli::fail(indices.getLastError());
     if (!indices.getLastError().isEmpty())
-        cli::note(indices.getLastError());
+        cli::note(QStringLiteral("lanqor: ") + indices.getLastError());
 
-    std::unique_ptr<LanqorParametricQDC> fit;
-    status = cli::runIntensityFit<LanqorParametricQDC>(
-        options,
-        [&] {
-            auto made = std::make_unique<LanqorParametricQDC>(nullptr, options.fileName, 0);
-            cli::setUp(*made, options);
-            made->setRestrictionValue(restriction);
-            made->setSuperDeslocalizability(&indices);
-            return made;
-        },
-        fit);
-    if (!fit)
-        return status;
-    cli::printFit(
-        options, status,
-        cli::fittedOmegaTable(options, [&](int lambda) { return fit->getBestOmega(lambda); }) +
-            parameterTable(fit->getParametersQDC()) +
-            cli::responseLine(fit->getBestResponse(), fit->getPointNumber()),
-        fit->getReport());
-    return status;
+    const auto outcome = cli::runIntensityFit<LanqorParametricQDC>(options, [&] {
+        auto made = std::make_unique<LanqorParametricQDC>(nullptr, options.fileName, 0);
+        cli::setUp(*made, options);
+        made->setRestrictionValue(restriction);
+        made->setSuperDeslocalizability(&indices);
+        return made;
+    });
+    if (!outcome.best)
+        return outcome.status;
+    const LanqorParametricQDC &fit = *outcome.best;
+    cli::printFit(options, outcome.status,
+                  cli::fittedOmegaTable(
+                      options, [&](int lambda) { return fit.getBestOmega(lambda); },
+                      tr("The fit weighs them against Omega(6), which it drives to zero, and "
+                         "three parameters serve all atoms; more starts (--starts) may come "
+                         "nearer.")) +
+                      parameterTable(fit.getParametersQDC()) +
+                      cli::responseLine(fit.getBestResponse(), outcome.points),
+                  fit.getReport());
+    return outcome.status;
 }

@@ -106,7 +106,7 @@ int readIntensityFitOptions(const QCommandLineParser &parser, IntensityFitOption
 }
 
 QString fittedOmegaTable(const IntensityFitOptions &options,
-                         const std::function<double(int)> &fitted)
+                         const std::function<double(int)> &fitted, const QString &advice)
 {
     const auto number = [](double value) {
         return QString::number(value, 'f', 2).rightJustified(12);
@@ -125,10 +125,10 @@ QString fittedOmegaTable(const IntensityFitOptions &options,
     }
     constexpr double printedHalf = 0.005;
     if (largestGap > printedHalf)
-        note(tr("lanqor: the targets were not reached: the nearest point found is off by %1e-20 "
-                "cm^2. Other groups of atoms or more starts (--starts) may come nearer; some "
-                "geometries cannot give some pairs of values.")
-                 .arg(largestGap, 0, 'f', 2));
+        note(tr("lanqor: the targets were not reached: the best point found is off by %1e-20 "
+                "cm^2. %2")
+                 .arg(largestGap, 0, 'f', 2)
+                 .arg(advice));
     return text + QLatin1Char('\n');
 }
 
@@ -140,7 +140,7 @@ void printFit(const IntensityFitOptions &options, int status, const QString &sum
         print(QLatin1Char('\n') + report);
 }
 
-QString responseLine(double response, int points)
+QString responseLine(double response, qint64 points)
 {
     return tr("Response %1 (1e-20 cm^2)^2, best of %2 points\n")
         .arg(response, 0, 'g', 6)

@@ -37,16 +37,16 @@ void addIntensityFitOptions(QCommandLineParser &parser);
 /// after a message.
 int readIntensityFitOptions(const QCommandLineParser &parser, IntensityFitOptions &options);
 
-/// Targets and fitted values with a note when the targets were not reached.
+/// Targets and fitted values; a note when the targets were not reached, with @p advice.
 QString fittedOmegaTable(const IntensityFitOptions &options,
-                         const std::function<double(int)> &fitted);
+                         const std::function<double(int)> &fitted, const QString &advice);
 
 /// Prints what a fit found: the report too, unless it was written.
 void printFit(const IntensityFitOptions &options, int status, const QString &summary,
               const QString &report);
 
 /// Line on the misfit of the best point and on the points that were tried.
-QString responseLine(double response, int points);
+QString responseLine(double response, qint64 points);
 
 /// Hands the common options to a fit.
 template <class Fit> void setUp(Fit &fit, const IntensityFitOptions &options)
@@ -57,22 +57,30 @@ template <class Fit> void setUp(Fit &fit, const IntensityFitOptions &options)
     fit.setOmegaPrintingOptions(options.sections);
 }
 
+template <class Fit> struct IntensityFitOutcome
+{
+    int status = failure;      ///< exit status
+    std::unique_ptr<Fit> best; ///< holds the best point; null when there is none
+    qint64 points = 0;         ///< tried from all starting vectors
+};
+
 /// Runs a fit from each of its starting vectors and writes the report of the best point; when the
 /// file cannot be written, the status tells and the report is with the fit.
 /// @param makeFit  a new object, set up
-/// @param best  the fit that holds it; null when there is none
 template <class Fit>
-int runIntensityFit(const IntensityFitOptions &options,
-                    const std::function<std::unique_ptr<Fit>()> &makeFit,
-                    std::unique_ptr<Fit> &best)
+IntensityFitOutcome<Fit> runIntensityFit(const IntensityFitOptions &options,
+                                         const std::function<std::unique_ptr<Fit>()> &makeFit)
 {
+    IntensityFitOutcome<Fit> outcome;
     std::vector<std::unique_ptr<Fit>> fits;
     std::vector<QVector<double>> points;
     for (int number = 1; number <= options.starts; ++number) {
         fits.push_back(makeFit());
         points.push_back(fits.back()->makeStartingVector(number));
-        if (points.back().isEmpty())
-            return fail(fits.back()->getLastError());
+        if (points.back().isEmpty()) {
+            fail(fits.back()->getLastError());
+            return outcome;
+        }
     }
     std::vector<std::unique_ptr<LanqorGSA>> annealings;
     std::vector<LanqorGSA *> runs;
@@ -85,8 +93,12 @@ int runIntensityFit(const IntensityFitOptions &options,
     }
     QString error;
     const FitEnd end = runFits(runs, error);
-    if (end == FitEnd::Failed)
-        return fail(error);
+    if (end == FitEnd::Failed) {
+        fail(error);
+        return outcome;
+    }
+    for (const auto &fit : fits)
+        outcome.points += fit->getPointNumber();
     auto found = std::min_element(fits.begin(), fits.end(), [](const auto &a, const auto &b) {
         return a->getBestResponse() < b->getBestResponse();
     });
@@ -95,17 +107,16 @@ int runIntensityFit(const IntensityFitOptions &options,
     fit.setLastError(QString());
     fit.setFileNameOmg(options.report);
     fit.endOfParametrization();
-    int status = end == FitEnd::Interrupted ? interrupted : success;
-    if (fit.getReport().isEmpty() && !options.report.isEmpty()) {
+    outcome.status = end == FitEnd::Interrupted ? interrupted : success;
+    if (fit.getReport().isEmpty()) {
+        outcome.status = fail(fit.getLastError());
         // A report that cannot be written goes to standard output: the fit was work.
-        status = fail(fit.getLastError());
         fit.setFileNameOmg(QString());
         fit.endOfParametrization();
     }
-    if (fit.getReport().isEmpty())
-        return fail(fit.getLastError());
-    best = std::move(*found);
-    return status;
+    if (!fit.getReport().isEmpty())
+        outcome.best = std::move(*found);
+    return outcome;
 }
 
 } // namespace cli

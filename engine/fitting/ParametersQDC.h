@@ -5,6 +5,6 @@
 struct ParametersQDC
 {
     double Q = 0.0; ///< au^-1
-    double D = 0.0; ///< cubic Angstrom per au
+    double D = 0.0; ///< cubic Angstrom times the energy unit of S: eV with orbitals of MOPAC
     double C = 0.0; ///< cubic Angstrom
 };
