@@ -103,15 +103,7 @@ bool LanqorParametric::checkSetup()
                                   .arg(fileNameMopacOutputFile));
     if (!assignGroups())
         return false;
-    // A first calculation, at any feasible point, shows whether the geometry allows it. N comes
-    // before the arrays, for it tells their length.
-    g.fill(1.0, coordNumber + 2);
-    alpha.fill(lanqor::cm3PerCubicAngstrom, coordNumber + 2);
-    double *chargeFactors = g.data();
-    double *alphas = alpha.data();
-    omega->setCoordNumber(coordNumber);
-    omega->setChargeFactorAndAlpha(chargeFactors, alphas);
-    if (!omega->calcOmega())
+    if (!intensityFit::calcFirst(*omega, coordNumber, g, alpha))
         return failWith(omega->getLastError());
     isSetupValid = true;
     return true;
@@ -193,9 +185,7 @@ bool LanqorParametric::runParametrization(const int &n, double *&x)
     if (!checkParameters())
         return true;
 
-    double *chargeFactors = g.data();
-    double *alphas = alpha.data();
-    omega->setChargeFactorAndAlpha(chargeFactors, alphas);
+    intensityFit::setChargeFactorsAndAlphas(*omega, g, alpha);
     omega->calcOmega();
     responseFunction =
         weights[0] * intensityFit::squaredDeviation(omegaExp[0], omega->getOmega(2)) +
@@ -233,8 +223,7 @@ bool LanqorParametric::checkParameters() const
 
 double LanqorParametric::getBestOmega(const int &lambda) const
 {
-    return lambda == 2 || lambda == 4 || lambda == 6 ? bestOmega[static_cast<std::size_t>(lambda)]
-                                                     : 0.0;
+    return intensityFit::valueOf(bestOmega, lambda);
 }
 
 QVector<double> LanqorParametric::makeStartingVector(const int &number)
@@ -275,17 +264,12 @@ void LanqorParametric::endOfParametrization()
         return;
     }
     LanqorOmega best(nullptr, chargeModel, fileNameMopacOutputFile, QString());
-    connect(&best, &LanqorAbstractObjCalculation::newObjCalculationMessage, this,
-            &LanqorParametric::processStatus);
-    double *chargeFactors = bestG.data();
-    double *alphas = bestAlpha.data();
+    intensityFit::relayMessages(best, *this);
     best.setRefractiveIndex(refractiveIndex);
     best.setCoordNumber(coordNumber);
-    best.setChargeFactorAndAlpha(chargeFactors, alphas);
+    intensityFit::setChargeFactorsAndAlphas(best, bestG, bestAlpha);
     best.setOmegaPrintingOptions(omegaPrintingOptions);
     best.setRequiredCitations(citations::required(best.getMopacCitation(), requiredCitations));
     if (best.calcOmega())
         report = best.createOutFile(fileNameOmg);
-    if (report.isEmpty())
-        setLastError(best.getLastError());
 }

@@ -127,15 +127,7 @@ bool LanqorParametricQDC::checkSetup()
         bounds.push_back(bounds.back());
         updateQdcFitBounds(atomLabels.at(atom), bounds.back());
     }
-    // A first calculation shows whether the geometry allows it. N comes before the arrays, for it
-    // tells their length.
-    g.fill(1.0, entries);
-    alpha.fill(lanqor::cm3PerCubicAngstrom, entries);
-    double *chargeFactors = g.data();
-    double *alphas = alpha.data();
-    omega->setCoordNumber(coordNumber);
-    omega->setChargeFactorAndAlpha(chargeFactors, alphas);
-    if (!omega->calcOmega())
+    if (!intensityFit::calcFirst(*omega, coordNumber, g, alpha))
         return failWith(omega->getLastError());
     isSetupValid = true;
     return true;
@@ -163,9 +155,7 @@ bool LanqorParametricQDC::runParametrization(const int &n, double *&x)
     setChargeFactorsAndAlphas({x[0], x[1], x[2]});
     const bool isFeasible = checkParameters();
     if (isFeasible) {
-        double *chargeFactors = g.data();
-        double *alphas = alpha.data();
-        omega->setChargeFactorAndAlpha(chargeFactors, alphas);
+        intensityFit::setChargeFactorsAndAlphas(*omega, g, alpha);
         omega->calcOmega();
         responseFunction = intensityFit::squaredDeviation(omegaExp[0], omega->getOmega(2)) +
                            intensityFit::squaredDeviation(omegaExp[1], omega->getOmega(4)) +
@@ -212,8 +202,7 @@ bool LanqorParametricQDC::checkParameters() const
 
 double LanqorParametricQDC::getBestOmega(const int &lambda) const
 {
-    return lambda == 2 || lambda == 4 || lambda == 6 ? bestOmega[static_cast<std::size_t>(lambda)]
-                                                     : 0.0;
+    return intensityFit::valueOf(bestOmega, lambda);
 }
 
 QVector<double> LanqorParametricQDC::makeStartingVector(const int &number)
@@ -261,14 +250,11 @@ void LanqorParametricQDC::endOfParametrization()
         return;
     }
     LanqorOmega best(nullptr, chargeModel, fileNameMopacOutputFile, QString());
-    connect(&best, &LanqorAbstractObjCalculation::newObjCalculationMessage, this,
-            &LanqorParametricQDC::processStatus);
+    intensityFit::relayMessages(best, *this);
     setChargeFactorsAndAlphas(bestParameters);
-    double *chargeFactors = g.data();
-    double *alphas = alpha.data();
     best.setRefractiveIndex(refractiveIndex);
     best.setCoordNumber(coordNumber);
-    best.setChargeFactorAndAlpha(chargeFactors, alphas);
+    intensityFit::setChargeFactorsAndAlphas(best, g, alpha);
     best.setOmegaPrintingOptions(omegaPrintingOptions);
     best.setParametersQDC(bestParameters.Q, bestParameters.D, bestParameters.C);
     best.setAtomicCharges(indices->getAtomicCharge());
@@ -284,11 +270,8 @@ void LanqorParametricQDC::writeReport(LanqorOmega &best)
 {
     bool isCalculated = best.calcOmega();
     if (!isCalculated) {
-        setLastError(best.getLastError());
-        double *chargeFactors = g.data();
-        double *alphas = alpha.data();
         best.setAtomicCharges(QVector<double>());
-        best.setChargeFactorAndAlpha(chargeFactors, alphas);
+        intensityFit::setChargeFactorsAndAlphas(best, g, alpha);
         isCalculated = best.calcOmega();
         best.setAtomicCharges(indices->getAtomicCharge());
         emitProgress(tr(" -> (QDC fit) Without force constants, Omega was calculated from the "
@@ -296,6 +279,4 @@ void LanqorParametricQDC::writeReport(LanqorOmega &best)
     }
     if (isCalculated)
         report = best.createOutFile(fileNameOmg);
-    if (report.isEmpty())
-        setLastError(best.getLastError());
 }
