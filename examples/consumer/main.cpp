@@ -21,8 +21,8 @@ int main(int argc, char **argv)
     }
     out << "coordination number " << n << '\n';
     for (const int lambda : {2, 4, 6}) {
-        out << "Omega(" << lambda << ") = "
-            << QString::number(omega.getOmega(lambda) * 1e20, 'f', 4) << " 1e-20 cm^2\n";
+        out << "Omega(" << lambda
+            << ") = " << QString::number(omega.getOmega(lambda) * 1e20, 'f', 4) << " 1e-20 cm^2\n";
     }
     return 0;
 }
