@@ -63,9 +63,20 @@ bool readWithoutFlags(const Fields &fields, AtomRow &row)
     return true;
 }
 
+/// The charge of an atom may end its row, also ahead of any reference: archive files of MOPAC
+/// print it behind the final geometry. References are whole numbers.
+bool isChargeColumn(const Fields &fields, std::size_t i)
+{
+    bool ok = false;
+    textFields::toDouble(fields[i], &ok);
+    return ok && i + 1 == fields.size() && textFields::decimalsOf(fields[i]) >= 0;
+}
+
 bool readWithFlags(const Fields &fields, AtomRow &row)
 {
     for (std::size_t i = 1; i < fields.size() && i <= 9; ++i) {
+        if (i > 6 && isChargeColumn(fields, i))
+            break;
         if (i > 6 ? !setReference(row, i - 7, fields[i])
                   : i % 2 == 1 && !setValue(row, i / 2, fields[i]))
             return false;

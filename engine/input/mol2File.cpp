@@ -93,7 +93,9 @@ void Mol2Reader::readAtoms(Mol2Molecule &molecule)
         Coord atom;
         if (fields.size() < 6 || !readPosition(fields, 2, atom) ||
             molecule.atoms.size() == maximumAtoms) {
-            molecule.error = unreadableLine(fileName, reader.lineNumber());
+            molecule.error = unreadableLine(
+                fileName, reader.lineNumber(),
+                LanqorInputData::tr("the number, name, x, y, z and type of an atom"));
             return;
         }
         const QString name = textFields::toString(fields[1]);
@@ -127,7 +129,9 @@ void Mol2Reader::readBonds(Mol2Molecule &molecule)
         if (!ok[0] || !ok[1] || !indexOfNumber.contains(first) || !indexOfNumber.contains(second) ||
             first == second) {
             if (molecule.bondError.isEmpty())
-                molecule.bondError = unreadableLine(fileName, reader.lineNumber());
+                molecule.bondError = unreadableLine(
+                    fileName, reader.lineNumber(),
+                    LanqorInputData::tr("the number of a bond, its two atoms and its type"));
             continue;
         }
         molecule.bonds.append(

@@ -107,7 +107,10 @@ std::vector<AtomRow> readRows(const QString &fileName, TranslationVectors vector
     for (int titles = readKeywordLines(lines, keywords); titles > 0; --titles)
         lines.next();
     if (!readAtomRows(lines, vectors, rows))
-        error = unreadableLine(fileName, lines.lineNumber());
+        error = unreadableLine(
+            fileName, lines.lineNumber(),
+            LanqorInputData::tr("an element with x, y, z, or with distance, angle, dihedral and "
+                                "three reference atoms, all rows alike"));
     else if (rows.empty())
         error =
             LanqorInputData::tr("\nCannot find the atoms in the MOPAC input file: \n") + fileName;
@@ -152,7 +155,10 @@ Structure readZmt(const QString &fileName)
             break;
         const std::optional<AtomRow> row = parseAtomRow(fields);
         if (!row || structure.zMatrix.size() == maximumAtoms) {
-            structure.error = unreadableLine(fileName, reader.lineNumber());
+            structure.error = unreadableLine(
+                fileName, reader.lineNumber(),
+                LanqorInputData::tr("an element with distance, angle, dihedral and three reference "
+                                    "atoms"));
             return structure;
         }
         structure.zMatrix.append(row->atom);

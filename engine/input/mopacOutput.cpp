@@ -105,6 +105,8 @@ void MopacOutputReader::examine(std::string_view line)
         titlesHeadJobs = titlesHeadJobs || !anyBlock;
         return;
     }
+    if (contains(line, "CHARGE ON SYSTEM"))
+        readChargeOnSystem(line);
     if (!job.hasFirstBlock && examineHeader(line))
         return;
     if (contains(line, "(ANGSTROMS)") && contains(line, "SYMBOL"))
@@ -135,8 +137,6 @@ bool MopacOutputReader::examineHeader(std::string_view line)
         readCitation();
         return true;
     }
-    if (contains(line, "CHARGE ON SYSTEM"))
-        readChargeOnSystem(line);
     const std::string_view text = trimmed(line);
     if (isRuleOfAsterisks(text)) {
         job.hasAsterisks = true;
@@ -203,8 +203,10 @@ void MopacOutputReader::readChargeOnSystem(std::string_view line)
     if (sign == std::string_view::npos)
         return;
     textFields::split(text.substr(sign + 1), fields);
-    if (!fields.empty())
-        found.chargeOnSystem = textFields::toDouble(fields[0]);
+    bool ok = !fields.empty() && reader.isLineComplete();
+    const double charge = ok ? textFields::toDouble(fields[0], &ok) : 0.0;
+    if (ok)
+        found.chargeOnSystem = charge;
 }
 
 // --- results ---

@@ -63,10 +63,12 @@ QString missingFile(const QString &fileName)
     return fileName + LanqorInputData::tr(" does not exist.");
 }
 
-QString unreadableLine(const QString &fileName, qint64 lineNumber)
+QString unreadableLine(const QString &fileName, qint64 lineNumber, const QString &expected)
 {
-    return LanqorInputData::tr("\nLine %1 of the structure file cannot be read: \n")
-               .arg(lineNumber) +
+    return LanqorInputData::tr("\nLine %1 of the structure file cannot be read; %2 should stand "
+                               "there: \n")
+               .arg(lineNumber)
+               .arg(expected) +
            fileName;
 }
 
@@ -119,7 +121,9 @@ Structure readXyz(const QString &fileName)
         textFields::split(reader.line(), fields);
         Coord atom;
         if (!readPosition(fields, 1, atom)) {
-            structure.error = unreadableLine(fileName, reader.lineNumber());
+            structure.error = unreadableLine(
+                fileName, reader.lineNumber(),
+                LanqorInputData::tr("an element and its x, y and z (decimal points, no commas)"));
             return structure;
         }
         atom.label = elementLabel(textFields::toString(fields[0]));

@@ -31,8 +31,8 @@ bool readPosition(const textFields::Fields &fields, std::size_t first, Coord &at
 
 /// The message for a file that cannot be opened.
 QString missingFile(const QString &fileName);
-/// The message for a row that cannot be read.
-QString unreadableLine(const QString &fileName, qint64 lineNumber);
+/// The message for a row that cannot be read; @p expected tells what it should hold.
+QString unreadableLine(const QString &fileName, qint64 lineNumber, const QString &expected);
 
 /// Kind of a file by its suffix; without a telling one, by its first lines.
 Kind kindOf(const QString &fileName);
