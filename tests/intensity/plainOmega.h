@@ -36,6 +36,15 @@ inline double theta(int t, int lambda)
     return t < lambda ? below[lambda / 2 - 1] : above[lambda / 2 - 1];
 }
 
+/// Shortest distance from the ion, the first of the atoms.
+inline double nearest(const QVector<CoordSPH> &atoms)
+{
+    double minimum = 1e4;
+    for (int j = 1; j < atoms.size(); ++j)
+        minimum = std::min(minimum, atoms.at(j).r);
+    return minimum;
+}
+
 inline double rho(const CoordSPH &atom, double minimum)
 {
     return 0.05 * std::pow(minimum / atom.r, 3.5);
@@ -87,9 +96,7 @@ struct Result
 inline Result omega(const QVector<CoordSPH> &atoms, const QVector<double> &g,
                     const QVector<double> &alpha)
 {
-    double minimum = 1e4;
-    for (int j = 1; j < atoms.size(); ++j)
-        minimum = std::min(minimum, atoms.at(j).r);
+    const double minimum = nearest(atoms);
     Result result;
     for (int lambda = 2; lambda <= 6; lambda += 2) {
         const auto rank = static_cast<std::size_t>(lambda);
@@ -114,6 +121,36 @@ inline Result omega(const QVector<CoordSPH> &atoms, const QVector<double> &g,
         }
     }
     return result;
+}
+
+/// A pair's part of Omega(lambda) and the sum of its absolute terms.
+struct PairTerm
+{
+    double value = 0.0;
+    double absolute = 0.0;
+};
+
+/// The same sums without harmonics: by the addition theorem the sum over p is a Legendre
+/// polynomial of the angle between atoms @p i and @p j at the ion.
+inline PairTerm legendreTerm(const QVector<CoordSPH> &atoms, const QVector<double> &g,
+                             const QVector<double> &alpha, int lambda, int i, int j)
+{
+    const CoordSPH &a = atoms.at(i - 1);
+    const CoordSPH &b = atoms.at(j - 1);
+    const double rad = M_PI / 180.0;
+    const double cosine =
+        std::cos(a.theta * rad) * std::cos(b.theta * rad) +
+        std::sin(a.theta * rad) * std::sin(b.theta * rad) * std::cos((a.phi - b.phi) * rad);
+    PairTerm term;
+    for (int t = lambda - 1; t <= lambda + 1; t += 2) {
+        const Weights ofA = weights(lambda, t, a, nearest(atoms), g.at(i), alpha.at(i));
+        const Weights ofB = weights(lambda, t, b, nearest(atoms), g.at(j), alpha.at(j));
+        const double part = (2 * lambda + 1.0) / (4.0 * M_PI) * (ofA.ed + ofA.dc) *
+                            (ofB.ed + ofB.dc) * std::legendre(static_cast<unsigned>(t), cosine);
+        term.value += part;
+        term.absolute += std::abs(part);
+    }
+    return term;
 }
 
 } // namespace plainOmega

@@ -11,40 +11,38 @@ using testSupport::MessageSpy;
 
 namespace {
 
-using Switch = bool OmegaPrintingOptions::*;
+using Options = OmegaPrintingOptions;
 
 struct Section
 {
-    Switch field;
-    const char *heading;
+    bool Options::*field;
+    const char *text; ///< stands in this section alone
 };
 
-/// In the order of the report; the lattice sections have two switches.
 const Section sections[] = {
-    {&OmegaPrintingOptions::printSphericalCoordinates,
-     " Spherical coordinates of the coordination"},
-    {&OmegaPrintingOptions::printChargeFactors, " Charge Factors         Polarizabilies"},
-    {&OmegaPrintingOptions::printOmega, " Theoretical Judd-Ofelt Intensity Parameters, omega(l) "},
-    {&OmegaPrintingOptions::printConstants, "  Constant values for the Eu3+ Ion "},
-    {&OmegaPrintingOptions::printSphericalHarmonics, " Spherical Harmonicals Y(t,p,i)"},
-    {&OmegaPrintingOptions::printSOM, " Quantities associated to the Simple Overlap Model "},
-    {&OmegaPrintingOptions::printGAMA, "   Parameters GAMA(t,p,i)  "},
-    {&OmegaPrintingOptions::printSumGAMA, "   Parameters GAMA(t,p,i)  "},
-    {&OmegaPrintingOptions::printBltpDC, "  Dynamics Coupling Bltp Parameters, B(l,t,p) DC "},
-    {&OmegaPrintingOptions::printOmegaDC, " Dynamics Coupling Judd-Ofelt Parameters, omegaDC(l) "},
-    {&OmegaPrintingOptions::printgama, " Odd-rank ligand field parameters, gama(t,p,i)"},
-    {&OmegaPrintingOptions::printSumgama, " Odd-rank ligand field parameters, gama(t,p,i)"},
-    {&OmegaPrintingOptions::printBltpED, " Electric Dipole Bltp Parameters, B(l,t,p) ED "},
-    {&OmegaPrintingOptions::printOmegaED, " Forced Electric Dipole Judd-Ofelt Parameters"},
-    {&OmegaPrintingOptions::printBltp, " Bltp parameters (B(l,t,p) = B(l,t,p) ED + B(l,t,p) DC)"},
-    {&OmegaPrintingOptions::printArad, "             Theoretical Radiative Emission Rates"},
-    {&OmegaPrintingOptions::printAradPartition, "    Chemical Partition of Arad(ED)    "},
-    {&OmegaPrintingOptions::printBkq, "    Bkq ligand field parameters, Bkq(k,q)   "},
+    {&Options::printSphericalCoordinates, " Spherical coordinates of the coordination"},
+    {&Options::printChargeFactors, " Charge Factors         Polarizabilies"},
+    {&Options::printOmega, "\nomega(2) = "},
+    {&Options::printConstants, "  Constant values for the Eu3+ Ion "},
+    {&Options::printSphericalHarmonics, " Y(7,7,4) = "},
+    {&Options::printSOM, "     beta(4) = "},
+    {&Options::printGAMA, " GAMA(7,7,4) = "},
+    {&Options::printSumGAMA, "Sum GAMA(7,7) = "},
+    {&Options::printBltpDC, " B(6,7,7) DC = "},
+    {&Options::printOmegaDC, "\nomegaDC(2) = "},
+    {&Options::printgama, " gama(7,7,4) = "},
+    {&Options::printSumgama, "Sum gama(7,7) = "},
+    {&Options::printBltpED, " B(6,7,7) ED = "},
+    {&Options::printOmegaED, "\nomegaED(2) = "},
+    {&Options::printBltp, " B(6,7,7) = "},
+    {&Options::printArad, " Arad(MD) (5D0->7F1)"},
+    {&Options::printAradPartition, "Chemical Partition by Atom (s^-1)"},
+    {&Options::printBkq, " Bkq(6,6) = "},
 };
 
-OmegaPrintingOptions allSections()
+Options allSections()
 {
-    OmegaPrintingOptions options;
+    Options options;
     for (const Section &section : sections)
         options.*(section.field) = true;
     return options;
@@ -52,15 +50,15 @@ OmegaPrintingOptions allSections()
 
 QString output()
 {
-    return testSupport::dataFile(QStringLiteral("mopac/eu_cl2_h2o6_pm7_allvec_force.out"));
+    return testSupport::dataFile("mopac/eu_cl2_h2o6_pm7_allvec_force.out");
 }
 
-/// A finished calculation of @p count atoms in random directions, with the sections switched on.
-std::unique_ptr<LanqorOmega> finished(int count, const OmegaPrintingOptions &options)
+/// A finished calculation of @p count atoms in random directions.
+std::unique_ptr<LanqorOmega> finished(int count, const Options &options)
 {
     std::mt19937 random(21);
-    const QString file = testSpheres::xyzFile(QStringLiteral("report.xyz"),
-                                              testSpheres::randomSphere(random, count));
+    const QString file =
+        testSpheres::xyzFile("report.xyz", testSpheres::randomSphere(random, count));
     auto omega = std::make_unique<LanqorOmega>(nullptr, 0, file, file);
     omega->setCoordNumber(count);
     setChargeFactorAndAlpha(*omega, testSpheres::randomValues(random, count, 0.2, 2.0),
@@ -72,20 +70,13 @@ std::unique_ptr<LanqorOmega> finished(int count, const OmegaPrintingOptions &opt
 }
 
 /// Finished calculation of the model complex by charges and superdelocalizabilities.
-std::unique_ptr<LanqorOmega> finishedQDC()
+std::unique_ptr<LanqorOmega> finishedQDC(const QString &file = output())
 {
-    auto omega = std::make_unique<LanqorOmega>(nullptr, 0, output(), QString());
-    QVector<double> charges(10);
-    QVector<double> superdelocalizabilities(10);
-    for (int k = 2; k <= 9; ++k) {
-        charges[k] = 0.6 + 0.03 * k;
-        superdelocalizabilities[k] = 30.0 - k;
-    }
-    omega->setAtomicCharges(charges);
-    omega->setSuperDeslocalizability(superdelocalizabilities);
+    auto omega = std::make_unique<LanqorOmega>(nullptr, 0, file, QString());
+    omega->setAtomicCharges({0, 0, 0.66, 0.69, 0.72, 0.75, 0.78, 0.81, 0.84, 0.87});
+    omega->setSuperDeslocalizability({0, 0, 28, 27, 26, 25, 24, 23, 22, 21});
     omega->setParametersQDC(1.5, 0.06, 0.4);
-    omega->setLigandAtomsByLigandVector(
-        {QStringLiteral("Cl 2 3"), QStringLiteral("water 4 5 6 7 8")});
+    omega->setLigandAtomsByLigandVector({"Cl 2 3", "water 4 5 6 7 8"});
     omega->setOmegaPrintingOptions(allSections());
     if (!omega->calcOmega())
         qFatal("%s", qPrintable(omega->getLastError()));
@@ -96,7 +87,7 @@ std::unique_ptr<LanqorOmega> finishedQDC()
 double valueOf(const QString &report, const QString &name)
 {
     const QRegularExpression pattern(QRegularExpression::escape(name) +
-                                     QStringLiteral(" *= *([-0-9.]+(e[-+]\\d+)?)"));
+                                     " *= *([-0-9.]+(e[-+]\\d+)?)");
     const QRegularExpressionMatch match = pattern.match(report);
     return match.hasMatch() ? match.captured(1).toDouble() : std::nan("");
 }
@@ -108,16 +99,13 @@ class TestIntensityReport : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void storedReport();
-    void switchesOff();
     void eachSwitchHasItsSection();
-    void latticeSwitches();
-    void printedNumbersAgreeWithEachOther();
+    void amplitudesGiveTheParameters();
     void crystalFieldIsThatOfItsOwnCalculation();
     void columnsOfTwoDigitAtomsAreAligned();
     void indicesSetAfterTheCalculation();
     void groupsThatCannotBeUsed();
-    void citations();
-    void writing();
+    void citationsAndWriting();
     void readBack();
     void reportsThatAreRefused_data();
     void reportsThatAreRefused();
@@ -126,106 +114,64 @@ private Q_SLOTS:
 
 void TestIntensityReport::storedReport()
 {
-    QString report = finishedQDC()->createOutFile(QString());
-    QVERIFY(report.startsWith(LanqorInputData::LANQORTitle + QStringLiteral("\n\n\n")));
+    const auto omega = finishedQDC();
+    QString report = omega->createOutFile(QString());
+    QVERIFY(report.startsWith(LanqorInputData::LANQORTitle + "\n\n\n"));
     report.remove(0, LanqorInputData::LANQORTitle.size() + 3);
-    report.replace(output(), QStringLiteral("eu_cl2_h2o6_pm7_allvec_force.out"));
-    const QString stored = QString::fromUtf8(
-        testSupport::readAll(testSupport::dataFile(QStringLiteral("reports/intensity.txt"))));
+    report.replace(output(), "eu_cl2_h2o6_pm7_allvec_force.out");
+    const QString stored =
+        QString::fromUtf8(testSupport::readAll(testSupport::dataFile("reports/intensity.txt")));
     const QString difference = testSupport::reportDifference(report, stored);
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
-}
 
-void TestIntensityReport::switchesOff()
-{
-    const auto omega = finished(3, OmegaPrintingOptions());
-    omega->setRequiredCitations(QStringLiteral("cite this"));
-    const QString report = omega->createOutFile(QString());
-    QVERIFY(report.startsWith(LanqorInputData::LANQORTitle));
-    const QStringList lines = report.mid(LanqorInputData::LANQORTitle.size())
-                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    QCOMPARE(lines.size(), 3);
-    QCOMPARE(lines.at(0), QStringLiteral("The data shown below were calculated from the geometry "
-                                         "read in following file: "));
-    QVERIFY(lines.at(1).endsWith(QStringLiteral("report.xyz")));
-    QCOMPARE(lines.at(2), QStringLiteral("cite this"));
-
-    const auto qdc = finishedQDC();
-    qdc->setOmegaPrintingOptions(OmegaPrintingOptions());
-    QVERIFY(qdc->createOutFile(QString()).contains(QStringLiteral("QDC Ajusted Values")));
-    qdc->setParametersQDC(1.0, 0.5, 0.0);             // no ratio
-    QVERIFY(qdc->createOutFile(QString()).isEmpty()); // these gave other charge factors
-    QVERIFY(qdc->calcOmega());
-    QVERIFY(!qdc->createOutFile(QString()).contains(QStringLiteral("inf")));
+    omega->setParametersQDC(1.0, 0.5, 0.0);             // no ratio
+    QVERIFY(omega->createOutFile(QString()).isEmpty()); // these gave other charge factors
+    QVERIFY(omega->calcOmega());
+    QVERIFY(!omega->createOutFile(QString()).contains("inf"));
 }
 
 void TestIntensityReport::eachSwitchHasItsSection()
 {
-    const auto omega = finished(3, OmegaPrintingOptions());
-    int lastPlace = 0;
-    const auto all = finished(3, allSections());
-    const QString whole = all->createOutFile(QString());
+    const auto omega = finished(3, Options());
+    omega->setRequiredCitations("cite this");
+    const QString bare = omega->createOutFile(QString());
+    const QStringList lines =
+        bare.mid(LanqorInputData::LANQORTitle.size()).split('\n', Qt::SkipEmptyParts);
+    QCOMPARE(lines.size(), 3); // two of the file
+    QCOMPARE(lines.last(), QString("cite this"));
     for (const Section &chosen : sections) {
-        OmegaPrintingOptions options;
+        Options options;
         options.*(chosen.field) = true;
         omega->setOmegaPrintingOptions(options);
         const QString report = omega->createOutFile(QString());
         for (const Section &section : sections)
-            QCOMPARE(report.contains(QLatin1String(section.heading)),
-                     QLatin1String(section.heading) == QLatin1String(chosen.heading));
-        const int place = whole.indexOf(QLatin1String(chosen.heading));
-        QVERIFY2(place >= lastPlace, chosen.heading);
-        lastPlace = place;
+            QVERIFY2(report.contains(section.text) == (&section == &chosen), section.text);
     }
 }
 
-void TestIntensityReport::latticeSwitches()
-{
-    OmegaPrintingOptions atoms;
-    atoms.printGAMA = true;
-    atoms.printSumgama = true;
-    const QString report = finished(3, atoms)->createOutFile(QString());
-    QVERIFY(report.contains(QStringLiteral("|GAMA(7,7,4)|")));
-    QVERIFY(!report.contains(QStringLiteral("Sum GAMA(")));
-    QVERIFY(report.contains(QStringLiteral("Sum gama(7,7)")));
-    QVERIFY(!report.contains(QStringLiteral("|gama(1,0,2)|")));
-}
-
-void TestIntensityReport::printedNumbersAgreeWithEachOther()
+void TestIntensityReport::amplitudesGiveTheParameters()
 {
     const auto omega = finished(5, allSections());
     const QString report = omega->createOutFile(QString());
-    const auto fromAmplitudes = [&report](int lambda, const QString &suffix, int firstT) {
-        double sum = 0.0;
-        for (int t = firstT; t <= lambda + 1; t += 2) {
-            for (int p = 0; p <= t; ++p) {
-                const QString name =
-                    QStringLiteral("|B(%1,%2,%3)%4|").arg(lambda).arg(t).arg(p).arg(suffix);
-                const double modulus = valueOf(report, name);
-                sum += (p == 0 ? 1.0 : 2.0) * modulus * modulus / (2 * t + 1);
-            }
-        }
-        return (2 * lambda + 1) * sum * 1e20;
-    };
     for (const int lambda : {2, 4, 6}) {
-        const double total = omega->getOmega(lambda) * 1e20;
-        const QString index = QStringLiteral("(%1)").arg(lambda);
-        COMPARE_NEAR(valueOf(report, QStringLiteral("omega") + index) * 1e20, total, 0.0051);
-        COMPARE_NEAR(fromAmplitudes(lambda, QString(), lambda - 1) / total, 1.0, 2e-3);
-        COMPARE_NEAR(fromAmplitudes(lambda, QStringLiteral(" ED"), lambda - 1) /
-                         (omega->getOmegaED(lambda) * 1e20),
-                     1.0, 2e-3);
-        COMPARE_NEAR(fromAmplitudes(lambda, QStringLiteral(" DC"), lambda + 1) /
-                         (omega->getOmegaDC(lambda) * 1e20),
-                     1.0, 2e-3);
-        QVERIFY(!report.contains(QStringLiteral("B(%1,%2,0) DC").arg(lambda).arg(lambda - 1)));
+        const auto fromAmplitudes = [&](const QString &suffix, int firstT) {
+            double sum = 0.0;
+            for (int t = firstT; t <= lambda + 1; t += 2) {
+                for (int p = 0; p <= t; ++p) {
+                    const QString name = QString("|B(%1,%2,%3)").arg(lambda).arg(t).arg(p);
+                    sum += (p == 0 ? 1.0 : 2.0) / (2 * t + 1) *
+                           std::pow(valueOf(report, name + suffix + '|'), 2);
+                }
+            }
+            return (2 * lambda + 1) * sum;
+        };
+        const double total = omega->getOmega(lambda);
+        COMPARE_NEAR(fromAmplitudes("", lambda - 1) / total, 1.0, 2e-3);
+        COMPARE_NEAR(fromAmplitudes(" ED", lambda - 1) / omega->getOmegaED(lambda), 1.0, 2e-3);
+        COMPARE_NEAR(fromAmplitudes(" DC", lambda + 1) / omega->getOmegaDC(lambda), 1.0, 2e-3);
     }
-    const double rate = valueOf(report, QStringLiteral(" Arad(ED) (5D0->7FJ, J=2,4,6)"));
-    double parts = 0.0;
-    for (const int J : {2, 4, 6})
-        parts += valueOf(report, QStringLiteral(" Arad(ED0%1) (5D0->7F%1)").arg(J));
-    COMPARE_NEAR(parts, rate, 0.02);
-    const QRegularExpression sum(QStringLiteral("\\n Sum +([-0-9.]+)\\n"));
+    const double rate = valueOf(report, " Arad(ED) (5D0->7FJ, J=2,4,6)");
+    const QRegularExpression sum("\\n Sum +([-0-9.]+)\\n");
     COMPARE_NEAR(sum.match(report).captured(1).toDouble(), rate, 0.011);
 }
 
@@ -242,10 +188,10 @@ void TestIntensityReport::crystalFieldIsThatOfItsOwnCalculation()
     for (int k = 2; k <= 6; k += 2) {
         for (int q = 0; q <= k; ++q) {
             const MyComplex expected = field.getBkq(k, q);
-            const QString name = QStringLiteral("Bkq(%1,%2)").arg(k).arg(q);
-            COMPARE_NEAR(valueOf(report, QLatin1Char('|') + name + QLatin1Char('|')),
+            const QString name = QString("Bkq(%1,%2)").arg(k).arg(q);
+            COMPARE_NEAR(valueOf(report, '|' + name + '|'),
                          std::hypot(expected.real, expected.imag), 0.0051);
-            COMPARE_NEAR(valueOf(report, QLatin1Char(' ') + name), expected.real, 0.0051);
+            COMPARE_NEAR(valueOf(report, ' ' + name), expected.real, 0.0051);
         }
     }
 }
@@ -253,108 +199,83 @@ void TestIntensityReport::crystalFieldIsThatOfItsOwnCalculation()
 void TestIntensityReport::columnsOfTwoDigitAtomsAreAligned()
 {
     const QString report = finished(12, allSections())->createOutFile(QString());
-    for (const QString &start :
-         {QStringLiteral("|Y(3,1,"), QStringLiteral("|GAMA(7,2,"), QStringLiteral("|gama(1,0,"),
-          QStringLiteral(" g("), QStringLiteral("     ro("), QStringLiteral("     beta(")}) {
-        int length = 0;
-        int rows = 0;
-        for (const QString &line : report.split(QLatin1Char('\n'))) {
-            if (!line.startsWith(start))
-                continue;
-            length = rows == 0 ? line.size() : length;
-            QCOMPARE(line.size(), length);
-            ++rows;
+    for (const char *start :
+         {"|Y(3,1,", "|GAMA(7,2,", "|gama(1,0,", " g(", "     ro(", "     beta("}) {
+        QVector<int> lengths;
+        for (const QString &line : report.split('\n')) {
+            if (line.startsWith(start))
+                lengths.append(line.size());
         }
-        QVERIFY2(rows == 12, qPrintable(start));
+        QCOMPARE(lengths.size(), 12);
+        QCOMPARE(lengths.count(lengths.first()), 12);
     }
-    QVERIFY(report.contains(QStringLiteral(" g(9)  = ")));
-    QVERIFY(report.contains(QStringLiteral(" g(13) = ")));
+    QVERIFY(report.contains(" g(9)  = ") && report.contains(" g(13) = "));
 }
 
 void TestIntensityReport::indicesSetAfterTheCalculation()
 {
     // The caller of an output without force constants computes g and alpha on its own.
     const auto reference = finishedQDC();
-    const QString expected = reference->createOutFile(QString());
     LanqorOmega omega(nullptr, 0, output(), QString());
     QVector<double> g;
     QVector<double> alpha;
-    QVector<double> charges;
     for (int atom = 0; atom <= 9; ++atom) {
         g.append(reference->getChargeFactor(atom));
         alpha.append(reference->getAlpha(atom));
-        charges.append(g.last() / 1.5);
     }
     setChargeFactorAndAlpha(omega, g, alpha);
     omega.setParametersQDC(1.5, 0.06, 0.4);
-    OmegaPrintingOptions options;
-    options.printOmega = true;
-    omega.setOmegaPrintingOptions(options);
     QVERIFY(omega.calcOmega());
-    const QString table = QStringLiteral(" Atomic Charges (au) ");
+    const QString table = " Atomic Charges (au) ";
     QVERIFY(!omega.createOutFile(QString()).contains(table)); // there are none
-    omega.setAtomicCharges(charges);
+    omega.setAtomicCharges({0, 0, 0.66, 0.69, 0.72, 0.75, 0.78, 0.81, 0.84, 0.87});
     omega.setSuperDeslocalizability({0, 0, 28, 27, 26, 25, 24, 23, 22, 21});
     QVERIFY(omega.createOutFile(QString()).contains(table));
-    QVERIFY(expected.contains(table));
     omega.setSuperDeslocalizability({0, 0, 28, 27, 26, 25, 24, 23, 22, 20});
     QVERIFY(omega.createOutFile(QString()).isEmpty());
 }
 
 void TestIntensityReport::groupsThatCannotBeUsed()
 {
-    OmegaPrintingOptions options;
-    options.printAradPartition = true;
-    const auto omega = finished(3, options);
-    omega->setLigandAtomsByLigandVector({QStringLiteral("A 2 9")});
+    const auto omega = finished(3, allSections());
+    omega->setLigandAtomsByLigandVector({"A 2 9"});
     MessageSpy spy(*omega);
     const QString report = omega->createOutFile(QString()); // the other tables are not lost
-    QVERIFY(report.contains(QStringLiteral("\"9\"")));
-    QVERIFY(report.contains(QStringLiteral("Chemical Partition by Atom (s^-1)")));
-    QVERIFY(spy.contains(QStringLiteral("\"9\"")));
+    QVERIFY(report.contains("\"9\"") && report.contains("Chemical Partition by Atom (s^-1)"));
+    QVERIFY(spy.contains("\"9\""));
 }
 
-void TestIntensityReport::citations()
+void TestIntensityReport::citationsAndWriting()
 {
-    LanqorInputData data(nullptr, output());
-    QVERIFY(data.readMopacOutFile(false));
-    const QString mopac = data.getMopacCitation();
-    const auto omega = finishedQDC();
-    QCOMPARE(omega->getMopacCitation(), mopac);
-    const QString heading =
-        QStringLiteral("      Required Citations for this Calculation         \n");
-    QVERIFY(omega->createOutFile(QString()).contains(heading));
-    for (const QString &own : {QStringLiteral("own paper"), mopac + QStringLiteral("own paper")}) {
+    const QByteArray cited =
+        " Cite this work as: paper of the program\n " + QByteArray(80, '*') + '\n';
+    const auto omega =
+        finishedQDC(testSupport::scratchFile("cited.out", cited + testSupport::readAll(output())));
+    const QString mopac = omega->getMopacCitation();
+    QVERIFY(mopac.endsWith("paper of the program"));
+    for (const QString &own : {QString(), QString("own paper"), mopac + "own paper"}) {
         omega->setRequiredCitations(own);
         const QString report = omega->createOutFile(QString());
-        QCOMPARE(report.count(QStringLiteral("own paper")), 1);
-        QVERIFY(!report.contains(heading)); // the caller's text has one
-        if (!mopac.isEmpty())
-            QCOMPARE(report.count(mopac), 1);
+        QCOMPARE(report.count("own paper"), own.isEmpty() ? 0 : 1);
+        QCOMPARE(report.count(mopac), 1);
+        QCOMPARE(report.contains("Required Citations"), own.isEmpty()); // the caller's has its own
     }
-}
-
-void TestIntensityReport::writing()
-{
-    const auto omega = finished(4, allSections());
-    const QString file = testSupport::scratchFile(QStringLiteral("written.txt"), "old text");
+    const QString file = testSupport::scratchFile("written.txt", "old text");
     const QString report = omega->createOutFile(file);
     QCOMPARE(QString::fromUtf8(testSupport::readAll(file)), report);
     MessageSpy spy(*omega);
-    QVERIFY(omega->createOutFile(QStringLiteral("/no/such/folder/report.txt")).isEmpty());
+    QVERIFY(omega->createOutFile("/no/such/folder/report.txt").isEmpty());
     QCOMPARE(spy.messages, QStringList(omega->getLastError()));
-    QVERIFY(omega->getLastError().contains(QStringLiteral("/no/such/folder/report.txt")));
-    QVERIFY(omega->getOmega(2) > 0.0);
+    QVERIFY(omega->getLastError().contains("/no/such/folder/report.txt"));
 }
 
 void TestIntensityReport::readBack()
 {
-    const QString report = testSupport::scratchFile(QStringLiteral("fit.txt"), QByteArray());
+    const QString report = testSupport::scratchFile("fit.txt", QByteArray());
     const auto omega = finishedQDC();
     QVERIFY(!omega->createOutFile(report).isEmpty());
     QByteArray crlf = testSupport::readAll(report).replace("\n", "\r\n");
-    for (const QString &file :
-         {report, testSupport::scratchFile(QStringLiteral("fit_crlf.txt"), crlf)}) {
+    for (const QString &file : {report, testSupport::scratchFile("fit_crlf.txt", crlf)}) {
         LanqorOmega again(nullptr, 0, output(), file);
         QCOMPARE(again.getLastError(), QString());
         QCOMPARE(again.getCoordNumber(), 8);
@@ -362,10 +283,7 @@ void TestIntensityReport::readBack()
             COMPARE_NEAR(again.getOmega(lambda) * 1e20, omega->getOmega(lambda) * 1e20, 2e-3);
             COMPARE_NEAR(again.getOmegaED(lambda) * 1e20, omega->getOmegaED(lambda) * 1e20, 2e-3);
         }
-        for (int atom = 2; atom <= 9; ++atom) {
-            COMPARE_NEAR(again.getChargeFactor(atom), omega->getChargeFactor(atom), 5.1e-5);
-            COMPARE_NEAR(again.getAlpha(atom) * 1e24, omega->getAlpha(atom) * 1e24, 5.1e-5);
-        }
+        COMPARE_NEAR(again.getAlpha(9) * 1e24, omega->getAlpha(9) * 1e24, 5.1e-5);
     }
     // N is the number of rows, whatever was counted.
     LanqorOmega five(nullptr, 0, output(), QString());
@@ -383,23 +301,17 @@ void TestIntensityReport::reportsThatAreRefused_data()
     QTest::addColumn<QByteArray>("from"); // text of the report that is replaced
     QTest::addColumn<QByteArray>("to");
     QTest::addColumn<QString>("reason");
-    QTest::newRow("no charge factors") << QByteArray(" Charge Factors ") << QByteArray(" Nothing ")
-                                       << QStringLiteral("no section");
-    QTest::newRow("a row is missing")
-        << QByteArray(" g(4) ") << QByteArray(" x(4) ") << QStringLiteral("damaged");
-    QTest::newRow("rows out of order")
-        << QByteArray(" g(4) ") << QByteArray(" g(5) ") << QStringLiteral("damaged");
-    QTest::newRow("no first row") << QByteArray(" g(2) ") << QByteArray(" x(2) ")
-                                  << QStringLiteral("damaged");
-    QTest::newRow("cut in the rows") << QByteArray() << QByteArray() << QStringLiteral("damaged");
-    QTest::newRow("no number") << QByteArray(" alpha(3)  =   2.0200")
-                               << QByteArray(" alpha(3)  =   ******") << QStringLiteral("damaged");
-    QTest::newRow("other charge factor")
-        << QByteArray("g(2)  =   0.9900") << QByteArray("g(2)  =   1.9900")
-        << QStringLiteral("another geometry");
-    QTest::newRow("other omega") << QByteArray("omega(6) =    0.40")
-                                 << QByteArray("omega(6) =    0.44")
-                                 << QStringLiteral("another geometry");
+    const auto row = [](const char *name, const char *from, const char *to, const char *reason) {
+        QTest::newRow(name) << QByteArray(from) << QByteArray(to) << reason;
+    };
+    row("no charge factors", " Charge Factors ", " Nothing ", "no section");
+    row("a row is missing", " g(4) ", " x(4) ", "damaged");
+    row("rows out of order", " g(4) ", " g(5) ", "damaged");
+    row("no first row", " g(2) ", " x(2) ", "damaged");
+    row("cut in the rows", "", "", "damaged");
+    row("no number", " alpha(3)  =   2.0200", " alpha(3)  =   ******", "damaged");
+    row("other charge factor", "g(2)  =   0.9900", "g(2)  =   1.9900", "another geometry");
+    row("other omega", "omega(6) =    0.40", "omega(6) =    0.44", "another geometry");
 }
 
 void TestIntensityReport::reportsThatAreRefused()
@@ -413,19 +325,18 @@ void TestIntensityReport::reportsThatAreRefused()
         text.truncate(text.indexOf(" g(6)"));
     else
         text.replace(from, to);
-    const QString file = testSupport::scratchFile(QStringLiteral("refused.txt"), text);
+    const QString file = testSupport::scratchFile("refused.txt", text);
     LanqorOmega omega(nullptr, 0, output(), file);
     QVERIFY2(omega.getLastError().contains(reason), qPrintable(omega.getLastError()));
     QVERIFY(omega.getLastError().contains(file));
-    for (const int lambda : {2, 4, 6})
-        QCOMPARE(omega.getOmega(lambda), 0.0);
+    QCOMPARE(omega.getOmega(2), 0.0);
     QCOMPARE(omega.getChargeFactor(2), 0.0);
     QVERIFY(!omega.calcOmega()); // nothing of the report stays
 }
 
 void TestIntensityReport::damagedReports()
 {
-    OmegaPrintingOptions options;
+    Options options;
     options.printChargeFactors = true;
     options.printOmega = true;
     const auto original = finishedQDC();
@@ -434,8 +345,7 @@ void TestIntensityReport::damagedReports()
     int accepted = 0;
     testSupport::damageFile(text, 100, 400, [&](const QString &path) {
         LanqorOmega omega(nullptr, 0, output(), path);
-        if (omega.getOmega(2) > 0.0)
-            ++accepted;
+        accepted += omega.getOmega(2) > 0.0 ? 1 : 0;
         QCOMPARE(omega.getOmega(2) > 0.0, omega.getLastError().isEmpty());
     });
     QVERIFY(accepted > 0);

@@ -7,57 +7,6 @@ using namespace simpleOverlapModel;
 
 namespace {
 
-/// Omega(lambda) without harmonics: by the addition theorem the sum over p is a Legendre
-/// polynomial of the angle between two atoms at the ion.
-struct LegendreForm
-{
-    double value = 0.0;
-    double absolute = 0.0; ///< sum of the absolute pair terms
-};
-
-double legendrePolynomial(int t, double x)
-{
-    double before = 1.0;
-    double current = x;
-    for (int n = 2; n <= t; ++n) {
-        const double next = ((2 * n - 1) * x * current - (n - 1) * before) / n;
-        before = current;
-        current = next;
-    }
-    return current;
-}
-
-LegendreForm legendreOmega(const QVector<Coord> &atoms, const QVector<double> &g,
-                           const QVector<double> &alpha, int lambda)
-{
-    const QVector<CoordSPH> positions = testSpheres::toSpherical(atoms);
-    double minimum = 1e4;
-    for (int j = 1; j < positions.size(); ++j)
-        minimum = std::min(minimum, positions.at(j).r);
-    LegendreForm omega;
-    for (int t = lambda - 1; t <= lambda + 1; t += 2) {
-        QVector<double> amplitude;
-        for (int j = 1; j < positions.size(); ++j) {
-            const plainOmega::Weights w = plainOmega::weights(lambda, t, positions.at(j), minimum,
-                                                              g.at(j + 1), alpha.at(j + 1));
-            amplitude.append((w.ed + w.dc) / std::sqrt(4.0 * M_PI / (2 * t + 1)));
-        }
-        for (int i = 1; i < atoms.size(); ++i) {
-            for (int j = 1; j < atoms.size(); ++j) {
-                const Coord &a = atoms.at(i);
-                const Coord &b = atoms.at(j);
-                const double cosine =
-                    (a.x * b.x + a.y * b.y + a.z * b.z) / (positions.at(i).r * positions.at(j).r);
-                const double term = (2 * lambda + 1.0) / (2 * t + 1) * amplitude.at(i - 1) *
-                                    amplitude.at(j - 1) * legendrePolynomial(t, cosine);
-                omega.value += term;
-                omega.absolute += std::abs(term);
-            }
-        }
-    }
-    return omega;
-}
-
 IntensityParameters kernelOmega(const QVector<Coord> &atoms, const QVector<double> &g,
                                 const QVector<double> &alpha)
 {
@@ -91,10 +40,8 @@ private Q_SLOTS:
     void plainSums();
     void laws();
     void overlapsByElement();
-    void atomsOfTheSphereAreChecked();
     void latticeTermsOfEachAtom();
     void axialCrystalField();
-    void crystalFieldSymmetry();
 };
 
 void TestOverlapModel::harmonicsAreThoseOfTheLiterature()
@@ -131,8 +78,6 @@ void TestOverlapModel::plainSums_data()
     QTest::addColumn<int>("atomCount");
     QTest::addColumn<double>("asymmetry"); // Angstrom; 0: random directions
     QTest::newRow("one atom") << 1 << 0.0;
-    QTest::newRow("three atoms") << 3 << 0.0;
-    QTest::newRow("nine atoms") << 9 << 0.0;
     QTest::newRow("twelve atoms") << 12 << 0.0;
     QTest::newRow("nearly centrosymmetric") << 6 << 1e-3;
     QTest::newRow("centrosymmetric to the last digits") << 6 << 1e-9;
@@ -154,14 +99,21 @@ void TestOverlapModel::plainSums()
             alpha.fill(2e-24);
         }
         const IntensityParameters fast = kernelOmega(atoms, g, alpha);
-        const plainOmega::Result plain =
-            plainOmega::omega(testSpheres::toSpherical(atoms), g, alpha);
+        const QVector<CoordSPH> positions = testSpheres::toSpherical(atoms);
+        const plainOmega::Result plain = plainOmega::omega(positions, g, alpha);
         for (const int lambda : {2, 4, 6}) {
             const auto rank = static_cast<std::size_t>(lambda);
-            const LegendreForm legendre = legendreOmega(atoms, g, alpha, lambda);
-            const double tolerance = 1e-12 * legendre.absolute;
+            plainOmega::PairTerm sum;
+            for (int i = 2; i <= atomCount + 1; ++i) {
+                for (int j = 2; j <= atomCount + 1; ++j) {
+                    const auto term = plainOmega::legendreTerm(positions, g, alpha, lambda, i, j);
+                    sum.value += term.value;
+                    sum.absolute += term.absolute;
+                }
+            }
+            const double tolerance = 1e-12 * sum.absolute;
             COMPARE_NEAR(fast.total[rank], plain.total[rank], tolerance);
-            COMPARE_NEAR(fast.total[rank], legendre.value, tolerance);
+            COMPARE_NEAR(fast.total[rank], sum.value, tolerance);
             COMPARE_NEAR(fast.electricDipole[rank], plain.ed[rank], tolerance);
             COMPARE_NEAR(fast.dynamicCoupling[rank], plain.dc[rank], tolerance);
         }
@@ -184,7 +136,6 @@ void TestOverlapModel::laws()
     const IntensityParameters reversed = kernelOmega(atoms, scaled(g, -1.0), scaled(alpha, -1.0));
     const IntensityParameters opposed = kernelOmega(atoms, scaled(g, -1.0), alpha);
     const IntensityParameters stronger = kernelOmega(atoms, scaled(g, 3.0), scaled(alpha, 0.5));
-    const IntensityParameters inverted = kernelOmega(testSpheres::octahedron(2.4), g, alpha);
     for (const std::size_t lambda : {2U, 4U, 6U}) {
         const double scale = omega.total[lambda];
         COMPARE_NEAR(turned.total[lambda], scale, 1e-12 * scale);
@@ -197,7 +148,6 @@ void TestOverlapModel::laws()
         COMPARE_NEAR(omega.total[lambda] + opposed.total[lambda],
                      2.0 * (omega.electricDipole[lambda] + omega.dynamicCoupling[lambda]),
                      1e-12 * scale);
-        QVERIFY(inverted.total[lambda] > 0.0); // unequal ligands break the symmetry
     }
     const QVector<double> equal(8, 1.0);
     const IntensityParameters centrosymmetric =
@@ -223,20 +173,6 @@ void TestOverlapModel::overlapsByElement()
     }
 }
 
-void TestOverlapModel::atomsOfTheSphereAreChecked()
-{
-    QVector<CoordSPH> positions = testSpheres::toSpherical(testSpheres::octahedron(2.4));
-    QVERIFY(sphereError(positions, 6).isEmpty());
-    QVERIFY(!sphereError(positions, 0).isEmpty());
-    QVERIFY(!sphereError(positions, 7).isEmpty());
-    QVERIFY(!sphereError({}, 1).isEmpty());
-    for (const double distance : {0.0, 1e-9, std::nan("")}) {
-        positions[3].r = distance;
-        QVERIFY(sphereError(positions, 6).contains(QStringLiteral("Atom 4 (O)")));
-        QVERIFY(sphereError(positions, 2).isEmpty()); // atom 4 takes no part
-    }
-}
-
 void TestOverlapModel::latticeTermsOfEachAtom()
 {
     std::mt19937 random(9);
@@ -244,14 +180,13 @@ void TestOverlapModel::latticeTermsOfEachAtom()
         testSpheres::toSpherical(testSpheres::randomSphere(random, 3));
     const CoordinationSphere sphere(positions, 3);
     for (int t = 1; t <= 7; t += 2) {
+        const double scale = std::pow(positions.at(2).r * 1e-8, -(t + 1));
         for (int p = -t; p <= t; ++p) {
             const Complex y = plainOmega::harmonic(t, std::abs(p), positions.at(2));
             const Complex conjugate = p >= 0 ? std::conj(y) : (p % 2 ? -1.0 : 1.0) * y;
-            const Complex dynamic = std::sqrt(4 * M_PI / (2 * t + 1)) * 3e-24 * conjugate /
-                                    std::pow(positions.at(2).r * 1e-8, t + 1);
+            const Complex dynamic = std::sqrt(4 * M_PI / (2 * t + 1)) * 3e-24 * conjugate * scale;
             const Complex electric = 2.307077352370616e-19 * sphere.rho(3) *
                                      std::pow(2 * sphere.beta(3), t + 1) * 0.7 / 3e-24 * dynamic;
-            const double scale = std::pow(positions.at(2).r * 1e-8, -(t + 1));
             QVERIFY(std::abs(sphere.GAMMA(t, p, 3, 3e-24) - dynamic) < 1e-36 * scale);
             QVERIFY(std::abs(sphere.gamma(t, p, 3, 0.7) - electric) < 1e-30 * scale);
         }
@@ -279,31 +214,6 @@ void TestOverlapModel::axialCrystalField()
         COMPARE_NEAR(value.imag(), 0.0, 1e-9);
         for (int q = 1; q <= k; ++q)
             COMPARE_NEAR(std::abs(sphere.crystalField(k, q, 2, 0.8, ro0)), 0.0, 1e-9);
-    }
-}
-
-void TestOverlapModel::crystalFieldSymmetry()
-{
-    std::mt19937 random(3);
-    const QVector<Coord> atoms = testSpheres::randomSphere(random, 5);
-    const CoordinationSphere sphere(testSpheres::toSpherical(atoms), 5);
-    const CoordinationSphere turned(testSpheres::toSpherical(rotated(atoms, 1.3, 0.4)), 5);
-    const auto sum = [](const CoordinationSphere &s, int k, int q) {
-        Complex total;
-        for (int j = 2; j <= 6; ++j)
-            total += s.crystalField(k, q, j, 0.3 * j, 0.05);
-        return total;
-    };
-    for (int k = 2; k <= 6; k += 2) {
-        double norm = 0.0;
-        double turnedNorm = 0.0;
-        for (int q = -k; q <= k; ++q) {
-            norm += std::norm(sum(sphere, k, q));
-            turnedNorm += std::norm(sum(turned, k, q));
-            const Complex mirror = (q % 2 ? -1.0 : 1.0) * std::conj(sum(sphere, k, -q));
-            QVERIFY(std::abs(sum(sphere, k, q) - mirror) < 1e-9); // the field is Hermitian
-        }
-        COMPARE_NEAR(turnedNorm / norm, 1.0, 1e-12);
     }
 }
 
