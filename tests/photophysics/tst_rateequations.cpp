@@ -4,7 +4,6 @@
 #include <QtTest>
 
 #include <cmath>
-#include <map>
 
 using rateEquations::Scheme;
 using transferRates::Tables;
@@ -17,11 +16,8 @@ class TestRateEquations : public QObject
 private Q_SLOTS:
     void populations_data();
     void populations();
-    void columnsSumToZero();
     void closedChannelsLeaveTheIonDark();
     void tripletToEmitterAlone();
-    void fastTransferReachesTheEfficiency();
-    void fastBackTransfer();
 };
 
 namespace {
@@ -140,7 +136,7 @@ void TestRateEquations::populations_data()
     QTest::addColumn<int>("states");
     QTest::addColumn<double>("backFraction");
     for (const int states : {6, 7, 8})
-        for (const double backFraction : {0.0, 1e-6, 0.2, 1e4})
+        for (const double backFraction : {0.0, 1e-6, 0.2, 1e4, 1e12})
             QTest::addRow("%d states, back-transfer %g", states, backFraction)
                 << states << backFraction;
 }
@@ -159,7 +155,7 @@ void TestRateEquations::populations()
     COMPARE_NEAR(x.sum(), 1.0, 1e-14);
     for (Eigen::Index i = 0; i < x.size(); ++i) {
         const double value = expected[static_cast<std::size_t>(i)];
-        QVERIFY2(x[i] > 0.0 && std::abs(x[i] / value - 1.0) < 1e-7,
+        QVERIFY2(x[i] > 0.0 && std::abs(x[i] / value - 1.0) < 1e-9,
                  qPrintable(QStringLiteral("state %1: got %2, expected %3")
                                 .arg(i)
                                 .arg(x[i], 0, 'g', 17)
@@ -167,25 +163,16 @@ void TestRateEquations::populations()
     }
 }
 
-void TestRateEquations::columnsSumToZero()
-{
-    for (const int states : {6, 7, 8}) {
-        const Eigen::MatrixXd A =
-            rateEquations::rateMatrix(schemeOf(states), variedTables(0.1), 1500.0);
-        for (Eigen::Index i = 0; i < A.cols(); ++i)
-            COMPARE_NEAR(A.col(i).sum() / A(i, i), 0.0, 1e-15);
-    }
-}
-
 void TestRateEquations::closedChannelsLeaveTheIonDark()
 {
-    for (const int states : {6, 7, 8}) {
-        const Scheme &scheme = schemeOf(states);
-        for (const State level : {Level5D4, Level5D1, Level5D0})
-            QCOMPARE(perGroundState(scheme, Tables(), 1500.0, level), 0.0);
-        COMPARE_NEAR(perGroundState(scheme, Tables(), 1500.0, S1),
-                     1e4 / (states == 7 ? 2.01e8 : 1.01e8), 1e-18);
-    }
+    for (const int states : {6, 7, 8})
+        for (double decay = 10.0; decay < 5000.0; decay *= 1.07) {
+            const Scheme &scheme = schemeOf(states);
+            for (const State level : {Level5D4, Level5D1, Level5D0})
+                QCOMPARE(perGroundState(scheme, Tables(), decay, level), 0.0);
+            COMPARE_NEAR(perGroundState(scheme, Tables(), decay, S1),
+                         1e4 / (states == 7 ? 2.01e8 : 1.01e8), 1e-18);
+        }
 }
 
 void TestRateEquations::tripletToEmitterAlone()
@@ -202,31 +189,6 @@ void TestRateEquations::tripletToEmitterAlone()
     const double expected = W * triplet / (b + decay);
     for (const Scheme *scheme : {&rateEquations::sixStates(), &rateEquations::eightStates()})
         COMPARE_NEAR(perGroundState(*scheme, tables, decay, Level5D0) / expected, 1.0, 1e-12);
-}
-
-void TestRateEquations::fastTransferReachesTheEfficiency()
-{
-    // All excitations reach 5D0: phi N(S0) = decay N(5D0).
-    Tables tables;
-    tables.exchangeForwardRates[4] = 1e18;
-    COMPARE_NEAR(perGroundState(rateEquations::sixStates(), tables, 1500.0, Level5D0) * 1500.0, 1e4,
-                 1e-5);
-    tables.exchangeForwardRates[4] = 1e9;
-    QVERIFY(perGroundState(rateEquations::sixStates(), tables, 1500.0, Level5D0) * 1500.0 < 1e4);
-}
-
-void TestRateEquations::fastBackTransfer()
-{
-    // A triplet far below 5D4: the return is faster than any other step by many orders.
-    Tables tables;
-    tables.forwardRates[0] = 1e7;
-    tables.backwardRates[0] = 1e22;
-    tables.exchangeForwardRates[14] = 1e8;
-    const std::vector<double> expected = stationary(sixByHand(tables));
-    const Eigen::VectorXd x = rateEquations::steadyState(
-        rateEquations::rateMatrix(rateEquations::sixStates(), tables, 1500.0));
-    for (Eigen::Index i = 0; i < x.size(); ++i)
-        COMPARE_NEAR(x[i] / expected[static_cast<std::size_t>(i)], 1.0, 1e-7);
 }
 
 QTEST_GUILESS_MAIN(TestRateEquations)
