@@ -30,13 +30,12 @@ inline QVector<CoordSPH> sphereOf(const QString &mopacOutput)
 }
 
 /// A fixture, or a file of the corpus, or empty.
-inline QString mopacFile(const QString &name)
+inline QString mopacFile(const char *name)
 {
-    const QString fixture = testSupport::dataFile(QStringLiteral("mopac/") + name);
-    if (QFileInfo::exists(fixture))
-        return fixture;
-    return testSupport::corpusFile(
-        name.contains(QLatin1Char('/')) ? name : QStringLiteral("mopac/") + name);
+    const QString file = QString::fromLatin1(name);
+    const QString path = file.contains(QLatin1Char('/')) ? file : QStringLiteral("mopac/") + file;
+    const QString fixture = testSupport::dataFile(path);
+    return QFileInfo::exists(fixture) ? fixture : testSupport::corpusFile(path);
 }
 
 /// What a MOPAC output must hold to be read: the geometry, at the start and at the end.
