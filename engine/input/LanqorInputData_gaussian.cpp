@@ -2,14 +2,13 @@
 
 #include "core/physicalConstants_p.h"
 #include "input/excitedStates_p.h"
+#include "input/gaussianOrbitalTable_p.h"
 #include "input/lineReader_p.h"
-#include "input/orbitalTable_p.h"
+#include "input/readerLimits_p.h"
 #include "input/textFields_p.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
-#include <vector>
 
 namespace {
 
@@ -46,9 +45,6 @@ private:
     void keepList(StateList &next);
     bool ownsOrbitals() const;
     void readOrbitals();
-    bool readOrbitalBlockHead(OrbitalTable &table);
-    bool readOrbitalRow(std::string_view line, OrbitalTable &table);
-    bool addLabel(std::string_view rowText, OrbitalTable &table);
 
     LineReader &reader;
     OrbitalReading orbitalReading;
@@ -57,9 +53,6 @@ private:
     bool isLatest = true;         // neither another list nor another job since the list
     bool hasSameStructure = true; // the last geometry is that of the list
     Fields fields;
-    std::vector<double> values;
-    int rowNumber = 0;
-    int rowAtom = 0;
 };
 
 /// True when a rigid motion may turn one structure into the other: all distances from the first
@@ -84,22 +77,19 @@ bool isSameStructure(const QVector<Coord> &a, const QVector<Coord> &b)
     return true;
 }
 
+/// The columns are the same under every orientation.
+bool isGeometryHeading(std::string_view text)
+{
+    return textFields::contains(text, "Coordinates (Angstroms)");
+}
+
 /// "SavETr:" ends a list from Gaussian 09 on; older versions go straight to the next part.
 bool isListEnd(std::string_view text)
 {
     return textFields::startsWith(text, "SavETr:") || textFields::startsWith(text, "Leave Link") ||
            textFields::startsWith(text, "*****") ||
            textFields::startsWith(text, "Population analysis") ||
-           textFields::startsWith(text, "Normal termination");
-}
-
-/// The density matrix, whose rows look like those of the coefficients, or the beta orbitals.
-bool isOrbitalTableEnd(std::string_view text)
-{
-    return text.empty() || textFields::contains(text, "Density Matrix") ||
-           textFields::contains(text, "DENSITY MATRIX") ||
-           textFields::contains(text, "Orbital Coefficients") ||
-           textFields::contains(text, "opulation");
+           textFields::startsWith(text, "Normal termination") || isGeometryHeading(text);
 }
 
 StateList GaussianParser::parse()
@@ -108,11 +98,11 @@ StateList GaussianParser::parse()
         const std::string_view text = textFields::trimmed(reader.line());
         if (text.empty() || text.front() < 'A' || text.front() > 'Z')
             continue;
-        if (textFields::contains(text, "Coordinates (Angstroms)"))
+        if (isGeometryHeading(text))
             readGeometry();
         else if (textFields::startsWith(text, "Excitation energies"))
             readStates();
-        else if (textFields::contains(text, "Molecular Orbital Coefficients"))
+        else if (GaussianOrbitalTable::isHeading(text))
             readOrbitals();
         else if (textFields::startsWith(text, "Normal termination of Gaussian") ||
                  textFields::startsWith(text, "Entering Link 1"))
@@ -147,7 +137,7 @@ void GaussianParser::readGeometry()
         }
         int atomicNumber = 0;
         double position[3] = {};
-        ok = fields.size() >= 5 && textFields::toInt(fields[0]) == number;
+        ok = fields.size() >= 5 && number <= maximumAtoms && textFields::toInt(fields[0]) == number;
         if (ok)
             atomicNumber = textFields::toInt(fields[1], &ok);
         for (std::size_t i = 0; ok && i < 3; ++i)
@@ -241,87 +231,9 @@ void GaussianParser::readOrbitals()
 {
     if (orbitalReading == OrbitalReading::Skip || !ownsOrbitals())
         return;
-    OrbitalTable table;
-    while (readOrbitalBlockHead(table)) {
-        rowNumber = 0;
-        while (reader.next() && readOrbitalRow(reader.line(), table))
-            ++rowNumber;
-        reader.unread();
-    }
-    const bool isWhole =
-        reader.next() && isOrbitalTableEnd(textFields::trimmed(reader.line())) && table.finish();
-    reader.unread();
-    list.data.hasOrbitals = isWhole;
+    GaussianOrbitalTable table;
+    list.data.hasOrbitals = table.read(reader);
     list.data.orbitals = table.takeOrbitals();
-}
-
-/// Orbital numbers, occupations (not in every table), energies.
-bool GaussianParser::readOrbitalBlockHead(OrbitalTable &table)
-{
-    if (!reader.next())
-        return false;
-    textFields::split(reader.line(), fields);
-    std::vector<int> indices = textFields::toInts(fields);
-    for (int &index : indices)
-        index = index > 0 ? index - 1 : -1;
-    if (indices.empty() || !table.startBlock(indices)) {
-        reader.unread();
-        return false;
-    }
-    constexpr int furtherLines = 2;
-    for (int i = 0; i < furtherLines && reader.next(); ++i) {
-        const std::string_view text = textFields::trimmed(reader.line());
-        if (textFields::startsWith(text, "Eigenvalues --") ||
-            textFields::startsWith(text, "EIGENVALUES --"))
-            return true;
-    }
-    return false;
-}
-
-/// "   1 1   C  1S          0.00001   0.46721  -0.05659 ...": labels may hold blanks ("9D 0") and
-/// columns may touch, so that only the columns tell where the coefficients are.
-bool GaussianParser::readOrbitalRow(std::string_view line, OrbitalTable &table)
-{
-    constexpr std::size_t firstColumn = 21;
-    constexpr std::size_t columnWidth = 10;
-    if (line.size() < firstColumn + columnWidth * table.columns())
-        return false;
-    const std::string_view rowText = line.substr(0, firstColumn);
-    if (table.isFirstBlock() ? !addLabel(rowText, table) : !table.expectsRow(rowText))
-        return false;
-    values.resize(table.columns());
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        bool ok = false;
-        values[i] =
-            textFields::toDouble(line.substr(firstColumn + i * columnWidth, columnWidth), &ok);
-        if (!ok) // "**********"
-            values[i] = std::numeric_limits<double>::quiet_NaN();
-    }
-    table.addCoefficients(values);
-    return true;
-}
-
-/// Number of the atomic orbital, then, in the first row of an atom, its number and element, then
-/// the label.
-bool GaussianParser::addLabel(std::string_view rowText, OrbitalTable &table)
-{
-    textFields::split(rowText, fields);
-    if (fields.size() < 2 || textFields::toInt(fields[0]) != rowNumber + 1)
-        return false;
-    std::size_t label = 1;
-    bool isAtomRow = false;
-    const int atom = textFields::toInt(fields[1], &isAtomRow);
-    if (isAtomRow && fields.size() >= 4) {
-        rowAtom = atom;
-        label = 3;
-    }
-    if (rowAtom < 1)
-        return false;
-    const char *labelBegin = fields[label].data();
-    table.addLabel(
-        rowText, rowAtom,
-        textFields::trimmed(rowText.substr(static_cast<std::size_t>(labelBegin - rowText.data()))));
-    return true;
 }
 
 } // namespace

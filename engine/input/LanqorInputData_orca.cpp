@@ -4,6 +4,7 @@
 #include "input/excitedStates_p.h"
 #include "input/lineReader_p.h"
 #include "input/orbitalTable_p.h"
+#include "input/readerLimits_p.h"
 #include "input/textFields_p.h"
 
 #include <QFileInfo>
@@ -163,7 +164,7 @@ void OrcaParser::readGeometry()
             return;
         }
         double position[3] = {};
-        ok = fields.size() == 4;
+        ok = fields.size() == 4 && atoms.size() < maximumAtoms;
         for (std::size_t i = 0; ok && i < 3; ++i)
             position[i] = textFields::toDouble(fields[i + 1], &ok);
         if (ok)
@@ -320,6 +321,7 @@ void OrcaParser::readExcitation(std::string_view text, StateTable &table)
         ++current.data.unreadableExcitations;
 }
 
+/// A heading of two lines between rules, then the rows, to a blank line or a rule.
 void OrcaParser::readSpectrum()
 {
     current.spectrum.clear();
@@ -327,13 +329,13 @@ void OrcaParser::readSpectrum()
     for (int rules = 0; reader.next();) {
         const std::string_view text = textFields::trimmed(reader.line());
         if (isRule(text)) {
-            if (++rules <= 2)
+            ++rules;
+            if (rules <= 2)
                 continue;
-            reader.unread();
-            break;
         }
-        if (rules == 2 && text.empty()) {
+        if (rules > 2 || (rules == 2 && text.empty())) {
             current.hasSpectrum = hasRows;
+            reader.unread();
             break;
         }
         if (rules == 2) {

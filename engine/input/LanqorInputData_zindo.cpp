@@ -3,6 +3,7 @@
 #include "input/excitedStates_p.h"
 #include "input/lineReader_p.h"
 #include "input/orbitalTable_p.h"
+#include "input/readerLimits_p.h"
 #include "input/textFields_p.h"
 
 #include <algorithm>
@@ -37,7 +38,7 @@ QString elementLabel(std::string_view text)
 /// number, charges, shell, element, coordinates. The element may be missing.
 bool parseAtom(const Fields &fields, int number, Coord &atom)
 {
-    if (fields.size() < 5 || textFields::toInt(fields[0]) != number)
+    if (fields.size() < 5 || number > maximumAtoms || textFields::toInt(fields[0]) != number)
         return false;
     double position[3] = {};
     bool ok = false;

@@ -1,51 +1,25 @@
 #include "photophysics/occupiedOrbitals_p.h"
 
-#include "input/lineReader_p.h"
-#include "input/textFields_p.h"
+#include "input/gaussianOrbitalTable_p.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
-#include <cctype>
+#include <cmath>
 
 using namespace textFields;
 
 namespace {
 
-// Rows are cut in columns: numbers of deep cores touch, and labels hold blanks ("9D 0").
-constexpr std::size_t prefixWidth = 21;
-constexpr std::size_t columnWidth = 10;
-
-/// More than any calculation that prints its orbitals; a damaged number asks for no memory.
-constexpr int maximumAtoms = 100000;
-
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
-bool isWholeNumber(std::string_view text)
-{
-    return !text.empty() && std::all_of(text.begin(), text.end(), isDigit);
-}
-
-std::string_view column(std::string_view line, std::size_t index)
-{
-    const std::size_t begin = prefixWidth + index * columnWidth;
-    return begin < line.size() ? line.substr(begin, columnWidth) : std::string_view();
-}
-
 /// S, PX, PY or PZ behind the number of the shell; -1 for other functions.
-int functionNumber(std::string_view label)
+int functionNumber(const QString &label)
 {
-    while (!label.empty() && isDigit(label.front()))
-        label.remove_prefix(1);
+    const auto begin = std::find_if(label.cbegin(), label.cend(), [](QChar c) {
+        return c < QLatin1Char('0') || c > QLatin1Char('9');
+    });
+    const QString name = label.mid(static_cast<int>(begin - label.cbegin()));
     for (int i = 0; i < atomicOrbitalCount; ++i) {
-        const std::string_view name = atomicOrbitalNames[i];
-        if (name.size() == label.size() &&
-            std::equal(name.begin(), name.end(), label.begin(), [](char a, char b) {
-                return std::toupper(static_cast<unsigned char>(a)) == b;
-            }))
+        if (name.compare(QLatin1String(atomicOrbitalNames[i]), Qt::CaseInsensitive) == 0)
             return i;
     }
     return -1;
@@ -71,22 +45,17 @@ public:
 private:
     void readElectrons();
     bool readTable();
-    bool readRow();
-    bool startBlock();
-    bool keepAtom();
+    void keepOrbitals(GaussianOrbitalTable &table);
     bool reportMissingOrbitals();
 
     QString fileName;
     LineReader lines;
     std::vector<OccupiedOrbital> &orbitals;
     QStringList &elements;
-    Fields fields;
 
     int alphaElectrons = 0;
     int betaElectrons = 0;
-    bool hasTable = false;
-    OrbitalColumns columns; // of the current block
-    int atom = 0;           // of the current row
+    int unreadableOrbital = 0; // number of the first one
 };
 
 bool GaussianOrbitalReader::read()
@@ -96,17 +65,10 @@ bool GaussianOrbitalReader::read()
         return false;
     }
     while (lines.next()) {
-        const std::string_view line = lines.line();
-        if (contains(line, "alpha electrons")) {
+        if (contains(lines.line(), "alpha electrons"))
             readElectrons();
-        } else if (startsWith(trimmed(line), "Molecular Orbital Coefficients") ||
-                   startsWith(trimmed(line), "Alpha Molecular Orbital Coefficients")) {
-            hasTable = true;
-            orbitals.clear();
-            elements = QStringList{QString()};
-            if (!readTable())
-                return false;
-        }
+        else if (GaussianOrbitalTable::isHeading(lines.line()) && !readTable())
+            return false;
     }
     return reportMissingOrbitals();
 }
@@ -114,6 +76,7 @@ bool GaussianOrbitalReader::read()
 /// "    8 alpha electrons        8 beta electrons"; the last line of this kind counts.
 void GaussianOrbitalReader::readElectrons()
 {
+    Fields fields;
     split(lines.line(), fields);
     alphaElectrons = toInt(fields.front());
     betaElectrons = fields.size() > 3 ? toInt(fields[3]) : -1;
@@ -121,80 +84,60 @@ void GaussianOrbitalReader::readElectrons()
 
 bool GaussianOrbitalReader::readTable()
 {
-    columns = {};
-    while (lines.next()) {
-        split(lines.line(), fields);
-        if (!fields.empty() && std::all_of(fields.begin(), fields.end(), isWholeNumber)) {
-            if (!startBlock())
-                break;
-        } else if (columns.count() == 0 || fields.size() < 3 || !isWholeNumber(fields[0])) {
-            lines.unread(); // the line that ends the table may head the next
-            return true;
-        } else if (!readRow()) {
-            break;
+    GaussianOrbitalTable table;
+    if (!table.read(lines)) {
+        lines.next();
+        error = tr("The table of molecular orbitals of the Gaussian output \"%1\" cannot be read "
+                   "at line %2.")
+                    .arg(fileName)
+                    .arg(lines.lineNumber());
+        return false;
+    }
+    elements = table.elements();
+    keepOrbitals(table);
+    return true;
+}
+
+/// Keeps the s and p functions of the occupied orbitals, up to the first that is missing.
+void GaussianOrbitalReader::keepOrbitals(GaussianOrbitalTable &table)
+{
+    orbitals.clear();
+    unreadableOrbital = 0;
+    const QVector<MolecularOrbital> printed = table.takeOrbitals();
+    std::vector<int> functions;
+    for (int i = 0; i < std::min(printed.size(), alphaElectrons); ++i) {
+        const MolecularOrbital &orbital = printed.at(i);
+        const double energy = table.orbitalEnergies()[static_cast<std::size_t>(i)];
+        const bool hasEnergy = !std::isnan(energy);
+        if (orbital.coefficients.isEmpty() || !hasEnergy) {
+            unreadableOrbital = hasEnergy == orbital.coefficients.isEmpty() ? i + 1 : 0;
+            return;
+        }
+        // All orbitals of a table have the same functions.
+        if (functions.empty()) {
+            for (const QString &label : orbital.atomicOrbitals)
+                functions.push_back(functionNumber(label));
+        }
+        orbitals.push_back({static_cast<float>(energy), {}});
+        for (int row = 0; row < orbital.coefficients.size(); ++row) {
+            const int function = functions[static_cast<std::size_t>(row)];
+            if (function >= 0) {
+                orbitals.back().entries.push_back(
+                    {orbital.atomNumbers.at(row), function,
+                     static_cast<float>(orbital.coefficients.at(row))});
+            }
         }
     }
-    error = tr("The table of molecular orbitals of the Gaussian output \"%1\" cannot be read at "
-               "line %2.")
-                .arg(fileName)
-                .arg(lines.lineNumber());
-    return false;
-}
-
-/// Orbital numbers, occupations or symmetries, and energies.
-bool GaussianOrbitalReader::startBlock()
-{
-    std::vector<int> numbers;
-    for (const std::string_view field : fields)
-        numbers.push_back(toInt(field));
-    if (!lines.next() || !lines.next() || !contains(lines.line(), "--"))
-        return false;
-    std::vector<float> energies;
-    bool ok = true;
-    for (std::size_t i = 0; i < numbers.size() && ok; ++i)
-        energies.push_back(static_cast<float>(toDouble(column(lines.line(), i), &ok)));
-    columns.start(orbitals, numbers, energies, alphaElectrons);
-    atom = 0;
-    return ok;
-}
-
-bool GaussianOrbitalReader::readRow()
-{
-    const std::string_view line = lines.line();
-    split(line.substr(0, prefixWidth), fields);
-    std::size_t label = 1;
-    if (fields.size() > 3 && isWholeNumber(fields[1])) {
-        if (!keepAtom())
-            return false;
-        label = 3;
-    }
-    if (atom == 0 || label >= fields.size())
-        return false;
-    const int function = functionNumber(fields[label]);
-    bool ok = true;
-    for (std::size_t i = 0; i < columns.count() && ok; ++i) {
-        const auto coefficient = static_cast<float>(toDouble(column(line, i), &ok));
-        if (function >= 0)
-            columns.add(i, {atom, function, coefficient});
-    }
-    return ok;
-}
-
-/// The first function of an atom tells its number and element; an atom may have no function.
-bool GaussianOrbitalReader::keepAtom()
-{
-    atom = toInt(fields[1]);
-    if (atom < 1 || atom > maximumAtoms)
-        return false;
-    while (elements.size() <= atom)
-        elements.append(QString());
-    elements[atom] = toString(fields[2]);
-    return true;
 }
 
 bool GaussianOrbitalReader::reportMissingOrbitals()
 {
-    if (!hasTable || orbitals.empty()) {
+    if (unreadableOrbital > 0) {
+        error =
+            tr("The Gaussian output \"%1\" prints orbital %2 with a number that cannot be read.")
+                .arg(fileName)
+                .arg(unreadableOrbital);
+    } else if (orbitals.empty()) {
         error = tr("The Gaussian output \"%1\" does not print its occupied molecular orbitals: run "
                    "the calculation with pop=full.")
                     .arg(fileName);

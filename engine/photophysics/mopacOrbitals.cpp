@@ -22,6 +22,44 @@ int functionNumber(std::string_view name)
                                             : static_cast<int>(found - std::begin(functionNames));
 }
 
+/// The columns of a block of an orbital table, each an orbital: those that are occupied and follow
+/// the orbitals kept so far without a gap are kept, the others read over.
+class OrbitalColumns
+{
+public:
+    /// Starts a block of orbitals of these @p numbers (from 1) and energies.
+    void start(std::vector<OccupiedOrbital> &orbitals, const std::vector<int> &numbers,
+               const std::vector<float> &energies, int occupied);
+    std::size_t count() const { return columns.size(); }
+    /// Adds to the orbital of @p column, if it is kept.
+    void add(std::size_t column, const OrbitalEntry &entry);
+
+private:
+    std::vector<OccupiedOrbital *> columns; // null for an orbital that is not kept
+};
+
+void OrbitalColumns::start(std::vector<OccupiedOrbital> &orbitals, const std::vector<int> &numbers,
+                           const std::vector<float> &energies, int occupied)
+{
+    columns.clear();
+    const std::size_t before = orbitals.size();
+    std::vector<bool> isKept;
+    for (std::size_t i = 0; i < numbers.size() && i < energies.size(); ++i) {
+        isKept.push_back(numbers[i] == int(orbitals.size()) + 1 && numbers[i] <= occupied);
+        if (isKept.back())
+            orbitals.push_back({energies[i], {}});
+    }
+    std::size_t next = before;
+    for (const bool kept : isKept)
+        columns.push_back(kept ? &orbitals[next++] : nullptr);
+}
+
+void OrbitalColumns::add(std::size_t column, const OrbitalEntry &entry)
+{
+    if (columns[column])
+        columns[column]->entries.push_back(entry);
+}
+
 class MopacOrbitalReader
 {
     Q_DECLARE_TR_FUNCTIONS(LanqorIndicesCalculation)

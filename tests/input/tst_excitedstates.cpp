@@ -302,6 +302,9 @@ private Q_SLOTS:
         moved.replace(gaussian.lastIndexOf("2.000000"), 8, "2.500000");
         row("gaussian, orbitals of another structure", moved, readGaussian, gaussianOrbitals, 0, 3,
             2);
+        row("gaussian, alpha orbitals damaged: no beta ones instead",
+            replaced(readAll(dataFile(gaussianUnrestricted)), "1.00000   0.60000", "x.00000   0.6"),
+            readGaussian, gaussianOrbitals, 0, 0, 1);
         row("zindo, no orbitals", replaced(zindo, "RHF/ROHF - MOs follow", "UHF"), readZindo,
             zindoOrbitals, 0, 3, 3);
         row("zindo, no singlets", replaced(zindo, "SINGLETS", "S"), readZindo, zindoSinglets, 4, 0,
@@ -363,7 +366,7 @@ private Q_SLOTS:
         QCOMPARE(LanqorInputData::detectProgram(path), LanqorInputData::UnknownOutput);
     }
 
-    /// Windows line ends, and states without a list of triplets.
+    /// Windows line ends, states without a list of triplets, and lists whose usual end is missing.
     void variants()
     {
         bool ok = false;
@@ -385,6 +388,23 @@ private Q_SLOTS:
         QVERIFY(ok);
         QCOMPARE(data->getTripletStatesCount(), 0);
         QCOMPARE(data->getSingletStatesCount(), 5);
+
+        // Steps of an optimisation in Gaussian 03: the geometry of the next one ends a list.
+        QByteArray steps = readAll(dataFile(gaussianTwoJobs));
+        const int from = steps.indexOf(" SavETr:");
+        const int to = steps.indexOf(" Entering Link 1");
+        steps.remove(from, to - from);
+        const auto last = readBytes(steps, &LanqorInputData::readOutputGaussian, ok);
+        QVERIFY(ok);
+        QCOMPARE(last->getSingletStatesCount(), 3);
+        QCOMPARE(last->getCoord(1).x, -4.0);
+
+        const QByteArray orca = readAll(dataFile(orcaPointCharge));
+        const int row = orca.indexOf("\n\n", orca.indexOf(" ABSORPTION SPECTRUM\n"));
+        const auto ruled = readBytes(QByteArray(orca).insert(row, "\n-------"),
+                                     &LanqorInputData::readOutputOrca, ok);
+        QVERIFY2(ok, qPrintable(ruled->getLastError()));
+        QCOMPARE(ruled->getSingletExcitateStateVector(1).oscillatorStrength, 0.25);
     }
 
     /// Numbers that a damaged file makes huge take no memory.

@@ -327,6 +327,19 @@ private Q_SLOTS:
         COMPARE_NEAR(last.getAtomicCharge(2), 8.0, 1.0e-4);
         COMPARE_NEAR(last.getAtomicCharge(3), 2.0, 1.0e-4);
 
+        // A table cut within its last block, and a coefficient that does not fit its field.
+        const auto refusal = [](const QByteArray &text) {
+            LanqorIndicesCalculation refused(nullptr,
+                                             scratchFile(QStringLiteral("refused.log"), text), 1);
+            return refused.calculateIndices() ? QString() : refused.getLastError();
+        };
+        QVERIFY(refusal(twice.left(twice.lastIndexOf("   7 3   H")))
+                    .contains(QStringLiteral("cannot be read at line")));
+        const QByteArray rowText = "   2 2   O  2S       ";
+        QByteArray overflown = twice;
+        overflown.replace(twice.lastIndexOf(rowText) + rowText.size(), 10, "**********");
+        QVERIFY(refusal(overflown).contains(QStringLiteral("orbital 6 with a number")));
+
         testSupport::damageFile(twice, 60, 400, [](const QString &damaged) {
             LanqorIndicesCalculation calculation(nullptr, damaged, 1);
             if (!calculation.calculateIndices())
