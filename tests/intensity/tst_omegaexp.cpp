@@ -39,34 +39,27 @@ double powerPerWavenumber(double sigma)
 }
 
 /// How an instrument records it.
-enum class Recording { PowerPerNm, PowerPerWavenumber, PhotonsPerNm, PhotonsPerWavenumber };
-
-double signal(Recording recording, double sigma)
+struct Recording
 {
-    const bool isPerNm = recording == Recording::PowerPerNm || recording == Recording::PhotonsPerNm;
-    const bool isPower =
-        recording == Recording::PowerPerNm || recording == Recording::PowerPerWavenumber;
-    const double wavelength = 1.0e7 / sigma;
-    return powerPerWavenumber(sigma) * (isPerNm ? 1.0e7 / (wavelength * wavelength) : 1.0) /
-           (isPower ? 1.0 : sigma);
-}
+    bool isPerNm = true;
+    bool isPower = true;
+};
 
-/// A spectrum from 560 to @p lastNm nm; @p line writes a row.
-QByteArray spectrumText(Recording recording, double lastNm,
-                        const std::function<QByteArray(double, double)> &line)
+/// A spectrum from 560 to @p lastNm nm in lines "x y" of 4001 points, with @p added to each signal.
+QByteArray spectrumText(
+    const Recording &recording = {}, double lastNm = 790.0,
+    const std::function<double(double)> &added = [](double) { return 0.0; })
 {
-    const bool isPerNm = recording == Recording::PowerPerNm || recording == Recording::PhotonsPerNm;
     QByteArray text;
     for (int i = 0; i <= 4000; ++i) {
         const double nm = 560.0 + (lastNm - 560.0) * i / 4000.0;
-        text += line(isPerNm ? nm : 1.0e7 / nm, signal(recording, 1.0e7 / nm));
+        const double sigma = 1.0e7 / nm;
+        const double y = powerPerWavenumber(sigma) * (recording.isPerNm ? 1.0e7 / (nm * nm) : 1.0) /
+                         (recording.isPower ? 1.0 : sigma);
+        text += QByteArray::number(recording.isPerNm ? nm : sigma, 'g', 12) + ' ' +
+                QByteArray::number(y + added(nm), 'g', 12) + '\n';
     }
     return text;
-}
-
-QByteArray plainLine(double x, double y)
-{
-    return QByteArray::number(x, 'g', 12) + " " + QByteArray::number(y, 'g', 12) + "\n";
 }
 
 QString scratchSpectrum(const QByteArray &text)
@@ -74,26 +67,33 @@ QString scratchSpectrum(const QByteArray &text)
     return testSupport::scratchFile("spectrum.txt", text);
 }
 
-} // namespace
+/// A calculation that has read a spectrum.
+struct Measured
+{
+    explicit Measured(const QByteArray &text, const EmissionSpectrumOptions &options = {})
+        : isRead(calculation.readSpectrum(scratchSpectrum(text), options))
+    {}
+    double area(int J) const { return calculation.getAreaOfTransition(J); }
+    double barycentre(int J) const { return calculation.getBarycenterOfEnergy(J); }
 
-Q_DECLARE_METATYPE(Recording)
+    LanqorOmegaExp calculation{nullptr, 1.5};
+    testSupport::MessageSpy spy{calculation};
+    bool isRead;
+};
+
+} // namespace
 
 class TestOmegaExp : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
     void publishedCase();
-    void scaling();
-    void inputThatGivesNoResult_data();
     void inputThatGivesNoResult();
     void reports();
-    void spectrumOnEitherAxis_data();
     void spectrumOnEitherAxis();
-    void columnSeparators_data();
     void columnSeparators();
     void baselineAndWindows();
     void coverage();
-    void brokenSpectra_data();
     void brokenSpectra();
     void damagedSpectra();
     void program();
@@ -123,66 +123,34 @@ void TestOmegaExp::publishedCase()
     }
 }
 
-void TestOmegaExp::scaling()
-{
-    const Values S = {0.05, 1.0, 9.0, 0.3, 2.0, 0.2};
-    const Values sigma = {17240.0, 16900.0, 16280.0, 15350.0, 14390.0, 13350.0};
-    Values scaled = S;
-    for (double &area : scaled)
-        area *= 4096.0;
-    LanqorOmegaExp one(nullptr, 1.0);
-    LanqorOmegaExp other(nullptr, 1.0);
-    LanqorOmegaExp doubled(nullptr, 2.0);
-    setUp(one, S, sigma);
-    setUp(other, scaled, sigma);
-    setUp(doubled, S, sigma);
-    QVERIFY(one.calcOmegaExp() && other.calcOmegaExp() && doubled.calcOmegaExp());
-    // The unit of the areas does not matter, but for r02.
-    QCOMPARE(other.getOmega2Exp(), one.getOmega2Exp());
-    QCOMPARE(other.getAradExp(), one.getAradExp());
-    QCOMPARE(other.getR02(), one.getR02() / 4096.0);
-    // All rates go as n^3; Omega as n^3/chi, which is 8/8 for n = 2.
-    COMPARE_NEAR(doubled.getAradExp() / one.getAradExp(), 8.0, 1e-14);
-    COMPARE_NEAR(doubled.getOmega4Exp() / one.getOmega4Exp(), 1.0, 1e-14);
-}
-
-void TestOmegaExp::inputThatGivesNoResult_data()
-{
-    QTest::addColumn<int>("J");
-    QTest::addColumn<double>("area");
-    QTest::addColumn<double>("barycentre");
-    QTest::addColumn<double>("n");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("no 7F1") << 1 << 0.0 << 16921.0 << 1.5 << "5D0 -> 7F1";
-    QTest::newRow("no barycentre of 7F1") << 1 << 1.0 << 0.0 << 1.5 << "5D0 -> 7F1";
-    QTest::newRow("no barycentre of 7F2") << 2 << 0.0 << 0.0 << 1.5 << "5D0 -> 7F2";
-    QTest::newRow("no barycentre of 7F4") << 4 << 1.0 << 0.0 << 1.5 << "5D0 -> 7F4";
-    QTest::newRow("area of 7F5 without barycentre") << 5 << 0.1 << 0.0 << 1.5 << "5D0 -> 7F5";
-    QTest::newRow("negative area") << 3 << -0.1 << 15300.0 << 1.5 << "5D0 -> 7F3";
-    QTest::newRow("no number") << 2 << std::nan("") << 16267.0 << 1.5 << "5D0 -> 7F2";
-    QTest::newRow("refractive index 0") << 1 << 1.0 << 16921.0 << 0.0 << "index";
-    QTest::newRow("beyond doubles") << 1 << 1.0 << 1e120 << 1.5 << "beyond";
-}
-
 void TestOmegaExp::inputThatGivesNoResult()
 {
-    QFETCH(int, J);
-    QFETCH(double, area);
-    QFETCH(double, barycentre);
-    QFETCH(double, n);
-    QFETCH(QString, message);
-    LanqorOmegaExp calculation(nullptr, n);
-    const testSupport::MessageSpy spy(calculation);
-    Values S = publishedAreas;
-    Values sigma = publishedBarycentres;
-    S[static_cast<std::size_t>(J)] = area;
-    sigma[static_cast<std::size_t>(J)] = barycentre;
-    setUp(calculation, S, sigma);
-    QVERIFY(!calculation.calcOmegaExp());
-    QVERIFY2(calculation.getLastError().contains(message), qPrintable(calculation.getLastError()));
-    QCOMPARE(spy.messages, QStringList(calculation.getLastError()));
-    QCOMPARE(calculation.getAradExp(), 0.0);
-    QVERIFY(calculation.createOutputFile(QString()).isEmpty());
+    const struct
+    {
+        std::size_t J;
+        double area, barycentre, n;
+        const char *message;
+    } cases[] = {
+        {1, 0.0, 16921.0, 1.5, "5D0 -> 7F1"},   {1, 1.0, 0.0, 1.5, "5D0 -> 7F1"},
+        {2, 0.0, 0.0, 1.5, "5D0 -> 7F2"},       {4, 1.0, 0.0, 1.5, "5D0 -> 7F4"},
+        {5, 0.1, 0.0, 1.5, "5D0 -> 7F5"},       {3, -0.1, 15300.0, 1.5, "5D0 -> 7F3"},
+        {2, std::nan(""), 16267.0, 1.5, "5D0"}, {1, 1.0, 16921.0, 0.0, "index"},
+        {1, 1.0, 1e120, 1.5, "beyond"},
+    };
+    for (const auto &wrong : cases) {
+        LanqorOmegaExp calculation(nullptr, wrong.n);
+        const testSupport::MessageSpy spy(calculation);
+        Values S = publishedAreas;
+        Values sigma = publishedBarycentres;
+        S[wrong.J] = wrong.area;
+        sigma[wrong.J] = wrong.barycentre;
+        setUp(calculation, S, sigma);
+        QVERIFY2(!calculation.calcOmegaExp(), wrong.message);
+        QVERIFY2(spy.contains(wrong.message), qPrintable(calculation.getLastError()));
+        QCOMPARE(spy.messages, QStringList(calculation.getLastError()));
+        QCOMPARE(calculation.getAradExp(), 0.0);
+        QVERIFY(calculation.createOutputFile(QString()).isEmpty());
+    }
 }
 
 void TestOmegaExp::reports()
@@ -226,186 +194,132 @@ void TestOmegaExp::reports()
     QVERIFY(!centred.isEmpty() && !centred.contains("inf") && !centred.contains("nan"));
 }
 
-void TestOmegaExp::spectrumOnEitherAxis_data()
-{
-    QTest::addColumn<Recording>("recording");
-    QTest::newRow("power per nm") << Recording::PowerPerNm;
-    QTest::newRow("power per cm^-1, descending") << Recording::PowerPerWavenumber;
-    QTest::newRow("photons per nm") << Recording::PhotonsPerNm;
-    QTest::newRow("photons per cm^-1") << Recording::PhotonsPerWavenumber;
-}
-
-// One emission, recorded in four ways, has the same areas and barycentres.
+// One emission, recorded in four ways (along wavenumbers in descending order), has the same areas
+// and barycentres.
 void TestOmegaExp::spectrumOnEitherAxis()
 {
-    QFETCH(Recording, recording);
-    const bool countsPhotons =
-        recording == Recording::PhotonsPerNm || recording == Recording::PhotonsPerWavenumber;
-    EmissionSpectrumOptions right;
-    EmissionSpectrumOptions wrong; // weights by the wavenumber once too often or too seldom
-    (countsPhotons ? right : wrong).signal = EmissionSpectrumOptions::Signal::PhotonCounts;
-    LanqorOmegaExp calculation(nullptr, 1.5);
-    const testSupport::MessageSpy spy(calculation);
-    const QString file = scratchSpectrum(spectrumText(recording, 790.0, plainLine));
-    QVERIFY2(calculation.readSpectrum(file, right), qPrintable(calculation.getLastError()));
-    QVERIFY(spy.messages.isEmpty());
-    for (int J = 0; J < 6; ++J) {
-        const auto level = static_cast<std::size_t>(J);
-        // The windows leave out the wings beyond five standard deviations.
-        COMPARE_NEAR(calculation.getAreaOfTransition(J) / bandAreas[level], 1.0, 1e-6);
-        COMPARE_NEAR(calculation.getBarycenterOfEnergy(J), bandCentres[level], 1e-3);
+    using Signal = EmissionSpectrumOptions::Signal;
+    for (const Recording &recording : {Recording{true, true}, Recording{false, true},
+                                       Recording{true, false}, Recording{false, false}}) {
+        EmissionSpectrumOptions options;
+        options.signal = recording.isPower ? Signal::EmittedPower : Signal::PhotonCounts;
+        const Measured right(spectrumText(recording), options);
+        QVERIFY2(right.isRead, qPrintable(right.calculation.getLastError()));
+        QVERIFY(right.spy.messages.isEmpty());
+        for (int J = 0; J < 6; ++J) {
+            const auto level = static_cast<std::size_t>(J);
+            // The windows leave out the wings beyond five standard deviations.
+            COMPARE_NEAR(right.area(J) / bandAreas[level], 1.0, 1e-6);
+            COMPARE_NEAR(right.barycentre(J), bandCentres[level], 1e-3);
+        }
+        // The wrong kind weights by the wavenumber once too often or too seldom.
+        options.signal = recording.isPower ? Signal::PhotonCounts : Signal::EmittedPower;
+        const Measured wrong(spectrumText(recording), options);
+        const double ratio = wrong.area(2) / wrong.area(1) / (right.area(2) / right.area(1));
+        const double factor = bandCentres[2] / bandCentres[1];
+        COMPARE_NEAR(ratio, recording.isPower ? factor : 1.0 / factor, 1e-4);
     }
-    QCOMPARE(calculation.getFileName(), file);
-    QVERIFY(calculation.readSpectrum(file, wrong));
-    const double ratio = (calculation.getAreaOfTransition(2) / calculation.getAreaOfTransition(1)) /
-                         (bandAreas[2] / bandAreas[1]);
-    const double expected = bandCentres[2] / bandCentres[1];
-    COMPARE_NEAR(ratio, countsPhotons ? 1.0 / expected : expected, 1e-4);
-}
-
-void TestOmegaExp::columnSeparators_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    const QByteArray plain = spectrumText(Recording::PowerPerNm, 790.0, plainLine);
-    const auto with = [](char separator) {
-        return spectrumText(Recording::PowerPerNm, 790.0, [separator](double x, double y) {
-            return plainLine(x, y).replace(' ', separator);
-        });
-    };
-    QTest::newRow("semicolons") << with(';');
-    QTest::newRow("commas") << with(',');
-    QTest::newRow("comma and blank") << with(',').replace(",", ", ");
-    QTest::newRow("decimal commas") << with('\t').replace('.', ',');
-    QTest::newRow("third column, Windows lines")
-        << QByteArray(plain).replace("\n", "\t1.0\r\n").replace(' ', '\t');
-    // The first line is 560, without a point.
-    QTest::newRow("three columns with commas") << with(',').replace("\n", ",1\n");
-    QTest::newRow("heading, comments and trailer")
-        << "\xef\xbb\xbf"
-           "Emission of sample 12\nWavelength (nm)  S1 / R1\n# 300 K\n\n" +
-               plain + "\n# end\nXYDATA END\n";
 }
 
 void TestOmegaExp::columnSeparators()
 {
-    QFETCH(QByteArray, text);
-    LanqorOmegaExp calculation(nullptr, 1.5);
-    QVERIFY2(calculation.readSpectrum(scratchSpectrum(text)),
-             qPrintable(calculation.getLastError()));
-    COMPARE_NEAR(calculation.getAreaOfTransition(2), bandAreas[2], 1e-6);
-    COMPARE_NEAR(calculation.getBarycenterOfEnergy(4), bandCentres[4], 1e-3);
+    const QByteArray plain = spectrumText();
+    const auto with = [&plain](const char *separator) {
+        return QByteArray(plain).replace(" ", separator);
+    };
+    for (const QByteArray &text :
+         {with(";"), with(","), with(", "), with("\t").replace('.', ','),
+          with("\t").replace("\n", "\t1.0\r\n"), "559,0,1\n" + with(",").replace("\n", ",1\n"),
+          "\xef\xbb\xbf"
+          "Sample 12\nWavelength (nm)  S1 / R1\n# 300 K\n\n" +
+              plain + "\n# end\nXYDATA END\n"}) {
+        const Measured measured(text);
+        QVERIFY2(measured.isRead, qPrintable(measured.calculation.getLastError()));
+        COMPARE_NEAR(measured.area(2), bandAreas[2], 1e-6);
+        COMPARE_NEAR(measured.barycentre(4), bandCentres[4], 1e-3);
+    }
 }
 
 void TestOmegaExp::baselineAndWindows()
 {
-    // A background that rises along the recorded axis; 1 nm steps do not meet the windows' ends.
-    const QByteArray text = spectrumText(Recording::PowerPerNm, 790.0, [](double nm, double y) {
-        return plainLine(nm, y + 1e-3 * (nm - 500.0));
-    });
-    const QString file = scratchSpectrum(text);
+    // A background that rises along the recorded axis; the windows' ends lie between points.
+    const QByteArray text = spectrumText({}, 790.0, [](double nm) { return 1e-3 * (nm - 500.0); });
     EmissionSpectrumOptions chosen;
     chosen.windows[1] = {1.0e7 / 603.3, 1.0e7 / 584.7};
-    LanqorOmegaExp raw(nullptr, 1.5);
-    QVERIFY(raw.readSpectrum(file, chosen));
     // The integral of the background over the window, in closed form.
     const double background = 0.5e-3 * (103.3 * 103.3 - 84.7 * 84.7);
-    COMPARE_NEAR(raw.getAreaOfTransition(1), bandAreas[1] + background, 1e-5);
+    COMPARE_NEAR(Measured(text, chosen).area(1), bandAreas[1] + background, 1e-5);
     chosen.baseline = EmissionSpectrumOptions::Baseline::Linear;
-    LanqorOmegaExp corrected(nullptr, 1.5);
-    QVERIFY(corrected.readSpectrum(file, chosen));
+    const Measured corrected(text, chosen);
     for (int J = 0; J < 6; ++J) {
         const auto level = static_cast<std::size_t>(J);
-        COMPARE_NEAR(corrected.getAreaOfTransition(J), bandAreas[level], 2e-4);
-        COMPARE_NEAR(corrected.getBarycenterOfEnergy(J), bandCentres[level], 1.0);
+        COMPARE_NEAR(corrected.area(J), bandAreas[level], 2e-4);
+        COMPARE_NEAR(corrected.barycentre(J), bandCentres[level], 1.0);
     }
-
     // A window shorter than the band gives the part of it, here the upper half.
     EmissionSpectrumOptions half;
     half.windows[2] = {bandCentres[2], bandCentres[2] + 300.0};
-    LanqorOmegaExp part(nullptr, 1.5);
-    QVERIFY(part.readSpectrum(
-        scratchSpectrum(spectrumText(Recording::PowerPerWavenumber, 790.0, plainLine)), half));
-    COMPARE_NEAR(part.getAreaOfTransition(2), 0.5 * bandAreas[2], 1e-4);
-    COMPARE_NEAR(part.getBarycenterOfEnergy(2), bandCentres[2] + bandWidth * std::sqrt(2.0 / M_PI),
-                 0.01);
-
+    const Measured part(spectrumText({false, true}), half);
+    COMPARE_NEAR(part.area(2), 0.5 * bandAreas[2], 1e-4);
+    COMPARE_NEAR(part.barycentre(2), bandCentres[2] + bandWidth * std::sqrt(2.0 / M_PI), 0.01);
     half.windows[2] = {16000.0, 15000.0};
-    QVERIFY(!part.readSpectrum(file, half));
+    QVERIFY(!Measured(text, half).isRead);
 }
 
 void TestOmegaExp::coverage()
 {
-    LanqorOmegaExp calculation(nullptr, 1.5);
-    testSupport::MessageSpy spy(calculation);
-    QVERIFY(calculation.readSpectrum(
-        scratchSpectrum(spectrumText(Recording::PowerPerNm, 720.0, plainLine))));
-    QCOMPARE(spy.messages.size(), 2);
-    QVERIFY(spy.contains("ends within the window of 5D0 -> 7F4"));
-    QVERIFY(spy.contains("5D0 -> 7F5 lies outside"));
-    QCOMPARE(calculation.getAreaOfTransition(5), 0.0);
-    QCOMPARE(calculation.getBarycenterOfEnergy(5), 0.0);
-    QVERIFY(calculation.calcOmegaExp());
-
+    Measured cut(spectrumText({}, 720.0));
+    QVERIFY(cut.isRead);
+    QCOMPARE(cut.spy.messages.size(), 2);
+    QVERIFY(cut.spy.contains("ends within the window of 5D0 -> 7F4"));
+    QVERIFY(cut.spy.contains("5D0 -> 7F5 lies outside"));
+    QVERIFY(cut.area(5) == 0.0 && cut.barycentre(5) == 0.0);
+    QVERIFY(cut.calculation.calcOmegaExp());
     // Without 7F4 there is no result, and the earlier input stays.
-    const double area = calculation.getAreaOfTransition(4);
-    QVERIFY(!calculation.readSpectrum(
-        scratchSpectrum(spectrumText(Recording::PowerPerNm, 650.0, plainLine))));
-    QVERIFY(calculation.getLastError().contains("7F4"));
-    QCOMPARE(calculation.getAreaOfTransition(4), area);
-
-    // Noise below zero: the band is absent.
-    spy.messages.clear();
-    QVERIFY(calculation.readSpectrum(
-        scratchSpectrum(spectrumText(Recording::PowerPerNm, 790.0, [](double nm, double y) {
-            return plainLine(nm, nm > 640.0 && nm < 670.0 ? -0.01 : y);
-        }))));
-    QCOMPARE(calculation.getAreaOfTransition(3), 0.0);
-    QVERIFY(spy.contains("5D0 -> 7F3 has no positive area"));
-    QVERIFY(calculation.calcOmegaExp());
-}
-
-void TestOmegaExp::brokenSpectra_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("message");
-    const QByteArray spectrum = spectrumText(Recording::PowerPerNm, 790.0, plainLine);
-    const int middle = spectrum.indexOf('\n', spectrum.size() / 2) + 1;
-    const QByteArray line =
-        "line " + QByteArray::number(spectrum.left(middle).count('\n') + 1) + ':';
-    const auto inserted = [&](const char *text) {
-        return QByteArray(spectrum).insert(middle, text);
-    };
-    QTest::newRow("empty") << QByteArray() << "no spectrum found";
-    QTest::newRow("one column") << QByteArray("580\n590\n") << "no spectrum found";
-    QTest::newRow("commas that may be decimal")
-        << QByteArray("580,1,2,5\n590,1,2,6\n") << "no spectrum found";
-    QTest::newRow("words between") << inserted("lamp changed\n") << "is broken";
-    QTest::newRow("backwards") << inserted("560.1 0\n") << line.constData();
-    QTest::newRow("thousands") << QByteArray("600.5\t999\n601.0\t1,002\n") << "line 2:";
-    QTest::newRow("a point twice") << QByteArray("600 1\n600 1\n") << "line 2:";
-    QTest::newRow("two spectra") << spectrum + spectrum << "line 4002:";
-    QTest::newRow("neither nm nor cm^-1")
-        << QByteArray("600 1\n15000 2\n16000 3\n") << "600 to 16000";
-    QTest::newRow("negative wavelengths") << QByteArray("-600 1\n-500 2\n") << "-600 to -500";
-    QTest::newRow("excitation") << QByteArray("300 1\n400 2\n") << "7F1";
+    const double area = cut.area(4);
+    QVERIFY(!cut.calculation.readSpectrum(scratchSpectrum(spectrumText({}, 650.0))));
+    QVERIFY(cut.calculation.getLastError().contains("7F4"));
+    QCOMPARE(cut.area(4), area);
+    // Noise below zero: the bands are absent, 7F2 with a place at which its rate is 0.
+    Measured noisy(
+        spectrumText({}, 790.0, [](double nm) { return nm > 604.0 && nm < 670.0 ? -100.0 : 0.0; }));
+    QVERIFY(noisy.isRead && noisy.calculation.calcOmegaExp());
+    QVERIFY(noisy.area(2) == 0.0 && noisy.area(3) == 0.0 && noisy.barycentre(3) == 0.0);
 }
 
 void TestOmegaExp::brokenSpectra()
 {
-    QFETCH(QByteArray, text);
-    QFETCH(QString, message);
-    LanqorOmegaExp calculation(nullptr, 1.5);
-    const QString file = scratchSpectrum(text);
-    QVERIFY(!calculation.readSpectrum(file));
-    QVERIFY2(calculation.getLastError().contains(message), qPrintable(calculation.getLastError()));
-    QVERIFY(calculation.getLastError().contains(file));
+    const QByteArray spectrum = spectrumText();
+    const int middle = spectrum.indexOf('\n', spectrum.size() / 2) + 1;
+    const QByteArray line = "line " + QByteArray::number(spectrum.left(middle).count('\n') + 1);
+    const QVector<QPair<QByteArray, QByteArray>> cases = {
+        {"", "no spectrum found"},
+        {"580\n590\n", "no spectrum found"},
+        {"580,1,2,5\n590,1,2,6\n", "no spectrum found"}, // the commas may be decimal
+        {QByteArray(spectrum).insert(middle, "lamp changed\n"), "is broken"},
+        {QByteArray(spectrum).insert(middle, "560.1 0\n"), line + ':'},
+        {"600.5\t999\n601.0\t1,002\n", "line 2:"}, // a thousand and two, or 1.002
+        {"600 1\n600 1\n", "line 2:"},
+        {spectrum + spectrum, "line 4002:"},
+        {"600 1\n15000 2\n16000 3\n", "600 to 16000"}, // neither nm nor cm^-1
+        {"-600 1\n-500 2\n", "-600 to -500"},
+        {"300 1\n400 2\n", "7F1"}, // an excitation spectrum
+    };
+    for (const auto &broken : cases) {
+        const Measured measured(broken.first);
+        QVERIFY2(!measured.isRead, broken.second);
+        const QString error = measured.calculation.getLastError();
+        QVERIFY2(error.contains(broken.second) && error.contains("spectrum.txt"),
+                 qPrintable(error));
+    }
 }
 
 void TestOmegaExp::damagedSpectra()
 {
     QByteArray text;
     for (int nm = 570; nm <= 780; nm += 3)
-        text += plainLine(nm, signal(Recording::PowerPerNm, 1.0e7 / nm) + 0.01);
+        text += QByteArray::number(nm) + ' ' +
+                QByteArray::number(1e3 * powerPerWavenumber(1.0e7 / nm) + 0.01) + '\n';
     int results = 0;
     testSupport::damageFile(text, 60, 1500, [&results](const QString &path) {
         LanqorOmegaExp calculation(nullptr, 1.5);
@@ -435,8 +349,7 @@ void TestOmegaExp::program()
     const QString table = testSupport::scratchFile(
         "bands.txt", "# J area barycentre\n1 1 16921\n4 1 14470 # weak\n\n2 10 16267\n");
     QVERIFY(run(table).output.contains(omega2));
-    const QString spectrum =
-        "--spectrum " + scratchSpectrum(spectrumText(Recording::PowerPerNm, 790.0, plainLine));
+    const QString spectrum = "--spectrum " + scratchSpectrum(spectrumText());
     QVERIFY(run(spectrum + " --lifetime 0.5 --windows 1=584-603,2=15620-16570")
                 .output.contains("I(5D0 -> 7F1) = 8.7000"));
 
