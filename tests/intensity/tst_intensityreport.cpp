@@ -100,7 +100,6 @@ class TestIntensityReport : public QObject
 private Q_SLOTS:
     void storedReport();
     void eachSwitchHasItsSection();
-    void amplitudesGiveTheParameters();
     void crystalFieldIsThatOfItsOwnCalculation();
     void columnsOfTwoDigitAtomsAreAligned();
     void indicesSetAfterTheCalculation();
@@ -147,32 +146,6 @@ void TestIntensityReport::eachSwitchHasItsSection()
         for (const Section &section : sections)
             QVERIFY2(report.contains(section.text) == (&section == &chosen), section.text);
     }
-}
-
-void TestIntensityReport::amplitudesGiveTheParameters()
-{
-    const auto omega = finished(5, allSections());
-    const QString report = omega->createOutFile(QString());
-    for (const int lambda : {2, 4, 6}) {
-        const auto fromAmplitudes = [&](const QString &suffix, int firstT) {
-            double sum = 0.0;
-            for (int t = firstT; t <= lambda + 1; t += 2) {
-                for (int p = 0; p <= t; ++p) {
-                    const QString name = QString("|B(%1,%2,%3)").arg(lambda).arg(t).arg(p);
-                    sum += (p == 0 ? 1.0 : 2.0) / (2 * t + 1) *
-                           std::pow(valueOf(report, name + suffix + '|'), 2);
-                }
-            }
-            return (2 * lambda + 1) * sum;
-        };
-        const double total = omega->getOmega(lambda);
-        COMPARE_NEAR(fromAmplitudes("", lambda - 1) / total, 1.0, 2e-3);
-        COMPARE_NEAR(fromAmplitudes(" ED", lambda - 1) / omega->getOmegaED(lambda), 1.0, 2e-3);
-        COMPARE_NEAR(fromAmplitudes(" DC", lambda + 1) / omega->getOmegaDC(lambda), 1.0, 2e-3);
-    }
-    const double rate = valueOf(report, " Arad(ED) (5D0->7FJ, J=2,4,6)");
-    const QRegularExpression sum("\\n Sum +([-0-9.]+)\\n");
-    COMPARE_NEAR(sum.match(report).captured(1).toDouble(), rate, 0.011);
 }
 
 void TestIntensityReport::crystalFieldIsThatOfItsOwnCalculation()
