@@ -45,15 +45,18 @@ private Q_SLOTS:
 
     void failuresSayWhy()
     {
-        const ProgramRun failed =
-            sphere(dataFile(QStringLiteral("mopac/eu_cl2_h2o6_am1_scf_failed.out")));
-        QCOMPARE(failed.exitStatus, 1);
-        QVERIFY(failed.output.isEmpty());
-        QVERIFY(failed.error.contains(QStringLiteral("UNABLE TO ACHIEVE SELF-CONSISTENCE")));
-        const ProgramRun noIon = sphere(
-            testSupport::scratchFile(QStringLiteral("water.xyz"), "2\n\nO 0 0 0\nH 0 0 1\n"));
-        QCOMPARE(noIon.exitStatus, 1);
-        QVERIFY(noIon.error.contains(QStringLiteral("no lanthanide ion")));
+        const QPair<QString, const char *> cases[] = {
+            {dataFile(QStringLiteral("mopac/eu_cl2_h2o6_am1_scf_failed.out")),
+             "UNABLE TO ACHIEVE SELF-CONSISTENCE"},
+            {testSupport::scratchFile(QStringLiteral("water.xyz"), "2\n\nO 0 0 0\nH 0 0 1\n"),
+             "no lanthanide ion"},
+            {QStringLiteral("/no/such/file.out"), "/no/such/file.out does not exist."}};
+        for (const auto &[file, reason] : cases) {
+            const ProgramRun run = sphere(file);
+            QCOMPARE(run.exitStatus, 1);
+            QVERIFY(run.output.isEmpty());
+            QVERIFY2(run.error.contains(QLatin1String(reason)), qPrintable(run.error));
+        }
         QCOMPARE(runProgram({QStringLiteral("sphere")}).exitStatus, 2);
     }
 };
