@@ -18,19 +18,27 @@ double distance(const Coord &a, const Coord &b)
                      (a.z - b.z) * (a.z - b.z));
 }
 
-struct Reading
+/// A reading of a structure file, its kind left to the reader.
+struct Reading : LanqorInputData
 {
-    bool ok = false;
-    QVector<Coord> atoms;
-    QString error;
+    explicit Reading(const QString &path)
+        : LanqorInputData(nullptr, path)
+        , spy(*this)
+        , ok(readStructureFile())
+    {}
+
+    testSupport::MessageSpy spy;
+    bool ok;
 };
 
-/// Reads @p text as a file of the given name.
 Reading readText(const char *name, const QByteArray &text)
 {
-    LanqorInputData data(nullptr, scratchFile(QString::fromLatin1(name), text));
-    const bool ok = data.readStructureFile();
-    return {ok, data.getCoord(), data.getLastError()};
+    return Reading(scratchFile(QString::fromLatin1(name), text));
+}
+
+Reading readFixture(const char *name)
+{
+    return Reading(dataFile(QString::fromLatin1(name)));
 }
 
 } // namespace
@@ -39,40 +47,35 @@ class TestStructureFiles : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void zMatrixGivesTheGeometryOfTheProgram_data()
-    {
-        QTest::addColumn<QString>("file");
-        QTest::newRow("mop") << dataFile(QStringLiteral("structures/eu_cl2_h2o6_internal.mop"));
-        QTest::newRow("zmt") << dataFile(QStringLiteral("structures/eu_cl2_h2o6_int.zmt"));
-    }
-
     /// MOPAC printed both the Z-matrix and the Cartesian geometry that it makes of it.
     void zMatrixGivesTheGeometryOfTheProgram()
     {
-        QFETCH(QString, file);
-        LanqorInputData output(nullptr, dataFile(QStringLiteral("mopac/eu_cl2_h2o6_am1_int.out")));
-        QVERIFY(output.readStructureFile());
-        LanqorInputData data(nullptr, file);
-        QVERIFY2(data.readStructureFile(), qPrintable(data.getLastError()));
-        QCOMPARE(data.getCoord().size(), 21);
-        for (int atom = 1; atom <= 21; ++atom) {
-            QCOMPARE(data.getAtomLabel(atom), output.getAtomLabel(atom));
-            QVERIFY(distance(data.getCoord(atom), output.getCoord(atom)) < 5e-6);
-            COMPARE_NEAR(data.getCoordZMT(atom).dihedral, output.getCoordZMT(atom).dihedral, 1e-6);
-            QCOMPARE(data.getCoordZMT(atom).nc, output.getCoordZMT(atom).nc);
+        const Reading output = readFixture("mopac/eu_cl2_h2o6_am1_int.out");
+        for (const char *name :
+             {"structures/eu_cl2_h2o6_internal.mop", "structures/eu_cl2_h2o6_int.zmt"}) {
+            const Reading data = readFixture(name);
+            QVERIFY2(data.ok, qPrintable(data.getLastError()));
+            QCOMPARE(data.getCoord().size(), 21);
+            for (int atom = 1; atom <= 21; ++atom) {
+                QCOMPARE(data.getAtomLabel(atom), output.getAtomLabel(atom));
+                QVERIFY(distance(data.getCoord(atom), output.getCoord(atom)) < 5e-6);
+                COMPARE_NEAR(data.getCoordZMT(atom).dihedral, output.getCoordZMT(atom).dihedral,
+                             1e-6);
+                QCOMPARE(data.getCoordZMT(atom).nc, output.getCoordZMT(atom).nc);
+            }
         }
     }
 
     void mopacInputWithCommentsAheadOfItsKeywords()
     {
-        const QString path = dataFile(QStringLiteral("structures/eu_h2o9_internal_openmopac.mop"));
+        const char name[] = "structures/eu_h2o9_internal_openmopac.mop";
+        const QString path = dataFile(QString::fromLatin1(name));
         QCOMPARE(LanqorInputData::getTypeOfGeometryFromMopFile(path),
                  LanqorInputData::InternalGeometry);
         QVERIFY(!LanqorInputData::checkTypeMopFile(path));
-        LanqorInputData data(nullptr, path);
-        QVERIFY2(data.readStructureFile(), qPrintable(data.getLastError()));
+        Reading data(path);
+        QVERIFY2(data.createSphericalCoordinate(), qPrintable(data.getLastError()));
         QCOMPARE(data.getCoord().size(), 28);
-        QVERIFY(data.createSphericalCoordinate());
         QCOMPARE(data.getCoordNumber(), 6);
         COMPARE_NEAR(data.getCoordSPH(2).r, 2.41159942, 1e-9);
     }
@@ -109,11 +112,11 @@ private Q_SLOTS:
         QCOMPARE(LanqorInputData::checkTypeMopFile(path), text.contains("XYZ"));
         QCOMPARE(LanqorInputData::getTypeOfGeometryFromMopFile(path),
                  LanqorInputData::CartesianGeometry);
-        QVERIFY2(reading.ok, qPrintable(reading.error));
-        QCOMPARE(reading.atoms.size(), 2);
-        QCOMPARE(reading.atoms.at(0).label, QStringLiteral("Eu"));
-        QCOMPARE(reading.atoms.at(1).label, QStringLiteral("O"));
-        QCOMPARE(distance(reading.atoms.at(1), {QString(), 2.4, 0.5, -0.25}), 0.0);
+        QVERIFY2(reading.ok, qPrintable(reading.getLastError()));
+        QCOMPARE(reading.getCoord().size(), 2);
+        QCOMPARE(reading.getCoord(1).label, QStringLiteral("Eu"));
+        QCOMPARE(reading.getCoord(2).label, QStringLiteral("O"));
+        QCOMPARE(distance(reading.getCoord(2), {QString(), 2.4, 0.5, -0.25}), 0.0);
     }
 
     void shortRowsOfTheFirstAtoms_data()
@@ -136,12 +139,12 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, rows);
         const Reading reading = readText("a.mop", "AM1\n\n\n" + rows);
-        QVERIFY2(reading.ok, qPrintable(reading.error));
-        QCOMPARE(reading.atoms.size(), 4);
-        QVERIFY(distance(reading.atoms.at(1), {QString(), 2.4, 0.0, 0.0}) < 1e-12);
-        QVERIFY(distance(reading.atoms.at(2), {QString(), 2.4, 2.5, 0.0}) < 1e-12);
-        COMPARE_NEAR(distance(reading.atoms.at(3), reading.atoms.at(0)), 2.6, 1e-12);
-        COMPARE_NEAR(std::abs(reading.atoms.at(3).z), 2.6, 1e-12);
+        QVERIFY2(reading.ok, qPrintable(reading.getLastError()));
+        QCOMPARE(reading.getCoord().size(), 4);
+        QVERIFY(distance(reading.getCoord(2), {QString(), 2.4, 0.0, 0.0}) < 1e-12);
+        QVERIFY(distance(reading.getCoord(3), {QString(), 2.4, 2.5, 0.0}) < 1e-12);
+        COMPARE_NEAR(distance(reading.getCoord(4), reading.getCoord(1)), 2.6, 1e-12);
+        COMPARE_NEAR(std::abs(reading.getCoord(4).z), 2.6, 1e-12);
         QVERIFY(rows.contains("XX") || readText("a.zmt", rows).ok);
     }
 
@@ -150,48 +153,46 @@ private Q_SLOTS:
         const QByteArray head = "Eu\nO 2.0 1\nC 1.2 180.0 2 1\nN 2.4 90. 0. 1 2 3\n";
         const Reading straight = readText("a.zmt", head + "N 1.1 180.0 0.0 3 2 1\n");
         QVERIFY(straight.ok);
-        COMPARE_NEAR(straight.atoms.at(4).x, 4.3, 1e-9); // on the line no dihedral is needed
+        COMPARE_NEAR(straight.getCoord(5).x, 4.3, 1e-9); // on the line no dihedral is needed
         const Reading bent = readText("a.zmt", head + "N 1.1 120.0 0.0 3 2 1\n");
-        QVERIFY2(bent.error.contains(QStringLiteral("Atom 5 of the Z-matrix")),
-                 qPrintable(bent.error));
+        QVERIFY2(bent.getLastError().contains(QStringLiteral("Atom 5 of the Z-matrix")),
+                 qPrintable(bent.getLastError()));
     }
 
     void xyzAndMol2()
     {
-        LanqorInputData xyz(nullptr, dataFile(QStringLiteral("structures/eu_acac3_h2o.xyz")));
-        QVERIFY(xyz.readStructureFile());
+        const Reading xyz = readFixture("structures/eu_acac3_h2o.xyz");
         QCOMPARE(xyz.getCoord().size(), 46);
         QCOMPARE(xyz.getCoord(46).label, QStringLiteral("H"));
         QCOMPARE(xyz.getCoord(4).z, 2.985448893);
-
-        LanqorInputData mol2(
-            nullptr, dataFile(QStringLiteral("structures/eu_acac3_h2o_numbered_names.mol2")));
-        testSupport::MessageSpy spy(mol2);
-        QVERIFY(mol2.readStructureFile());
-        QVERIFY(spy.contains(QStringLiteral("The structure has 2 residues.")));
+        const Reading mol2 = readFixture("structures/eu_acac3_h2o_numbered_names.mol2");
+        QVERIFY(mol2.spy.contains(QStringLiteral("The structure has 2 residues.")));
         QCOMPARE(mol2.getCoord().size(), 46);
         for (int atom = 1; atom <= 46; ++atom) {
             QCOMPARE(mol2.getAtomLabel(atom), xyz.getAtomLabel(atom));
             QVERIFY(distance(mol2.getCoord(atom), xyz.getCoord(atom)) < 1e-4);
         }
-
-        LanqorInputData capitals(nullptr,
-                                 dataFile(QStringLiteral("structures/eu_cl2_h2o6_openbabel.mol2")));
-        testSupport::MessageSpy capitalsSpy(capitals);
-        QVERIFY(capitals.readStructureFile());
-        QVERIFY(capitalsSpy.contains(QStringLiteral("The structure has 10 residues.")));
+        Reading capitals = readFixture("structures/eu_cl2_h2o6_openbabel.mol2");
+        QVERIFY(capitals.spy.contains(QStringLiteral("The structure has 10 residues.")));
         QVERIFY(capitals.createSphericalCoordinate());
-        QCOMPARE(capitals.getAtomLabel(1) + QString::number(capitals.getCoordNumber()),
-                 QStringLiteral("Eu8"));
+        QCOMPARE(capitals.getCoordNumber(), 8);
+    }
 
+    void elementsOfAtomNames()
+    {
+        const auto elements = [](const Reading &reading) {
+            QStringList labels;
+            for (const Coord &atom : reading.getCoord())
+                labels += atom.label;
+            return labels.join(QLatin1Char(' '));
+        };
         // The type tells the element, the name where the type is none.
-        const Reading labels = readText(
-            "a.mol2", "@<TRIPOS>ATOM\n1 Eu1 0 0 0 Du\n2 CA 2 0 0 C.ar\n3 CL1 0 2 0 Cl 1 LIG -.3\n"
-                      "4 O 0 0 2 O.co2\n@<TRIPOS>BOND\n");
-        QString elements;
-        for (const Coord &atom : labels.atoms)
-            elements += atom.label + QLatin1Char(' ');
-        QCOMPARE(elements, QStringLiteral("Eu C Cl O "));
+        QCOMPARE(elements(readText("a.mol2", "@<TRIPOS>ATOM\n1 Eu1 0 0 0 Du\n2 CA 2 0 0 C.ar\n"
+                                             "3 CL1 0 2 0 Cl 1 LIG -.3\n4 O 0 0 2 O.co2\n")),
+                 QStringLiteral("Eu C Cl O"));
+        QCOMPARE(
+            elements(readText("a.xyz", "4\n\n63 0 0 0 1 2\nCL1 2 0 0\no 0 2 0 .5\nXX 0 0 2\n")),
+            QStringLiteral("Eu Cl O XX"));
     }
 
     void kindIsToldByContentWithoutATellingSuffix()
@@ -200,13 +201,12 @@ private Q_SLOTS:
              {"structures/eu_acac3_h2o.xyz", "structures/eu_cl2_h2o6_openbabel.mol2",
               "structures/eu_cl2_h2o6_int.zmt", "structures/eu_cl2_h2o6_internal.mop",
               "structures/eu_h2o9_internal_openmopac.mop", "mopac/eu_cl6_pm7_1scf_disp.out"}) {
-            const QString file = dataFile(QString::fromLatin1(name));
-            LanqorInputData known(nullptr, file);
-            QVERIFY(known.readStructureFile());
-            const Reading unknown = readText("unknown", testSupport::readAll(file));
-            QVERIFY2(unknown.ok, qPrintable(unknown.error));
-            QCOMPARE(unknown.atoms.size(), known.getCoord().size());
-            QCOMPARE(unknown.atoms.at(1).x, known.getCoord(2).x);
+            const Reading known = readFixture(name);
+            const Reading unknown =
+                readText("unknown", testSupport::readAll(dataFile(QString::fromLatin1(name))));
+            QVERIFY2(unknown.ok, qPrintable(unknown.getLastError()));
+            QCOMPARE(unknown.getCoord().size(), known.getCoord().size());
+            QCOMPARE(unknown.getCoord(2).x, known.getCoord(2).x);
         }
     }
 
@@ -255,46 +255,34 @@ private Q_SLOTS:
         QFETCH(QString, message);
         const Reading reading = readText(name, text);
         QVERIFY(!reading.ok);
-        QVERIFY2(reading.error.contains(message), qPrintable(reading.error));
+        QVERIFY2(reading.getLastError().contains(message), qPrintable(reading.getLastError()));
     }
 
     void missingFilesAndDirectories()
     {
         for (const char *suffix : {"", ".out", ".mop", ".zmt", ".xyz", ".mol2"}) {
-            const QString path = QStringLiteral("/nowhere/file") + QLatin1String(suffix);
-            LanqorInputData data(nullptr, path);
-            testSupport::MessageSpy spy(data);
-            QVERIFY(!data.readStructureFile());
-            QCOMPARE(data.getLastError(), path + QStringLiteral(" does not exist."));
-            QCOMPARE(spy.messages, QStringList(data.getLastError()));
+            const Reading reading(QStringLiteral("/nowhere/file") + QLatin1String(suffix));
+            QCOMPARE(reading.getLastError(), QStringLiteral("/nowhere/file") +
+                                                 QLatin1String(suffix) +
+                                                 QStringLiteral(" does not exist."));
+            QCOMPARE(reading.spy.messages, QStringList(reading.getLastError()));
         }
-        QVERIFY(!LanqorInputData(nullptr, QDir::tempPath()).readStructureFile());
-        QCOMPARE(LanqorInputData::numberOfAtomsFromXYZFile(QStringLiteral("/nowhere")), 0);
-        QCOMPARE(LanqorInputData::numberOfAtomsFromXYZFile(
-                     scratchFile(QStringLiteral("n.xyz"), "  12 \r\n")),
-                 12);
-        QCOMPARE(LanqorInputData::numberOfAtomsFromXYZFile(
-                     scratchFile(QStringLiteral("n.xyz"), "0x12\n")),
-                 0);
-        QVERIFY(!LanqorInputData::checkTypeMopFile(QStringLiteral("/nowhere")));
-        QCOMPARE(LanqorInputData::getTypeOfGeometryFromMopFile(QStringLiteral("/nowhere")),
+        QVERIFY(!Reading(QDir::tempPath()).ok);
+        const QString nowhere = QStringLiteral("/nowhere");
+        QVERIFY(!LanqorInputData::checkTypeMopFile(nowhere));
+        QCOMPARE(LanqorInputData::getTypeOfGeometryFromMopFile(nowhere),
                  LanqorInputData::NoGeometry);
-    }
-
-    void damagedFilesAreReadOrRefused_data()
-    {
-        QTest::addColumn<QString>("file");
-        for (const QString &name :
-             QDir(dataFile(QStringLiteral("structures")))
-                 .entryList({QStringLiteral("*.mop"), QStringLiteral("*.zmt"),
-                             QStringLiteral("*.xyz"), QStringLiteral("*.mol2")}))
-            QTest::newRow(name.toUtf8()) << dataFile(QStringLiteral("structures/") + name);
+        QCOMPARE(LanqorInputData::numberOfAtomsFromXYZFile(nowhere), 0);
+        const QPair<QByteArray, int> firstLines[] = {{"  12 \r\n", 12}, {"0x12\n", 0}};
+        for (const auto &[line, count] : firstLines)
+            QCOMPARE(LanqorInputData::numberOfAtomsFromXYZFile(
+                         scratchFile(QStringLiteral("n.xyz"), line)),
+                     count);
     }
 
     void damagedFilesAreReadOrRefused()
     {
-        QFETCH(QString, file);
-        testSupport::damageFile(testSupport::readAll(file), 300, 700, [](const QString &path) {
+        const auto readAsEveryKind = [](const QString &path) {
             for (auto read : {&LanqorInputData::readMopFile, &LanqorInputData::readZmtFile,
                               &LanqorInputData::readXYZFile, &LanqorInputData::readMol2File,
                               &LanqorInputData::readStructureFile}) {
@@ -302,11 +290,18 @@ private Q_SLOTS:
                 const bool ok = (data.*read)();
                 QCOMPARE(ok, data.getLastError().isEmpty());
                 for (const Coord &atom : data.getCoord())
-                    QVERIFY(std::isfinite(atom.x) && std::isfinite(atom.y) &&
-                            std::isfinite(atom.z));
+                    QVERIFY(std::isfinite(atom.x + atom.y + atom.z));
                 QVERIFY(!ok || data.createSphericalCoordinate());
             }
-        });
+        };
+        const QDir folder(dataFile(QStringLiteral("structures")));
+        const QStringList names =
+            folder.entryList({QStringLiteral("*.mop"), QStringLiteral("*.zmt"),
+                              QStringLiteral("*.xyz"), QStringLiteral("*.mol2")});
+        QVERIFY(names.size() >= 6);
+        for (const QString &name : names)
+            testSupport::damageFile(testSupport::readAll(folder.filePath(name)), 300, 700,
+                                    readAsEveryKind);
     }
 };
 
