@@ -163,51 +163,46 @@ private Q_SLOTS:
         QCOMPARE(centre({{QStringLiteral("XX"), 5, 5, 5}}).x, 0.0);
     }
 
-    void indices_data()
-    {
-        QTest::addColumn<QString>("rows");
-        QTest::addColumn<QVector<double>>("parameters");
-        QTest::addColumn<QString>("message"); // empty: passes
-        const auto row = [](const char *name, const char *rows, const QVector<double> &parameters,
-                            const char *message) {
-            QTest::newRow(name) << QString::fromLatin1(rows) << parameters
-                                << QString::fromLatin1(message);
-        };
-        const char rows[] = "   1  Eu   0.0000   0.0000\n"
-                            "   2  O    6.7252  -0.2385\n"
-                            "   3  N    5.1000  -0.4554\n"
-                            "   4  C    4.0000  -9.0000\n";
-        row("inside", rows, {0.2, 10, 6}, "");
-        row("restriction", rows, {0.2, 6, 6},
-            "The parameter D (6) is not larger than 1 times C (6)");
-        row("all zero", rows, {1, 0, 0}, "is not larger than");
-        row("C negative", rows, {0.2, 10, -1}, "must not be negative");
-        row("O above its bound, N within", rows, {0.3, 10, 6},
-            "Atom 2 (O): the charge factor 2.01756 is outside 0.01 to 2");
-        row("negative charge factor", rows, {-0.2, 10, 6}, "Atom 2 (O): the charge factor");
-        row("N polarisability too small", rows, {0.2, 12, 5},
-            "Atom 3 (N): the polarisability -0.464");
-        row("too large", rows, {0.2, 40, 30}, "is outside 0.005 to 15");
-        row("not a number", rows, {std::nan(""), 10, 6}, "Atom 2 (O)");
-        row("carbon keeps the bounds of the atom before it", "2 O 1 0\n3 C 2.5 0\n", {1, 3, 1},
-            "Atom 3 (C): the charge factor 2.5 is outside 0.01 to 2");
-        row("row missing", "2 O 1 0\n4 O 1 0\n", {1, 3, 1}, "Line 3 of the file");
-        row("number missing", "2 O 1 0\n3 O 1\n", {1, 3, 1}, "the row of atom 3");
-        row("atoms missing", "2 O 1 0\n", {1, 3, 1},
-            "holds the reactivity indices of 1 coordinated atoms; 2 are needed");
-    }
-
     void indices()
     {
-        QFETCH(QString, rows);
-        QFETCH(QVector<double>, parameters);
-        QFETCH(QString, message);
+        const QByteArray complex = "   1  Eu   0.0000   0.0000\n"
+                                   "   2  O    6.7252  -0.2385\n"
+                                   "   3  N    5.1000  -0.4554\n"
+                                   "   4  C    4.0000  -9.0000\n";
+        const struct
+        {
+            QByteArray rows;
+            QVector<double> parameters; // Q, D, C
+            const char *message;
+        } cases[] = {
+            {complex, {0.2, 10, 6}, ""},
+            {complex, {0.2, 6, 6}, "The parameter D (6) is not larger than 1 times C (6)"},
+            {complex, {1, 0, 0}, "is not larger than"},
+            {complex, {0.2, 10, -1}, "must not be negative"},
+            {complex, {0.3, 10, 6}, "Atom 2 (O): the charge factor 2.01756 is outside 0.01 to 2"},
+            {complex, {-0.2, 10, 6}, "Atom 2 (O): the charge factor"},
+            {complex, {0.2, 12, 5}, "Atom 3 (N): the polarisability -0.464"},
+            {complex, {0.2, 40, 30}, "is outside 0.005 to 15"},
+            {complex, {std::nan(""), 10, 6}, "Atom 2 (O)"},
+            {"2 O 1 0\n3 C 2.5 0\n",
+             {1, 3, 1},
+             "Atom 3 (C): the charge factor 2.5 is outside 0.01 to 2"},
+            {"2 O 1 0\n4 O 1 0\n", {1, 3, 1}, "Line 3 of the file"},
+            {"2 O 1 0\n3 O 1\n", {1, 3, 1}, "the row of atom 3"},
+            {"2 O 1 0\n",
+             {1, 3, 1},
+             "holds the reactivity indices of 1 coordinated atoms; 2 are needed"},
+        };
         const QByteArray heading =
             " Atomic Charges (au)             Varno Superdelocalizabilities (au)\n";
-        const QString error = LanqorInputData::readFileIndeces(
-            scratchFile(QStringLiteral("a.indeces"), heading + rows.toUtf8()), 2,
-            parameters.constData(), 1);
-        QVERIFY2(message.isEmpty() ? error.isEmpty() : error.contains(message), qPrintable(error));
+        for (const auto &table : cases) {
+            const QString error = LanqorInputData::readFileIndeces(
+                scratchFile(QStringLiteral("a.indeces"), heading + table.rows), 2,
+                table.parameters.constData(), 1);
+            QVERIFY2(error.isEmpty() == (*table.message == '\0') &&
+                         error.contains(QLatin1String(table.message)),
+                     qPrintable(error));
+        }
     }
 
     void indicesOfOtherFiles()

@@ -292,49 +292,42 @@ private Q_SLOTS:
             QVector<int>({1, 0, 2, 1, 3, 2, 1}));
     }
 
-    void forceConstants_data()
+    void forceConstants()
     {
-        QTest::addColumn<QByteArray>("matrix");
-        QTest::addColumn<bool>("readable");
         const QByteArray title = "           FORCE MATRIX IN MILLIDYNES/ANGSTROM\n\n\n";
         const QByteArray columns = "                 Eu  1       O  2       O  3\n ----------\n";
         const QByteArray rows = "    Eu    1  15.897903\n     O    2   2.810755  15.289968\n"
                                 "     O    3   2.825294   0.898453  15.386498\n";
         const QByteArray matrix = title + columns + rows;
         const QByteArray lastRow = "     O    3";
-        const auto row = [](const char *tag, const QByteArray &text, bool readable) {
-            QTest::newRow(tag) << text << readable;
+        const QPair<QByteArray, bool> matrices[] = {
+            {matrix, true},                         // 22
+            {title + "0\n" + columns + rows, true}, // 7, with zeros
+            {changed(matrix, lastRow, "\n\n" + columns + lastRow),
+             true},                                         // title repeated on a new page
+            {changed(matrix, "2.8", "9.8") + matrix, true}, // two matrices, the last counts
+            {matrix.trimmed(), true}, // end of the file behind the last number
+            {matrix.left(matrix.indexOf("2.825294") + 4), false}, // cut in the number
+            {changed(matrix, "     O    2   2.810755  15.289968\n", ""), false}, // row missing
+            {changed(matrix, "2.825294", "********"), false},                    // overflow
+            {title + columns + "    Eu    1  15.897903\n\n     O  2     O  3\n" + rows,
+             false},                                              // next columns too early
+            {"ISOTOPE  - FORCE MATRIX WRITTEN TO DISK\n", false}, // none
         };
-        row("22", matrix, true);
-        row("7, with zeros", title + "0\n" + columns + rows, true);
-        row("title repeated on a new page", changed(matrix, lastRow, "\n\n" + columns + lastRow),
-            true);
-        row("two matrices, the last counts", changed(matrix, "2.8", "9.8") + matrix, true);
-        row("end of the file behind the last number", matrix.trimmed(), true);
-        row("cut in the number", matrix.left(matrix.indexOf("2.825294") + 4), false);
-        row("row missing", changed(matrix, "     O    2   2.810755  15.289968\n", ""), false);
-        row("overflow", changed(matrix, "2.825294", "********"), false);
-        row("next columns too early",
-            title + columns + "    Eu    1  15.897903\n\n     O  2     O  3\n" + rows, false);
-        row("none", "ISOTOPE  - FORCE MATRIX WRITTEN TO DISK\n", false);
-    }
-
-    void forceConstants()
-    {
-        QFETCH(QByteArray, matrix);
-        QFETCH(bool, readable);
-        const QString path = scratchFile(QStringLiteral("force.out"), whole + matrix);
-        LanqorInputData data(nullptr, QString());
-        QCOMPARE(data.readForceConstant(path, 2), readable);
-        QCOMPARE(data.getForceConstantsCount(), readable ? 2 : 0);
-        if (readable) {
-            QCOMPARE(data.getForceConstant(0), 2.810755);
-            QCOMPARE(data.getForceConstant(1), 2.825294);
+        for (const auto &[text, readable] : matrices) {
+            const QString path = scratchFile(QStringLiteral("force.out"), whole + text);
+            LanqorInputData data(nullptr, QString());
+            QVERIFY2(data.readForceConstant(path, 2) == readable, text);
+            QCOMPARE(data.getForceConstantsCount(), readable ? 2 : 0);
+            if (readable) {
+                QCOMPARE(data.getForceConstant(0), 2.810755);
+                QCOMPARE(data.getForceConstant(1), 2.825294);
+            }
+            QVERIFY(!data.readForceConstant(path, 0));
+            QVERIFY(!data.readForceConstant(path, 3));
+            QCOMPARE(data.getLastError(), QStringLiteral("There has been an error during read in "
+                                                         "force constant from Mopac output."));
         }
-        QVERIFY(!data.readForceConstant(path, 0));
-        QVERIFY(!data.readForceConstant(path, 3));
-        QCOMPARE(data.getLastError(), QStringLiteral("There has been an error during read in force "
-                                                     "constant from Mopac output."));
     }
 
     void cutAnywhere_data()

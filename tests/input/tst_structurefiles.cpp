@@ -41,6 +41,15 @@ Reading readFixture(const char *name)
     return Reading(dataFile(QString::fromLatin1(name)));
 }
 
+/// Labels of the atoms, blank separated.
+QString elements(const Reading &reading)
+{
+    QStringList labels;
+    for (const Coord &atom : reading.getCoord())
+        labels += atom.label;
+    return labels.join(QLatin1Char(' '));
+}
+
 } // namespace
 
 class TestStructureFiles : public QObject
@@ -80,72 +89,54 @@ private Q_SLOTS:
         COMPARE_NEAR(data.getCoordSPH(2).r, 2.41159942, 1e-9);
     }
 
-    void mopacInputs_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        const QByteArray title = "AM1 XYZ\ntitle\n\n";
-        const QByteArray rows = "Eu 0 1 0 1 0 1\nO 2.4 1 0.5 1 -0.25 1\n";
-        QTest::newRow("flags") << title + rows;
-        QTest::newRow("signed flags, comment, small letters")
-            << title + "EU 0. +0 0. +0 0. +0\n* a comment\no 2.4 +1 .5 +1 -2.5e-1 -1\n\nO 9 9 9\n";
-        QTest::newRow("no flags") << title + "  Eu 0.0 0.0 0.0\n\tO\t2.4\t0.5\t-0.25";
-        QTest::newRow("numbers of elements, commas") << title + "63 0, 0, 0,\n8 2.4, .5, -.25\n";
-        QTest::newRow("references of 0")
-            << title + "Eu 0.0 1 0.0 1 0.0 1 0 0 0\nO 2.4 1 0.5 1 -0.25 1 0 0 0\n";
-        QTest::newRow("charges") << title + "Eu 0. 1 0. 1 0. 1    3.0000\n"
-                                            "O 2.4 1 0.5 1 -0.25 1 0 0 0 -0.7252\n";
-        QTest::newRow("atom tags, translation vectors, dummy, mass of the isotope")
-            << title + "Eu(ion 1) 0 1 0 1 0 1\nXX 1 1 1 1 1 1\nO17.99( 2) 2.4 1 0.5 1 -0.25 1\n"
-                       "Tv 13. 0 0. 0 0. 0\n";
-        QTest::newRow("extra keyword line") << "AM1 +\nXYZ\ntitle\n\n" + rows;
-        QTest::newRow("keyword line in place of a title, CR LF")
-            << QByteArray("AM1 &\nXYZ\ntitle\n" + rows).replace("\n", "\r\n");
-        QTest::newRow("byte order mark") << "\xEF\xBB\xBF" + title + rows;
-        QTest::newRow("no keywords at all") << "\ntitle\n\n" + rows + "0 0 0 0\n";
-    }
-
     void mopacInputs()
     {
-        QFETCH(QByteArray, text);
-        const Reading reading = readText("a.mop", text);
-        const QString path = scratchFile(QStringLiteral("a.mop"), text);
-        QCOMPARE(LanqorInputData::checkTypeMopFile(path), text.contains("XYZ"));
-        QCOMPARE(LanqorInputData::getTypeOfGeometryFromMopFile(path),
-                 LanqorInputData::CartesianGeometry);
-        QVERIFY2(reading.ok, qPrintable(reading.getLastError()));
-        QCOMPARE(reading.getCoord().size(), 2);
-        QCOMPARE(reading.getCoord(1).label, QStringLiteral("Eu"));
-        QCOMPARE(reading.getCoord(2).label, QStringLiteral("O"));
-        QCOMPARE(distance(reading.getCoord(2), {QString(), 2.4, 0.5, -0.25}), 0.0);
-    }
-
-    void shortRowsOfTheFirstAtoms_data()
-    {
-        QTest::addColumn<QByteArray>("rows");
-        QTest::newRow("flags") << QByteArray("Eu\nO 2.4 1\nO 2.5 1 90.0 1\n"
-                                             "N 2.6 1 90.0 1 90.0 1 1 2 3\n");
-        QTest::newRow("no flags") << QByteArray("Eu\nO 2.4 1\nO 2.5 90.0 2 1\n"
-                                                "N 2.6 90.0 90.0 1 2 3\n");
-        QTest::newRow("zeros") << QByteArray("Eu 0. 0 0. 0 0. 0 0 0 0\nO 2.4 1 0. 0 0. 0 1 0 0\n"
-                                             "O 2.5 1 90.0 1 0. 0 2 1 0\n"
-                                             "N 2.6 1 90.0 1 90.0 1 1 2 3\n");
-        QTest::newRow("dummy atom")
-            << QByteArray("Eu\nO 2.4 1\nO 2.5 1 90.0 1\nXX 1. 0 90. 0 0. 0 1 2 3\n"
-                          "N 2.6 1 90.0 1 90.0 1 1 2 4\n");
+        const QByteArray title = "AM1 XYZ\ntitle\n\n";
+        const QByteArray rows = "Eu 0 1 0 1 0 1\nO 2.4 1 0.5 1 -0.25 1\n";
+        const QByteArray texts[] = {
+            title + rows,
+            title + "EU 0. +0 0. +0 0. +0\n* a comment\no 2.4 +1 .5 +1 -2.5e-1 -1\n\nO 9 9 9\n",
+            title + "  Eu 0.0 0.0 0.0\n\tO\t2.4\t0.5\t-0.25",
+            title + "63 0, 0, 0,\n8 2.4, .5, -.25\n",
+            title + "Eu 0.0 1 0.0 1 0.0 1 0 0 0\nO 2.4 1 0.5 1 -0.25 1 0 0 0\n",
+            title + "Eu 0. 1 0. 1 0. 1  3.0000\nO 2.4 1 0.5 1 -0.25 1 0 0 0 -0.7252\n", // charges
+            title + "Eu(ion 1) 0 1 0 1 0 1\nXX 1 1 1 1 1 1\nO17.99( 2) 2.4 1 0.5 1 -0.25 1\n"
+                    "Tv 13. 0 0. 0 0. 0\n",
+            "AM1 +\nXYZ\ntitle\n\n" + rows,     // one line more
+            "AM1 &\r\nXYZ\r\ntitle\r\n" + rows, // in place of a title
+            "\xEF\xBB\xBF" + title + rows,
+            "\ntitle\n\n" + rows + "0 0 0 0\n"};
+        for (const QByteArray &text : texts) {
+            const Reading reading = readText("a.mop", text);
+            const QString path = scratchFile(QStringLiteral("a.mop"), text);
+            QCOMPARE(LanqorInputData::checkTypeMopFile(path), text.contains("XYZ"));
+            QCOMPARE(LanqorInputData::getTypeOfGeometryFromMopFile(path),
+                     LanqorInputData::CartesianGeometry);
+            QVERIFY2(reading.ok, qPrintable(reading.getLastError()));
+            QVERIFY2(elements(reading) == QStringLiteral("Eu O"), text);
+            QCOMPARE(distance(reading.getCoord(2), {QString(), 2.4, 0.5, -0.25}), 0.0);
+        }
     }
 
     /// Eu at the origin, O on x, the second O bound to the first along y, N out of their plane.
     void shortRowsOfTheFirstAtoms()
     {
-        QFETCH(QByteArray, rows);
-        const Reading reading = readText("a.mop", "AM1\n\n\n" + rows);
-        QVERIFY2(reading.ok, qPrintable(reading.getLastError()));
-        QCOMPARE(reading.getCoord().size(), 4);
-        QVERIFY(distance(reading.getCoord(2), {QString(), 2.4, 0.0, 0.0}) < 1e-12);
-        QVERIFY(distance(reading.getCoord(3), {QString(), 2.4, 2.5, 0.0}) < 1e-12);
-        COMPARE_NEAR(distance(reading.getCoord(4), reading.getCoord(1)), 2.6, 1e-12);
-        COMPARE_NEAR(std::abs(reading.getCoord(4).z), 2.6, 1e-12);
-        QVERIFY(rows.contains("XX") || readText("a.zmt", rows).ok);
+        const QByteArray texts[] = {
+            "Eu\nO 2.4 1\nO 2.5 1 90.0 1\nN 2.6 1 90.0 1 90.0 1 1 2 3\n",
+            "Eu\nO 2.4 1\nO 2.5 90.0 2 1\nN 2.6 90.0 90.0 1 2 3\n",
+            "Eu 0. 0 0. 0 0. 0 0 0 0\nO 2.4 1 0. 0 0. 0 1 0 0\nO 2.5 1 90.0 1 0. 0 2 1 0\n"
+            "N 2.6 1 90.0 1 90.0 1 1 2 3\n",
+            "Eu\nO 2.4 1\nO 2.5 1 90.0 1\nXX 1. 0 90. 0 0. 0 1 2 3\nN 2.6 1 90.0 1 90.0 1 1 2 4\n"};
+        for (const QByteArray &rows : texts) {
+            const Reading reading = readText("a.mop", "AM1\n\n\n" + rows);
+            QVERIFY2(reading.ok, qPrintable(reading.getLastError()));
+            QCOMPARE(reading.getCoord().size(), 4);
+            QVERIFY(distance(reading.getCoord(2), {QString(), 2.4, 0.0, 0.0}) < 1e-12);
+            QVERIFY(distance(reading.getCoord(3), {QString(), 2.4, 2.5, 0.0}) < 1e-12);
+            COMPARE_NEAR(distance(reading.getCoord(4), reading.getCoord(1)), 2.6, 1e-12);
+            COMPARE_NEAR(std::abs(reading.getCoord(4).z), 2.6, 1e-12);
+            QVERIFY2(readText("a.zmt", rows).ok, rows);
+        }
     }
 
     void collinearReferences()
@@ -180,12 +171,6 @@ private Q_SLOTS:
 
     void elementsOfAtomNames()
     {
-        const auto elements = [](const Reading &reading) {
-            QStringList labels;
-            for (const Coord &atom : reading.getCoord())
-                labels += atom.label;
-            return labels.join(QLatin1Char(' '));
-        };
         // The type tells the element, the name where the type is none.
         QCOMPARE(elements(readText("a.mol2", "@<TRIPOS>ATOM\n1 Eu1 0 0 0 Du\n2 CA 2 0 0 C.ar\n"
                                              "3 CL1 0 2 0 Cl 1 LIG -.3\n4 O 0 0 2 O.co2\n")),
@@ -210,52 +195,42 @@ private Q_SLOTS:
         }
     }
 
-    void failuresNameWhatIsWrong_data()
-    {
-        QTest::addColumn<QByteArray>("name");
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("message");
-        const auto row = [](const char *tag, const char *name, const char *text,
-                            const char *message) {
-            QTest::newRow(tag) << QByteArray(name) << QByteArray(text)
-                               << QString::fromLatin1(message);
-        };
-        row("xyz without a count", "a.xyz", "Eu 0 0 0\n", "is not a number of atoms");
-        row("xyz with a negative count", "a.xyz", "-4\n\nEu 0 0 0\n", "is not a number of atoms");
-        row("xyz with a huge count", "a.xyz", "2000000000\n\nEu 0 0 0\n",
-            "is not a number of atoms");
-        row("xyz cut", "a.xyz", "3\n\nEu 0 0 0\nO 2 0 0\n", "announces 3 atoms and holds 2");
-        row("xyz row cut", "a.xyz", "2\n\nEu 0 0 0\nO 2 0\n",
-            "Line 4 of the structure file cannot be read; an element and its x, y and z");
-        row("xyz overflow", "a.xyz", "2\n\nEu 0 0 0\nO 2 0 *****\n", "Line 4 of");
-        row("xyz decimal commas", "a.xyz", "2\n\nEu 0 0 0\nO 2,0 0 0\n",
-            "decimal points, no commas");
-        row("xyz not finite", "a.xyz", "2\n\nEu 0 0 0\nO 2 0 nan\n", "Line 4 of");
-        row("mol2 without atoms", "a.mol2", "@<TRIPOS>MOLECULE\n", "Cannot find the atoms");
-        row("mol2 cut", "a.mol2",
-            "@<TRIPOS>MOLECULE\nname\n 3 0\nSMALL\n\n@<TRIPOS>ATOM\n 1 EU 0 0 0 Eu\n",
-            "announces 3 atoms and holds 1");
-        row("mol2 without types", "a.mol2", "@<TRIPOS>ATOM\n 1 EU 0 0 0\n", "Line 2 of");
-        row("mop without atoms", "a.mop", "AM1\n\n\n\n", "Cannot find the atoms");
-        row("mop row cut", "a.mop", "AM1\n\n\nEu 0 1 0 1 0 1\nO 2 1 3.5 1 1\n", "Line 5 of");
-        row("mop Cartesian row cut between fields", "a.mop",
-            "AM1\n\n\nEu 0 1 0 1 0 1\nO 2 1 0 1 0 1\nO 2 1 3\n", "Line 6 of");
-        row("mop reference to a later atom", "a.mop",
-            "AM1\n\n\nEu\nO 2 1\nO 2 1 90 1\nO 2 1 90 1 90 1 1 2 5\n", "Atom 4 of the Z-matrix");
-        row("zmt references twice the same", "a.zmt", "Eu\nO 2 1\nO 2 90 1 2\nO 2 90. 90. 1 1 3\n",
-            "Atom 4 of the Z-matrix");
-        row("empty", "a.zmt", "", "Cannot find the atoms");
-        row("unknown kind", "a.dat", "\n\n\n\n", "cannot be told");
-    }
-
     void failuresNameWhatIsWrong()
     {
-        QFETCH(QByteArray, name);
-        QFETCH(QByteArray, text);
-        QFETCH(QString, message);
-        const Reading reading = readText(name, text);
-        QVERIFY(!reading.ok);
-        QVERIFY2(reading.getLastError().contains(message), qPrintable(reading.getLastError()));
+        const struct
+        {
+            const char *name;
+            QByteArray text;
+            const char *message;
+        } cases[] = {
+            {"a.xyz", "Eu 0 0 0\n", "is not a number of atoms"},
+            {"a.xyz", "-4\n\nEu 0 0 0\n", "is not a number of atoms"},
+            {"a.xyz", "2000000000\n\nEu 0 0 0\n", "is not a number of atoms"},
+            {"a.xyz", "3\n\nEu 0 0 0\nO 2 0 0\n", "announces 3 atoms and holds 2"},
+            {"a.xyz", "2\n\nEu 0 0 0\nO 2 0\n",
+             "Line 4 of the structure file cannot be read; an element and its x, y and z"},
+            {"a.xyz", "2\n\nEu 0 0 0\nO 2 0 *****\n", "Line 4 of"},
+            {"a.xyz", "2\n\nEu 0 0 0\nO 2,0 0 0\n", "decimal points, no commas"},
+            {"a.xyz", "2\n\nEu 0 0 0\nO 2 0 nan\n", "Line 4 of"},
+            {"a.mol2", "@<TRIPOS>MOLECULE\n", "Cannot find the atoms"},
+            {"a.mol2", "@<TRIPOS>MOLECULE\nname\n 3 0\nSMALL\n\n@<TRIPOS>ATOM\n 1 EU 0 0 0 Eu\n",
+             "announces 3 atoms and holds 1"},
+            {"a.mol2", "@<TRIPOS>ATOM\n 1 EU 0 0 0\n", "Line 2 of"},
+            {"a.mop", "AM1\n\n\n\n", "Cannot find the atoms"},
+            {"a.mop", "AM1\n\n\nEu 0 1 0 1 0 1\nO 2 1 3.5 1 1\n", "Line 5 of"},
+            {"a.mop", "AM1\n\n\nEu 0 1 0 1 0 1\nO 2 1 0 1 0 1\nO 2 1 3\n", "Line 6 of"},
+            {"a.mop", "AM1\n\n\nEu\nO 2 1\nO 2 1 90 1\nO 2 1 90 1 90 1 1 2 5\n",
+             "Atom 4 of the Z-matrix"},
+            {"a.zmt", "Eu\nO 2 1\nO 2 90 1 2\nO 2 90. 90. 1 1 3\n", "Atom 4 of the Z-matrix"},
+            {"a.zmt", "", "Cannot find the atoms"},
+            {"a.dat", "\n\n\n\n", "cannot be told"},
+        };
+        for (const auto &wrong : cases) {
+            const Reading reading = readText(wrong.name, wrong.text);
+            QVERIFY2(!reading.ok, wrong.text);
+            QVERIFY2(reading.getLastError().contains(QLatin1String(wrong.message)),
+                     qPrintable(reading.getLastError()));
+        }
     }
 
     void missingFilesAndDirectories()
