@@ -56,7 +56,6 @@ class TestPartition : public QObject
 private Q_SLOTS:
     void pairTermsAndShares();
     void groups();
-    void groupTexts_data();
     void groupTexts();
     void geometriesThatAreRefused();
 };
@@ -122,39 +121,27 @@ void TestPartition::groups()
     COMPARE_NEAR(c.partition.getSumByLigand(0) + c.partition.getSumByLigand(1), among, 1e-10);
 }
 
-void TestPartition::groupTexts_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("repeated in a group") << "A 2 3 2"
-                                         << "Line 1 of the ligands: atom 2";
-    QTest::newRow("repeated in another") << "A 2 3\nB 4 3"
-                                         << "Line 2 of the ligands: atom 3";
-    QTest::newRow("the ion") << "A 1 2"
-                             << "Line 1 of the ligands: \"1\"";
-    QTest::newRow("beyond the sphere") << "A 2\n\nB 10"
-                                       << "Line 3 of the ligands: \"10\"";
-    QTest::newRow("no number") << "acac ligand 2 3"
-                               << "\"ligand\"";
-    QTest::newRow("no integer") << "A 2.5"
-                                << "\"2.5\"";
-    QTest::newRow("empty group") << "A 2\nB # 3"
-                                 << "Line 2 of the ligands: group \"B\"";
-    QTest::newRow("no group") << "# nothing\n\n"
-                              << "no group";
-}
-
 void TestPartition::groupTexts()
 {
-    QFETCH(QString, text);
-    QFETCH(QString, message);
+    const QMap<QString, QString> messages = {
+        {"A 2 3 2", "Line 1 of the ligands: atom 2"},
+        {"A 2 3\nB 4 3", "Line 2 of the ligands: atom 3"},
+        {"A 1 2", "Line 1 of the ligands: \"1\""}, // the ion
+        {"A 2\n\nB 10", "Line 3 of the ligands: \"10\""},
+        {"acac ligand 2 3", "\"ligand\""},
+        {"A 2.5", "\"2.5\""},
+        {"A 2\nB # 3", "Line 2 of the ligands: group \"B\""},
+        {"# nothing\n\n", "no group"},
+    };
     Case c(4);
-    QVERIFY(c.partition.setLigandsVector(QString("A 2\nB 3")));
-    testSupport::MessageSpy spy(c.partition);
-    QVERIFY(!c.partition.setLigandsVector(text));
-    QCOMPARE(spy.messages, QStringList{c.partition.getLastError()});
-    QVERIFY2(spy.contains(message), qPrintable(spy.messages.first()));
-    QCOMPARE(c.partition.getLigandsNumber(), 0);
+    for (auto wrong = messages.begin(); wrong != messages.end(); ++wrong) {
+        QVERIFY(c.partition.setLigandsVector(QString("A 2\nB 3")));
+        testSupport::MessageSpy spy(c.partition);
+        QVERIFY2(!c.partition.setLigandsVector(wrong.key()), qPrintable(wrong.key()));
+        QCOMPARE(spy.messages, QStringList{c.partition.getLastError()});
+        QVERIFY2(spy.contains(wrong.value()), qPrintable(spy.messages.first()));
+        QCOMPARE(c.partition.getLigandsNumber(), 0);
+    }
 }
 
 void TestPartition::geometriesThatAreRefused()
