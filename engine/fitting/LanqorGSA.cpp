@@ -246,7 +246,7 @@ double LanqorGSA::dGamma(const double &x)
     // Beyond 1000 the value is out of the range of a double, and so is the count below.
     if (!(std::abs(x) < 1000.0))
         return std::numeric_limits<double>::quiet_NaN();
-    const int shift = static_cast<int>(x - 2.0 + 0.5);
+    const int shift = static_cast<int>(std::trunc(x - 2.0 + 0.5));
     const double w = x - (shift + 2);
     double y = 0.0;
     for (const double coefficient : inverseGammaCoefficients)

@@ -23,27 +23,29 @@ QString twoDonors()
     return mopacFile("eu_acac3_phen_am1_allvec.out");
 }
 
-/// One group for each element, in the order of their first atoms.
-Groups byElement(const QVector<CoordSPH> &sphere)
+/// Elements of the coordinated atoms in the order of their first atoms.
+QStringList elementsOf(const QVector<CoordSPH> &sphere)
 {
-    Groups groups;
     QStringList elements;
-    for (int atom = 2; atom <= sphere.size(); ++atom) {
-        const QString label = sphere.at(atom - 1).label;
-        if (!elements.contains(label))
-            elements.append(label);
-        groups[elements.indexOf(label)].append(QStringLiteral("%1 %2").arg(label).arg(atom));
-    }
-    return groups;
+    for (const CoordSPH &atom : sphere.mid(1))
+        elements.append(atom.label);
+    elements.removeDuplicates();
+    return elements;
 }
 
-/// A fit of all coordinated atoms of a file, one group per element.
+/// A fit of all coordinated atoms of a file, one group for each element.
 std::unique_ptr<LanqorParametric> makeFit(const QString &file, double omega2, double omega4)
 {
     const QVector<CoordSPH> sphere = sphereOf(file);
     auto fit = std::make_unique<LanqorParametric>(nullptr, file, 0);
+    Groups groups;
+    for (int atom = 2; atom <= sphere.size(); ++atom) {
+        const QString label = sphere.at(atom - 1).label;
+        groups[elementsOf(sphere).indexOf(label)].append(
+            QStringLiteral("%1 %2").arg(label).arg(atom));
+    }
     fit->setCoordNumber(sphere.size() - 1);
-    fit->setGroupsAndAtoms(byElement(sphere));
+    fit->setGroupsAndAtoms(groups);
     fit->setOmegaExp(omega2 * omegaUnit, omega4 * omegaUnit);
     OmegaPrintingOptions options;
     options.printChargeFactors = true;
@@ -52,18 +54,15 @@ std::unique_ptr<LanqorParametric> makeFit(const QString &file, double omega2, do
     return fit;
 }
 
-/// g and alpha of every atom from those of its group.
+/// Omega from g, then alpha, of the elements.
 plainOmega::Result plainValues(const QVector<CoordSPH> &sphere, const QVector<double> &x)
 {
-    const Groups groups = byElement(sphere);
     QVector<double> g(sphere.size() + 1, 0.0);
     QVector<double> alpha = g;
-    for (auto group = groups.begin(); group != groups.end(); ++group) {
-        for (const QString &atom : group.value()) {
-            const int number = atom.section(QLatin1Char(' '), 1).toInt();
-            g[number] = x.at(group.key());
-            alpha[number] = x.at(groups.size() + group.key()) * alphaUnit;
-        }
+    for (int atom = 2; atom <= sphere.size(); ++atom) {
+        const int index = elementsOf(sphere).indexOf(sphere.at(atom - 1).label);
+        g[atom] = x.at(index);
+        alpha[atom] = x.at(x.size() / 2 + index) * alphaUnit;
     }
     return plainOmega::omega(sphere, g, alpha);
 }
@@ -95,14 +94,16 @@ double bestOnGrid(const QVector<CoordSPH> &sphere, double omega2, double omega4)
     const auto both = plainValues(sphere, {1.0, 1.0}).total;
     const auto bounds = boundsOf(sphere.at(1).label);
     double best = 1e300;
-    for (int cell = 0; cell < (cells + 1) * (cells + 1); ++cell) {
-        const double g = bounds.first + cell / (cells + 1) * (bounds.second - bounds.first) / cells;
-        const double alpha = 0.005 + cell % (cells + 1) * 6.495 / cells;
-        plainOmega::Result omega;
-        for (const std::size_t k : {2U, 4U})
-            omega.total[k] = ofG[k] * g * g + ofAlpha[k] * alpha * alpha +
-                             (both[k] - ofG[k] - ofAlpha[k]) * g * alpha;
-        best = std::min(best, misfit(omega, omega2, omega4));
+    for (int i = 0; i <= cells; ++i) {
+        const double g = bounds.first + i * (bounds.second - bounds.first) / cells;
+        for (int k = 0; k <= cells; ++k) {
+            const double alpha = 0.005 + k * 6.495 / cells;
+            plainOmega::Result omega;
+            for (const std::size_t rank : {2U, 4U})
+                omega.total[rank] = ofG[rank] * g * g + ofAlpha[rank] * alpha * alpha +
+                                    (both[rank] - ofG[rank] - ofAlpha[rank]) * g * alpha;
+            best = std::min(best, misfit(omega, omega2, omega4));
+        }
     }
     return best;
 }
@@ -307,7 +308,7 @@ private Q_SLOTS:
         if (path.isEmpty())
             QSKIP("needs LANQOR_CORPUS_DIR");
         const QVector<CoordSPH> sphere = sphereOf(path);
-        const int count = byElement(sphere).size();
+        const int count = elementsOf(sphere).size();
         QVector<double> byHand(2 * count);
         for (int i = 0; i < count; ++i) {
             byHand[i] = 0.62 + 0.15 * i;
