@@ -123,7 +123,7 @@ QString LanqorInputData::readFileIndeces(const QString &fileName, const int &coo
     if (coordNumber < 1 || coordNumber > maximumAtoms)
         return numberOfAtomsError(coordNumber);
     IndicesTable table;
-    const QString error = readIndices(reader, fileName, coordNumber, table);
+    QString error = readIndices(reader, fileName, coordNumber, table);
     if (!error.isEmpty())
         return error;
     const double d = qdcParameters[1];

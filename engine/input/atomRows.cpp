@@ -4,6 +4,8 @@
 #include "core/elements_p.h"
 #include "core/internalCoordinates_p.h"
 
+#include <iterator>
+
 namespace structureFiles {
 
 namespace {
@@ -31,6 +33,8 @@ bool setValue(AtomRow &row, std::size_t index, std::string_view field)
 {
     double *const values[3] = {&row.atom.distance, &row.atom.angle, &row.atom.dihedral};
     bool ok = false;
+    if (index >= std::size(values))
+        return false;
     *values[index] = textFields::toDouble(field, &ok);
     row.valueCount = index + 1;
     return ok;
@@ -40,6 +44,8 @@ bool setReference(AtomRow &row, std::size_t index, std::string_view field)
 {
     int *const references[3] = {&row.atom.na, &row.atom.nb, &row.atom.nc};
     bool ok = false;
+    if (index >= std::size(references))
+        return false;
     *references[index] = textFields::toInt(field, &ok);
     row.hasReferences = row.hasReferences || *references[index] > 0;
     return ok;

@@ -167,38 +167,31 @@ private Q_SLOTS:
         QCOMPARE(data.getAtomicChargesCount(), 4);
     }
 
-    void layoutsOfTheVersions_data()
-    {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("citation");
-        const auto row = [](const char *file, const char *citation) {
-            QTest::newRow(file) << dataFile(QStringLiteral("mopac/layouts/") + QLatin1String(file))
-                                << QString::fromLatin1(citation);
-        };
-        row("mopac7.out", "");
-        row("mopac2002.out", "");
-        row("mopac2012.out", "MOPAC Program Reference\n\nMOPAC2012, James J. P. Stewart, Stewart "
-                             "Computational Chemistry, Version 12.151M web: HTTP://OpenMOPAC.net");
-        row("mopac2012_two_works.out", "MOPAC Program Reference\n\nMOPAC2012, James J. P. Stewart, "
-                                       "Version 14.208M");
-        row("mopac2016_no_days.out", "MOPAC Program Reference\n\nMOPAC2016, Version: 21.298M, "
-                                     "web-site: HTTP://OpenMOPAC.net.");
-        row("mopac22.out", "");
-    }
-
     void layoutsOfTheVersions()
     {
-        QFETCH(QString, file);
-        for (const QLocale &locale : {QLocale(QLocale::German), QLocale::c()}) {
-            QLocale::setDefault(locale);
-            const Reading reading(file);
-            compareWhole(reading);
-            QTEST(reading.getMopacCitation(), "citation");
+        const QString opening = QStringLiteral("MOPAC Program Reference\n\n");
+        const QPair<QString, QString> citations[] = {
+            {QStringLiteral("mopac7.out"), QString()},
+            {QStringLiteral("mopac2002.out"), QString()},
+            {QStringLiteral("mopac2012.out"),
+             opening + "MOPAC2012, James J. P. Stewart, Stewart Computational Chemistry, Version "
+                       "12.151M web: HTTP://OpenMOPAC.net"},
+            {QStringLiteral("mopac2012_two_works.out"),
+             opening + "MOPAC2012, James J. P. Stewart, Version 14.208M"},
+            {QStringLiteral("mopac2016_no_days.out"),
+             opening + "MOPAC2016, Version: 21.298M, web-site: HTTP://OpenMOPAC.net."},
+            {QStringLiteral("mopac22.out"), QString()}};
+        for (const auto &[name, citation] : citations) {
+            const QByteArray text = readAll(dataFile(QStringLiteral("mopac/layouts/") + name));
+            for (const QByteArray &job : {text, text + text}) { // a second job replaces the first
+                const Reading reading = readText(job);
+                compareWhole(reading);
+                QCOMPARE(reading.getMopacCitation(), citation);
+            }
+            QLocale::setDefault(QLocale(QLocale::German));
+            compareWhole(readText(text));
+            QLocale::setDefault(QLocale::c());
         }
-        const QByteArray text = readAll(file);
-        const Reading twoJobs = readText(text + text); // the second replaces the first
-        compareWhole(twoJobs);
-        QTEST(twoJobs.getMopacCitation(), "citation");
     }
 
     void citationWithoutAnEnd()
@@ -211,35 +204,25 @@ private Q_SLOTS:
                      QStringLiteral(" word").repeated(19));
     }
 
-    void variationsOfOneLayout_data()
+    void variationsOfOneLayout()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::newRow("CR LF") << changed(whole, "\n", "\r\n");
-        QTest::newRow("large heat in joules")
-            << changed(whole, "KCAL/MOL =    -733.08829", "KCAL/MOL =  -733088.29");
-        QTest::newRow("charge on system behind the geometry")
-            << changed(whole, "CHARGE ON SYSTEM = +1", "") + "  COMPUTED CHARGE ON SYSTEM: +1\n";
-        QTest::newRow("words of the heat without a value")
-            << whole + "          SUM =        225.58630 KCAL/MOL = FINAL HEAT OF FORMATION\n";
-        QTest::newRow("force job behind")
-            << whole + changed(forceHead, "1.8000", "1.7000") +
-                   "   FORCE CONSTANT IN CARTESIAN COORDINATES (Millidynes/A)\n\n"
-                   "      2       O   5.365997   0.205668   0.205668\n";
         QByteArray earlier = whole;
         for (const char *value : {"-175.21231", "15.257254", "0.943", "1.900000000", "-2.000000 "})
             earlier.replace(value, QByteArray(value).replace(1, 1, "7"));
-        QTest::newRow("earlier job with other values") << earlier + whole;
-        QTest::newRow("results title only behind the starting geometry")
-            << changed(head, "AM1 CALCULATION RESULTS", "") + heat + results +
-                   "   CALCULATION RESULTS\n" + final;
-        QTest::newRow("end of the file behind the last number")
-            << (head + heat + results + final).trimmed();
-    }
-
-    void variationsOfOneLayout()
-    {
-        QFETCH(QByteArray, text);
-        compareWhole(readText(text));
+        const QByteArray texts[] = {
+            changed(whole, "\n", "\r\n"),
+            changed(whole, "KCAL/MOL =    -733.08829", "KCAL/MOL =  -733088.29"),
+            changed(whole, "CHARGE ON SYSTEM = +1", "") + "  COMPUTED CHARGE ON SYSTEM: +1\n",
+            whole + "          SUM =        225.58630 KCAL/MOL = FINAL HEAT OF FORMATION\n",
+            whole + changed(forceHead, "1.8000", "1.7000") +
+                "   FORCE CONSTANT IN CARTESIAN COORDINATES (Millidynes/A)\n\n"
+                "      2       O   5.365997   0.205668   0.205668\n",
+            earlier + whole, // values of a later job count
+            changed(head, "AM1 CALCULATION RESULTS", "") + heat + results +
+                "   CALCULATION RESULTS\n" + final,
+            (head + heat + results + final).trimmed()};
+        for (const QByteArray &text : texts)
+            compareWhole(readText(text));
     }
 
     /// Without a final block the first serves jobs that do not optimise, as their keywords tell.
