@@ -13,15 +13,15 @@ using testSupport::runProgram;
 namespace {
 
 /// Arguments of a fit of a file; @p options are split at blanks.
-QStringList fitArguments(const char *kind, const char *file, const char *options)
+QStringList fitArguments(const char *kind, const QString &file, const char *options)
 {
-    return QStringList{QStringLiteral("fit"), QString::fromLatin1(kind), mopacFile(file)} +
+    return QStringList{QStringLiteral("fit"), QString::fromLatin1(kind), file} +
            QString::fromLatin1(options).split(QLatin1Char(' '));
 }
 
 QStringList omegaFit(const QStringList &more)
 {
-    return fitArguments("omega", "eu_acac3_phen_am1_allvec.out",
+    return fitArguments("omega", mopacFile("eu_acac3_phen_am1_allvec.out"),
                         "--omega2 20.5 --omega4 8.1 --points 3000") +
            more;
 }
@@ -68,8 +68,8 @@ private Q_SLOTS:
 
     void moreStartsAreNoWorse()
     {
-        QStringList arguments =
-            fitArguments("omega", "eu_cl2_h2o6_am1_int.out", "--omega2 3 --omega4 40 --points 400");
+        QStringList arguments = fitArguments("omega", mopacFile("eu_cl2_h2o6_am1_int.out"),
+                                             "--omega2 3 --omega4 40 --points 400");
         const ProgramRun one = runProgram(arguments);
         arguments << QStringLiteral("--starts") << QStringLiteral("5");
         const ProgramRun five = runProgram(arguments);
@@ -87,7 +87,7 @@ private Q_SLOTS:
         const QString report = directory.filePath(QStringLiteral("stopped.omg"));
         QProcess process;
         process.start(QString::fromLocal8Bit(qgetenv("LANQOR_PROGRAM")),
-                      fitArguments("omega", "eu_acac3_phen_am1_allvec.out",
+                      fitArguments("omega", mopacFile("eu_acac3_phen_am1_allvec.out"),
                                    "--omega2 20.5 --omega4 8.1 --points 100000000 --starts 3") +
                           QStringList{QStringLiteral("--report"), report});
         QVERIFY(process.waitForStarted());
@@ -114,14 +114,13 @@ private Q_SLOTS:
         QCOMPARE(indices.output.toUtf8(), testSupport::readAll(written));
 
         const char *options = "--omega2 8 --omega4 6 --points 1000";
-        const ProgramRun fit =
-            runProgram(fitArguments("qdc", "eu_cl2_h2o6_pm7_allvec_force.out", options));
+        const ProgramRun fit = runProgram(fitArguments("qdc", file, options));
         QVERIFY2(fit.exitStatus == 0, qPrintable(fit.error));
         QVERIFY(fit.output.contains(QLatin1String("QDC Ajusted Values")));
         QVERIFY(fit.output.contains(QLatin1String("best of 15000 points")));
 
         const ProgramRun noOrbitals =
-            runProgram(fitArguments("qdc", "eu_cl2_h2o6_am1_int.out", options));
+            runProgram(fitArguments("qdc", mopacFile("eu_cl2_h2o6_am1_int.out"), options));
         QCOMPARE(noOrbitals.exitStatus, 1);
         QVERIFY(noOrbitals.error.contains(QLatin1String("ALLVEC")));
     }
