@@ -34,19 +34,15 @@ class TestGeometry : public QObject
 private Q_SLOTS:
     void anglesOfTheAxes()
     {
-        const struct
-        {
-            QByteArray position;
-            double theta;
-            double phi;
-        } cases[] = {{"1 1 3", 0, 0},   {"1 1 -1", 180, 0},  {"3 1 1", 90, 0}, {"-1 1 1", 90, 180},
-                     {"1 3 1", 90, 90}, {"1 -1 1", 90, 270}, {"1 1 1", 0, 0}};
-        for (const auto &expected : cases) {
-            Geometry geometry("Eu 1 1 1\nC " + expected.position + "\n");
+        const QPair<const char *, QPair<double, double>> cases[] = {
+            {"1 1 3", {0, 0}},   {"1 1 -1", {180, 0}},  {"3 1 1", {90, 0}}, {"-1 1 1", {90, 180}},
+            {"1 3 1", {90, 90}}, {"1 -1 1", {90, 270}}, {"1 1 1", {0, 0}}};
+        for (const auto &[position, angles] : cases) {
+            Geometry geometry(QByteArray("Eu 1 1 1\nC ") + position + '\n');
             QVERIFY(geometry.createSphericalCoordinate());
-            QCOMPARE(geometry.getCoordSPH(2).theta, expected.theta);
-            QCOMPARE(geometry.getCoordSPH(2).phi, expected.phi);
             QCOMPARE(geometry.getCoordSPH(2).label, QStringLiteral("C"));
+            QCOMPARE(geometry.getCoordSPH(2).theta, angles.first);
+            QCOMPARE(geometry.getCoordSPH(2).phi, angles.second);
         }
     }
 
@@ -110,11 +106,12 @@ private Q_SLOTS:
         const QString message = QStringLiteral(
             "\nThe vector of cartesian coordinates empty. This way, firstly, it is necessary to "
             "use a specific function to read the desired file. \n");
-        QVERIFY(!data.createSphericalCoordinate());
-        QCOMPARE(data.getLastError(), message);
-        data.setLastError(QString());
-        QVERIFY(!data.createSphericalCoordinate(1, 2));
-        QCOMPARE(data.getLastError(), message);
+        for (const bool inRange : {false, true}) {
+            data.setLastError(QString());
+            QVERIFY(!(inRange ? data.createSphericalCoordinate(1, 2)
+                              : data.createSphericalCoordinate()));
+            QCOMPARE(data.getLastError(), message);
+        }
         QVERIFY(data.getCoordinatedAtoms().isEmpty());
         QVERIFY(data.getAtomOrderError().isEmpty());
         QVERIFY(!data.getIonError().isEmpty());
@@ -140,27 +137,20 @@ private Q_SLOTS:
 
     void centreOfMass()
     {
-        const auto centre = [](const QVector<Coord> &atoms) {
-            return LanqorInputData::calcCenterOfMass(atoms);
+        const auto centre = [](const char *rows) {
+            return LanqorInputData::calcCenterOfMass(Geometry(rows).getCoord());
         };
-        const Coord water = centre({{QStringLiteral("O"), 0, 0, 0.12},
-                                    {QStringLiteral("H"), 0, 0.76, -0.48},
-                                    {QStringLiteral("H"), 0, -0.76, -0.48}});
+        const Coord water = centre("O 0 0 0.12\nH 0 0.76 -0.48\nH 0 -0.76 -0.48\n");
         QVERIFY(water.label.isEmpty());
         COMPARE_NEAR(water.y, 0.0, 1e-15);
         COMPARE_NEAR(water.z, (16.00 * 0.12 - 2 * 1.01 * 0.48) / 18.02, 1e-15);
         // A dummy atom weighs what the atom before it does; ahead of all atoms it weighs nothing.
-        const Coord dummy = centre({{QStringLiteral("XX"), 50, 0, 0},
-                                    {QStringLiteral("C"), 1, 0, 0},
-                                    {QStringLiteral("XX"), 3, 0, 0}});
-        COMPARE_NEAR(dummy.x, 2.0, 1e-15);
+        COMPARE_NEAR(centre("XX 50 0 0\nC 1 0 0\nXX 3 0 0\n").x, 2.0, 1e-15);
         // Mercury is in no table and "Mg" is magnesium.
-        COMPARE_NEAR(centre({{QStringLiteral("H"), 0, 0, 0}, {QStringLiteral("Hg"), 2, 0, 0}}).x,
-                     1.0, 1e-15);
-        COMPARE_NEAR(centre({{QStringLiteral("H"), 0, 0, 0}, {QStringLiteral("Mg"), 1, 0, 0}}).x,
-                     24.31 / 25.32, 1e-15);
-        QCOMPARE(centre({}).x, 0.0);
-        QCOMPARE(centre({{QStringLiteral("XX"), 5, 5, 5}}).x, 0.0);
+        COMPARE_NEAR(centre("H 0 0 0\nHg 2 0 0\n").x, 1.0, 1e-15);
+        COMPARE_NEAR(centre("H 0 0 0\nMg 1 0 0\n").x, 24.31 / 25.32, 1e-15);
+        QCOMPARE(centre("XX 5 5 5\n").x, 0.0);
+        QCOMPARE(LanqorInputData::calcCenterOfMass({}).x, 0.0);
     }
 
     void indices()

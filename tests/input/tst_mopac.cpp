@@ -87,13 +87,8 @@ class TestMopac : public QObject
     }
 
 private Q_SLOTS:
-    void failuresHaveTheirTexts_data()
+    void failuresHaveTheirTexts()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("message");
-        const auto row = [](const char *tag, const QByteArray &text, const QString &message) {
-            QTest::newRow(tag) << text << message;
-        };
         const auto detected = [](const char *what) {
             return QStringLiteral(
                        "\nThe following error was detected in the MOPAC output file: %1 \n")
@@ -108,48 +103,39 @@ private Q_SLOTS:
         const QString noStart = noGeometry.arg(QString());
         const QString noFinal = noGeometry.arg(QStringLiteral("optimized "));
         const QString noDipole = QStringLiteral("\nThere has been an error during read in dipole.");
-        row("not self-consistent", whole + " \"\"\"UNABLE TO ACHIEVE SELF-CONSISTENCE\n",
-            notSelfConsistent);
-        row("not self-consistent, went on",
-            head + "\"\"UNABLE TO ACHIEVE SELF-CONSISTENCE, JOB CONTINUING\n" + whole,
-            notSelfConsistent);
-        row("dumped", head + " - THE CALCULATION IS BEING DUMPED TO DISK\n" + final, dumped);
-        row("failed", head + "  ++++----**** FAILED TO ACHIEVE SCF. ****----++++\n",
-            detected("++++----**** FAILED TO ACHIEVE SCF. ****----++++."));
-        row("two texts, the first counts",
-            head + "THE CALCULATION IS BEING DUMPED TO DISK\nUNABLE TO ACHIEVE SELF-CONSISTENCE\n",
-            dumped);
-        row("no parameters", head + "  No parameters read in from 'other.inp'\n",
-            detected("No parameters read in from spk.inp"));
-        row("nothing", QByteArray(), noStart);
-        row("no geometry", head.left(head.indexOf("          CARTESIAN")) + heat, noStart);
-        row("single point with an incomplete geometry",
-            singlePointHead.left(singlePointHead.size() - 30), noStart);
-        row("no final geometry", head + heat + results, noFinal);
-        row("final block with fewer atoms",
-            changed(whole, "   2    O        1.900000000     0.000000000     0.000000000\n", ""),
-            noFinal);
-        row("field of the final block overflown", changed(whole, "1.900000000", "***********"),
-            noFinal);
-        row("columns of the final block grown together",
-            changed(whole, "1.900000000     0.0", "1.900000000-10000.0"), noFinal);
-        row("second optimisation unfinished", whole + head + heat, noFinal);
-        row("second optimisation cut", whole + head + heat + final.left(final.size() - 20),
-            noFinal);
-        row("dipole unreadable", changed(whole, "     0.943", "    ******"), noDipole);
-        row("dipole without a sum", changed(whole, " SUM ", "     "), noDipole);
-    }
-
-    void failuresHaveTheirTexts()
-    {
-        QFETCH(QByteArray, text);
-        const Reading reading = readText(text);
-        QVERIFY(!reading.ok);
-        QTEST(reading.getLastError(), "message");
-        if (text.startsWith(whole)) { // what was read before stays
-            QCOMPARE(reading.getFinalHeat(), -175.21231);
-            QCOMPARE(reading.charges.size(), 2);
-            QVERIFY(!reading.getCoord().isEmpty());
+        const QPair<QByteArray, QString> cases[] = {
+            {whole + " \"\"\"UNABLE TO ACHIEVE SELF-CONSISTENCE\n", notSelfConsistent},
+            {head + "\"\"UNABLE TO ACHIEVE SELF-CONSISTENCE, JOB CONTINUING\n" + whole,
+             notSelfConsistent},
+            {head + " - THE CALCULATION IS BEING DUMPED TO DISK\n" + final, dumped},
+            {head + "  ++++----**** FAILED TO ACHIEVE SCF. ****----++++\n",
+             detected("++++----**** FAILED TO ACHIEVE SCF. ****----++++.")},
+            {head + "THE CALCULATION IS BEING DUMPED TO DISK\nUNABLE TO ACHIEVE SELF-CONSISTENCE\n",
+             dumped},
+            {head + "  No parameters read in from 'other.inp'\n",
+             detected("No parameters read in from spk.inp")},
+            {QByteArray(), noStart},
+            {head.left(head.indexOf("          CARTESIAN")) + heat, noStart},
+            {singlePointHead.left(singlePointHead.size() - 30), noStart},
+            {head + heat + results, noFinal},
+            {changed(whole, "   2    O        1.900000000     0.000000000     0.000000000\n", ""),
+             noFinal},
+            {changed(whole, "1.900000000", "***********"), noFinal},
+            {changed(whole, "1.900000000     0.0", "1.900000000-10000.0"), noFinal},
+            {whole + head + heat, noFinal},
+            {whole + head + heat + final.left(final.size() - 20), noFinal},
+            {changed(whole, "     0.943", "    ******"), noDipole},
+            {changed(whole, " SUM ", "     "), noDipole},
+        };
+        for (const auto &[text, message] : cases) {
+            const Reading reading = readText(text);
+            QVERIFY2(!reading.ok, text);
+            QVERIFY2(reading.getLastError() == message, qPrintable(reading.getLastError()));
+            if (text.startsWith(whole)) { // what was read before stays
+                QCOMPARE(reading.getFinalHeat(), -175.21231);
+                QCOMPARE(reading.charges.size(), 2);
+                QVERIFY(!reading.getCoord().isEmpty());
+            }
         }
     }
 
