@@ -66,12 +66,10 @@ QVector<Coord> readGeometry(LineReader &reader)
         Coord atom;
         if (parseAtom(fields, atoms.size() + 1, atom))
             atoms.append(atom);
-        else if (!fields.empty())
+        else if (!fields.empty() || (atoms.isEmpty() && i >= blankLines))
             return {};
         else if (!atoms.isEmpty())
             return atoms;
-        else if (i >= blankLines)
-            return {};
     }
     return {};
 }
