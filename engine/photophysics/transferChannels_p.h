@@ -3,6 +3,7 @@
 #include <LanqorEngine/EnergyTransferChannels.h>
 
 #include <array>
+#include <cstddef>
 
 /// The states of the kinetic scheme of a Eu3+ complex and the channels of energy transfer
 /// between them. Rates, rate equations and reports all walk the one table given here.
@@ -11,7 +12,7 @@ namespace transferChannels {
 /// In the order in which populations are stored. T1 is the triplet that feeds all triplet
 /// channels; when two triplets are considered, FirstTriplet feeds 5D4 and T1 the others.
 enum State { S0, S1, FirstTriplet, T1, Level5D4, Level5G6, Level5L6, Level5D1, Level5D0 };
-constexpr int stateCount = 9;
+constexpr std::size_t stateCount = 9;
 
 enum class Mechanism { Multipolar, Exchange };
 
