@@ -16,9 +16,9 @@ QString tr(const char *text)
     return QCoreApplication::translate("cli", text);
 }
 
-enum class Source { Aqueous, LanthanumFluoride };
+enum class Source { Aqueous, Approximate, LanthanumFluoride };
 
-/// Racah's E1, E2, E3 and zeta, cm^-1, as published.
+/// Racah's E1, E2, E3 and zeta, cm^-1.
 struct KnownIon
 {
     const char *symbol;
@@ -28,10 +28,11 @@ struct KnownIon
 };
 
 // Aqueous ions: W. T. Carnall, P. R. Fields, K. Rajnak, J. Chem. Phys. 49, 4424 (Pr to Sm, Dy to
-// Tm), 4443 (Gd), 4447 (Tb), 4450 (Eu) (1968). Ce and Yb in LaF3: W. T. Carnall, G. L. Goodman,
-// K. Rajnak, R. S. Rana, J. Chem. Phys. 90, 3443 (1989); one electron or hole has no electrostatic
-// splitting, and the E of their neighbours only stand for the numbers that the calculation asks
-// for.
+// Tm; E3 of Pm is 525.96 in a reprint of the table), 4447 (Tb), 4450 (Eu) (1968). The values of Gd
+// are rounded ones between those of its neighbours. Ce and Yb in LaF3: W. T. Carnall, G. L.
+// Goodman, K. Rajnak, R. S. Rana, J. Chem. Phys. 90, 3443 (1989); one electron or hole has no
+// electrostatic splitting, and the E of their neighbours only stand for the numbers that the
+// calculation asks for.
 constexpr KnownIon knownIons[] = {
     {"Ce", 1, 4548.2, 21.937, 466.73, 647.3, Source::LanthanumFluoride},
     {"Pr", 2, 4548.2, 21.937, 466.73, 740.75, Source::Aqueous},
@@ -39,7 +40,7 @@ constexpr KnownIon knownIons[] = {
     {"Pm", 4, 4921.6, 24.522, 525.53, 1000.8, Source::Aqueous},
     {"Sm", 5, 5496.9, 25.809, 556.40, 1157.3, Source::Aqueous},
     {"Eu", 6, 5573.0, 26.708, 557.39, 1326.0, Source::Aqueous},
-    {"Gd", 7, 5761.0, 28.02, 582.0, 1450.0, Source::Aqueous},
+    {"Gd", 7, 5761.0, 28.02, 582.0, 1450.0, Source::Approximate},
     {"Tb", 8, 6021.5, 29.03, 608.54, 1709.5, Source::Aqueous},
     {"Dy", 9, 6119.6, 30.012, 610.14, 1932.0, Source::Aqueous},
     {"Ho", 10, 6440.6, 30.22, 624.39, 2141.3, Source::Aqueous},
@@ -68,10 +69,18 @@ void takeParameters(const KnownIon &known, FreeIon &ion)
     ion.F4 = (known.E1 - 130.0 * known.E2 + 4.0 * known.E3) / 77.0;
     ion.F6 = (known.E1 + 35.0 * known.E2 - 7.0 * known.E3) / 462.0;
     ion.zeta = known.zeta;
-    ion.source = known.source == Source::Aqueous
-                     ? tr("aqueous ion, W. T. Carnall, P. R. Fields, K. Rajnak, J. Chem. Phys. "
-                          "49, 4424 ff. (1968)")
-                     : tr("ion in LaF3, W. T. Carnall et al., J. Chem. Phys. 90, 3443 (1989)");
+    switch (known.source) {
+    case Source::Aqueous:
+        ion.source = tr("aqueous ion, W. T. Carnall, P. R. Fields, K. Rajnak, J. Chem. Phys. 49, "
+                        "4424 ff. (1968)");
+        break;
+    case Source::Approximate:
+        ion.source = tr("approximate values, between those of the neighbouring aqueous ions");
+        break;
+    case Source::LanthanumFluoride:
+        ion.source = tr("ion in LaF3, W. T. Carnall et al., J. Chem. Phys. 90, 3443 (1989)");
+        break;
+    }
 }
 
 /// An ion by --ion or by --electrons, with its published parameters.

@@ -38,7 +38,9 @@ void describe(QCommandLineParser &parser)
     parser.setApplicationDescription(tr(
         "Energy levels of a free lanthanide(III) ion in intermediate coupling: all levels of 4f^n\n"
         "from the Slater integrals F_2, F_4, F_6 and the spin-orbit parameter zeta, in cm^-1.\n\n"
-        "Parameters that are not given are published ones of the ion. Those were fitted together\n"
+        "Parameters that are not given are published ones of the aqueous ion (Ce, Yb: in LaF3; "
+        "Gd:\n"
+        "approximate), with their source above the levels. Those were fitted together\n"
         "with further small interactions that this calculation leaves out: multiplets come out\n"
         "within some per cent of the measured ones, high levels less near.\n\n"
         "A level is named after the Russell-Saunders level on whose place its eigenvalue settled,\n"
