@@ -50,31 +50,19 @@ class TestEnergyLevelFit : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
-    void textOfJ();
     void measuredLevelsFile();
     void damagedFile();
     void response();
     void bounds();
     void labels();
-    void refusals_data();
     void refusals();
     void files();
-    void fileNames();
     void findsTheParameters();
 };
 
 void TestEnergyLevelFit::initTestCase()
 {
     QVERIFY(QDir::setCurrent(testSupport::sourceFile(QStringLiteral("data"))));
-}
-
-void TestEnergyLevelFit::textOfJ()
-{
-    const QVector<QPair<QString, double>> cases{
-        {"5/2", 2.5}, {"7/2", 3.5}, {"4", 4.0},   {"5.5", 5.5}, {"7/", 7.0},
-        {"", 0.0},    {"x", 0.0},   {"5/0", 0.0}, {"/", 0.0},   {"1e999", 0.0}};
-    for (const auto &[text, expected] : cases)
-        QCOMPARE(Fit::getJDoubleFromString(text), expected);
 }
 
 void TestEnergyLevelFit::measuredLevelsFile()
@@ -84,28 +72,34 @@ void TestEnergyLevelFit::measuredLevelsFile()
                                   "4I11/2 2001\n2J5/2 x\n(\n6H(12\n");
     QVector<EnergyLevelsExp> levels;
     QVERIFY(Fit::readEnergyLevelsExp(path, levels));
-    QCOMPARE(levels.size(), 7); // the heading is skipped, though it reads as a level
-    QCOMPARE(levels.at(0).label, QStringLiteral("7F0"));
-    QCOMPARE(levels.at(0).energy, 0.0);
-    QCOMPARE(levels.at(1).energy, 379.0);
-    QCOMPARE(levels.at(1).J, 1.0);
-    QCOMPARE(levels.at(2).S, 2.0);
-    QCOMPARE(levels.at(2).L, 2);
-    QCOMPARE(levels.at(2).index, 3);
-    QCOMPARE(levels.at(2).J, 0.0);
-    QCOMPARE(levels.at(2).energy, 17277.5);
-    QCOMPARE(levels.at(3).S, 1.5);
-    QCOMPARE(levels.at(3).L, 6);
-    QCOMPARE(levels.at(3).index, 0);
-    QCOMPARE(levels.at(3).J, 5.5);
-    QCOMPARE(levels.at(4).L, -1);
-    QCOMPARE(levels.at(4).J, 2.5);
-    QCOMPARE(levels.at(4).energy, 0.0);
+    // S, L, index, J, energy; the heading is skipped, though it reads as a level.
+    const QVector<QVector<double>> expected = {{3, 3, 0, 0, 0},
+                                               {3, 3, 0, 1, 379},
+                                               {2, 2, 3, 0, 17277.5},
+                                               {1.5, 6, 0, 5.5, 2001},
+                                               {0.5, -1, 0, 2.5, 0}};
+    QCOMPARE(levels.size(), expected.size() + 2);
+    for (int i = 0; i < expected.size(); ++i) {
+        const EnergyLevelsExp &level = levels.at(i);
+        QCOMPARE(
+            (QVector<double>{level.S, double(level.L), double(level.index), level.J, level.energy}),
+            expected.at(i));
+    }
     QVERIFY(!Fit::readEnergyLevelsExp(path + QStringLiteral("x"), levels));
-    QCOMPARE(levels.size(), 7);
     QVERIFY(!Fit::readEnergyLevelsExp(
         testSupport::scratchFile(QStringLiteral("long.exp"), QByteArray("7F1 1\n").repeated(20000)),
         levels));
+    QCOMPARE(levels.size(), 7);
+
+    const QVector<QPair<QString, double>> texts{{"5/2", 2.5}, {"4", 4.0},    {"5.5", 5.5},
+                                                {"7/", 7.0},  {"x", 0.0},    {"5/0", 0.0},
+                                                {"/", 0.0},   {"1e999", 0.0}};
+    for (const auto &[text, J] : texts)
+        QCOMPARE(Fit::getJDoubleFromString(text), J);
+    const QVector<QPair<QString, QString>> names{
+        {"/a.exp/eu.exp", "/a.exp/eu.output"}, {"eu.dat", "eu.dat.output"}, {"exp", "exp.output"}};
+    for (const auto &[exp, output] : names)
+        QCOMPARE(Fit(nullptr, 6, exp).getProgressFileName(), output);
 }
 
 void TestEnergyLevelFit::damagedFile()
@@ -183,35 +177,28 @@ void TestEnergyLevelFit::labels()
              qPrintable(spy.messages.first()));
 }
 
-void TestEnergyLevelFit::refusals_data()
-{
-    QTest::addColumn<int>("electrons");
-    QTest::addColumn<QString>("label");
-    QTest::addColumn<double>("energy");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("nothing matches") << 6 << "5D0" << 17277.0 << "4f^6";
-    QTest::newRow("energy 0") << 6 << "7F1" << 0.0 << "7F1";
-    QTest::newRow("negative energy") << 6 << "7F1" << -379.0 << "7F1";
-    QTest::newRow("ground level alone") << 6 << "" << 0.0 << "above the ground level";
-    QTest::newRow("no tables") << 14 << "7F1" << 379.0 << "f0.ele";
-}
-
 void TestEnergyLevelFit::refusals()
 {
-    QFETCH(int, electrons);
-    QFETCH(QString, label);
-    QFETCH(double, energy);
-    QFETCH(QString, message);
-    const Workspace work;
-    Fit fit(nullptr, electrons, work.exp);
-    QVector<EnergyLevelsExp> levels = levelList({{"7F0", 0.0}});
-    if (!label.isEmpty())
-        levels += levelList({{label, energy}});
-    fit.setEnergyLevelsExp(levels);
-    QVERIFY(!evaluate(fit, {369.6, 56.2, 5.64, 1326.0}));
-    QVERIFY2(fit.getLastError().contains(message), qPrintable(fit.getLastError()));
-    fit.endOfParametrization();
-    QVERIFY(!QFile::exists(work.result()));
+    struct Case
+    {
+        int electrons;
+        QVector<QPair<QString, double>> levels; ///< above the ground level
+        QString message;
+    };
+    const QVector<Case> cases = {{6, {{"5D0", 17277.0}}, "4f^6"},
+                                 {6, {{"7F1", 0.0}}, "7F1"},
+                                 {6, {{"7F1", -379.0}}, "7F1"},
+                                 {6, {}, "above the ground level"},
+                                 {14, {{"7F1", 379.0}}, "f0.ele"}};
+    for (const Case &wrong : cases) {
+        const Workspace work;
+        Fit fit(nullptr, wrong.electrons, work.exp);
+        fit.setEnergyLevelsExp(levelList({{"7F0", 0.0}}) + levelList(wrong.levels));
+        QVERIFY(!evaluate(fit, {369.6, 56.2, 5.64, 1326.0}));
+        QVERIFY2(fit.getLastError().contains(wrong.message), qPrintable(fit.getLastError()));
+        fit.endOfParametrization();
+        QVERIFY(!QFile::exists(work.result()));
+    }
 }
 
 void TestEnergyLevelFit::files()
@@ -238,14 +225,6 @@ void TestEnergyLevelFit::files()
     QVERIFY(result.contains(QStringLiteral("rms difference of 1 levels     35.00")));
     QVERIFY(result.endsWith(
         QStringLiteral("2  2275\n|2F3.5> = +1.0000|2F3.5> \n*********************\n")));
-}
-
-void TestEnergyLevelFit::fileNames()
-{
-    const QVector<QPair<QString, QString>> cases{
-        {"/a.exp/eu.exp", "/a.exp/eu.output"}, {"eu.dat", "eu.dat.output"}, {"exp", "exp.output"}};
-    for (const auto &[exp, output] : cases)
-        QCOMPARE(Fit(nullptr, 6, exp).getProgressFileName(), output);
 }
 
 void TestEnergyLevelFit::findsTheParameters()

@@ -76,25 +76,12 @@ class TestSymmetricMatrix : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void storage();
     void sameBitsOnRandomMatrices_data();
     void sameBitsOnRandomMatrices();
     void sameBitsOnRealBlocks_data();
     void sameBitsOnRealBlocks();
-    void eigensystem();
     void refusals();
 };
-
-void TestSymmetricMatrix::storage()
-{
-    SymmetricMatrix matrix(3);
-    matrix(0, 2) = 5.0;
-    QCOMPARE(matrix(2, 0), 5.0);
-    QCOMPARE(matrix(1, 2), 0.0);
-    QVERIFY(SymmetricMatrix::isPossibleOrder(46340));
-    QVERIFY(!SymmetricMatrix::isPossibleOrder(46341));
-    QVERIFY(!SymmetricMatrix::isPossibleOrder(-1));
-}
 
 void TestSymmetricMatrix::sameBitsOnRandomMatrices_data()
 {
@@ -146,26 +133,6 @@ void TestSymmetricMatrix::sameBitsOnRealBlocks()
         freeIon::hamiltonian(block, {0.0, 369.60795, 56.240519, 5.6408009, 1326.0});
     QCOMPARE(matrix.getOrder(), order);
     compareWithFullProducts(matrix);
-}
-
-void TestSymmetricMatrix::eigensystem()
-{
-    const int order = 30;
-    const SymmetricMatrix original = randomMatrix(order, Kind::Normal, 7);
-    SymmetricMatrix matrix = original;
-    QVERIFY(matrix.diagonalize(tolerance));
-    for (int k = 0; k < order; ++k)
-        for (int i = 0; i < order; ++i) {
-            double product = 0.0;
-            double overlap = 0.0;
-            for (int j = 0; j < order; ++j) {
-                product += original(i, j) * matrix.getEigenvectorComponent(j, k);
-                overlap +=
-                    matrix.getEigenvectorComponent(j, i) * matrix.getEigenvectorComponent(j, k);
-            }
-            COMPARE_NEAR(product, matrix(k, k) * matrix.getEigenvectorComponent(i, k), 1e-8);
-            COMPARE_NEAR(overlap, i == k ? 1.0 : 0.0, 1e-13);
-        }
 }
 
 void TestSymmetricMatrix::refusals()
