@@ -60,29 +60,30 @@ struct ReportRequest
     bool isWanted = false;
     QString fileName; ///< empty: standard output
     OmegaPrintingOptions options;
+    QString ligandFile;
     QStringList ligands;
 };
 
 /// Reads the options of the report; false with the reason in @p error.
 bool readReportRequest(const QCommandLineParser &parser, ReportRequest &request, QString &error)
 {
-    const QString ligandFile = parser.value(QStringLiteral("ligands"));
+    request.ligandFile = parser.value(QStringLiteral("ligands"));
     request.fileName = parser.value(QStringLiteral("report"));
     request.isWanted = parser.isSet(QStringLiteral("print")) || !request.fileName.isEmpty() ||
-                       !ligandFile.isEmpty();
+                       !request.ligandFile.isEmpty();
     const QString standard =
-        ligandFile.isEmpty()
+        request.ligandFile.isEmpty()
             ? QStringLiteral("coordinates,charge-factors,omega,omega-dc,omega-ed,rates")
             : QStringLiteral("coordinates,charge-factors,omega,omega-dc,omega-ed,rates,partition");
     const QString chosen = parser.value(QStringLiteral("print"));
     if (!cli::chooseSections(parser.isSet(QStringLiteral("print")) ? chosen : standard,
                              request.options, error))
         return false;
-    if (ligandFile.isEmpty())
+    if (request.ligandFile.isEmpty())
         return true;
-    QFile file(ligandFile);
+    QFile file(request.ligandFile);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        error = QStringLiteral("%1: %2").arg(ligandFile, file.errorString());
+        error = QStringLiteral("%1: %2").arg(request.ligandFile, file.errorString());
         return false;
     }
     constexpr qint64 maximumSize = 1 << 20;
@@ -142,7 +143,8 @@ int show(LanqorOmega &omega, LanqorInputData &geometry, double index, const Repo
         return cli::success;
     }
     if (!request.ligands.isEmpty() && !partition.setLigandsVector(request.ligands))
-        return cli::fail(partition.getLastError());
+        return cli::fail(
+            QStringLiteral("%1: %2").arg(request.ligandFile, partition.getLastError()));
     omega.setRefractiveIndex(index);
     omega.setOmegaPrintingOptions(request.options);
     omega.setLigandAtomsByLigandVector(request.ligands);
