@@ -20,8 +20,8 @@ struct AtomRow
 /// Takes a row apart; nothing when a field is not the number that belongs there.
 ///
 /// With flags, values and flags alternate and the references follow: "O 2.4 1 104.5 1 0 0 1 2 0";
-/// whole pairs and references may be left out at the end, and a charge may follow. Without flags, three values stand alone
-/// or ahead of three references.
+/// whole pairs and references may be left out at the end, and a charge may follow. Without flags,
+/// three values stand alone or ahead of three references.
 std::optional<AtomRow> parseAtomRow(const textFields::Fields &fields);
 
 /// Fills the Cartesian atoms of a structure from its Z-matrix, dummy atoms left out; on failure
