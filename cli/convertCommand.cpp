@@ -133,13 +133,8 @@ int settleCharge(const QCommandLineParser &parser, const QString &in, const QStr
     LanqorInputData structure(nullptr, in);
     if (!structure.readStructureFile())
         return cli::fail(structure.getLastError());
-    if (!numbers.isChargeGiven) {
-        numbers.charge = qRound(structure.getChargeOnSystem());
-        if (!in.endsWith(QLatin1String(".out")))
-            cli::note(tr("lanqor: note: the charge of the system is taken as %1; give another "
-                         "with --charge")
-                          .arg(numbers.charge));
-    }
+    if (!numbers.isChargeGiven)
+        numbers.charge = cli::chargeOfSystem(structure, in);
     converter.setExtraMopacKeywords(
         cli::mopacKeywords(parser, structure.getCoord(), numbers.charge));
     converter.setCharge(numbers.charge);

@@ -2,9 +2,11 @@
 #include "commands.h"
 #include "mopacKeywords.h"
 
+#include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOrganizeMolecules.h>
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 namespace {
 
@@ -43,8 +45,10 @@ int organizeCommand(const QStringList &arguments)
     parser.addPositionalArgument(QStringLiteral("OUT"), tr("file to write"));
     parser.addOption(
         {QStringLiteral("drop-unbound"), tr("Leave out fragments that are not bound to the ion.")});
-    parser.addOption({QStringLiteral("charge"), tr("Charge of a .mop job (0)."),
-                      QStringLiteral("n"), QStringLiteral("0")});
+    parser.addOption({QStringLiteral("charge"),
+                      tr("Charge of a .mop job, of all atoms that it keeps; by default that of the "
+                         "MOPAC output, else 0."),
+                      QStringLiteral("n")});
     parser.addOption({QStringLiteral("keywords"),
                       tr("Keywords of the second line of a .mop job instead of \"SPARKLE "
                          "CHARGE=n\"."),
@@ -54,18 +58,22 @@ int organizeCommand(const QStringList &arguments)
     if (files.size() != 2)
         return cli::fail(tr("organize needs two files; see \"lanqor organize --help\""),
                          cli::usageError);
-    bool ok = false;
-    const int charge = parser.value(QStringLiteral("charge")).toInt(&ok);
-    if (!ok)
-        return cli::fail(
-            tr("--charge %1 is not a whole number").arg(parser.value(QStringLiteral("charge"))),
-            cli::usageError);
+    const QString chargeText = parser.value(QStringLiteral("charge"));
+    bool isChargeGiven = false;
+    int charge = chargeText.toInt(&isChargeGiven);
+    if (!isChargeGiven && parser.isSet(QStringLiteral("charge")))
+        return cli::fail(tr("--charge %1 is not a whole number").arg(chargeText), cli::usageError);
 
     LanqorOrganizeMolecules structure(nullptr, files.at(0));
     cli::showMessages(structure);
     structure.setKeepUnboundFragments(!parser.isSet(QStringLiteral("drop-unbound")));
     if (!structure.organize())
         return cli::fail(structure.getLastError());
+    if (!isChargeGiven && QFileInfo(files.at(1)).suffix().toLower() == QLatin1String("mop")) {
+        LanqorInputData source(nullptr, files.at(0));
+        source.readStructureFile(); // read before without a fault
+        charge = cli::chargeOfSystem(source, files.at(0));
+    }
     structure.setExtraMopacKeywords(cli::mopacKeywords(parser, structure.getCoord(), charge));
     if (!structure.createOutputFile(files.at(1)))
         return cli::fail(structure.getLastError());

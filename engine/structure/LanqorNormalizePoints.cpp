@@ -112,14 +112,14 @@ bool LanqorNormalizePoints::spectrum()
         bands.append({p, widths.at(i), intensities.at(i)});
         isInRange = isInRange || (intensities.at(i) > 0.0 && p >= grid.first() && p <= grid.last());
     }
-    if (!isInRange)
+    const QVector<double> sums = lorentzSums(bands, grid);
+    const double maximum = *std::max_element(sums.cbegin(), sums.cend());
+    if (!isInRange || !isPositive(maximum))
         return failWith(tr("No transition with an oscillator strength above zero lies between %1 "
                            "and %2 nm.")
                             .arg(std::min(rangeStart, rangeEnd))
                             .arg(std::max(rangeStart, rangeEnd)));
 
-    QVector<double> sums = lorentzSums(bands, grid);
-    const double maximum = *std::max_element(sums.cbegin(), sums.cend());
     axisX.clear();
     axisY.clear();
     for (int k = 0; k < grid.size(); ++k) {

@@ -106,6 +106,11 @@ QVector<int> orderOf(int ion, const QVector<Fragment> &fragments)
     return order;
 }
 
+bool isDonor(const QVector<Coord> &atoms, int ion, int atom)
+{
+    return fragments::distance(atoms.at(ion), atoms.at(atom)) < bondCutOff(atoms.at(atom).label);
+}
+
 bool isInRange(const Coord &atom)
 {
     return std::abs(atom.x) < fragments::largestCoordinate &&
@@ -128,8 +133,7 @@ bool LanqorOrganizeMolecules::organize()
     int ion = 0;
     if (!readSource(source) || !checkSource(source, ion))
         return false;
-    if (source.bonds.isEmpty())
-        source.bonds = fragments::bondsFromRadii(source.atoms);
+    source.bonds = fragments::withMissingBonds(source.atoms, source.bonds);
     reportUncounted(source, ion);
     const QVector<Fragment> around =
         sorted(fragments::fragmentsAround(ion, source.atoms, source.bonds), keepUnboundFragments);
@@ -276,8 +280,18 @@ bool LanqorOrganizeMolecules::checkSource(const Source &source, int &ion)
     return true;
 }
 
+bool LanqorOrganizeMolecules::isNextToDonor(const Source &source, int ion, int atom)
+{
+    return std::any_of(source.bonds.begin(), source.bonds.end(), [&](const auto &bond) {
+        return bond.first != ion && bond.second != ion &&
+               ((bond.first == atom && isDonor(source.atoms, ion, bond.second)) ||
+                (bond.second == atom && isDonor(source.atoms, ion, bond.first)));
+    });
+}
+
 /// Tells of atoms that are bonded to the ion without being counted as coordinated: elements
-/// without a cut-off (F, Br, C) and atoms beyond it.
+/// without a cut-off (F, Br, C) and atoms beyond it. The middle atom of a chelate, as N of a
+/// nitrate, is only near to the ion and not worth a word unless the file bonds it.
 void LanqorOrganizeMolecules::reportUncounted(const Source &source, int ion)
 {
     for (const structureFiles::Bond &bond : source.bonds) {
@@ -285,7 +299,9 @@ void LanqorOrganizeMolecules::reportUncounted(const Source &source, int ion)
             continue;
         const int other = bond.first == ion ? bond.second : bond.first;
         const double r = fragments::distance(source.atoms.at(ion), source.atoms.at(other));
-        if (r >= bondCutOff(source.atoms.at(other).label))
+        const bool isNearOnly =
+            bond.type == QLatin1String(fragments::guessedType) && isNextToDonor(source, ion, other);
+        if (!isNearOnly && !isDonor(source.atoms, ion, other))
             emitProgress(tr(" -> (Organize Molecules) Atom %1 is bonded to the ion at %2 Angstrom "
                             "but not counted as coordinated.")
                              .arg(nameOf(source.atoms, other))

@@ -19,7 +19,8 @@ struct Fragment;
 /// and MOPAC outputs. The ion is the one atom whose element is a lanthanide. Coordinated atoms
 /// are O and N within 2.65, Cl and S within 2.9 and I within 3.0 Angstrom of the ion. Ligands
 /// are the fragments that stay connected once the bonds of the ion are cut: bonds of the file
-/// or, where it has none, atoms within the sum of their covalent radii and 0.4 Angstrom. Inside a
+/// and, for atoms that it bonds to nothing, to all within the sum of their covalent radii and 0.4
+/// Angstrom. Inside a
 /// ligand the atoms keep their order.
 class LANQORENGINE_EXPORT LanqorOrganizeMolecules : public LanqorAbstractObjCalculation
 {
@@ -59,6 +60,7 @@ private:
     bool readMol2(Source &source);
     bool checkSource(const Source &source, int &ion);
     void takeFragments(const Source &source, int ion, const QVector<fragments::Fragment> &around);
+    static bool isNextToDonor(const Source &source, int ion, int atom);
     void reportUncounted(const Source &source, int ion);
     QString mol2Text() const;
 

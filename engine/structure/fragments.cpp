@@ -132,18 +132,20 @@ bool isWithinBondLength(const Coord &a, const Coord &b)
     return distance(a, b) < radiusOf(a) + radiusOf(b) + bondTolerance;
 }
 
-QVector<Bond> bondsFromRadii(const QVector<Coord> &atoms)
+QVector<Bond> withMissingBonds(const QVector<Coord> &atoms, QVector<Bond> bonds)
 {
+    QVector<bool> isBonded(atoms.size(), false);
+    for (const Bond &bond : qAsConst(bonds))
+        isBonded[bond.first] = isBonded[bond.second] = true;
     constexpr double longestBond = 2.0 * 2.60 + bondTolerance; // between the largest atoms
     const Cells cells(atoms, longestBond);
-    QVector<Bond> bonds;
     for (int i = 0; i < atoms.size(); ++i) {
         if (isGroup1Or2Metal(atoms.at(i)))
             continue;
         cells.visitEarlier(atoms.at(i), i, [&](int other) {
-            if (!isGroup1Or2Metal(atoms.at(other)) &&
+            if (!(isBonded.at(i) && isBonded.at(other)) && !isGroup1Or2Metal(atoms.at(other)) &&
                 isWithinBondLength(atoms.at(i), atoms.at(other)))
-                bonds.append({other, i, QStringLiteral("un")});
+                bonds.append({other, i, QLatin1String(guessedType)});
             return false;
         });
     }

@@ -23,8 +23,12 @@ std::optional<std::pair<int, int>> overlappingAtoms(const QVector<Coord> &atoms)
 /// 2832, 2008) and 0.4 Angstrom.
 bool isWithinBondLength(const Coord &a, const Coord &b);
 
-/// Covalent bonds told from distances. Alkali and alkaline-earth ions form none.
-QVector<structureFiles::Bond> bondsFromRadii(const QVector<Coord> &atoms);
+/// Type of the bonds that are told from distances: unknown.
+constexpr char guessedType[] = "un";
+/// @p bonds of a file and, for atoms that it bonds to nothing, those told from distances. Alkali
+/// and alkaline-earth ions form none of these.
+QVector<structureFiles::Bond> withMissingBonds(const QVector<Coord> &atoms,
+                                               QVector<structureFiles::Bond> bonds);
 
 /// Atoms that stay connected once the bonds of the ion are cut.
 struct Fragment
