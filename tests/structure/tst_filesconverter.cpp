@@ -43,10 +43,10 @@ double difference(const QVector<Coord> &a, const QVector<Coord> &b)
     return largest;
 }
 
-double distance(const Coord &a, const Coord &b)
+double distance(const QVector<Coord> &atoms, int i, int j)
 {
-    return std::sqrt((a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y) +
-                     (a.z - b.z) * (a.z - b.z));
+    return std::hypot(atoms.at(i).x - atoms.at(j).x, atoms.at(i).y - atoms.at(j).y,
+                      atoms.at(i).z - atoms.at(j).z);
 }
 
 /// The coordinates and the orbital energies of an ORCA ligand calculation, cut to what counts.
@@ -91,42 +91,38 @@ class TestFilesConverter : public QObject
 
     QTemporaryDir folder;
     QString path(const char *name) const { return folder.filePath(QLatin1String(name)); }
-
-private Q_SLOTS:
-    void progressMessages()
+    void write(const char *name, const QByteArray &bytes) const
     {
-        LanqorFilesConverter converter(nullptr, dataFile(chlorideComplex));
-        testSupport::MessageSpy spy(converter);
-        QVERIFY(converter.convertFromOutToMop(path("a.mop")));
-        const QStringList expected = {
-            QStringLiteral(" -> (Lanqor Files Converter Module) Conversion from .out file to .mop "
-                           "file"),
-            QStringLiteral(" -> (Lanqor Files Converter Module) Cartesian coordinates  read "
-                           "successfully. The chemical structure contains 21 atoms"),
-            QStringLiteral(" -> (Lanqor Files Converter Module) Creating output file."),
-            QStringLiteral(" -> (Lanqor Files Converter Module) The output file created "
-                           "successfully.")};
-        QCOMPARE(spy.messages.size(), expected.size());
-        for (int i = 0; i < expected.size(); ++i)
-            QVERIFY2(spy.messages.at(i).endsWith(expected.at(i)), qPrintable(spy.messages.at(i)));
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     }
 
+private Q_SLOTS:
     void mopacJob()
     {
         LanqorFilesConverter converter(nullptr, dataFile(chlorideComplex));
+        testSupport::MessageSpy spy(converter);
         QVERIFY(converter.convertFromOutToMop(path("plain.mop")));
-        const QStringList lines = linesOf(path("plain.mop"));
-        QCOMPARE(lines.at(0), QStringLiteral("AM1 PRECISE XYZ T=10D BFGS GNORM=0.25 +   "));
-        QCOMPARE(lines.at(1), QStringLiteral("NOLOG GEO-OK SCFCRT=1.D-10    "));
-        QVERIFY(lines.at(2).isEmpty() && lines.at(3).isEmpty());
-        const QStringList ion = lines.at(4).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        QCOMPARE(ion.size(), 7);
-        QCOMPARE(ion.at(0), QStringLiteral("Eu"));
-        QVERIFY(ion.at(2) == QLatin1String("1") && ion.at(6) == QLatin1String("1"));
+        const char *const expected[] = {"Conversion from .out file to .mop file",
+                                        "Cartesian coordinates  read successfully. The chemical "
+                                        "structure contains 21 atoms",
+                                        "Creating output file.",
+                                        "The output file created successfully."};
+        QCOMPARE(spy.messages.size(), 4);
+        for (int i = 0; i < 4; ++i)
+            QVERIFY2(
+                spy.messages.at(i).endsWith(QLatin1String(" -> (Lanqor Files Converter Module) ") +
+                                            QLatin1String(expected[i])),
+                qPrintable(spy.messages.at(i)));
+        const QByteArray header = "AM1 PRECISE XYZ T=10D BFGS GNORM=0.25 +   \n"
+                                  "NOLOG GEO-OK SCFCRT=1.D-10    ";
+        const QByteArray ion =
+            "\n\n\nEu       0.000000000 1      0.000000000 1      0.000000000 1\n";
+        QVERIFY(testSupport::readAll(path("plain.mop")).startsWith(header + ion));
         converter.setExtraMopacKeywords(QStringLiteral("SPARKLE CHARGE=1"));
         QVERIFY(converter.convertFromOutToMop(path("sparkle.mop")));
-        QCOMPARE(linesOf(path("sparkle.mop")).at(1),
-                 QStringLiteral("NOLOG GEO-OK SCFCRT=1.D-10    SPARKLE CHARGE=1"));
+        QVERIFY(testSupport::readAll(path("sparkle.mop"))
+                    .startsWith(header + "SPARKLE CHARGE=1" + ion));
         QVERIFY(difference(atomsOf(path("sparkle.mop")), atomsOf(dataFile(chlorideComplex))) <
                 1e-9);
     }
@@ -142,18 +138,16 @@ private Q_SLOTS:
         converter.setExtraMopacKeywords(QStringLiteral("SPARKLE CHARGE=1 1SCF THREADS=1"));
         QVERIFY(converter.convertFromOutToMop(path("ours.mop")));
         const QVector<Coord> atoms = atomsOf(dataFile(chlorideComplex));
-        QFile plain(path("plain1scf.mop"));
-        QVERIFY(plain.open(QIODevice::WriteOnly));
-        plain.write("AM1 SPARKLE 1SCF XYZ PRECISE SCFCRT=1.D-10 GEO-OK CHARGE=1 THREADS=1\n"
-                    "title\ncomment\n");
+        QByteArray plain = "AM1 SPARKLE 1SCF XYZ PRECISE SCFCRT=1.D-10 GEO-OK CHARGE=1 THREADS=1\n"
+                           "title\ncomment\n";
         for (const Coord &atom : atoms)
-            plain.write(QStringLiteral("%1 %2 0 %3 0 %4 0\n")
-                            .arg(atom.label)
-                            .arg(atom.x, 0, 'f', 9)
-                            .arg(atom.y, 0, 'f', 9)
-                            .arg(atom.z, 0, 'f', 9)
-                            .toLatin1());
-        plain.close();
+            plain += QStringLiteral("%1 %2 0 %3 0 %4 0\n")
+                         .arg(atom.label)
+                         .arg(atom.x, 0, 'f', 9)
+                         .arg(atom.y, 0, 'f', 9)
+                         .arg(atom.z, 0, 'f', 9)
+                         .toLatin1();
+        write("plain1scf.mop", plain);
         for (const char *job : {"ours.mop", "plain1scf.mop"}) {
             const RunResult run = runInFolder(mopac, {QLatin1String(job)}, folder.path());
             QVERIFY2(run.isDone, qPrintable(run.output));
@@ -165,22 +159,6 @@ private Q_SLOTS:
         QVERIFY(difference(ours.getCoord(), atoms) < 1e-8);
         QVERIFY(ours.getFinalHeat() < -100.0);
         COMPARE_NEAR(ours.getFinalHeat(), reference.getFinalHeat(), 1e-5);
-    }
-
-    void openBabelReadsXyz()
-    {
-        const QString babel = QStandardPaths::findExecutable(QStringLiteral("obabel"));
-        if (babel.isEmpty())
-            QSKIP("needs Open Babel");
-        LanqorFilesConverter converter(nullptr, dataFile(chlorideComplex));
-        QVERIFY(converter.convertFromOutToXYZ(path("babel.xyz"), false));
-        const RunResult run =
-            runInFolder(babel,
-                        {QStringLiteral("-ixyz"), path("babel.xyz"), QStringLiteral("-oxyz"),
-                         QStringLiteral("-O"), path("back.xyz")},
-                        folder.path());
-        QVERIFY2(run.isDone, qPrintable(run.output));
-        QVERIFY(difference(atomsOf(path("back.xyz")), atomsOf(dataFile(chlorideComplex))) < 1e-5);
     }
 
     void gaussianJob()
@@ -244,18 +222,13 @@ private Q_SLOTS:
         const QStringList ion = lines.at(lines.indexOf(QStringLiteral(" $DATAIN")) + 1)
                                     .split(QLatin1Char(' '), Qt::SkipEmptyParts);
         QVERIFY(ion.size() == 5 && ion.at(3) == QLatin1String("0") && ion.at(4).toDouble() == 3.0);
-    }
 
-    void zindoJobNeedsTheFilledLevels()
-    {
         QByteArray bytes = testSupport::readAll(dataFile(chlorideComplex));
         bytes.replace("NO. OF FILLED LEVELS", "NO. OF EMPTY LEVELS ");
-        LanqorFilesConverter converter(nullptr, scratchFile(QStringLiteral("nolevels.out"), bytes));
-        testSupport::MessageSpy spy(converter);
-        QVERIFY(!converter.convertFromOutToInp(path("none.inp")));
-        QCOMPARE(converter.getLastError(),
+        LanqorFilesConverter without(nullptr, scratchFile(QStringLiteral("nolevels.out"), bytes));
+        QVERIFY(!without.convertFromOutToInp(path("none.inp")));
+        QCOMPARE(without.getLastError(),
                  QStringLiteral("NO. OF FILLED LEVELS was not find in mopac output"));
-        QCOMPARE(spy.messages.filter(QStringLiteral("FILLED")).size(), 1);
         QVERIFY(!QFileInfo::exists(path("none.inp")));
     }
 
@@ -289,28 +262,16 @@ private Q_SLOTS:
         const QByteArray orbitals = "   0   2.0000      -1.000000       -27.2114 \n"
                                     "   1   2.0000      -0.500000       -13.6057 \n"
                                     "   2   0.0000       0.250000         6.8028 \n";
-        const QString file = path("ligand.orcout");
-        QFile output(file);
-        QVERIFY(output.open(QIODevice::WriteOnly));
-        output.write(orcaOutput(orbitals));
-        output.close();
-        QFile charge(path("ligand.pointcharge"));
-        QVERIFY(charge.open(QIODevice::WriteOnly));
-        charge.write("1\n3.0 0.5 -0.25 2.4\n");
-        charge.close();
-        LanqorFilesConverter converter(nullptr, file);
+        write("ligand.orcout", orcaOutput(orbitals));
+        write("ligand.pointcharge", "1\n3.0 0.5 -0.25 2.4\n");
+        LanqorFilesConverter converter(nullptr, path("ligand.orcout"));
         testSupport::MessageSpy spy(converter);
         QVERIFY2(converter.convertFromOutToInpOrca(path("next.orcinp"), true, true, 0, 10, 5),
                  qPrintable(converter.getLastError()));
         QVERIFY(spy.contains(QStringLiteral(
             " -> (Lanqor Files Converter Module) Conversion from .orcout file to .orcinp file")));
-        const QStringList window = linesOf(path("next.orcinp"))
-                                       .filter(QStringLiteral("\tewin "))
-                                       .value(0)
-                                       .mid(6)
-                                       .split(QLatin1Char(','));
-        QVERIFY(window.at(0).toDouble() < -1.0 && window.at(0).toDouble() > -1.01);
-        QVERIFY(window.at(1).toDouble() > 0.25 && window.at(1).toDouble() < 0.26);
+        QVERIFY(testSupport::readAll(path("next.orcinp"))
+                    .contains("\tewin -1.001001,0.250998\n")); // the eV in hartree, opened by 0.001
         LanqorInputData next(nullptr, path("next.orcout"));
         double x = 0.0;
         double y = 0.0;
@@ -333,14 +294,14 @@ private Q_SLOTS:
         QVERIFY(toZmt.convertFromOutToZmt(path("acac.zmt")));
         LanqorFilesConverter toXyz(nullptr, path("acac.zmt"));
         QVERIFY(toXyz.convertFromZmtToXYZ()); // beside it, with the new ending
+        // The same distances to the ion and between neighbours in the file, digits of it lost.
         const QVector<Coord> back = atomsOf(path("acac.xyz"));
         const QVector<Coord> atoms =
             atomsOf(dataFile(QStringLiteral("structures/eu_acac3_h2o.xyz")));
         QCOMPARE(back.size(), atoms.size());
-        for (int i = 0; i < atoms.size(); ++i) {
-            for (int j = 0; j < i; ++j)
-                COMPARE_NEAR(distance(back.at(i), back.at(j)), distance(atoms.at(i), atoms.at(j)),
-                             1e-6);
+        for (int i = 1; i < atoms.size(); ++i) {
+            COMPARE_NEAR(distance(back, i, 0), distance(atoms, i, 0), 1e-6);
+            COMPARE_NEAR(distance(back, i, i - 1), distance(atoms, i, i - 1), 1e-6);
         }
         LanqorFilesConverter bad(
             nullptr, scratchFile(QStringLiteral("bad.zmt"), "C 0 0 0 0 0 0\nC 1.5 0 0 2 0 0\n"));

