@@ -22,8 +22,8 @@ enum class Source { Aqueous, Approximate, LanthanumFluoride };
 struct KnownIon
 {
     const char *symbol;
-    int electrons;
     double E1, E2, E3, zeta;
+    int electrons;
     Source source;
 };
 
@@ -34,19 +34,19 @@ struct KnownIon
 // electrostatic splitting, and the E of their neighbours only stand for the numbers that the
 // calculation asks for.
 constexpr KnownIon knownIons[] = {
-    {"Ce", 1, 4548.2, 21.937, 466.73, 647.3, Source::LanthanumFluoride},
-    {"Pr", 2, 4548.2, 21.937, 466.73, 740.75, Source::Aqueous},
-    {"Nd", 3, 4739.3, 23.999, 485.96, 884.58, Source::Aqueous},
-    {"Pm", 4, 4921.6, 24.522, 525.53, 1000.8, Source::Aqueous},
-    {"Sm", 5, 5496.9, 25.809, 556.40, 1157.3, Source::Aqueous},
-    {"Eu", 6, 5573.0, 26.708, 557.39, 1326.0, Source::Aqueous},
-    {"Gd", 7, 5761.0, 28.02, 582.0, 1450.0, Source::Approximate},
-    {"Tb", 8, 6021.5, 29.03, 608.54, 1709.5, Source::Aqueous},
-    {"Dy", 9, 6119.6, 30.012, 610.14, 1932.0, Source::Aqueous},
-    {"Ho", 10, 6440.6, 30.22, 624.39, 2141.3, Source::Aqueous},
-    {"Er", 11, 6769.9, 32.388, 646.62, 2380.7, Source::Aqueous},
-    {"Tm", 12, 7142.4, 33.795, 674.27, 2628.7, Source::Aqueous},
-    {"Yb", 13, 7142.4, 33.795, 674.27, 2928.0, Source::LanthanumFluoride},
+    {"Ce", 4548.2, 21.937, 466.73, 647.3, 1, Source::LanthanumFluoride},
+    {"Pr", 4548.2, 21.937, 466.73, 740.75, 2, Source::Aqueous},
+    {"Nd", 4739.3, 23.999, 485.96, 884.58, 3, Source::Aqueous},
+    {"Pm", 4921.6, 24.522, 525.53, 1000.8, 4, Source::Aqueous},
+    {"Sm", 5496.9, 25.809, 556.40, 1157.3, 5, Source::Aqueous},
+    {"Eu", 5573.0, 26.708, 557.39, 1326.0, 6, Source::Aqueous},
+    {"Gd", 5761.0, 28.02, 582.0, 1450.0, 7, Source::Approximate},
+    {"Tb", 6021.5, 29.03, 608.54, 1709.5, 8, Source::Aqueous},
+    {"Dy", 6119.6, 30.012, 610.14, 1932.0, 9, Source::Aqueous},
+    {"Ho", 6440.6, 30.22, 624.39, 2141.3, 10, Source::Aqueous},
+    {"Er", 6769.9, 32.388, 646.62, 2380.7, 11, Source::Aqueous},
+    {"Tm", 7142.4, 33.795, 674.27, 2628.7, 12, Source::Aqueous},
+    {"Yb", 7142.4, 33.795, 674.27, 2928.0, 13, Source::LanthanumFluoride},
 };
 
 /// Superscript Slater integrals are F^k = D_k F_k.

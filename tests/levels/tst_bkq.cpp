@@ -58,7 +58,6 @@ class TestBkq : public QObject
 private Q_SLOTS:
     void plainFormula();
     void oneAtomOnTheAxis();
-    void everyKindOfStructure();
     void unusableStructures_data();
     void unusableStructures();
     void missingInput();
@@ -120,36 +119,6 @@ void TestBkq::oneAtomOnTheAxis()
     for (int k = 2; k <= 6; k += 2)
         for (int q = 1; q <= k; ++q)
             COMPARE_COMPLEX(bkq.getBkq(k, q), Complex(), 1e-12);
-}
-
-void TestBkq::everyKindOfStructure()
-{
-    double g[20];
-    std::fill(std::begin(g), std::end(g), 0.7);
-    double *array = g;
-    const QVector<QStringList> sameGeometry = {
-        {QStringLiteral("structures/eu_acac3_h2o.xyz"),
-         QStringLiteral("structures/eu_acac3_h2o_numbered_names.mol2")},
-        {QStringLiteral("mopac/eu_cl2_h2o6_am1_int.out"),
-         QStringLiteral("structures/eu_cl2_h2o6_internal.mop"),
-         QStringLiteral("structures/eu_cl2_h2o6_int.zmt")}};
-    for (const QStringList &files : sameGeometry) {
-        double strength = 0.0;
-        for (const QString &file : files) {
-            LanqorBkq bkq(testSupport::dataFile(file), 0);
-            QVERIFY2(bkq.getLastError().isEmpty(), qPrintable(bkq.getLastError()));
-            bkq.setChargeFactors(array);
-            QVERIFY(bkq.calculateRO(0.05));
-            // Frames may differ; the sum of squares of a rank does not.
-            double sum = 0.0;
-            for (int q = -4; q <= 4; ++q)
-                sum += std::pow(bkq.getBkq(4, q).real, 2) + std::pow(bkq.getBkq(4, q).imag, 2);
-            QVERIFY(sum > 1e4);
-            if (strength == 0.0)
-                strength = sum;
-            COMPARE_NEAR(sum / strength, 1.0, 5e-3);
-        }
-    }
 }
 
 void TestBkq::unusableStructures_data()

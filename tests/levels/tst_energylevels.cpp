@@ -79,15 +79,12 @@ private Q_SLOTS:
     void labels();
     void levelsFromDeterminants_data();
     void levelsFromDeterminants();
-    void publishedLevels_data();
-    void publishedLevels();
     void statesOfOneJ();
     void sameBitsInEveryRun();
     void missingParameters();
     void missingTables();
     void tablesAreReadToTheEmptyLine();
     void shortLinesAndNumbers();
-    void refusedTables_data();
     void refusedTables();
     void damagedTables();
     void report();
@@ -155,43 +152,6 @@ void TestEnergyLevels::levelsFromDeterminants()
         QCOMPARE(labels.size(), got.size());
         QCOMPARE(multiplicity, std::round(std::exp(std::lgamma(15.0) - std::lgamma(n + 1.0) -
                                                    std::lgamma(15.0 - n)))); // C(14, n)
-    }
-}
-
-void TestEnergyLevels::publishedLevels_data()
-{
-    QTest::addColumn<int>("n");
-    QTest::addColumn<QVector<double>>("parameters");
-    QTest::addColumn<QVector<double>>("levels"); // J, energy, of the lowest above the ground
-    // Parameters of the aqueous ions: W. T. Carnall, P. R. Fields, K. Rajnak, J. Chem. Phys. 49,
-    // 4424 (1968) and the papers that follow; levels of these four parameters alone.
-    QTest::newRow("Pr") << 2 << QVector<double>{305.21955, 46.276753, 4.434816, 740.75}
-                        << QVector<double>{5, 2082.80,  6, 4254.55,  2, 4894.53,  3, 6283.37,
-                                           4, 6653.71,  4, 9521.69,  2, 16740.42, 6, 20603.34,
-                                           0, 21066.81, 1, 21685.46, 2, 22853.60, 0, 47835.82};
-    QTest::newRow("Nd") << 3 << QVector<double>{321.8266, 46.276234, 4.7133009, 884.58}
-                        << QVector<double>{5.5,     1891.45, 6.5,      3893.78, 7.5,
-                                           5962.66, 1.5,     11315.86, 4.5,     12002.68};
-    QTest::newRow("Eu") << 6 << QVector<double>{369.60795, 56.240519, 5.6408009, 1326.0}
-                        << QVector<double>{1, 384.96,  2, 1057.61, 3, 1921.71,  4, 2906.26,
-                                           5, 3961.67, 6, 5052.65, 0, 16949.60, 1, 18692.89};
-    QTest::newRow("Tb") << 8 << QVector<double>{401.58881, 60.802078, 6.0124892, 1709.5}
-                        << QVector<double>{5, 2050.61, 4, 3300.15, 3, 4276.67, 2, 4961.29,
-                                           1, 5416.18, 0, 5638.81, 4, 19761.94};
-}
-
-void TestEnergyLevels::publishedLevels()
-{
-    QFETCH(int, n);
-    QFETCH(QVector<double>, parameters);
-    LanqorEnergyLevels shell(nullptr, n);
-    setParameters(shell, {parameters[0], parameters[1], parameters[2], parameters[3]});
-    QVERIFY(shell.calcEnergyLevels(-1.0));
-    int i = 0;
-    QFETCH(QVector<double>, levels);
-    for (const MixedState &state : shell.getMixedStatesVector().mid(1, levels.size() / 2)) {
-        QCOMPARE(twiceJ(state.label), 2.0 * levels.at(i++));
-        COMPARE_NEAR(state.energy, levels.at(i++), 0.05);
     }
 }
 
@@ -349,43 +309,39 @@ void TestEnergyLevels::shortLinesAndNumbers()
     QCOMPARE(shell.getElectrostaticMatrixVector(tenth, tenth), QVector<double>(4, 0.0));
 }
 
-void TestEnergyLevels::refusedTables_data()
+void TestEnergyLevels::refusedTables()
 {
-    QTest::addColumn<QByteArray>("cfp");
-    QTest::addColumn<QByteArray>("ele");
-    QTest::addColumn<QString>("file");
     const QByteArray cfp = storedTable("f2.cfp");
     const QByteArray ele = storedTable("f2.ele");
-    QTest::newRow("cfp not a number") << cfp + "1I 2F nan\n" << ele << "f2.cfp";
-    QTest::newRow("cfp infinite") << cfp + "1I 2F -inf\n" << ele << "f2.cfp";
-    QTest::newRow("cfp overflow") << cfp + "1I 2F 1e999\n" << ele << "f2.cfp";
-    QTest::newRow("ele not a number") << cfp << ele + "3P 3F 0 0 nan 0\n"
-                                      << "f2.ele";
-    QTest::newRow("ele too long") << cfp << QByteArray("3P 3P 1 0 0 0\n").repeated(30000)
-                                  << "f2.ele";
     QByteArray labels;
     for (int i = 0; i < 2000; ++i)
         labels += "3P" + QByteArray::number(i) + " 2F 1\n";
-    QTest::newRow("too many terms") << labels << ele << "f2.cfp";
-    QTest::newRow("labels in every line")
-        << QByteArray("3P 2F 1 3F 3H 1S 1D 1G 1I 5S 5D 7F 2P 2D\n").repeated(15000) +
-               "3F\n3H\n1S\n1D\n"
-        << ele << "f2.cfp";
-}
-
-void TestEnergyLevels::refusedTables()
-{
-    QFETCH(QByteArray, cfp);
-    QFETCH(QByteArray, ele);
-    QFETCH(QString, file);
-    Tables tables(2, cfp, ele);
-    LanqorEnergyLevels shell(nullptr, 2);
-    QVERIFY2(shell.getLastError().contains(QLatin1Char('/') + file + QStringLiteral("  ")),
-             qPrintable(shell.getLastError()));
-    QVERIFY(shell.getSpectroscopicTermVector().isEmpty());
-    setParameters(shell, {305.2, 46.3, 4.43, 740.0});
-    QVERIFY(shell.calcEnergyLevels(-1.0));
-    QVERIFY(shell.getMixedStatesVector().isEmpty());
+    const QByteArray takenByMany =
+        QByteArray("3P 2F 1 3F 3H 1S 1D 1G 1I 5S 5D 7F 2P 2D\n").repeated(15000) +
+        "3F\n3H\n1S\n1D\n";
+    const QByteArray tooLong = QByteArray("3P 3P 1 0 0 0\n").repeated(30000);
+    struct Case
+    {
+        QByteArray cfp, ele;
+        QString file;
+    };
+    for (const Case &wrong : QVector<Case>{{cfp + "1I 2F nan\n", ele, "f2.cfp"},
+                                           {cfp + "1I 2F -inf\n", ele, "f2.cfp"},
+                                           {cfp + "1I 2F 1e999\n", ele, "f2.cfp"},
+                                           {cfp, ele + "3P 3F 0 0 nan 0\n", "f2.ele"},
+                                           {cfp, tooLong, "f2.ele"},
+                                           {labels, ele, "f2.cfp"},
+                                           {takenByMany, ele, "f2.cfp"}}) {
+        Tables tables(2, wrong.cfp, wrong.ele);
+        LanqorEnergyLevels shell(nullptr, 2);
+        QVERIFY2(
+            shell.getLastError().contains(QLatin1Char('/') + wrong.file + QStringLiteral("  ")),
+            qPrintable(shell.getLastError()));
+        QVERIFY(shell.getSpectroscopicTermVector().isEmpty());
+        setParameters(shell, {305.2, 46.3, 4.43, 740.0});
+        QVERIFY(shell.calcEnergyLevels(-1.0));
+        QVERIFY(shell.getMixedStatesVector().isEmpty());
+    }
 }
 
 void TestEnergyLevels::damagedTables()
