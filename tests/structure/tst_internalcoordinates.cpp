@@ -68,20 +68,6 @@ QVector<Coord> acetonitrile()
     return atoms;
 }
 
-/// An octahedral hexaisothiocyanato complex with exactly linear ligands.
-QVector<Coord> isothiocyanatoComplex()
-{
-    const QString labels[] = {QStringLiteral("N"), QStringLiteral("C"), QStringLiteral("S")};
-    const double radii[] = {2.4, 3.57, 5.19};
-    QVector<Coord> atoms = {{QStringLiteral("Eu"), 0.0, 0.0, 0.0}};
-    for (int i = 0; i < 18; ++i) {
-        const double r = i % 2 == 0 ? radii[i / 6] : -radii[i / 6];
-        const Vector3d at = r * Vector3d::Unit(i / 2 % 3);
-        atoms.append({labels[i / 6], at.x(), at.y(), at.z()});
-    }
-    return atoms;
-}
-
 QVector<Coord> randomGlobule(int count)
 {
     std::mt19937 random(7);
@@ -163,7 +149,6 @@ private Q_SLOTS:
         solvated += randomGlobule(4);
         QTest::newRow("linear molecule first, then others") << solvated;
         QTest::newRow("acetonitrile") << acetonitrile();
-        QTest::newRow("linear ligands") << isothiocyanatoComplex();
         QTest::newRow("500 atoms") << randomGlobule(500);
         QTest::newRow("500 atoms almost on a line") << nearlyStraightChain(500);
         for (const char *name : {"eu_acac3_h2o.xyz", "eu_acac3_h2o_numbered_names.mol2",

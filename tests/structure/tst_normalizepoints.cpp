@@ -159,20 +159,6 @@ private Q_SLOTS:
             QVERIFY(!wrong.createEspFile(QStringLiteral("never.esp")));
         }
     }
-
-    void realOutputs()
-    {
-        CORPUS_FILE(orcaFile, "orca/orca42_zindos_ligand_s25_t25.out");
-        CORPUS_FILE(gaussianFile, "gaussian/g16_ch2o_td5050_popfull.log");
-        for (const int program : {1, 2}) {
-            LanqorNormalizePoints points(nullptr, program == orca ? orcaFile : gaussianFile,
-                                         program);
-            points.setParametersNormalization(25.0, 100.0, 500.0);
-            QVERIFY2(points.spectrum(), qPrintable(points.getLastError()));
-            for (const double value : points.getaxisY())
-                QVERIFY(value > 0.0 && value <= 1.0);
-        }
-    }
 };
 
 QTEST_GUILESS_MAIN(TestNormalizePoints)

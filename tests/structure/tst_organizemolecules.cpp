@@ -308,17 +308,6 @@ private Q_SLOTS:
         QVERIFY(!structure.createOutputFile(folder.filePath(QStringLiteral("never.xyz"))));
     }
 
-    void filesThatCannotBeReadOrWritten()
-    {
-        LanqorOrganizeMolecules missing(nullptr, QStringLiteral("/no/such.mol2"));
-        QVERIFY(!missing.organize());
-        QCOMPARE(missing.getLastError(), QStringLiteral("/no/such.mol2 does not exist."));
-        LanqorOrganizeMolecules structure(
-            nullptr, scratchFile(QStringLiteral("small.mol2"), mol2Text(smallComplex, smallBonds)));
-        QVERIFY(structure.organize());
-        QVERIFY(!structure.createOutputFile(QStringLiteral("/no/such/folder/out.xyz")));
-    }
-
     void damagedFilesAreOrganisedOrRefused()
     {
         testSupport::damageFile(crystal(true), 200, 1500, [](const QString &path) {

@@ -166,6 +166,8 @@ private Q_SLOTS:
         row("convert %1 c.mop --charge one", out, 2, "one is not");
         row("convert %1 c.mop", QStringLiteral("/no/such.out"), 1, "/no/such.out does not exist.");
         row("organize %1 c.pdb", out, 1, "c.pdb");
+        row("organize %1 c.mop", QStringLiteral("/no/such.mol2"), 1,
+            "/no/such.mol2 does not exist.");
         row("organize %1 c.mop --charge 1.5", out, 2, "1.5 is not");
         row("spectrum %1", out, 1, "--program");
         row("spectrum %1 --range 200-400", states, 2, "200-400");
