@@ -96,15 +96,23 @@ bool chooseSections(const QString &list, OmegaPrintingOptions &options, QString 
     return true;
 }
 
+QString sphereError(const LanqorInputData &geometry, const QString &fileName)
+{
+    const QString ionError = geometry.getIonError();
+    if (!ionError.isEmpty())
+        return QStringLiteral("%1: %2").arg(fileName, ionError);
+    if (geometry.getCoordNumber() == 0)
+        return tr("%1: no atom is within bonding distance of atom 1 (%2)")
+            .arg(fileName, geometry.getAtomLabel(1));
+    return geometry.getAtomOrderError();
+}
+
 bool readSphere(LanqorInputData &geometry, const QString &fileName, QString &error)
 {
     if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate())
         error = geometry.getLastError();
-    else if (geometry.getCoordNumber() == 0)
-        error = tr("%1: no atom is within bonding distance of atom 1 (%2)")
-                    .arg(fileName, geometry.getAtomLabel(1));
     else
-        error = geometry.getAtomOrderError();
+        error = sphereError(geometry, fileName);
     return error.isEmpty();
 }
 

@@ -22,6 +22,10 @@ QString sectionNames();
 /// Switches on the sections of a comma-separated list; false with the unknown name in @p error.
 bool chooseSections(const QString &list, OmegaPrintingOptions &options, QString &error);
 
+/// Why the coordination sphere of a geometry cannot serve a calculation: no ion, an ion that is
+/// not atom 1, no coordinated atom, coordinated atoms in other places than 2 to N + 1.
+QString sphereError(const LanqorInputData &geometry, const QString &fileName);
+
 /// Reads a structure whose coordinated atoms are atoms 2 to N+1; false with the reason in
 /// @p error.
 bool readSphere(LanqorInputData &geometry, const QString &fileName, QString &error);

@@ -41,11 +41,7 @@ bool readCoordNumber(const QCommandLineParser &parser, IntensityFitOptions &opti
     if (parser.isSet(QStringLiteral("coordination")))
         return true;
     options.coordNumber = geometry.getCoordNumber();
-    if (options.coordNumber == 0)
-        error = tr("%1: no atom is within bonding distance of atom 1 (%2)")
-                    .arg(options.fileName, geometry.getAtomLabel(1));
-    else
-        error = geometry.getAtomOrderError();
+    error = sphereError(geometry, options.fileName);
     return error.isEmpty();
 }
 
