@@ -117,7 +117,6 @@ private Q_SLOTS:
     void damagedFiles();
     void response();
     void limits();
-    void setupFaults_data();
     void setupFaults();
     void effectiveCharge();
     void filesOfTheFit();
@@ -273,49 +272,40 @@ void TestParametricStark::limits()
     QCOMPARE(fitSupport::evaluate(fit, {0.7, 0.7}), last);
 }
 
-void TestParametricStark::setupFaults_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<int>("coordNumber");
-    QTest::addColumn<QVector<int>>("nitrogens");
-    QTest::addColumn<int>("level");
-    QTest::addColumn<QString>("message");
-    const QVector<int> both = {8, 9};
-    QTest::newRow("no structure") << QStringLiteral("/no/such.out") << 8 << both << 1
-                                  << QStringLiteral("/no/such.out does not exist.");
-    QTest::newRow("another coordination number")
-        << structure() << 9 << both << 1 << QStringLiteral("9");
-    QTest::newRow("atom in no group")
-        << structure() << 8 << QVector<int>{8} << 1 << QStringLiteral("N 9");
-    QTest::newRow("atom beyond the sphere")
-        << structure() << 8 << QVector<int>{8, 9, 10} << 1 << QStringLiteral("atom 10");
-    QTest::newRow("the ion") << structure() << 8 << QVector<int>{8, 9, 1} << 1
-                             << QStringLiteral("atom 1;");
-    QTest::newRow("no such manifold") << structure() << 8 << both << 7 << QStringLiteral("7F7");
-    QTest::newRow("no transitions")
-        << structure() << 8 << both << -100 << QStringLiteral("no measured levels");
-}
-
 void TestParametricStark::setupFaults()
 {
-    QFETCH(QString, file);
-    QFETCH(int, coordNumber);
-    QFETCH(QVector<int>, nitrogens);
-    QFETCH(int, level);
-    QFETCH(QString, message);
-    Fit fit(nullptr, file, 0);
-    const testSupport::MessageSpy spy(fit);
-    fit.setCoordNumber(coordNumber);
-    fit.setParametersGroup({groups.at(0), {QStringLiteral("nitrogens"), nitrogens}});
-    if (level != -100)
-        fit.setTransitionValues({transition(level, 300.0, 450.0, 379.0)});
-    for (int i = 0; i < 3; ++i)
-        QCOMPARE(fitSupport::evaluate(fit, {0.6, 0.9}), infeasible);
-    QVERIFY2(fit.getLastError().contains(message), qPrintable(fit.getLastError()));
-    QCOMPARE(spy.messages, QStringList(fit.getLastError())); // once, not at each trial
-    QVERIFY(!fit.checkSetup());
-    QVERIFY(fit.getReport().isEmpty());
-    QVERIFY(!fit.createOuputFile());
+    struct Case
+    {
+        QString file;
+        int coordNumber;
+        QVector<int> nitrogens;
+        QVector<int> manifolds;
+        QString message;
+    };
+    const QVector<Case> cases = {{"/no/such.out", 8, {8, 9}, {1}, "/no/such.out does not exist."},
+                                 {structure(), 9, {8, 9}, {1}, "9"},
+                                 {structure(), 8, {8}, {1}, "N 9"},
+                                 {structure(), 8, {8, 9, 10}, {1}, "atom 10"},
+                                 {structure(), 8, {8, 9, 1}, {1}, "atom 1;"},
+                                 {structure(), 8, {8, 9}, {7}, "7F7"},
+                                 {structure(), 8, {8, 9}, {}, "no measured levels"}};
+    for (const Case &wrong : cases) {
+        Fit fit(nullptr, wrong.file, 0);
+        const testSupport::MessageSpy spy(fit);
+        fit.setCoordNumber(wrong.coordNumber);
+        fit.setParametersGroup({groups.at(0), {QStringLiteral("nitrogens"), wrong.nitrogens}});
+        QVector<TransitionValues> transitions;
+        for (const int J : wrong.manifolds)
+            transitions.append(transition(J, 300.0, 450.0, 379.0));
+        fit.setTransitionValues(transitions);
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(fitSupport::evaluate(fit, {0.6, 0.9}), infeasible);
+        QVERIFY2(fit.getLastError().contains(wrong.message), qPrintable(fit.getLastError()));
+        QCOMPARE(spy.messages, QStringList(fit.getLastError())); // once, not at each trial
+        QVERIFY(!fit.checkSetup());
+        QVERIFY(fit.getReport().isEmpty());
+        QVERIFY(!fit.createOuputFile());
+    }
 }
 
 void TestParametricStark::effectiveCharge()
