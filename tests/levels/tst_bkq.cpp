@@ -1,8 +1,10 @@
 #include <LanqorEngine/LanqorBkq.h>
+#include <LanqorEngine/LanqorOmega.h>
 
 #include "../intensity/testSpheres.h"
 #include "TestSupport.h"
 
+#include <QRegularExpression>
 #include <QtTest>
 
 #include <cmath>
@@ -56,6 +58,7 @@ class TestBkq : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void intensityReport();
     void plainFormula();
     void oneAtomOnTheAxis();
     void unusableStructures_data();
@@ -204,6 +207,37 @@ void TestBkq::damagedStructures()
         QVERIFY(std::isfinite(bkq.getBkq(6, 3).imag));
     });
     QVERIFY(usable > 0);
+}
+
+// The intensity report prints the same parameters at its own overlap.
+void TestBkq::intensityReport()
+{
+    const QString file = structureFixture("mopac/eu_acac3_phen_am1_allvec.out");
+    QVector<double> g = {0.0, 0.0, 0.5, 0.6, 0.7, 0.8, 0.55, 0.65, 0.9, 1.1};
+    QVector<double> alpha(g.size(), 1e-24);
+    LanqorOmega omega(nullptr, 0, file, file);
+    omega.setCoordNumber(8);
+    testSpheres::setChargeFactorAndAlpha(omega, g, alpha);
+    QVERIFY2(omega.calcOmega(), qPrintable(omega.getLastError()));
+    OmegaPrintingOptions options;
+    options.printBkq = true;
+    omega.setOmegaPrintingOptions(options);
+    const QString report = omega.createOutFile(QString());
+
+    LanqorBkq bkq(file, 0);
+    double *array = g.data();
+    bkq.setChargeFactors(array);
+    QVERIFY(bkq.calculateRO(0.05));
+    const QRegularExpression row(
+        QStringLiteral("  Bkq\\((\\d),(\\d)\\) = +(-?[0-9.]+) \\+ +(-?[0-9.]+)i cm\\^-1"));
+    int rows = 0;
+    for (auto match = row.globalMatch(report); match.hasNext(); ++rows) {
+        const QRegularExpressionMatch found = match.next();
+        COMPARE_COMPLEX(bkq.getBkq(found.captured(1).toInt(), found.captured(2).toInt()),
+                        Complex(found.captured(3).toDouble(), found.captured(4).toDouble()),
+                        0.00501);
+    }
+    QCOMPARE(rows, 3 + 5 + 7);
 }
 
 QTEST_GUILESS_MAIN(TestBkq)

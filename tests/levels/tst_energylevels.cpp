@@ -4,6 +4,9 @@
 #include <LanqorEngine/LanqorEnergyLevels.h>
 
 #include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -79,6 +82,8 @@ private Q_SLOTS:
     void labels();
     void levelsFromDeterminants_data();
     void levelsFromDeterminants();
+    void publishedLevels();
+    void referenceLevels();
     void statesOfOneJ();
     void sameBitsInEveryRun();
     void missingParameters();
@@ -152,6 +157,65 @@ void TestEnergyLevels::levelsFromDeterminants()
         QCOMPARE(labels.size(), got.size());
         QCOMPARE(multiplicity, std::round(std::exp(std::lgamma(15.0) - std::lgamma(n + 1.0) -
                                                    std::lgamma(15.0 - n)))); // C(14, n)
+    }
+}
+
+// Lowest levels above the ground level (J, cm^-1) of these four parameters alone, aqueous ions:
+// W. T. Carnall, P. R. Fields, K. Rajnak, J. Chem. Phys. 49, 4424 (1968) and following papers.
+void TestEnergyLevels::publishedLevels()
+{
+    const struct
+    {
+        int n;
+        Parameters parameters;
+        QVector<QPair<double, double>> levels;
+    } ions[] = {
+        {2,
+         {305.21955, 46.276753, 4.434816, 740.75},
+         {{5, 2082.80}, {6, 4254.55}, {2, 4894.53}, {3, 6283.37}, {4, 6653.71}, {4, 9521.69}}},
+        {3,
+         {321.8266, 46.276234, 4.7133009, 884.58},
+         {{5.5, 1891.45}, {6.5, 3893.78}, {7.5, 5962.66}, {1.5, 11315.86}, {4.5, 12002.68}}},
+        {6,
+         {369.60795, 56.240519, 5.6408009, 1326.0},
+         {{1, 384.96}, {2, 1057.61}, {3, 1921.71}, {4, 2906.26}, {5, 3961.67}, {6, 5052.65}}},
+        {8,
+         {401.58881, 60.802078, 6.0124892, 1709.5},
+         {{5, 2050.61}, {4, 3300.15}, {3, 4276.67}, {2, 4961.29}, {1, 5416.18}, {0, 5638.81}}},
+    };
+    for (const auto &ion : ions) {
+        LanqorEnergyLevels shell(nullptr, ion.n);
+        setParameters(shell, ion.parameters);
+        QVERIFY(shell.calcEnergyLevels(-1.0));
+        for (int i = 0; i < ion.levels.size(); ++i) {
+            const MixedState state = shell.getMixedStatesVector().at(i + 1);
+            QCOMPARE(twiceJ(state.label), 2.0 * ion.levels.at(i).first);
+            COMPARE_NEAR(state.energy, ion.levels.at(i).second, 0.05);
+        }
+    }
+}
+
+void TestEnergyLevels::referenceLevels()
+{
+    for (const int n : {2, 3, 6, 8}) {
+        const QString path =
+            testSupport::referenceFile(QStringLiteral("levels/levels_f%1.json").arg(n));
+        if (path.isEmpty())
+            QSKIP("needs LANQOR_REFERENCE_DIR");
+        const QJsonObject reference = QJsonDocument::fromJson(testSupport::readAll(path)).object();
+        const auto value = [&reference](const char *name) {
+            return reference.value(QLatin1String(name)).toDouble();
+        };
+        LanqorEnergyLevels shell(nullptr, n);
+        setParameters(shell, {value("F2"), value("F4"), value("F6"), value("zeta")});
+        QVERIFY(shell.calcEnergyLevels(-1.0));
+        const QVector<MixedState> states = shell.getMixedStatesVector();
+        const QJsonArray levels = reference.value(QLatin1String("levels")).toArray();
+        QCOMPARE(states.size(), levels.size());
+        for (int i = 0; i < states.size(); ++i) {
+            COMPARE_NEAR(states.at(i).energy, levels.at(i).toArray().at(1).toDouble(), 1e-6);
+            QCOMPARE(twiceJ(states.at(i).label), 2.0 * levels.at(i).toArray().at(0).toDouble());
+        }
     }
 }
 

@@ -161,6 +161,22 @@ private Q_SLOTS:
         COMPARE_NEAR(ours.getFinalHeat(), reference.getFinalHeat(), 1e-5);
     }
 
+    void openBabelReadsXyz()
+    {
+        const QString babel = QStandardPaths::findExecutable(QStringLiteral("obabel"));
+        if (babel.isEmpty())
+            QSKIP("needs Open Babel");
+        LanqorFilesConverter converter(nullptr, dataFile(chlorideComplex));
+        QVERIFY(converter.convertFromOutToXYZ(path("babel.xyz"), false));
+        const RunResult run =
+            runInFolder(babel,
+                        {QStringLiteral("-ixyz"), path("babel.xyz"), QStringLiteral("-oxyz"),
+                         QStringLiteral("-O"), path("back.xyz")},
+                        folder.path());
+        QVERIFY2(run.isDone, qPrintable(run.output));
+        QVERIFY(difference(atomsOf(path("back.xyz")), atomsOf(dataFile(chlorideComplex))) < 1e-5);
+    }
+
     void gaussianJob()
     {
         LanqorFilesConverter converter(nullptr, dataFile(chlorideComplex));
