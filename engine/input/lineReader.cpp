@@ -16,9 +16,11 @@ LineReader::LineReader(const QString &fileName)
 
 bool LineReader::open()
 {
-    // QFile warns on the terminal about an empty name.
-    if (file.fileName().isEmpty() || QFileInfo(file.fileName()).isDir() ||
-        !file.open(QIODevice::ReadOnly))
+    // Devices and pipes may never end, and cannot be read twice. QFile warns on the terminal about
+    // an empty name.
+    const QFileInfo info(file.fileName());
+    const bool isOtherKind = info.exists() && !info.isFile();
+    if (file.fileName().isEmpty() || isOtherKind || !file.open(QIODevice::ReadOnly))
         return false;
     buffer.resize(bufferSize);
     return true;

@@ -18,7 +18,7 @@ public:
 
     explicit LineReader(const QString &fileName);
 
-    /// Opens the file; false when it is missing, unreadable or a directory.
+    /// Opens the file; false when it is missing, unreadable or no regular file.
     bool open();
     /// Moves to the next line; false at the end of the file.
     bool next();
