@@ -1,6 +1,7 @@
 #include "Command.h"
 #include "commands.h"
 #include "plots.h"
+#include "statePrograms.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorNormalizePoints.h>
@@ -29,12 +30,12 @@ struct Request
 
 bool readProgram(const QCommandLineParser &parser, Request &request, QString &error)
 {
-    static const QStringList names = {QStringLiteral("zindo"), QStringLiteral("orca"),
-                                      QStringLiteral("gaussian")}; // by number of the program
     const QString name = parser.value(QStringLiteral("program"));
-    request.program =
-        name.isEmpty() ? int(LanqorInputData::detectProgram(request.file)) : names.indexOf(name);
-    if (!name.isEmpty() && request.program < 0)
+    const StateProgram *program =
+        name.isEmpty() ? cli::stateProgramOf(request.file) : cli::stateProgramNamed(name);
+    if (program)
+        request.program = program->type;
+    else if (!name.isEmpty())
         error = tr("--program needs to be orca, gaussian or zindo");
     return error.isEmpty();
 }

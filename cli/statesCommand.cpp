@@ -1,5 +1,6 @@
 #include "Command.h"
 #include "commands.h"
+#include "statePrograms.h"
 
 #include <LanqorEngine/LanqorRL.h>
 
@@ -18,31 +19,6 @@ constexpr double leastWeight = 0.01;
 QString tr(const char *text)
 {
     return QCoreApplication::translate("cli", text);
-}
-
-struct Program
-{
-    const char *name;
-    const char *title;
-    LanqorInputData::ProgramType type;
-};
-
-constexpr Program programs[] = {
-    {"orca", "ORCA", LanqorInputData::OrcaOutput},
-    {"gaussian", "Gaussian", LanqorInputData::GaussianOutput},
-    {"zindo", "ZINDO", LanqorInputData::ZindoOutput},
-};
-
-/// The program of that name, or the one whose output @p fileName is; null when there is none.
-const Program *chooseProgram(const QString &name, const QString &fileName)
-{
-    const LanqorInputData::ProgramType type =
-        name.isEmpty() ? LanqorInputData::detectProgram(fileName) : LanqorInputData::UnknownOutput;
-    for (const Program &program : programs) {
-        if (program.type == type || name == QLatin1String(program.name))
-            return &program;
-    }
-    return nullptr;
 }
 
 QString column(double value, int decimals, int width)
@@ -114,7 +90,7 @@ QString stateTables(const LanqorRL &calculation, bool hasDistances)
 }
 
 /// Why there is no RL, with what the user may do about it.
-QString reasonWithoutDistances(const LanqorRL &calculation, const Program &program)
+QString reasonWithoutDistances(const LanqorRL &calculation, const StateProgram &program)
 {
     QString reason = calculation.getLastError().simplified();
     const bool needsPointCharge = program.type == LanqorInputData::OrcaOutput &&
@@ -162,7 +138,8 @@ int statesCommand(const QStringList &arguments)
     const QString name = parser.value(QStringLiteral("program"));
     if (!QFileInfo::exists(fileName))
         return cli::fail(tr("%1 does not exist.").arg(fileName));
-    const Program *program = chooseProgram(name, fileName);
+    const StateProgram *program =
+        name.isEmpty() ? cli::stateProgramOf(fileName) : cli::stateProgramNamed(name);
     if (!program && !name.isEmpty()) {
         return cli::fail(tr("unknown program \"%1\"; there are orca, gaussian and zindo").arg(name),
                          cli::usageError);

@@ -3,6 +3,7 @@
 #include "Command.h"
 #include "complexOptions.h"
 #include "plots.h"
+#include "statePrograms.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 
@@ -15,18 +16,6 @@
 namespace yieldOptions {
 
 namespace {
-
-struct Program
-{
-    const char *name;
-    int type;
-};
-
-constexpr Program programs[] = {
-    {"zindo", LanqorInputData::ZindoOutput},
-    {"orca", LanqorInputData::OrcaOutput},
-    {"gaussian", LanqorInputData::GaussianOutput},
-};
 
 constexpr int maximumState = 100000;
 
@@ -112,21 +101,22 @@ public:
     /// The program that wrote the excited states; found out when it is not named.
     int program(const char *name, const QString &fileName)
     {
-        if (!isSet(name)) {
-            if (!QFileInfo::exists(fileName))
-                refuse(tr("%1 does not exist.").arg(fileName));
-            const int type = LanqorInputData::detectProgram(fileName);
-            if (type == LanqorInputData::UnknownOutput)
-                refuse(tr("%1 is not known as an output of ORCA, Gaussian or ZINDO; name the "
-                          "program by --%2")
-                           .arg(fileName, option(name)));
-            return type;
+        if (isSet(name)) {
+            const StateProgram *program = cli::stateProgramNamed(parser.value(option(name)));
+            if (program)
+                return program->type;
+            refuse(tr("--%1 needs to be orca, gaussian or zindo").arg(option(name)));
+            return LanqorInputData::UnknownOutput;
         }
-        for (const Program &program : programs)
-            if (parser.value(option(name)) == QLatin1String(program.name))
-                return program.type;
-        refuse(tr("--%1 needs to be orca, gaussian or zindo").arg(option(name)));
-        return -1;
+        if (!QFileInfo::exists(fileName))
+            refuse(tr("%1 does not exist.").arg(fileName));
+        const StateProgram *program = cli::stateProgramOf(fileName);
+        if (program)
+            return program->type;
+        refuse(tr("%1 is not known as an output of ORCA, Gaussian or ZINDO; name the program by "
+                  "--%2")
+                   .arg(fileName, option(name)));
+        return LanqorInputData::UnknownOutput;
     }
 
     bool isSet(const char *name) const { return parser.isSet(option(name)); }

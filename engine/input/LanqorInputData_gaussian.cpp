@@ -242,7 +242,7 @@ bool LanqorInputData::readOutputGaussian()
 {
     LineReader reader(fileName);
     if (!reader.open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     const StateList list = GaussianParser(reader, OrbitalReading::Keep).parse();
     coord += list.data.atoms;
     takeExcitedStates(list.data);
@@ -264,7 +264,7 @@ bool LanqorInputData::readAbsorptionDataGaussian()
 {
     LineReader reader(fileName);
     if (!reader.open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     const StateList list = GaussianParser(reader, OrbitalReading::Skip).parse();
     takeSpectrum(list.data);
     if (!list.data.hasStates() || list.isDamaged)

@@ -54,7 +54,7 @@ bool LanqorInputData::readMopacOutFile(const bool &keepTv)
 {
     MopacOutputReader reader(fileName, keepTv);
     if (!reader.open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     const Status status = reader.read();
     const MopacResults &results = reader.results();
     mopacCitation = results.citation.value_or(mopacCitation);
@@ -77,7 +77,7 @@ bool LanqorInputData::readForceConstant(const QString &path, const int &n)
 {
     MopacForceMatrixReader reader(path);
     if (!reader.open())
-        return failWith(path + tr(" does not exist."));
+        return failWith(missingFile(path));
     QVector<double> constants;
     if (!reader.read(n, constants))
         return failWith(tr("There has been an error during read in force constant from Mopac "

@@ -440,7 +440,7 @@ bool LanqorInputData::readCoordFromOrcaOutFile()
 {
     LineReader reader(fileName);
     if (!reader.open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     const Step step = OrcaParser(reader, OrbitalReading::Skip).parse();
     if (step.data.atoms.isEmpty())
         return failWith(missingCoordinatesMessage());
@@ -452,7 +452,7 @@ bool LanqorInputData::readOutputOrca()
 {
     LineReader reader(fileName);
     if (!reader.open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     const Step step = OrcaParser(reader, OrbitalReading::Keep).parse();
     isOrcaTDDFT = step.isTddft;
     takeExcitedStates(step.data);
@@ -480,7 +480,7 @@ bool LanqorInputData::readAbsorptionDataOrca()
 {
     LineReader reader(fileName);
     if (!reader.open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     const Step step = OrcaParser(reader, OrbitalReading::Skip).parse();
     takeSpectrum(step.data);
     if (!step.hasSpectrum)
@@ -531,7 +531,7 @@ bool LanqorInputData::readMolecularOrbitalOccupancy()
 {
     LineReader reader(fileName);
     if (!reader.open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     QVector<MolecularOrbitalOCC> lastTable;
     while (reader.next()) {
         if (textFields::trimmed(reader.line()) == "ORBITAL ENERGIES") {

@@ -119,7 +119,7 @@ QString LanqorInputData::readFileIndeces(const QString &fileName, const int &coo
 {
     LineReader reader(fileName);
     if (!reader.open())
-        return fileName + tr(" does not exist.");
+        return missingFile(fileName);
     if (coordNumber < 1 || coordNumber > maximumAtoms)
         return numberOfAtomsError(coordNumber);
     IndicesTable table;
@@ -180,7 +180,7 @@ QString LanqorInputData::readMolNameFile(QString &directory, QString &prefix, QS
                              : directory;
     LineReader reader(path);
     if (!reader.open())
-        return path + tr(" does not exist.");
+        return missingFile(path);
     directory = QFileInfo(path).path();
     names.clear();
     first.clear();

@@ -24,7 +24,7 @@ bool LanqorInputData::readStructureFile()
         break;
     }
     if (!LineReader(fileName).open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     return failWith(tr("\nThe kind of the structure file cannot be told; a MOPAC output (.out), "
                        ".mop, .zmt, .xyz or .mol2 file is needed: \n") +
                     fileName);

@@ -323,7 +323,7 @@ bool LanqorInputData::readCoordFromZindoOutFile()
 {
     LineReader reader(fileName);
     if (!reader.open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     // The word comes again (moments of inertia, populations with rounded coordinates): the first
     // table counts.
     QVector<Coord> atoms;
@@ -344,7 +344,7 @@ bool LanqorInputData::readOutputZindo()
 {
     LineReader reader(fileName);
     if (!reader.open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     ExcitedStates results;
     // The heading comes again over the frozen core orbitals, numbered from 1: the first counts.
     while (results.orbitals.isEmpty() && reader.next()) {
@@ -375,7 +375,7 @@ bool LanqorInputData::readAbsorptionDataZindo()
 {
     LineReader reader(fileName);
     if (!reader.open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     ExcitedStates results;
     bool isSpectrum = false;
     while (reader.next()) {

@@ -1,5 +1,6 @@
 #include "input/lineReader_p.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -9,6 +10,11 @@ namespace {
 constexpr int bufferSize = 1 << 18;
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 } // namespace
+
+QString missingFile(const QString &fileName)
+{
+    return fileName + QCoreApplication::translate("LanqorInputData", " does not exist.");
+}
 
 LineReader::LineReader(const QString &fileName)
     : file(fileName)

@@ -6,6 +6,9 @@
 
 #include <string_view>
 
+/// The message for a file that cannot be opened.
+QString missingFile(const QString &fileName);
+
 /// Reads a text file line by line in bounded memory.
 ///
 /// A line longer than maximumLineLength is cut there and its rest skipped: no program whose

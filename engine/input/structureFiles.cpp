@@ -58,11 +58,6 @@ bool readPosition(const Fields &fields, std::size_t first, Coord &atom)
     return ok[0] && ok[1] && ok[2];
 }
 
-QString missingFile(const QString &fileName)
-{
-    return fileName + LanqorInputData::tr(" does not exist.");
-}
-
 QString unreadableLine(const QString &fileName, qint64 lineNumber, const QString &expected)
 {
     return LanqorInputData::tr("\nLine %1 of the structure file cannot be read; %2 should stand "

@@ -29,8 +29,6 @@ enum class Kind { Unknown, MopacOutput, Mop, Zmt, Xyz, Mol2 };
 /// The three numbers from field @p first on; false when they are not numbers.
 bool readPosition(const textFields::Fields &fields, std::size_t first, Coord &atom);
 
-/// The message for a file that cannot be opened.
-QString missingFile(const QString &fileName);
 /// The message for a row that cannot be read; @p expected tells what it should hold.
 QString unreadableLine(const QString &fileName, qint64 lineNumber, const QString &expected);
 

@@ -61,7 +61,7 @@ private:
 bool GaussianOrbitalReader::read()
 {
     if (!lines.open()) {
-        error = fileName + QStringLiteral(" does not exist.");
+        error = missingFile(fileName);
         return false;
     }
     while (lines.next()) {

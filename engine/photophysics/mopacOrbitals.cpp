@@ -109,7 +109,7 @@ private:
 bool MopacOrbitalReader::read()
 {
     if (!lines.open()) {
-        error = fileName + QStringLiteral(" does not exist.");
+        error = missingFile(fileName);
         return false;
     }
     while (lines.next()) {

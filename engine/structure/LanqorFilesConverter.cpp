@@ -300,7 +300,7 @@ bool LanqorFilesConverter::readFilledLevels(int &filledLevels)
 {
     LineReader reader(fileName);
     if (!reader.open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     textFields::Fields parts;
     while (reader.next()) {
         if (!textFields::contains(reader.line(), "NO. OF FILLED LEVELS"))

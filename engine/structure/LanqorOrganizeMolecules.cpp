@@ -228,7 +228,7 @@ bool LanqorOrganizeMolecules::readMol2(Source &source)
 {
     structureFiles::Mol2Reader reader(fileName);
     if (!reader.open())
-        return failWith(fileName + tr(" does not exist."));
+        return failWith(missingFile(fileName));
     structureFiles::Mol2Molecule molecule;
     while (reader.next(molecule)) {
         if (!molecule.error.isEmpty() || !molecule.bondError.isEmpty())
