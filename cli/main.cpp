@@ -1,6 +1,6 @@
 #include "Command.h"
-#include "commands.h"
-#include "plots.h"
+#include "commands/commands.h"
+#include "plots/plots.h"
 
 #include <QCoreApplication>
 

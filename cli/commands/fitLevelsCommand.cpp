@@ -1,0 +1,142 @@
+#include "Command.h"
+#include "commands/commands.h"
+#include "commands/fitProgress.h"
+#include "options/freeIonOptions.h"
+
+#include <LanqorEngine/LanqorGSA.h>
+#include <LanqorEngine/LanqorParametricEnergyLevels.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("cli", text);
+}
+
+struct Request
+{
+    cli::FreeIon ion;
+    QString fileName; ///< absolute
+    int stepsPerCycle = 0;
+    double temperature = 0.0;
+};
+
+void describe(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(tr(
+        "Fits the Slater integrals F_2, F_4, F_6 and the spin-orbit parameter zeta of a free\n"
+        "lanthanide(III) ion to measured energy levels by simulated annealing.\n\n"
+        "FILE has a heading line, then one level a line: its label first and its energy in cm^-1\n"
+        "last. The first level is the ground level, of energy 0, which is not fitted:\n"
+        "    label   energy\n"
+        "    4I9/2        0\n"
+        "    4I11/2    2007\n"
+        "    2H(2)9/2 12738\n"
+        "A term that occurs more than once needs its number in parentheses; \"lanqor levels\" "
+        "shows\n"
+        "the labels. The response is the sum of 100 |measured - computed| / measured.\n\n"
+        "The start is the parameters given or the published ones of the ion; bounds: F_2 100 to\n"
+        "1000, F_4 10 to 100, F_6 1 to 10, zeta 100 to 5000 cm^-1. A step changes each parameter "
+        "by\n"
+        "1 cm^-1 at most. Beside FILE, with \".exp\" replaced, the progress goes to a file "
+        "\".output\"\n"
+        "(appended) and the result with all levels to \".result\". A point of 4f^6 or 4f^7 takes "
+        "some\n"
+        "ms. Ctrl-C ends the fit and reports its best point (exit status 130).\n\n"
+        "Example:\n"
+        "  lanqor fit levels nd.exp --ion Nd --points 3000"));
+    parser.addPositionalArgument(QStringLiteral("FILE"), tr("measured levels, usually NAME.exp"));
+    cli::addFreeIonOptions(parser);
+    parser.addOptions({
+        {QStringLiteral("points"), tr("Points tried in each of the 15 annealing cycles."),
+         tr("number"), QStringLiteral("2000")},
+        {QStringLiteral("temperature"),
+         tr("Initial temperature of the annealing, in units of the response (per cent)."), tr("T"),
+         QStringLiteral("1")},
+    });
+}
+
+bool readRequest(const QCommandLineParser &parser, Request &request, QString &error)
+{
+    constexpr int maximumSteps = 100000000;
+    if (parser.positionalArguments().size() != 1) {
+        error = tr("a fit needs one file of measured levels");
+        return false;
+    }
+    bool ok = false;
+    request.stepsPerCycle = parser.value(QStringLiteral("points")).toInt(&ok);
+    if (!ok || request.stepsPerCycle < 1 || request.stepsPerCycle > maximumSteps) {
+        error = tr("--points needs a whole number from 1 to %1").arg(maximumSteps);
+        return false;
+    }
+    request.temperature = parser.value(QStringLiteral("temperature")).toDouble(&ok);
+    if (!ok || !(request.temperature > 0.0 && request.temperature < 1e6)) {
+        error = tr("--temperature needs a positive number");
+        return false;
+    }
+    request.fileName = QFileInfo(parser.positionalArguments().first()).absoluteFilePath();
+    return cli::readFreeIon(parser, request.ion, error);
+}
+
+/// The heading is skipped unread: a file that begins with its first level would lose it.
+bool hasHeading(const QString &fileName)
+{
+    constexpr qint64 longestLine = 4096;
+    static const QRegularExpression level(QStringLiteral(
+        "^\\s*[1-8][SPDFGHIKLMNOQ](\\(\\d+\\))?[\\d./]+\\s+([^\\s]+\\s+)*[\\d.]+\\s*$"));
+    QFile file(fileName);
+    return !file.open(QIODevice::ReadOnly) ||
+           !level.match(QString::fromLatin1(file.readLine(longestLine))).hasMatch();
+}
+
+} // namespace
+
+int fitLevelsCommand(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    describe(parser);
+    cli::parse(parser, "fit levels", arguments);
+    Request request;
+    QString error;
+    if (!readRequest(parser, request, error))
+        return cli::fail(error, cli::usageError);
+    QVector<EnergyLevelsExp> measured;
+    if (!LanqorParametricEnergyLevels::readEnergyLevelsExp(request.fileName, measured))
+        return cli::fail(
+            tr("%1 cannot be read as a list of measured levels").arg(request.fileName));
+    if (!hasHeading(request.fileName))
+        return cli::fail(tr("%1: the first line is a level, but it is taken as a heading and "
+                            "skipped; put a heading line before it")
+                             .arg(request.fileName));
+    if (!cli::enterDataFolder(error))
+        return cli::fail(error);
+
+    LanqorParametricEnergyLevels fit(nullptr, request.ion.electrons, request.fileName);
+    if (!fit.getLastError().isEmpty())
+        return cli::fail(fit.getLastError());
+    cli::showMessages(fit);
+    fit.setEnergyLevelsExp(measured);
+    double start[] = {request.ion.F2, request.ion.F4, request.ion.F6, request.ion.zeta};
+    double *x = start;
+    LanqorAbstractParametric *target = &fit;
+    LanqorGSA annealing(nullptr, 4, x, target);
+    annealing.setNStopMax(request.stepsPerCycle);
+    annealing.setGSAParameters(2.5, 2.5, 2.5, request.temperature);
+    const cli::FitEnd end = cli::runFits({&annealing}, error);
+    if (end == cli::FitEnd::Failed)
+        return cli::fail(error);
+    if (end == cli::FitEnd::Interrupted)
+        fit.endOfParametrization(); // the minimiser has not
+    if (fit.getSummary().isEmpty())
+        return cli::fail(tr("the fit ended before its first point"));
+    cli::print(fit.getSummary());
+    if (!fit.getLastError().isEmpty())
+        return cli::fail(fit.getLastError());
+    cli::note(tr("lanqor: all levels of the best point are in %1").arg(fit.getResultFileName()));
+    return end == cli::FitEnd::Interrupted ? cli::interrupted : cli::success;
+}

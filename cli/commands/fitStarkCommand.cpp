@@ -1,0 +1,231 @@
+#include "Command.h"
+#include "commands/commands.h"
+#include "commands/fitProgress.h"
+#include "options/complexOptions.h"
+
+#include <LanqorEngine/LanqorGSA.h>
+#include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorParametricStarkLevels.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("cli", text);
+}
+
+/// What the fields of a line have to be: a letter for each, w a word, i a whole number, d a number;
+/// the letter before * stands for any number of fields, none included.
+struct LineForm
+{
+    const char *extension;
+    const char *fields;
+};
+
+constexpr LineForm lineForms[] = {
+    {".groups", "wi*"}, {".exp", "iddd"}, {".limits", "wdd"}, {".chargefactors", "wi*d"}};
+
+/// One letter for each of @p count fields of a line.
+QByteArray lettersOf(const LineForm &form, int count)
+{
+    QByteArray letters(form.fields);
+    const int star = letters.indexOf('*');
+    if (star < 0)
+        return letters;
+    const int others = letters.size() - 2;
+    return letters.left(star - 1) + QByteArray(std::max(0, count - others), letters.at(star - 1)) +
+           letters.mid(star + 1);
+}
+
+/// What is wrong with a line; empty when nothing is.
+QString lineFault(const LineForm &form, const QStringList &fields)
+{
+    const QByteArray letters = lettersOf(form, fields.size());
+    if (fields.size() < letters.size())
+        return tr("%1 of %2 fields are missing and count as 0")
+            .arg(letters.size() - fields.size())
+            .arg(letters.size());
+    if (fields.size() > letters.size())
+        return tr("fields from \"%1\" on are ignored").arg(fields.at(letters.size()));
+    for (int i = 0; i < fields.size(); ++i) {
+        bool ok = true;
+        if (letters.at(i) == 'i')
+            fields.at(i).toInt(&ok);
+        else if (letters.at(i) == 'd')
+            fields.at(i).toDouble(&ok);
+        if (!ok)
+            return letters.at(i) == 'i'
+                       ? tr("\"%1\" is no whole number and counts as 0").arg(fields.at(i))
+                       : tr("\"%1\" is no number and counts as 0").arg(fields.at(i));
+    }
+    return QString();
+}
+
+/// Warns of the lines that the reader takes otherwise than they were meant.
+void warnOfFaults(const QString &baseName)
+{
+    constexpr qint64 maximumSize = 1 << 20;
+    for (const LineForm &form : lineForms) {
+        QFile file(baseName + QLatin1String(form.extension));
+        if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+            continue;
+        int number = 0;
+        for (const QString &line :
+             QString::fromUtf8(file.read(maximumSize)).split(QLatin1Char('\n'))) {
+            ++number;
+            const QStringList fields =
+                line.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+            const QString fault = fields.isEmpty() ? QString() : lineFault(form, fields);
+            if (!fault.isEmpty())
+                cli::note(QStringLiteral("lanqor: %1, line %2: %3")
+                              .arg(file.fileName())
+                              .arg(number)
+                              .arg(fault));
+        }
+    }
+}
+
+/// The files of a fit.
+struct FitFiles
+{
+    QVector<ParametersGroup> groups;
+    QVector<TransitionValues> transitions;
+    QVector<GLimits> limits;
+    QVector<ChargeFactorsGroup> start;
+};
+
+/// Reads the files; false with the reason in @p error.
+bool readFiles(const QString &baseName, FitFiles &files, QString &error)
+{
+    for (const char *extension : {".groups", ".exp"}) {
+        const QString fileName = baseName + QLatin1String(extension);
+        if (!QFileInfo::exists(fileName)) {
+            error = tr("%1 does not exist; see \"lanqor fit stark --help\"").arg(fileName);
+            return false;
+        }
+    }
+    warnOfFaults(baseName);
+    LanqorParametricStarkLevels::readGLimitsFile(baseName, files.limits);
+    if (QFileInfo::exists(baseName + QStringLiteral(".chargefactors")))
+        LanqorParametricStarkLevels::readChargeFactorsFile(baseName, files.start);
+    if (LanqorParametricStarkLevels::readParametersGroup(baseName, files.groups) &&
+        LanqorParametricStarkLevels::readTransitionValues(baseName, files.transitions))
+        return true;
+    error = tr("the files of %1 cannot be read").arg(baseName);
+    return false;
+}
+
+/// Start of a group: its charge factor in the file, or 0.5, brought into the limits of its atoms.
+double startOf(const ParametersGroup &group, const FitFiles &files,
+               const LanqorParametricStarkLevels &fit)
+{
+    constexpr double usual = 0.5;
+    double g = usual;
+    for (const ChargeFactorsGroup &start : files.start) {
+        if (!group.atoms.isEmpty() && start.atoms.contains(group.atoms.first()))
+            g = start.chargeFactor;
+    }
+    for (const int atom : group.atoms) {
+        for (const GLimits &limits : files.limits) {
+            if (limits.name == fit.getAtomLabel(atom) && limits.minimum <= limits.maximum)
+                g = std::clamp(g, limits.minimum, limits.maximum);
+        }
+    }
+    return std::max(g, 0.0);
+}
+
+void addOptions(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(tr(
+        "Fits charge factors g of groups of coordinated atoms to measured Stark levels of 7FJ\n"
+        "of a Eu3+ complex by simulated annealing.\n\n"
+        "STRUCTURE is a MOPAC output or a .mop, .zmt, .xyz or .mol2 file with Eu as atom 1 and\n"
+        "the N coordinated atoms as atoms 2 to N+1. BASENAME stands for small text files, fields\n"
+        "between blanks:\n"
+        "  BASENAME.groups         name, atom numbers; every coordinated atom in one group\n"
+        "                          (oxygens 2 3 4 5)\n"
+        "  BASENAME.exp            J, energies of the lowest and highest sublevel of 7FJ, energy\n"
+        "                          of its barycentre, cm^-1 (1 302 455 379)\n"
+        "  BASENAME.limits         element, smallest and largest g; may be missing (O 0.1 1.5)\n"
+        "  BASENAME.chargefactors  name, atom numbers, g from which to start; may be missing,\n"
+        "                          then 0.5 (oxygens 2 3 4 5 0.6)\n"
+        "Each improvement is appended to BASENAME.progress, and the best result stands in\n"
+        "BASENAME.stark. Ctrl-C ends the fit and prints its best point (exit status 130).\n\n"
+        "Example:\n"
+        "  lanqor fit stark complex complex.out"));
+    parser.addPositionalArgument(QStringLiteral("BASENAME"), tr("Files of the fit"));
+    parser.addPositionalArgument(QStringLiteral("STRUCTURE"), tr("MOPAC output or structure file"));
+    parser.addOptions({
+        cli::overlapOption(),
+        cli::coordinationOption(),
+        {QStringLiteral("points"), tr("Points tried in each of the 15 annealing cycles."),
+         tr("number"), QStringLiteral("15000")},
+    });
+}
+
+/// Runs the fit and prints its result; returns the exit status.
+int run(LanqorParametricStarkLevels &fit, QVector<double> &x, int stepsPerCycle)
+{
+    double *values = x.data();
+    LanqorAbstractParametric *target = &fit;
+    LanqorGSA annealing(nullptr, x.size(), values, target);
+    annealing.setNStopMax(stepsPerCycle);
+    QString error;
+    const cli::FitEnd end = cli::runFits({&annealing}, error);
+    if (end == cli::FitEnd::Failed)
+        return cli::fail(error);
+    const QString report = fit.getReport();
+    if (report.isEmpty())
+        return cli::fail(tr("no trial lay within the limits of the charge factors"));
+    cli::print(report);
+    return end == cli::FitEnd::Interrupted ? cli::interrupted : cli::success;
+}
+
+} // namespace
+
+int fitStarkCommand(const QStringList &arguments)
+{
+    constexpr int maximumSteps = 100000000;
+    QCommandLineParser parser;
+    addOptions(parser);
+    cli::parse(parser, "fit stark", arguments);
+    if (parser.positionalArguments().size() != 2)
+        return cli::fail(tr("fit stark needs the base name of its files and a structure; see "
+                            "\"lanqor fit stark --help\""),
+                         cli::usageError);
+    int stepsPerCycle = 0;
+    double ro0 = 0.0;
+    QString error;
+    if (!cli::readOverlap(parser, ro0, error) ||
+        !cli::readCount(parser, QStringLiteral("points"), maximumSteps, stepsPerCycle, error))
+        return cli::fail(error, cli::usageError);
+
+    const QString baseName = parser.positionalArguments().at(0);
+    const QString structure = parser.positionalArguments().at(1);
+    FitFiles files;
+    LanqorInputData geometry(nullptr, structure);
+    int coordNumber = 0;
+    if (!readFiles(baseName, files, error) ||
+        !cli::readSphere(parser, structure, geometry, coordNumber, error))
+        return cli::fail(error);
+
+    LanqorParametricStarkLevels fit(nullptr, structure, coordNumber);
+    cli::showMessages(fit);
+    fit.setRO0(ro0);
+    fit.setParametersGroup(files.groups);
+    fit.setTransitionValues(files.transitions);
+    fit.setGLimits(files.limits);
+    fit.setFileName(baseName);
+    if (!fit.checkSetup())
+        return cli::fail(fit.getLastError());
+    QVector<double> x;
+    for (const ParametersGroup &group : files.groups)
+        x.append(startOf(group, files, fit));
+    return run(fit, x, stepsPerCycle);
+}

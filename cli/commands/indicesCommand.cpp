@@ -1,0 +1,47 @@
+#include "Command.h"
+#include "commands/commands.h"
+
+#include <LanqorEngine/LanqorIndicesCalculation.h>
+
+#include <QCoreApplication>
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("cli", text);
+}
+
+} // namespace
+
+int indicesCommand(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        tr("Reactivity indices of every atom but the ion (atom 1): electron population\n"
+           "2 sum c^2 and superdelocalizability 2 sum c c'/E over the doubly occupied orbitals\n"
+           "and the S, Px, Py, Pz functions of the atom.\n\n"
+           "FILE is a MOPAC output with all orbitals (keyword ALLVEC), energies E in eV; or, with\n"
+           "--gaussian, a Gaussian output (pop=full), energies in hartree, which means something\n"
+           "for orthonormal minimal bases only. Superdelocalizabilities are negative for donors\n"
+           "and depend on the orientation of the molecule.\n\n"
+           "The table goes to standard output and to a file beside FILE with the suffix\n"
+           "\".indeces\".\n\n"
+           "Example: lanqor indices complex.out"));
+    parser.addPositionalArgument(QStringLiteral("FILE"), tr("MOPAC or Gaussian output"));
+    parser.addOption({QStringLiteral("gaussian"), tr("FILE is a Gaussian output.")});
+    cli::parse(parser, "indices", arguments);
+    if (parser.positionalArguments().size() != 1)
+        return cli::fail(tr("indices needs one file; see \"lanqor indices --help\""),
+                         cli::usageError);
+    LanqorIndicesCalculation indices(nullptr, parser.positionalArguments().first(),
+                                     parser.isSet(QStringLiteral("gaussian"))
+                                         ? LanqorIndicesCalculation::GaussianOutput
+                                         : LanqorIndicesCalculation::MopacOutput);
+    if (!indices.calculateIndices())
+        return cli::fail(indices.getLastError());
+    if (!indices.getLastError().isEmpty())
+        cli::note(QStringLiteral("lanqor: ") + indices.getLastError());
+    cli::print(indices.getIndicesTable());
+    return cli::success;
+}

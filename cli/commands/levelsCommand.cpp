@@ -1,0 +1,201 @@
+#include "Command.h"
+#include "commands/commands.h"
+#include "options/freeIonOptions.h"
+#include "plots/plots.h"
+
+#include <LanqorEngine/LanqorEnergyLevels.h>
+#include <LanqorEngine/LanqorSpectroscopicTermUtil.h>
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QMap>
+#include <QSaveFile>
+
+#include <cmath>
+
+namespace {
+
+constexpr double allLevels = -1.0;
+constexpr double smallestShown = 0.05; // per cent
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("cli", text);
+}
+
+/// What is shown of the levels.
+struct Selection
+{
+    double J = allLevels;
+    double maximumEnergy = 0.0; ///< cm^-1; 0 shows all
+    int components = 4;
+    QString report; ///< absolute path; empty without
+    QString plot;   ///< likewise
+};
+
+void describe(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(tr(
+        "Energy levels of a free lanthanide(III) ion in intermediate coupling: all levels of 4f^n\n"
+        "from the Slater integrals F_2, F_4, F_6 and the spin-orbit parameter zeta, in cm^-1.\n\n"
+        "Parameters that are not given are published ones of the aqueous ion (Ce, Yb: in LaF3; "
+        "Gd:\n"
+        "approximate), with their source above the levels. Those were fitted together\n"
+        "with further small interactions that this calculation leaves out: multiplets come out\n"
+        "within some per cent of the measured ones, high levels less near.\n\n"
+        "A level is named after the Russell-Saunders level on whose place its eigenvalue settled,\n"
+        "(3) telling which 5D of several; where terms mix strongly look at the composition. It is\n"
+        "shown in per cent (squared coefficients) after the name; --report gives the coefficients\n"
+        "with their signs.\n\n"
+        "Examples:\n"
+        "  lanqor levels --ion Tb --max-energy 30000\n"
+        "  lanqor levels --ion Eu --F2 401 --F4 55.4 --F6 6.06 --zeta 1326 --J 2\n"
+        "  lanqor levels --ion Er --Fk2 97483 --Fk4 67904 --Fk6 54010 --zeta 2376 --J 15/2"));
+    cli::addFreeIonOptions(parser);
+    parser.addOptions({
+        {QStringLiteral("J"), tr("Show only levels of this J: 2, 5/2 or 2.5."), tr("J")},
+        {QStringLiteral("max-energy"), tr("Show only levels up to this energy, cm^-1."),
+         tr("cm^-1")},
+        {QStringLiteral("components"), tr("Largest components shown of each level; 0 shows none."),
+         tr("number"), QStringLiteral("4")},
+        {QStringLiteral("report"), tr("Write all levels with all their components to this file."),
+         tr("file")},
+    });
+}
+
+bool readSelection(const QCommandLineParser &parser, Selection &selection, QString &error)
+{
+    if (parser.isSet(QStringLiteral("J")) &&
+        !cli::parseJ(parser.value(QStringLiteral("J")), selection.J)) {
+        error = tr("--J needs an angular momentum such as 2, 5/2 or 2.5");
+        return false;
+    }
+    bool ok = true;
+    if (parser.isSet(QStringLiteral("max-energy")))
+        selection.maximumEnergy = parser.value(QStringLiteral("max-energy")).toDouble(&ok);
+    if (!ok || !(selection.maximumEnergy >= 0.0)) {
+        error = tr("--max-energy needs an energy above the ground level, in cm^-1");
+        return false;
+    }
+    selection.components = parser.value(QStringLiteral("components")).toInt(&ok);
+    if (!ok || selection.components < 0) {
+        error = tr("--components needs a whole number");
+        return false;
+    }
+    if (parser.isSet(QStringLiteral("report")))
+        selection.report = QFileInfo(parser.value(QStringLiteral("report"))).absoluteFilePath();
+    if (!plots::readOption(parser, selection.plot, error))
+        return false;
+    if (!selection.plot.isEmpty())
+        selection.plot = QFileInfo(selection.plot).absoluteFilePath();
+    return true;
+}
+
+QString heading(const cli::FreeIon &ion)
+{
+    const auto number = [](double value) { return QString::number(value, 'g', 8); };
+    QString text =
+        tr("Free-ion levels of %1\nF2 %2  F4 %3  F6 %4  zeta %5 cm^-1\n")
+            .arg(ion.name, number(ion.F2), number(ion.F4), number(ion.F6), number(ion.zeta));
+    if (!ion.source.isEmpty())
+        text += QStringLiteral("(%1)\n").arg(ion.source);
+    return text + QLatin1Char('\n');
+}
+
+/// Number in the list of all levels, energy, J, name and the largest components.
+QString levelLine(int number, const MixedState &state, double J, int components)
+{
+    QString text = QString::number(number).rightJustified(5) +
+                   QString::number(state.energy, 'f', 2).rightJustified(14) +
+                   cli::textOfJ(J).rightJustified(6) + QStringLiteral("  ");
+    QString name = state.label;
+    for (const CoeffAndLabel &component : state.components.mid(0, components)) {
+        const double percent = 100.0 * component.coefficient * component.coefficient;
+        if (percent < smallestShown)
+            break;
+        text += name.leftJustified(9) +
+                QStringLiteral("  %1 % ").arg(QString::number(percent, 'f', 1), 5);
+        name = component.label;
+    }
+    return text + name + QLatin1Char('\n');
+}
+
+/// "⁵D(3)": the name of a level without its J.
+QString termName(const MixedState &state)
+{
+    const auto term = LanqorSpectroscopicTermUtil::termFromLabel(state.label, true);
+    const int multiplicity = static_cast<int>(std::lround(2.0 * term.S)) + 1;
+    return plots::superscript(multiplicity) + state.label.mid(1, 1) +
+           (term.termIndex > 0 ? QStringLiteral("(%1)").arg(term.termIndex) : QString());
+}
+
+/// A column of levels for each J.
+plots::LevelDiagram diagramOf(const cli::FreeIon &ion, const QVector<MixedState> &states)
+{
+    QMap<double, plots::LevelDiagram::Column> columns;
+    for (const MixedState &state : states) {
+        const double J = LanqorSpectroscopicTermUtil::termFromLabel(state.label, true).J;
+        columns[J].title = cli::textOfJ(J);
+        columns[J].levels.append({state.energy, termName(state)});
+    }
+    plots::LevelDiagram diagram;
+    diagram.title = tr("Free-ion levels of %1").arg(ion.name);
+    diagram.columnsTitle = tr("J");
+    for (const plots::LevelDiagram::Column &column : qAsConst(columns))
+        diagram.columns.append(column);
+    return diagram;
+}
+
+} // namespace
+
+int levelsCommand(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    describe(parser);
+    plots::addOption(parser);
+    cli::parse(parser, "levels", arguments);
+    cli::FreeIon ion;
+    Selection selection;
+    QString error;
+    if (!parser.positionalArguments().isEmpty())
+        return cli::fail(tr("levels takes no file; which ion is told by --ion"), cli::usageError);
+    if (!cli::readFreeIon(parser, ion, error) || !readSelection(parser, selection, error))
+        return cli::fail(error, cli::usageError);
+    if (!cli::enterDataFolder(error))
+        return cli::fail(error);
+
+    LanqorEnergyLevels levels(nullptr, ion.electrons);
+    if (levels.getSpectroscopicTermVector().isEmpty())
+        return cli::fail(levels.getLastError());
+    levels.setSlaterIntegral(0.0, ion.F2, ion.F4, ion.F6);
+    levels.setZetaParameters(ion.zeta);
+    if (!levels.calcEnergyLevels(allLevels))
+        return cli::fail(levels.getLastError());
+
+    QString table = tr("  No.  energy/cm^-1     J  level\n");
+    const QVector<MixedState> states = levels.getMixedStatesVector();
+    QVector<MixedState> shown;
+    for (int i = 0; i < states.size(); ++i) {
+        const MixedState &state = states.at(i);
+        const double J = LanqorSpectroscopicTermUtil::termFromLabel(state.label, true).J;
+        if ((selection.J != allLevels && J != selection.J) ||
+            (selection.maximumEnergy > 0.0 && state.energy > selection.maximumEnergy))
+            continue;
+        table += levelLine(i + 1, state, J, selection.components);
+        shown.append(state);
+    }
+    if (shown.isEmpty())
+        return cli::fail(
+            tr("none of the %1 levels of %2 is selected").arg(states.size()).arg(ion.name));
+    cli::print(heading(ion) + table);
+
+    if (!selection.report.isEmpty()) {
+        QSaveFile file(selection.report);
+        if (!file.open(QIODevice::WriteOnly) ||
+            file.write(levels.createOutputFile(QString()).toUtf8()) < 0 || !file.commit())
+            return cli::fail(QStringLiteral("%1: %2").arg(selection.report, file.errorString()));
+    }
+    if (!selection.plot.isEmpty() && !plots::draw(diagramOf(ion, shown), selection.plot, error))
+        return cli::fail(error);
+    return cli::success;
+}

@@ -1,0 +1,133 @@
+#include "Command.h"
+#include "commands/commands.h"
+#include "options/statePrograms.h"
+#include "plots/plots.h"
+
+#include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorNormalizePoints.h>
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("cli", text);
+}
+
+struct Request
+{
+    QString file;
+    int program = LanqorInputData::UnknownOutput;
+    double width = 0.0; // nm
+    double start = 0.0; // nm
+    double end = 0.0;   // nm
+    QString plotFile;
+};
+
+bool readProgram(const QCommandLineParser &parser, Request &request, QString &error)
+{
+    const QString name = parser.value(QStringLiteral("program"));
+    const StateProgram *program =
+        name.isEmpty() ? cli::stateProgramOf(request.file) : cli::stateProgramNamed(name);
+    if (program)
+        request.program = program->type;
+    else if (!name.isEmpty())
+        error = tr("--program needs to be orca, gaussian or zindo");
+    return error.isEmpty();
+}
+
+bool readNumbers(const QCommandLineParser &parser, Request &request, QString &error)
+{
+    bool ok[3] = {};
+    request.width = parser.value(QStringLiteral("width")).toDouble(&ok[0]);
+    const QStringList limits = parser.value(QStringLiteral("range")).split(QLatin1Char(':'));
+    request.start = limits.at(0).toDouble(&ok[1]);
+    request.end = limits.value(1).toDouble(&ok[2]);
+    if (!ok[0])
+        error = tr("--width %1 is not a number of nm").arg(parser.value(QStringLiteral("width")));
+    else if (!ok[1] || !ok[2] || limits.size() != 2)
+        error = tr("--range %1 is not of the form START:END (nm)")
+                    .arg(parser.value(QStringLiteral("range")));
+    return error.isEmpty();
+}
+
+QVector<QPointF> transitionsOf(const LanqorNormalizePoints &points)
+{
+    QVector<QPointF> transitions;
+    for (int i = 1; i <= points.getCount(); ++i)
+        transitions.append({points.getPosition(i), points.getIntensity(i)});
+    return transitions;
+}
+
+/// The transitions in the range, by wavelength.
+QString transitionTable(const QVector<QPointF> &transitions, const Request &request)
+{
+    QString text = tr("  wavelength / nm   energy / cm^-1   oscillator strength\n");
+    for (const QPointF &transition : transitions) {
+        if (transition.x() >= std::min(request.start, request.end) &&
+            transition.x() <= std::max(request.start, request.end))
+            text += QString::number(transition.x(), 'f', 2).rightJustified(17) +
+                    QString::number(1e7 / transition.x(), 'f', 1).rightJustified(17) +
+                    QString::number(transition.y(), 'f', 6).rightJustified(22) + QLatin1Char('\n');
+    }
+    return text;
+}
+
+} // namespace
+
+int spectrumCommand(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(tr(
+        "Absorption spectrum of the computed excited states of an ORCA, Gaussian or ZINDO\n"
+        "output: a Lorentzian band for each transition, summed on 1001 points that are evenly\n"
+        "spaced in wavenumber, largest value 1.\n\n"
+        "The width is in nm at every band (bandWidth p^2 / 1e7 cm^-1 around p cm^-1). Each line\n"
+        "of the file of --out holds a wavelength in nm and the absorption there. The transitions\n"
+        "in the range go to standard output.\n\n"
+        "Example: lanqor spectrum ligand.out --range 200:500 --out ligand.esp --plot "
+        "ligand.svg"));
+    parser.addPositionalArgument(QStringLiteral("FILE"), tr("output with excited states"));
+    parser.addOption({QStringLiteral("out"), tr("File of the curve."), QStringLiteral("file")});
+    parser.addOption({QStringLiteral("width"), tr("Full width at half maximum, nm (25)."),
+                      QStringLiteral("nm"), QStringLiteral("25")});
+    parser.addOption({QStringLiteral("range"), tr("Limits of the spectrum, nm (150:450)."),
+                      QStringLiteral("start:end"), QStringLiteral("150:450")});
+    parser.addOption({QStringLiteral("program"),
+                      tr("The program that wrote FILE: orca, gaussian or zindo; found out when "
+                         "it is not named."),
+                      QStringLiteral("name")});
+    plots::addOption(parser);
+    cli::parse(parser, "spectrum", arguments);
+    if (parser.positionalArguments().size() != 1)
+        return cli::fail(tr("spectrum needs one file; see \"lanqor spectrum --help\""),
+                         cli::usageError);
+    Request request;
+    request.file = parser.positionalArguments().first();
+    const QString outFile = parser.value(QStringLiteral("out"));
+    QString error;
+    if (!readProgram(parser, request, error) || !readNumbers(parser, request, error) ||
+        !plots::readOption(parser, request.plotFile, error))
+        return cli::fail(error, cli::usageError);
+    if (!QFileInfo::exists(request.file))
+        return cli::fail(tr("%1 does not exist.").arg(request.file));
+    if (request.program < 0)
+        return cli::fail(tr("%1 is not known as an output of ORCA, Gaussian or ZINDO; name the "
+                            "program by --program")
+                             .arg(request.file));
+
+    LanqorNormalizePoints points(nullptr, request.file, request.program);
+    points.setParametersNormalization(request.width, request.start, request.end);
+    if (!points.spectrum() || (!outFile.isEmpty() && !points.createEspFile(outFile)))
+        return cli::fail(points.getLastError());
+    const plots::Spectrum spectrum = {QFileInfo(request.file).fileName(), points.getaxisX(),
+                                      points.getaxisY(), transitionsOf(points)};
+    if (!request.plotFile.isEmpty() && !plots::draw(spectrum, request.plotFile, error))
+        return cli::fail(error);
+    cli::print(transitionTable(spectrum.transitions, request));
+    return cli::success;
+}
