@@ -243,10 +243,9 @@ bool LanqorOmega::calcOmega()
         return failWith(tr("The intensity parameters are not finite: check the charge factors and "
                            "polarizabilities."));
     for (const int lambda : {2, 4, 6}) {
-        const auto rank = static_cast<std::size_t>(lambda);
-        omega[lambda] = result.total[rank];
-        omegaED[lambda] = result.electricDipole[rank];
-        omegaDC[lambda] = result.dynamicCoupling[rank];
+        omega[lambda] = result.total[lambda];
+        omegaED[lambda] = result.electricDipole[lambda];
+        omegaDC[lambda] = result.dynamicCoupling[lambda];
     }
     isCalculated = true;
     return true;

@@ -2,13 +2,12 @@
 
 #include "core/physicalConstants_p.h"
 
+#include <LanqorEngine/ByRank.h>
+
 #include <array>
 
 /// What intensities and energy transfer take for granted of the 4f6 shell of Eu3+.
 namespace europium {
-
-/// Quantities that carry a rank, by that rank; ranks without a meaning hold 0.
-using ByRank = std::array<double, 7>;
 
 /// <f||C(lambda)||f>: -sqrt(28/15), sqrt(14/11), -sqrt(700/429) to the digits in use.
 constexpr ByRank reducedC = {0.0, 0.0, -1.366, 0.0, 1.128, 0.0, -1.2774};

@@ -285,9 +285,9 @@ QString IntensityReport::overlapModel() const
 
 QString IntensityReport::radiativeRates() const
 {
-    europium::ByRank byLambda{};
+    ByRank byLambda;
     for (const int l : lambdas)
-        byLambda[static_cast<std::size_t>(l)] = calculation.getOmega(l);
+        byLambda[l] = calculation.getOmega(l);
     const radiativeRates::Rates rates =
         radiativeRates::calcRates(byLambda, calculation.refractiveIndex);
     const auto line = [](const char *name, double rate) {

@@ -38,7 +38,7 @@ double magneticDipoleRate(double n)
     return ratePerStrength(europium::magneticDipoleSigma) * n * n * n * magneticDipoleStrength;
 }
 
-Rates calcRates(const europium::ByRank &omega, double n)
+Rates calcRates(const ByRank &omega, double n)
 {
     Rates rates;
     rates.md = magneticDipoleRate(n);

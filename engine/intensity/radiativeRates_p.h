@@ -31,6 +31,6 @@ double constArad(int lambda, double n);
 double magneticDipoleRate(double n);
 
 /// All rates from Omega(lambda) in cm^2, by lambda.
-Rates calcRates(const europium::ByRank &omega, double n);
+Rates calcRates(const ByRank &omega, double n);
 
 } // namespace radiativeRates

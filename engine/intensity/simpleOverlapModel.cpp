@@ -68,16 +68,15 @@ double dynamicFactor(int lambda, int t)
 {
     if (t != lambda + 1)
         return 0.0;
-    const auto rank = static_cast<std::size_t>(lambda);
     return -std::sqrt((lambda + 1.0) * (2 * lambda + 3) / (2 * lambda + 1)) *
-           europium::radialR[rank] * (1.0 - europium::shielding[rank]) * europium::reducedC[rank];
+           europium::radialR[lambda] * (1.0 - europium::shielding[lambda]) *
+           europium::reducedC[lambda];
 }
 
 /// (2/dE) r(t+1) theta(t, lambda).
 double electricFactor(int lambda, int t)
 {
-    const double radial =
-        t == 7 ? europium::radialR8 : europium::radialR[static_cast<std::size_t>(t + 1)];
+    const double radial = t == 7 ? europium::radialR8 : europium::radialR[t + 1];
     return 2.0 / europium::deltaE * radial * europium::theta(t, lambda);
 }
 
@@ -151,10 +150,9 @@ IntensityParameters intensityParameters(const LatticeSums &sums)
                 total += weight * std::norm(ed + dc);
             }
         }
-        const auto rank = static_cast<std::size_t>(lambda);
-        omega.electricDipole[rank] = (2 * lambda + 1) * electric;
-        omega.dynamicCoupling[rank] = (2 * lambda + 1) * dynamic;
-        omega.total[rank] = (2 * lambda + 1) * total;
+        omega.electricDipole[lambda] = (2 * lambda + 1) * electric;
+        omega.dynamicCoupling[lambda] = (2 * lambda + 1) * dynamic;
+        omega.total[lambda] = (2 * lambda + 1) * total;
     }
     return omega;
 }
@@ -248,9 +246,8 @@ Complex CoordinationSphere::crystalField(int k, int q, int j, double g, double r
     const auto rank = static_cast<std::size_t>(k);
     const double rhoOfAtom = overlap(ro0, shortest, atom(j).distance);
     const double betaOfAtom = betaFactor(atom(j).label, rhoOfAtom);
-    const double radial = europium::radialR[rank] * lanqor::elementaryChargeSquared * g *
-                          rhoOfAtom * integerPower(2.0 * betaOfAtom, k + 1) *
-                          atom(j).inversePower[rank];
+    const double radial = europium::radialR[k] * lanqor::elementaryChargeSquared * g * rhoOfAtom *
+                          integerPower(2.0 * betaOfAtom, k + 1) * atom(j).inversePower[rank];
     return lanqor::wavenumberPerErg * radial * sqrtFourPiOver(k) * std::conj(harmonic(k, q, j));
 }
 

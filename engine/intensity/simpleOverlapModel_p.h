@@ -1,5 +1,6 @@
 #pragma once
 
+#include <LanqorEngine/ByRank.h>
 #include <LanqorEngine/CoordSPH.h>
 
 #include <QVector>
@@ -70,12 +71,12 @@ private:
     std::array<Complex, size> dynamic{};
 };
 
-/// Omega(lambda), cm^2, indexed by lambda (2, 4 and 6 are used).
+/// Omega(lambda), cm^2, lambda = 2, 4, 6.
 struct IntensityParameters
 {
-    std::array<double, 7> total{};
-    std::array<double, 7> electricDipole{};
-    std::array<double, 7> dynamicCoupling{};
+    ByRank total;
+    ByRank electricDipole;
+    ByRank dynamicCoupling;
 };
 
 /// Omega(lambda) = (2 lambda + 1) sum over t and p of |B(lambda,t,p)|^2/(2t+1), the terms of -p

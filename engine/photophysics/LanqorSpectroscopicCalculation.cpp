@@ -30,9 +30,10 @@ template <std::size_t size> double entry(const std::array<double, size> &table, 
                                                         : 0.0;
 }
 
-bool isZero(const europium::ByRank &parameters)
+bool isZero(const ByRank &parameters)
 {
-    return std::all_of(parameters.begin(), parameters.end(), [](double x) { return x == 0.0; });
+    return std::all_of(parameters.values.begin(), parameters.values.end(),
+                       [](double x) { return x == 0.0; });
 }
 
 /// True when both the energy and a distance that a rate can be had from are known.
@@ -80,8 +81,8 @@ bool LanqorSpectroscopicCalculation::readOmega(int chargeModel, const QString &i
     if (!omegaCalculation->getLastError().isEmpty())
         return failWith(omegaCalculation->getLastError());
     for (const int lambda : {2, 4, 6}) {
-        omega[static_cast<std::size_t>(lambda)] = omegaCalculation->getOmega(lambda);
-        formulas->omegaEd[static_cast<std::size_t>(lambda)] = omegaCalculation->getOmegaED(lambda);
+        omega[lambda] = omegaCalculation->getOmega(lambda);
+        formulas->omegaEd[lambda] = omegaCalculation->getOmegaED(lambda);
     }
     return true;
 }
@@ -370,12 +371,12 @@ void LanqorSpectroscopicCalculation::solvePopulations(const rateEquations::Schem
 
 double LanqorSpectroscopicCalculation::getOmega(const int &lambda) const
 {
-    return entry(omega, lambda);
+    return entry(omega.values, lambda);
 }
 
 double LanqorSpectroscopicCalculation::getOmegaEd(const int &lambda) const
 {
-    return entry(formulas->omegaEd, lambda);
+    return entry(formulas->omegaEd.values, lambda);
 }
 
 double LanqorSpectroscopicCalculation::getBranchingRatio(const int &J) const

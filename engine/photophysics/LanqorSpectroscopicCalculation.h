@@ -1,5 +1,6 @@
 #pragma once
 
+#include <LanqorEngine/ByRank.h>
 #include <LanqorEngine/EnergyTransferChannels.h>
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
 #include <LanqorEngine/LanqorRL.h>
@@ -189,7 +190,7 @@ private:
     double refractiveIndex = 1.5;
     double lifeTime = 0.0;
     double quantumEfficiency = 0.0;
-    std::array<double, 7> omega = {}; // by lambda, cm^2
+    ByRank omega; // cm^2
     std::array<double, 9> populations = {};
     double quantumYield = 0.0;
     std::unique_ptr<transferRates::Formulas> formulas;

@@ -22,15 +22,14 @@ QString cell(const char *label, const QString &value, int width, const char *uni
     return name + value.rightJustified(width - name.size()) + QLatin1String(unit);
 }
 
-QString lambdaLines(const char *name, const europium::ByRank &values)
+QString lambdaLines(const char *name, const ByRank &values)
 {
     QString text;
     for (const int lambda : {2, 4, 6})
-        text +=
-            QStringLiteral("%1(%2) =%3e-20 cm^2\n")
-                .arg(QLatin1String(name))
-                .arg(lambda)
-                .arg(fixed(values[static_cast<std::size_t>(lambda)] / lanqor::omegaUnitCm2, 4, 10));
+        text += QStringLiteral("%1(%2) =%3e-20 cm^2\n")
+                    .arg(QLatin1String(name))
+                    .arg(lambda)
+                    .arg(fixed(values[lambda] / lanqor::omegaUnitCm2, 4, 10));
     return text + QStringLiteral("\n\n");
 }
 
@@ -38,9 +37,9 @@ QString constantsSection()
 {
     constexpr int first = 55;
     constexpr int further = 25;
-    const auto element = [](std::size_t rank) { return fixed(europium::reducedC[rank], 4); };
-    const auto sigma = [](std::size_t rank) { return fixed(europium::shielding[rank], 3); };
-    const auto radial = [](std::size_t rank) { return exponential(europium::radialR[rank], 3); };
+    const auto element = [](int rank) { return fixed(europium::reducedC[rank], 4); };
+    const auto sigma = [](int rank) { return fixed(europium::shielding[rank], 3); };
+    const auto radial = [](int rank) { return exponential(europium::radialR[rank], 3); };
     return QStringLiteral("-----------------------------------\n"
                           " Constant values for the Eu3+ Ion  \n"
                           "-----------------------------------\n\n") +

@@ -17,8 +17,8 @@ namespace spectroscopicReport {
 struct Contents
 {
     QString inputPath;
-    europium::ByRank omega = {};   ///< cm^2
-    europium::ByRank omegaEd = {}; ///< cm^2
+    ByRank omega;   ///< cm^2
+    ByRank omegaEd; ///< cm^2
     transferRates::Transfer transfer;
     double bandHalfWidth = 0.0; ///< cm^-1
     double refractiveIndex = 0.0;

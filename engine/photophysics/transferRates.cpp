@@ -51,9 +51,8 @@ double F(double delta, double gamma)
 
 double gama(int lambda, double R)
 {
-    const auto rank = static_cast<std::size_t>(lambda);
-    return (lambda + 1) * square(europium::radialR[rank]) * square(europium::reducedC[rank]) *
-           square(1.0 - europium::shielding[rank]) / integerPower(R, 2 * (lambda + 2));
+    return (lambda + 1) * square(europium::radialR[lambda]) * square(europium::reducedC[lambda]) *
+           square(1.0 - europium::shielding[lambda]) / integerPower(R, 2 * (lambda + 2));
 }
 
 double overlap4f4f(double R)
@@ -71,7 +70,7 @@ double boltzmannFactor(double delta)
     return std::exp(-delta * ergPerWavenumber / kT);
 }
 
-double Formulas::WetDD(double delta, int J, double R, const europium::ByRank &U2, int g) const
+double Formulas::WetDD(double delta, int J, double R, const ByRank &U2, int g) const
 {
     const double S = omegaEd[2] * U2[2] + omegaEd[4] * U2[4] + omegaEd[6] * U2[6];
     const double rate = F(delta, bandHalfWidth) * chargeTimesDipoleStrength /
@@ -79,7 +78,7 @@ double Formulas::WetDD(double delta, int J, double R, const europium::ByRank &U2
     return needsMinDistance() ? rate * square(1.0 - europium::shielding[1]) : rate;
 }
 
-double Formulas::WetDM(double delta, int J, double R, const europium::ByRank &U2, int g) const
+double Formulas::WetDM(double delta, int J, double R, const ByRank &U2, int g) const
 {
     const double G = gama(2, R) * U2[2] + gama(4, R) * U2[4] + gama(6, R) * U2[6];
     return F(delta, bandHalfWidth) * elementaryChargeSquared * ligandDipoleStrength /
@@ -144,8 +143,8 @@ void setRates(const Formulas &formulas, const Channel &channel, double R, Tables
     const auto slot = static_cast<std::size_t>(channel.slot);
     const double delta = tables.energyMismatch[slot];
     if (channel.mechanism == Mechanism::Multipolar) {
-        europium::ByRank U2 = {};
-        U2[static_cast<std::size_t>(channel.rank)] = channel.U2;
+        ByRank U2;
+        U2[channel.rank] = channel.U2;
         const double rate = formulas.WetDD(delta, channel.J, R, U2, channel.g) +
                             formulas.WetDM(delta, channel.J, R, U2, channel.g);
         tables.forwardRates[slot] = rate;

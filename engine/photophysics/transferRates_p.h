@@ -36,12 +36,12 @@ struct Formulas
     double bandHalfWidth = 3250.0; ///< of the ligand's bands, cm^-1
     double nOverlapIntegral = 3.5; ///< exponent of the overlap, as in the simple overlap model
     double minDistance = 0.0;      ///< ion to nearest ligand atom, cm
-    europium::ByRank omegaEd = {}; ///< Omega(lambda) of the ED part, cm^2
+    ByRank omegaEd;                ///< Omega(lambda) of the ED part, cm^2
 
     /// Dipole-dipole rate. @p U2 by rank, @p g the degeneracy of the donor.
-    double WetDD(double delta, int J, double R, const europium::ByRank &U2, int g) const;
+    double WetDD(double delta, int J, double R, const ByRank &U2, int g) const;
     /// Dipole-multipole rate.
-    double WetDM(double delta, int J, double R, const europium::ByRank &U2, int g) const;
+    double WetDM(double delta, int J, double R, const ByRank &U2, int g) const;
     /// Exchange rate. @p S is a spin matrix element and enters squared.
     double calcWetEX(double delta, int J, double S, double R, int g) const;
     /// True for the models that need the distance to the nearest ligand atom.

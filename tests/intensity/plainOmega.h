@@ -1,10 +1,10 @@
 #pragma once
 
+#include <LanqorEngine/ByRank.h>
 #include <LanqorEngine/CoordSPH.h>
 
 #include <QVector>
 
-#include <array>
 #include <cmath>
 #include <complex>
 
@@ -87,9 +87,9 @@ inline Weights weights(int lambda, int t, const CoordSPH &atom, double minimum, 
 
 struct Result
 {
-    std::array<double, 7> total{};
-    std::array<double, 7> ed{};
-    std::array<double, 7> dc{};
+    ByRank total;
+    ByRank ed;
+    ByRank dc;
 };
 
 /// @p atoms from the ion on; g and alpha (cm^3) by atom number.
@@ -99,7 +99,6 @@ inline Result omega(const QVector<CoordSPH> &atoms, const QVector<double> &g,
     const double minimum = nearest(atoms);
     Result result;
     for (int lambda = 2; lambda <= 6; lambda += 2) {
-        const auto rank = static_cast<std::size_t>(lambda);
         for (int t = lambda - 1; t <= lambda + 1; t += 2) {
             for (int p = -t; p <= t; ++p) {
                 std::complex<double> ed;
@@ -114,9 +113,9 @@ inline Result omega(const QVector<CoordSPH> &atoms, const QVector<double> &g,
                     dc += w.dc * y;
                 }
                 const double factor = (2 * lambda + 1.0) / (2 * t + 1);
-                result.ed[rank] += factor * std::norm(ed);
-                result.dc[rank] += factor * std::norm(dc);
-                result.total[rank] += factor * std::norm(ed + dc);
+                result.ed[lambda] += factor * std::norm(ed);
+                result.dc[lambda] += factor * std::norm(dc);
+                result.total[lambda] += factor * std::norm(ed + dc);
             }
         }
     }

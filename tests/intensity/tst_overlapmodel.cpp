@@ -71,7 +71,6 @@ void TestOverlapModel::plainSums()
         const QVector<CoordSPH> positions = testSpheres::toSpherical(atoms);
         const plainOmega::Result plain = plainOmega::omega(positions, g, alpha);
         for (const int lambda : {2, 4, 6}) {
-            const auto rank = static_cast<std::size_t>(lambda);
             plainOmega::PairTerm sum;
             for (int i = 2; i <= atomCount + 1; ++i) {
                 for (int j = 2; j <= atomCount + 1; ++j) {
@@ -81,10 +80,10 @@ void TestOverlapModel::plainSums()
                 }
             }
             const double tolerance = 1e-12 * sum.absolute;
-            COMPARE_NEAR(fast.total[rank], plain.total[rank], tolerance);
-            COMPARE_NEAR(fast.total[rank], sum.value, tolerance);
-            COMPARE_NEAR(fast.electricDipole[rank], plain.ed[rank], tolerance);
-            COMPARE_NEAR(fast.dynamicCoupling[rank], plain.dc[rank], tolerance);
+            COMPARE_NEAR(fast.total[lambda], plain.total[lambda], tolerance);
+            COMPARE_NEAR(fast.total[lambda], sum.value, tolerance);
+            COMPARE_NEAR(fast.electricDipole[lambda], plain.ed[lambda], tolerance);
+            COMPARE_NEAR(fast.dynamicCoupling[lambda], plain.dc[lambda], tolerance);
         }
     }
 }

@@ -79,8 +79,8 @@ void TestPartition::pairTermsAndShares()
         }
         const plainOmega::Result omega = plainOmega::omega(c.geometry->getCoordSPH(), c.g, c.alpha);
         double rate = 0.0;
-        for (const std::size_t lambda : {2U, 4U, 6U})
-            rate += c.partition.calcConstArad(static_cast<int>(lambda)) * omega.total[lambda];
+        for (const int lambda : {2, 4, 6})
+            rate += c.partition.calcConstArad(lambda) * omega.total[lambda];
         COMPARE_NEAR(sum / rate, 1.0, 1e-11);
         c.g[3] += 0.7;
         c.alpha[5] *= 2.0;

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+/// Values of a quantity that carries a rank, by that rank, 0 to 6; ranks without a meaning hold 0.
+struct ByRank
+{
+    std::array<double, 7> values{};
+
+    constexpr double operator[](int rank) const { return values[static_cast<std::size_t>(rank)]; }
+    constexpr double &operator[](int rank) { return values[static_cast<std::size_t>(rank)]; }
+};
