@@ -1,11 +1,14 @@
 #include "LanqorBkq.h"
 
 #include "intensity/simpleOverlapModel_p.h"
+#include "levels/chargeFactors_p.h"
 #include "levels/fieldParameters_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 
 #include <QCoreApplication>
+#include <QStringList>
+#include <QVector>
 
 namespace {
 
@@ -16,24 +19,33 @@ QString tr(const char *text)
 
 } // namespace
 
-LanqorBkq::LanqorBkq(const QString &fileName, const int &value)
+class LanqorBkqPrivate
 {
-    readStructure(fileName, value);
-}
+public:
+    void readStructure(const QString &fileName, int value);
+    void takeGeometry(const LanqorInputData &geometry, const QString &fileName, int value);
+    int atomsNumber() const { return sphere ? sphere->coordNumber() : 0; }
 
-LanqorBkq::LanqorBkq(const LanqorBkq &other) = default;
+    QString lastError;
+    QStringList labels;                                                   // of the whole geometry
+    std::shared_ptr<const simpleOverlapModel::CoordinationSphere> sphere; // never changed: shared
+    ChargeFactors chargeFactors;
+    double overlap = 0.0;
+    QVector<MyComplex> unitParameters; // at g = 1 and this overlap; empty before calculateRO()
+};
 
-LanqorBkq &LanqorBkq::operator=(const LanqorBkq &other) = default;
-
-LanqorBkq::~LanqorBkq() = default;
-
-void LanqorBkq::readStructure(const QString &fileName, int value)
+void LanqorBkqPrivate::readStructure(const QString &fileName, int value)
 {
     LanqorInputData geometry(nullptr, fileName);
-    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate()) {
+    if (geometry.readStructureFile() && geometry.createSphericalCoordinate())
+        takeGeometry(geometry, fileName, value);
+    else
         lastError = geometry.getLastError();
-        return;
-    }
+}
+
+void LanqorBkqPrivate::takeGeometry(const LanqorInputData &geometry, const QString &fileName,
+                                    int value)
+{
     const QVector<Coord> atoms = geometry.getCoord();
     for (const Coord &atom : atoms)
         labels.append(atom.label);
@@ -54,31 +66,66 @@ void LanqorBkq::readStructure(const QString &fileName, int value)
         lastError = fileName + QStringLiteral(": ") + lastError;
 }
 
+LanqorBkq::LanqorBkq(const QString &fileName, const int &value)
+    : d(std::make_unique<LanqorBkqPrivate>())
+{
+    d->readStructure(fileName, value);
+}
+
+LanqorBkq::LanqorBkq(const LanqorBkq &other)
+    : d(std::make_unique<LanqorBkqPrivate>(*other.d))
+{}
+
+LanqorBkq &LanqorBkq::operator=(const LanqorBkq &other)
+{
+    *d = *other.d;
+    return *this;
+}
+
+LanqorBkq::~LanqorBkq() = default;
+
 void LanqorBkq::setChargeFactors(double *&g)
 {
-    chargeFactors = g;
+    d->chargeFactors = ChargeFactors(g);
+}
+
+bool LanqorBkq::setChargeFactors(const QVector<double> &g)
+{
+    d->chargeFactors = ChargeFactors();
+    if (!d->sphere)
+        return false;
+    const int needed = d->atomsNumber() + 2;
+    if (g.size() < needed) {
+        d->lastError = tr("%1 charge factors are too few: counted by atom number, the structure "
+                          "needs %2.")
+                           .arg(g.size())
+                           .arg(needed);
+        return false;
+    }
+    d->chargeFactors = ChargeFactors(g);
+    return true;
 }
 
 bool LanqorBkq::calculateRO(const double &ro0)
 {
-    if (!sphere)
+    if (!d->sphere)
         return false;
     if (!(ro0 >= 0.0 && ro0 < 1.0)) {
-        unitParameters.clear();
-        lastError = tr("The overlap ro0 is %1; it must be at least 0 and below 1.").arg(ro0);
+        d->unitParameters.clear();
+        d->lastError = tr("The overlap ro0 is %1; it must be at least 0 and below 1.").arg(ro0);
         return false;
     }
-    lastError.clear();
-    if (!unitParameters.isEmpty() && ro0 == overlap)
+    d->lastError.clear();
+    if (!d->unitParameters.isEmpty() && ro0 == d->overlap)
         return true;
-    overlap = ro0;
-    unitParameters.clear();
-    unitParameters.reserve(sphere->coordNumber() * fieldParameters::count);
-    for (int j = 2; j <= sphere->coordNumber() + 1; ++j) {
+    d->overlap = ro0;
+    d->unitParameters.clear();
+    d->unitParameters.reserve(d->sphere->coordNumber() * fieldParameters::count);
+    for (int j = 2; j <= d->sphere->coordNumber() + 1; ++j) {
         for (int k = 2; k <= 6; k += 2) {
             for (int q = -k; q <= k; ++q) {
-                const auto value = sphere->crystalField(k, q, j, 1.0, ro0);
-                unitParameters.append({value.real(), value.imag()});
+                const auto value = d->sphere->crystalField(k, q, j, 1.0, ro0);
+                d->unitParameters.append({value.real(), value.imag()});
             }
         }
     }
@@ -87,19 +134,19 @@ bool LanqorBkq::calculateRO(const double &ro0)
 
 MyComplex LanqorBkq::getBkq(const int &k, const int &q, const int &a) const
 {
-    if (!fieldParameters::exists(k, q) || a < 1 || a > getAtomsNumber() ||
-        unitParameters.isEmpty() || !chargeFactors)
+    if (!fieldParameters::exists(k, q) || a < 1 || a > d->atomsNumber() ||
+        d->unitParameters.isEmpty() || !d->chargeFactors.isSet())
         return MyComplex();
     const MyComplex unit =
-        unitParameters.at((a - 1) * fieldParameters::count + fieldParameters::place(k, q));
-    const double g = chargeFactors[a + 1];
+        d->unitParameters.at((a - 1) * fieldParameters::count + fieldParameters::place(k, q));
+    const double g = d->chargeFactors.at(a + 1);
     return {g * unit.real, g * unit.imag};
 }
 
 MyComplex LanqorBkq::getBkq(const int &k, const int &q) const
 {
     MyComplex sum;
-    for (int a = 1; a <= getAtomsNumber(); ++a) {
+    for (int a = 1; a <= d->atomsNumber(); ++a) {
         const MyComplex part = getBkq(k, q, a);
         sum.real += part.real;
         sum.imag += part.imag;
@@ -107,7 +154,17 @@ MyComplex LanqorBkq::getBkq(const int &k, const int &q) const
     return sum;
 }
 
+QString LanqorBkq::getAtomLabel(const int &i) const
+{
+    return d->labels.value(i - 1);
+}
+
 int LanqorBkq::getAtomsNumber() const
 {
-    return sphere ? sphere->coordNumber() : 0;
+    return d->atomsNumber();
+}
+
+QString LanqorBkq::getLastError() const
+{
+    return d->lastError;
 }

@@ -4,14 +4,11 @@
 #include <LanqorEngine/MyComplex.h>
 
 #include <QString>
-#include <QStringList>
 #include <QVector>
 
 #include <memory>
 
-namespace simpleOverlapModel {
-class CoordinationSphere;
-}
+class LanqorBkqPrivate;
 
 /// Even-rank crystal-field parameters of a Eu3+ complex by the simple overlap model (O. L. Malta,
 /// Chem. Phys. Lett. 88, 353 (1982)), atom by atom, cm^-1:
@@ -20,7 +17,7 @@ class CoordinationSphere;
 /// for other elements, k = 2, 4, 6 and q = -k .. k.
 ///
 /// Use: setChargeFactors(), calculateRO(), then getBkq(). Copies are independent of each other but
-/// for the charge factors, which belong to the caller.
+/// for an array of charge factors, which belongs to the caller.
 class LANQORENGINE_EXPORT LanqorBkq
 {
 public:
@@ -36,6 +33,10 @@ public:
     /// Charge factors by atom number, A+2 entries, of which 0 and 1 are not used. The array is not
     /// copied: it must live as long as it is in use.
     void setChargeFactors(double *&g);
+    /// The same, copied.
+    /// @return false when there are fewer than A+2, or no coordination sphere; then there are no
+    ///         charge factors
+    bool setChargeFactors(const QVector<double> &g);
 
     /// Computes what depends on the overlap @p ro0 of the nearest atom, from 0 to below 1.
     /// @return false without a coordination sphere or for another overlap
@@ -48,19 +49,12 @@ public:
     MyComplex getBkq(const int &k, const int &q) const;
 
     /// Element of atom @p i of the geometry, 1-based; empty outside it.
-    QString getAtomLabel(const int &i) const { return labels.value(i - 1); }
+    QString getAtomLabel(const int &i) const;
     /// Number A of the coordinated atoms; 0 when the structure cannot be used.
     int getAtomsNumber() const;
     /// Why the structure or the overlap cannot be used; empty when they can.
-    QString getLastError() const { return lastError; }
+    QString getLastError() const;
 
 private:
-    void readStructure(const QString &fileName, int value);
-
-    QString lastError;
-    QStringList labels;                                                   // of the whole geometry
-    std::shared_ptr<const simpleOverlapModel::CoordinationSphere> sphere; // never changed: shared
-    double *chargeFactors = nullptr;
-    double overlap = 0.0;
-    QVector<MyComplex> unitParameters; // at g = 1 and this overlap; empty before calculateRO()
+    std::unique_ptr<LanqorBkqPrivate> d;
 };

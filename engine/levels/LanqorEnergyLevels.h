@@ -11,6 +11,8 @@
 
 #include <memory>
 
+class LanqorEnergyLevelsPrivate;
+
 /// Free-ion energy levels of 4f^n in intermediate coupling.
 ///
 /// For each J the matrix of the electrostatic and the spin-orbit interaction between the
@@ -56,13 +58,13 @@ public:
     bool calcEnergyLevels(const double &Jsel);
 
     /// Levels of the last calculation.
-    QVector<MixedState> getMixedStatesVector() const { return mixedStates; }
+    QVector<MixedState> getMixedStatesVector() const;
     /// The first level whose label names the S, L, ordinal and J of @p level; an empty one when
     /// there is none.
     MixedState getMixedStates(const SpectroscopicTerm &level) const;
 
     /// Terms of 4f^n in the order of the table.
-    QVector<SpectroscopicTerm> getSpectroscopicTermVector() const { return spectroscopicTerms; }
+    QVector<SpectroscopicTerm> getSpectroscopicTermVector() const;
     /// Coefficients of fractional parentage of a term; empty for a term that is not in the table.
     QVector<FractParentCoeff> getFractParentCoeffVector(const SpectroscopicTerm &term) const;
     /// Coefficients of E0, E1, E2, E3 between two terms, in either order; zeros for a pair that is
@@ -75,32 +77,5 @@ public:
     QString createOutputFile(const QString &fileName) const;
 
 private:
-    struct AngularParts;
-
-    bool readSpectroscopicTerms();
-    bool readFractionalParentageCoefficients(const SpectroscopicTerm &term,
-                                             QVector<FractParentCoeff> &coefficients);
-    bool readElectrostaticMatrix();
-    bool readTables();
-    void collectJValues();
-
-    bool checkParameters();
-    bool calcBlock(int position, QVector<MixedState> &states);
-    static void sortFromGround(QVector<MixedState> &states);
-
-    QString cfpFileName;
-    QString eleFileName;
-    int numberOfElectrons;
-    int shellElectrons; // n, or the 14 - n holes of a shell more than half full
-    double F0 = 0.0;
-    double F2 = 0.0;
-    double F4 = 0.0;
-    double F6 = 0.0;
-    double zeta = 0.0;
-    QVector<double> jValues; // ascending
-    QVector<SpectroscopicTerm> spectroscopicTerms;
-    QVector<ElectrostaticElement> electrostaticMatrix;
-    QVector<QVector<FractParentCoeff>> fractParentCoeffs; // by term
-    std::unique_ptr<AngularParts> angularParts;           // what depends on the ion alone
-    QVector<MixedState> mixedStates;
+    std::unique_ptr<LanqorEnergyLevelsPrivate> d;
 };

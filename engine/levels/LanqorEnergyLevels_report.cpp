@@ -1,4 +1,4 @@
-#include "LanqorEnergyLevels.h"
+#include "LanqorEnergyLevels_p.h"
 
 #include "core/reportText_p.h"
 
@@ -10,8 +10,8 @@ QString LanqorEnergyLevels::createOutputFile(const QString &fileName) const
 {
     QString text;
     QTextStream stream(&text);
-    for (int i = 0; i < mixedStates.size(); ++i) {
-        const MixedState &state = mixedStates.at(i);
+    for (int i = 0; i < d->mixedStates.size(); ++i) {
+        const MixedState &state = d->mixedStates.at(i);
         stream << i + 1 << "  " << reportText::fixed(state.energy, 0) << '\n'
                << '|' << state.label << "> = ";
         for (const CoeffAndLabel &component : state.components) {

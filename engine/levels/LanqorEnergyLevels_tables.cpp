@@ -1,4 +1,4 @@
-#include "LanqorEnergyLevels.h"
+#include "LanqorEnergyLevels_p.h"
 
 #include "input/lineReader_p.h"
 #include "input/textFields_p.h"
@@ -87,31 +87,31 @@ private:
 
 } // namespace
 
-bool LanqorEnergyLevels::readTables()
+QString LanqorEnergyLevelsPrivate::readTables()
 {
-    bool ok = readElectrostaticMatrix() && readSpectroscopicTerms();
+    QString error = readElectrostaticMatrix();
+    if (error.isEmpty())
+        error = readSpectroscopicTerms();
     int total = 0;
-    for (int i = 0; ok && i < spectroscopicTerms.size(); ++i) {
+    for (int i = 0; error.isEmpty() && i < spectroscopicTerms.size(); ++i) {
         QVector<FractParentCoeff> coefficients;
-        ok = readFractionalParentageCoefficients(spectroscopicTerms.at(i), coefficients);
+        error = readFractionalParentageCoefficients(spectroscopicTerms.at(i), coefficients);
         total += coefficients.size();
-        if (ok && total > maximumCoefficients) {
-            setLastError(QStringLiteral("Energy Levels Calculation\n") + cfpFileName +
-                         tr("  the labels select more than %1 lines").arg(maximumCoefficients));
-            ok = false;
-        }
+        if (error.isEmpty() && total > maximumCoefficients)
+            error = QStringLiteral("Energy Levels Calculation\n") + cfpFileName +
+                    LanqorEnergyLevels::tr("  the labels select more than %1 lines")
+                        .arg(maximumCoefficients);
         fractParentCoeffs.append(coefficients);
     }
-    if (!ok) {
+    if (!error.isEmpty()) {
         spectroscopicTerms.clear();
         fractParentCoeffs.clear();
     }
-    return ok;
+    return error;
 }
 
-bool LanqorEnergyLevels::readElectrostaticMatrix()
+QString LanqorEnergyLevelsPrivate::readElectrostaticMatrix()
 {
-    electrostaticMatrix.clear();
     TableReader table(eleFileName);
     if (table.open())
         while (table.next()) {
@@ -122,16 +122,13 @@ bool LanqorEnergyLevels::readElectrostaticMatrix()
                 element.coefficients.append(table.number(field));
             electrostaticMatrix.append(element);
         }
-    if (table.errorText().isEmpty())
-        return true;
-    electrostaticMatrix.clear();
-    setLastError(table.errorText());
-    return false;
+    if (!table.errorText().isEmpty())
+        electrostaticMatrix.clear();
+    return table.errorText();
 }
 
-bool LanqorEnergyLevels::readSpectroscopicTerms()
+QString LanqorEnergyLevelsPrivate::readSpectroscopicTerms()
 {
-    spectroscopicTerms.clear();
     TableReader table(cfpFileName);
     QSet<QString> seen;
     if (table.open())
@@ -146,16 +143,15 @@ bool LanqorEnergyLevels::readSpectroscopicTerms()
                 term.termIndex = label.mid(2).toInt();
             spectroscopicTerms.append(term);
             if (seen.size() > maximumTerms)
-                table.fail(tr("more than %1 terms").arg(maximumTerms));
+                table.fail(LanqorEnergyLevels::tr("more than %1 terms").arg(maximumTerms));
         }
-    setLastError(table.errorText());
-    return table.errorText().isEmpty();
+    return table.errorText();
 }
 
 /// Takes every line in which the label of the term occurs, even inside another label: the tables
 /// are written so that this does no harm.
-bool LanqorEnergyLevels::readFractionalParentageCoefficients(
-    const SpectroscopicTerm &term, QVector<FractParentCoeff> &coefficients)
+QString LanqorEnergyLevelsPrivate::readFractionalParentageCoefficients(
+    const SpectroscopicTerm &term, QVector<FractParentCoeff> &coefficients) const
 {
     QString key = QString::number(2.0 * term.S + 1.0, 'g', 6) + termLetterList.value(term.L);
     if (term.termIndex >= 1)
@@ -167,6 +163,5 @@ bool LanqorEnergyLevels::readFractionalParentageCoefficients(
         while (table.next())
             if (table.contains(bytes))
                 coefficients.append({termFromLabel(table.text(1), false), table.number(2)});
-    setLastError(table.errorText());
-    return table.errorText().isEmpty();
+    return table.errorText();
 }

@@ -2,6 +2,7 @@
 
 #include "core/physicalConstants_p.h"
 #include "core/reportText_p.h"
+#include "levels/chargeFactors_p.h"
 #include "levels/fieldParameters_p.h"
 #include "levels/starkMatrix_p.h"
 #include "levels/starkReport_p.h"
@@ -11,7 +12,9 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <complex>
 #include <cstdlib>
 
 namespace {
@@ -23,58 +26,58 @@ QString tr(const char *text)
 
 } // namespace
 
-LanqorStarkLevels::LanqorStarkLevels(const QString &fileName, const int &value)
-    : fileName(fileName)
-    , bkq(fileName, value)
-    , lastError(bkq.getLastError())
-{}
-
-LanqorStarkLevels::LanqorStarkLevels(const LanqorStarkLevels &other) = default;
-
-LanqorStarkLevels &LanqorStarkLevels::operator=(const LanqorStarkLevels &other) = default;
-
-LanqorStarkLevels::~LanqorStarkLevels() = default;
-
-void LanqorStarkLevels::setChargeFactors(double *&g)
+class LanqorStarkLevelsPrivate
 {
-    chargeFactors = g;
-}
+public:
+    using Complex = std::complex<double>;
 
-void LanqorStarkLevels::setRO0(const double &ro0)
-{
-    RO0 = ro0;
-}
+    LanqorStarkLevelsPrivate(const QString &fileName, const LanqorBkq &bkq)
+        : fileName(fileName)
+        , bkq(bkq)
+        , lastError(bkq.getLastError())
+    {}
 
-double LanqorStarkLevels::U(const int &k, const int &J)
-{
-    return starkMatrix::reducedU(k, J);
-}
+    QString calculate();
+    bool sumFieldParameters();
+    Complex H(int J, int M, int Mp) const;
+    bool diagonalize();
+    void forgetLevels();
 
-void LanqorStarkLevels::calculateStarkLevels()
+    QString fileName;
+    LanqorBkq bkq;
+    double RO0 = 0.0801; // source not known
+    ChargeFactors chargeFactors;
+    QString lastError;
+    std::array<Complex, fieldParameters::count> field{}; // sums over the atoms of B(k,q)
+    double usedRO0 = 0.0;                                // in the last calculation, as are these
+    QVector<double> usedChargeFactors;                   // of atoms 2 .. A+1
+    QVector<QVector<double>> starkLevels;                // by J
+    QVector<Eigen::MatrixXcd> energeticMatrices;         // by J
+};
+
+void LanqorStarkLevelsPrivate::forgetLevels()
 {
-    starkLevels.clear();
-    energeticMatrices.clear();
-    if (bkq.getAtomsNumber() == 0) {
-        lastError = bkq.getLastError();
-        return;
-    }
-    lastError.clear();
-    bkq.setChargeFactors(chargeFactors);
-    if (!chargeFactors)
-        lastError = tr("The charge factors of the coordinated atoms are not set.");
-    else if (!bkq.calculateRO(RO0))
-        lastError = bkq.getLastError();
-    else if (!sumFieldParameters())
-        lastError = tr("The charge factors give no finite crystal field.");
-    else if (!diagonalize())
-        lastError = tr("The crystal-field matrices cannot be diagonalised.");
-    if (lastError.isEmpty())
-        return;
     starkLevels.clear();
     energeticMatrices.clear();
 }
 
-bool LanqorStarkLevels::sumFieldParameters()
+/// Empty, or the reason why there are no levels.
+QString LanqorStarkLevelsPrivate::calculate()
+{
+    if (bkq.getAtomsNumber() == 0)
+        return bkq.getLastError();
+    if (!chargeFactors.isSet())
+        return tr("The charge factors of the coordinated atoms are not set.");
+    if (!bkq.calculateRO(RO0))
+        return bkq.getLastError();
+    if (!sumFieldParameters())
+        return tr("The charge factors give no finite crystal field.");
+    if (!diagonalize())
+        return tr("The crystal-field matrices cannot be diagonalised.");
+    return QString();
+}
+
+bool LanqorStarkLevelsPrivate::sumFieldParameters()
 {
     bool isFinite = true;
     for (const int k : starkMatrix::ranks) {
@@ -87,11 +90,11 @@ bool LanqorStarkLevels::sumFieldParameters()
     usedRO0 = RO0;
     usedChargeFactors.clear();
     for (int atom = 2; atom <= bkq.getAtomsNumber() + 1; ++atom)
-        usedChargeFactors.append(chargeFactors[atom]);
+        usedChargeFactors.append(chargeFactors.at(atom));
     return isFinite;
 }
 
-LanqorStarkLevels::Complex LanqorStarkLevels::H(const int &J, const int &M, const int &Mp) const
+LanqorStarkLevelsPrivate::Complex LanqorStarkLevelsPrivate::H(int J, int M, int Mp) const
 {
     const int q = M - Mp;
     Complex element;
@@ -103,7 +106,7 @@ LanqorStarkLevels::Complex LanqorStarkLevels::H(const int &J, const int &M, cons
     return element;
 }
 
-bool LanqorStarkLevels::diagonalize()
+bool LanqorStarkLevelsPrivate::diagonalize()
 {
     Eigen::ComplexEigenSolver<Eigen::MatrixXcd> solver;
     for (int J = 0; J <= starkMatrix::maximumJ; ++J) {
@@ -129,14 +132,78 @@ bool LanqorStarkLevels::diagonalize()
     return true;
 }
 
+LanqorStarkLevels::LanqorStarkLevels(const QString &fileName, const int &value)
+    : d(std::make_unique<LanqorStarkLevelsPrivate>(fileName, LanqorBkq(fileName, value)))
+{}
+
+LanqorStarkLevels::LanqorStarkLevels(const LanqorStarkLevels &other)
+    : d(std::make_unique<LanqorStarkLevelsPrivate>(*other.d))
+{}
+
+LanqorStarkLevels &LanqorStarkLevels::operator=(const LanqorStarkLevels &other)
+{
+    *d = *other.d;
+    return *this;
+}
+
+LanqorStarkLevels::~LanqorStarkLevels() = default;
+
+void LanqorStarkLevels::setChargeFactors(double *&g)
+{
+    d->chargeFactors = ChargeFactors(g);
+    d->bkq.setChargeFactors(g);
+}
+
+bool LanqorStarkLevels::setChargeFactors(const QVector<double> &g)
+{
+    const bool isTaken = d->bkq.setChargeFactors(g);
+    d->chargeFactors = isTaken ? ChargeFactors(g) : ChargeFactors();
+    if (!isTaken)
+        d->lastError = d->bkq.getLastError();
+    return isTaken;
+}
+
+void LanqorStarkLevels::setRO0(const double &ro0)
+{
+    d->RO0 = ro0;
+}
+
+double LanqorStarkLevels::U(const int &k, const int &J)
+{
+    return starkMatrix::reducedU(k, J);
+}
+
+void LanqorStarkLevels::calculateStarkLevels()
+{
+    d->forgetLevels();
+    d->lastError = d->calculate();
+    if (!d->lastError.isEmpty())
+        d->forgetLevels();
+}
+
+QString LanqorStarkLevels::getAtomLabel(const int &i) const
+{
+    return d->bkq.getAtomLabel(i);
+}
+
+int LanqorStarkLevels::getAtomsNumber() const
+{
+    return d->bkq.getAtomsNumber();
+}
+
+QString LanqorStarkLevels::getLastError() const
+{
+    return d->lastError;
+}
+
 QVector<double> LanqorStarkLevels::getStarkLevels(const int &J) const
 {
-    return starkLevels.value(J);
+    return d->starkLevels.value(J);
 }
 
 Eigen::MatrixXcd LanqorStarkLevels::getEnergeticMatrix(const int &J) const
 {
-    return energeticMatrices.value(J);
+    return d->energeticMatrices.value(J);
 }
 
 QVector<double> LanqorStarkLevels::getSortedStarkLevels(const int &J) const
@@ -154,9 +221,10 @@ double LanqorStarkLevels::getSplitting(const int &J) const
 
 MyComplex LanqorStarkLevels::getFieldParameter(const int &k, const int &q) const
 {
-    if (starkLevels.isEmpty() || !fieldParameters::exists(k, q))
+    if (d->starkLevels.isEmpty() || !fieldParameters::exists(k, q))
         return MyComplex();
-    const Complex B = field[static_cast<std::size_t>(fieldParameters::place(k, q))];
+    const LanqorStarkLevelsPrivate::Complex B =
+        d->field[static_cast<std::size_t>(fieldParameters::place(k, q))];
     return {B.real(), B.imag()};
 }
 
@@ -174,15 +242,15 @@ double LanqorStarkLevels::getCrystalFieldStrength() const
 
 QString LanqorStarkLevels::createOutFile(const QString &outFile)
 {
-    if (starkLevels.isEmpty()) {
-        if (lastError.isEmpty())
-            lastError = tr("There are no Stark levels to report; calculate them first.");
+    if (d->starkLevels.isEmpty()) {
+        if (d->lastError.isEmpty())
+            d->lastError = tr("There are no Stark levels to report; calculate them first.");
         return QString();
     }
-    QString report = starkReport::text({fileName, usedRO0, usedChargeFactors}, *this);
+    QString report = starkReport::text({d->fileName, d->usedRO0, d->usedChargeFactors}, *this);
     QString error;
     if (!outFile.isEmpty() && !reportText::writeFile(outFile, report, error)) {
-        lastError = tr("The report %1 cannot be written: %2").arg(outFile, error);
+        d->lastError = tr("The report %1 cannot be written: %2").arg(outFile, error);
         return QString();
     }
     return report;

@@ -7,8 +7,9 @@
 #include <QString>
 #include <QVector>
 
-#include <array>
-#include <complex>
+#include <memory>
+
+class LanqorStarkLevelsPrivate;
 
 /// Stark levels of the manifolds 7F0 .. 7F6 of Eu3+ in the crystal field of the coordinated atoms,
 /// cm^-1 from the barycentre of each manifold. The manifolds do not mix: each has its own matrix
@@ -17,7 +18,7 @@
 ///                (J k J; -M q M') U(k,J),   q = M - M'
 /// with the parameters B(k,q) of LanqorBkq.
 ///
-/// An object is a value: a copy has its own levels and parameters; only the array of charge
+/// An object is a value: a copy has its own levels and parameters; only an array of charge
 /// factors is the caller's.
 class LANQORENGINE_EXPORT LanqorStarkLevels
 {
@@ -33,7 +34,11 @@ public:
     /// Charge factors by atom number, A+2 entries, of which 0 and 1 are not used. The array is not
     /// copied: it must live as long as this object calculates.
     void setChargeFactors(double *&g);
-    /// Overlap of the nearest atom; 0.0801 unless set.
+    /// The same, copied.
+    /// @return false with the reason in getLastError() when there are fewer than A+2, or no
+    ///         structure; then there are no charge factors
+    bool setChargeFactors(const QVector<double> &g);
+    /// Overlap of the nearest atom, dimensionless; 0.0801 (source not known) unless set.
     void setRO0(const double &ro0);
 
     /// Computes all manifolds anew. Without a structure or charge factors, or when a number is out
@@ -46,16 +51,16 @@ public:
     /// The matrix of 7FJ, row and column M + J, cm^-1; empty without a calculation.
     Eigen::MatrixXcd getEnergeticMatrix(const int &J) const;
     /// Element of atom @p i of the geometry, 1-based; empty outside it.
-    QString getAtomLabel(const int &i) const { return bkq.getAtomLabel(i); }
+    QString getAtomLabel(const int &i) const;
 
     /// Diagonal reduced matrix element <7FJ||U(k)||7FJ>: the square root of the tabulated square,
     /// without its sign; 0 for what is not in the table (k = 2, 4, 6; J = 1 .. 6) and for k > 2J.
     static double U(const int &k, const int &J);
 
     /// Number A of the coordinated atoms; 0 when the structure cannot be used.
-    int getAtomsNumber() const { return bkq.getAtomsNumber(); }
+    int getAtomsNumber() const;
     /// Why there are no levels; empty when there are, or when nothing was calculated yet.
-    QString getLastError() const { return lastError; }
+    QString getLastError() const;
 
     // --- Conveniences on top of the levels ---
 
@@ -76,20 +81,5 @@ public:
     QString createOutFile(const QString &outFile);
 
 private:
-    using Complex = std::complex<double>;
-
-    bool sumFieldParameters();
-    Complex H(const int &J, const int &M, const int &Mp) const;
-    bool diagonalize();
-
-    QString fileName;
-    LanqorBkq bkq;
-    double RO0 = 0.0801;
-    double *chargeFactors = nullptr;
-    QString lastError;
-    std::array<Complex, 5 + 9 + 13> field{};     // sums over the atoms of B(k,q), by k and q
-    double usedRO0 = 0.0;                        // in the last calculation, as are these
-    QVector<double> usedChargeFactors;           // of atoms 2 .. A+1
-    QVector<QVector<double>> starkLevels;        // by J
-    QVector<Eigen::MatrixXcd> energeticMatrices; // by J
+    std::unique_ptr<LanqorStarkLevelsPrivate> d;
 };

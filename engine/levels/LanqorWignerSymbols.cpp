@@ -3,10 +3,24 @@
 #include "core/parity_p.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
 namespace {
+
+using FactorialTable = std::array<double, 170>; // 170! exceeds a double
+
+constexpr FactorialTable calcFact()
+{
+    FactorialTable table{1.0};
+    for (std::size_t n = 1; n < table.size(); ++n)
+        table[n] = table[n - 1] * static_cast<double>(n);
+    return table;
+}
+
+/// n! for n = 0 .. 169; there before any thread asks for it.
+constexpr FactorialTable fact = calcFact();
 
 /// @p x truncated toward zero; the lowest integer for what a 32-bit integer cannot hold.
 int truncated(double x)
@@ -22,21 +36,8 @@ bool isMultipleOfHalf(double x)
     return static_cast<double>(truncated(2.0 * x)) == 2.0 * x;
 }
 
-} // namespace
-
-const LanqorWignerSymbols::FactorialTable LanqorWignerSymbols::fact = calcFact();
-
-LanqorWignerSymbols &LanqorWignerSymbols::operator=(const LanqorWignerSymbols &) = default;
-
-LanqorWignerSymbols::FactorialTable LanqorWignerSymbols::calcFact()
-{
-    FactorialTable table{1.0};
-    for (std::size_t n = 1; n < table.size(); ++n)
-        table[n] = table[n - 1] * static_cast<double>(n);
-    return table;
-}
-
-double LanqorWignerSymbols::factorial(double x)
+/// x!, NaN outside the table.
+double factorial(double x)
 {
     const int n = truncated(x);
     if (n < 0 || n >= static_cast<int>(fact.size()))
@@ -44,16 +45,22 @@ double LanqorWignerSymbols::factorial(double x)
     return fact[static_cast<std::size_t>(n)];
 }
 
-double LanqorWignerSymbols::delta(const double &a, const double &b, const double &c)
+/// The square of the triangle coefficient.
+double delta(double a, double b, double c)
 {
     return factorial(a - b + c) * factorial(a + b - c) * factorial(b + c - a) /
            factorial(a + b + c + 1.0);
 }
 
-int LanqorWignerSymbols::triangleConditions(const double &a, const double &b, const double &c)
+/// Whether none of a, b, c exceeds the sum of the others.
+bool triangleConditions(double a, double b, double c)
 {
-    return a > b + c || b > a + c || c > a + b ? 0 : 1;
+    return !(a > b + c || b > a + c || c > a + b);
 }
+
+} // namespace
+
+LanqorWignerSymbols &LanqorWignerSymbols::operator=(const LanqorWignerSymbols &) = default;
 
 double LanqorWignerSymbols::calcThreeJSymbol(const double &j1, const double &j2, const double &j3,
                                              const double &m1, const double &m2, const double &m3)

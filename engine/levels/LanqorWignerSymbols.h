@@ -2,8 +2,6 @@
 
 #include <LanqorEngine/LanqorEngineExport.h>
 
-#include <array>
-
 /// Wigner 3-j and 6-j symbols from a table of factorials.
 ///
 /// All angular momenta are doubles, so that integers and half-integers travel through one
@@ -32,19 +30,4 @@ public:
     /// do not exist, and their values mean nothing.
     static double calcSixJSymbol(const double &a, const double &b, const double &c, const double &d,
                                  const double &e, const double &f);
-
-private:
-    using FactorialTable = std::array<double, 170>;
-
-    /// n! for n = 0 .. 169; filled when the library is loaded.
-    static const FactorialTable fact;
-    static FactorialTable calcFact();
-
-    /// x!, NaN outside the table.
-    static double factorial(double x);
-    /// (a - b + c)! (a + b - c)! (b + c - a)! / (a + b + c + 1)!, the square of the triangle
-    /// coefficient.
-    static double delta(const double &a, const double &b, const double &c);
-    /// 1 when none of a, b, c exceeds the sum of the others, else 0.
-    static int triangleConditions(const double &a, const double &b, const double &c);
 };

@@ -183,6 +183,11 @@ SymmetricMatrix::SymmetricMatrix(const int &order)
 
 SymmetricMatrix::~SymmetricMatrix() = default;
 
+int SymmetricMatrix::getOrder() const
+{
+    return order;
+}
+
 double &SymmetricMatrix::operator()(const int &i, const int &j)
 {
     return elements[cell(i, j)];

@@ -16,7 +16,7 @@ public:
     explicit SymmetricMatrix(const int &order);
     virtual ~SymmetricMatrix();
 
-    int getOrder() const { return order; }
+    int getOrder() const;
     /// (i, j) and (j, i) are one cell.
     double &operator()(const int &i, const int &j);
     double operator()(const int &i, const int &j) const;

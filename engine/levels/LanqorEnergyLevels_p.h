@@ -1,0 +1,43 @@
+#pragma once
+
+#include "LanqorEnergyLevels.h"
+
+#include "levels/hamiltonian_p.h"
+
+#include <QStringList>
+
+#include <vector>
+
+class LanqorEnergyLevelsPrivate
+{
+public:
+    using SpectroscopicTerm = LanqorSpectroscopicTermUtil::SpectroscopicTerm;
+
+    explicit LanqorEnergyLevelsPrivate(int electrons);
+
+    // Each returns an empty text, or why it failed.
+    QString readTables();
+    QString readSpectroscopicTerms();
+    QString readFractionalParentageCoefficients(const SpectroscopicTerm &term,
+                                                QVector<FractParentCoeff> &coefficients) const;
+    QString readElectrostaticMatrix();
+    QString checkParameters() const;
+    /// Appends the levels of the J at @p position, in the order in which the diagonaliser leaves
+    /// them; each bears the label of the basis level at its position.
+    QString calcBlock(const LanqorEnergyLevels &ion, int position, QVector<MixedState> &states);
+
+    void collectJValues();
+
+    int numberOfElectrons;
+    int shellElectrons; // n, or the 14 - n holes of a shell more than half full
+    QString cfpFileName;
+    QString eleFileName;
+    freeIon::Parameters parameters;
+    QVector<double> jValues; // ascending
+    QVector<SpectroscopicTerm> spectroscopicTerms;
+    QVector<ElectrostaticElement> electrostaticMatrix;
+    QVector<QVector<FractParentCoeff>> fractParentCoeffs; // by term
+    // What depends on the ion alone, by position in jValues; computed when first needed.
+    std::vector<freeIon::AngularBlock> blocks;
+    QVector<MixedState> mixedStates;
+};
