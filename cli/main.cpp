@@ -49,6 +49,23 @@ QString overview()
                                  "calculation fails, 2 when the command line is wrong.\n");
 }
 
+/// Runs the command that the first words name.
+int run(const QStringList &arguments)
+{
+    // A command's name may be of two words ("fit omega").
+    for (const Command &command : commands()) {
+        const QStringList words = QString::fromLatin1(command.name).split(QLatin1Char(' '));
+        if (arguments.mid(0, words.size()) == words)
+            return command.run(arguments.mid(words.size()));
+    }
+    if (arguments.isEmpty()) {
+        cli::note(overview());
+        return cli::wrongUse;
+    }
+    throw cli::UsageError{
+        QStringLiteral("unknown command \"%1\"; see \"lanqor --help\"").arg(arguments.first())};
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -71,16 +88,16 @@ int main(int argc, char **argv)
         cli::print(overview());
         return cli::success;
     }
-    // A command's name may be of two words ("fit omega").
-    for (const Command &command : commands()) {
-        const QStringList words = QString::fromLatin1(command.name).split(QLatin1Char(' '));
-        if (arguments.mid(0, words.size()) == words)
-            return command.run(arguments.mid(words.size()));
+    try {
+        return run(arguments);
+    } catch (const cli::HelpRequest &help) {
+        cli::print(help.text);
+        return cli::success;
+    } catch (const cli::UsageError &error) {
+        cli::complain(error.message);
+        return cli::wrongUse;
+    } catch (const cli::Failure &error) {
+        cli::complain(error.message);
+        return cli::failure;
     }
-    if (arguments.isEmpty()) {
-        cli::note(overview());
-        return cli::usageError;
-    }
-    return cli::fail(QStringLiteral("unknown command \"%1\"; see \"lanqor --help\"").arg(first),
-                     cli::usageError);
 }

@@ -1,46 +1,37 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "options/OptionReader.h"
 #include "options/mopacKeywords.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorFilesConverter.h>
 #include <LanqorEngine/LanqorInputData.h>
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
+using cli::tr;
 
-/// Numbers of the command line; false with a message when one is no number.
+/// Numbers of the command line.
 struct Numbers
 {
-    int charge = 0;
-    bool isChargeGiven = false;
-    int roots = 0;
-    int maxdim = 0;
+    explicit Numbers(const cli::OptionReader &options)
+        : isChargeGiven(options.isSet("charge"))
+        , charge(readNumber(options, "charge"))
+        , roots(readNumber(options, "roots"))
+        , maxdim(readNumber(options, "maxdim"))
+    {}
 
-    bool read(const QCommandLineParser &parser, QString &error)
-    {
-        isChargeGiven = parser.isSet(QStringLiteral("charge"));
-        return readInt(parser, "charge", charge, error) && readInt(parser, "roots", roots, error) &&
-               readInt(parser, "maxdim", maxdim, error);
-    }
+    bool isChargeGiven;
+    int charge;
+    int roots;
+    int maxdim;
 
 private:
-    static bool readInt(const QCommandLineParser &parser, const char *name, int &value,
-                        QString &error)
+    static int readNumber(const cli::OptionReader &options, const char *name)
     {
-        const QString text = parser.value(QLatin1String(name));
-        bool ok = text.isEmpty();
-        if (!ok)
-            value = text.toInt(&ok);
-        if (!ok)
-            error = tr("--%1 %2 is not a whole number").arg(QLatin1String(name), text);
-        return ok;
+        return options.text(name).isEmpty() ? 0 : options.wholeNumber(name);
     }
 };
 
@@ -64,33 +55,33 @@ QString formatOf(const QString &program, const QString &file)
     return program.isEmpty() && formats.contains(suffix) ? suffix : QString();
 }
 
-void addOptions(QCommandLineParser &parser)
+void addOptions(cli::OptionReader &options)
 {
-    parser.addPositionalArgument(QStringLiteral("IN"), tr("structure or output to read"));
-    parser.addPositionalArgument(QStringLiteral("OUT"), tr("file to write"));
-    parser.addOption({QStringLiteral("program"),
-                      tr("Write a job for mopac, gaussian, zindo or orca, whatever the suffix "
-                         "of OUT."),
-                      QStringLiteral("name")});
-    parser.addOption({QStringLiteral("charge"),
-                      tr("Charge of the whole system, ion included; by default that of the MOPAC "
-                         "output, else 0."),
-                      QStringLiteral("n")});
-    parser.addOption({QStringLiteral("keywords"),
-                      tr("MOPAC: keywords of the second line instead of \"SPARKLE CHARGE=n\"."),
-                      QStringLiteral("text")});
-    parser.addOption({QStringLiteral("roots"),
-                      tr("ORCA: number of states of each multiplicity (25)."), QStringLiteral("n"),
-                      QStringLiteral("25")});
-    parser.addOption({QStringLiteral("maxdim"),
-                      tr("ORCA: dimension of the expansion space in multiples of the roots (10)."),
-                      QStringLiteral("n"), QStringLiteral("10")});
-    parser.addOption({QStringLiteral("singlets-only"), tr("ORCA: no triplet states.")});
-    parser.addOption({QStringLiteral("keep-ion"),
-                      tr("ORCA: the ion stays among the atoms instead of becoming a point charge "
-                         "of +3 in a .pointcharge file beside OUT.")});
-    parser.addOption({QStringLiteral("keep-tv"),
-                      tr("xyz: keep the translation vectors (Tv) of a periodic structure.")});
+    options.addArgument(QStringLiteral("IN"), tr("structure or output to read"));
+    options.addArgument(QStringLiteral("OUT"), tr("file to write"));
+    options.addOption({QStringLiteral("program"),
+                       tr("Write a job for mopac, gaussian, zindo or orca, whatever the suffix "
+                          "of OUT."),
+                       QStringLiteral("name")});
+    options.addOption({QStringLiteral("charge"),
+                       tr("Charge of the whole system, ion included; by default that of the MOPAC "
+                          "output, else 0."),
+                       QStringLiteral("n")});
+    options.addOption({QStringLiteral("keywords"),
+                       tr("MOPAC: keywords of the second line instead of \"SPARKLE CHARGE=n\"."),
+                       QStringLiteral("text")});
+    options.addOption({QStringLiteral("roots"),
+                       tr("ORCA: number of states of each multiplicity (25)."), QStringLiteral("n"),
+                       QStringLiteral("25")});
+    options.addOption({QStringLiteral("maxdim"),
+                       tr("ORCA: dimension of the expansion space in multiples of the roots (10)."),
+                       QStringLiteral("n"), QStringLiteral("10")});
+    options.addOption({QStringLiteral("singlets-only"), tr("ORCA: no triplet states.")});
+    options.addOption({QStringLiteral("keep-ion"),
+                       tr("ORCA: the ion stays among the atoms instead of becoming a point charge "
+                          "of +3 in a .pointcharge file beside OUT.")});
+    options.addOption({QStringLiteral("keep-tv"),
+                       tr("xyz: keep the translation vectors (Tv) of a periodic structure.")});
 }
 
 bool toXyz(LanqorFilesConverter &converter, const QString &in, const QString &out, bool keepTv)
@@ -106,47 +97,46 @@ bool toXyz(LanqorFilesConverter &converter, const QString &in, const QString &ou
 }
 
 /// An ORCA job; its atoms lack the ion's charge when the ion becomes a point charge.
-bool toOrca(LanqorFilesConverter &converter, const QCommandLineParser &parser, const QString &out,
+bool toOrca(LanqorFilesConverter &converter, const cli::OptionReader &options, const QString &out,
             const Numbers &numbers)
 {
     constexpr int ionCharge = 3;
-    const bool pointCharge = !parser.isSet(QStringLiteral("keep-ion"));
-    return converter.convertFromOutToInpOrca(
-        out, pointCharge, !parser.isSet(QStringLiteral("singlets-only")),
-        numbers.charge - (pointCharge ? ionCharge : 0), numbers.roots, numbers.maxdim);
+    const bool pointCharge = !options.isSet("keep-ion");
+    return converter.convertFromOutToInpOrca(out, pointCharge, !options.isSet("singlets-only"),
+                                             numbers.charge - (pointCharge ? ionCharge : 0),
+                                             numbers.roots, numbers.maxdim);
 }
 
 /// Charge and keywords of a job: from the command line, else from the MOPAC output.
-int settleCharge(const QCommandLineParser &parser, const QString &in, const QString &format,
-                 LanqorFilesConverter &converter, Numbers &numbers)
+void settleCharge(const cli::OptionReader &options, const QString &in, const QString &format,
+                  LanqorFilesConverter &converter, Numbers &numbers)
 {
     const bool isJob = format == QLatin1String("mop") || format == QLatin1String("gjf") ||
                        format == QLatin1String("orcinp");
     if (!isJob)
-        return cli::success;
-    if (in.endsWith(QLatin1String("orcout")))
-        return numbers.isChargeGiven
-                   ? cli::success
-                   : cli::fail(tr("an ORCA output does not tell the charge of the complex; give "
-                                  "it, ion included, with --charge"),
-                               cli::usageError);
+        return;
+    if (in.endsWith(QLatin1String("orcout"))) {
+        if (!numbers.isChargeGiven)
+            options.refuse(tr("an ORCA output does not tell the charge of the complex; give it, "
+                              "ion included, with --charge"));
+        return;
+    }
     LanqorInputData structure(nullptr, in);
     if (!structure.readStructureFile())
-        return cli::fail(structure.getLastError());
+        cli::failOf(structure);
     if (!numbers.isChargeGiven)
         numbers.charge = cli::chargeOfSystem(structure, in);
     converter.setExtraMopacKeywords(
-        cli::mopacKeywords(parser, structure.getCoord(), numbers.charge));
+        cli::mopacKeywords(options, structure.getCoord(), numbers.charge));
     converter.setCharge(numbers.charge);
-    return cli::success;
 }
 
 } // namespace
 
 int convertCommand(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
+    cli::OptionReader options("convert");
+    options.setDescription(
         tr("Converts a structure, or writes a job for a quantum-chemistry program.\n\n"
            "IN is a MOPAC output, a .xyz, .mop, .zmt or .mol2 file, or (for ORCA jobs) an ORCA\n"
            "output named .orcout. The suffix of OUT tells what to write:\n"
@@ -157,39 +147,33 @@ int convertCommand(const QStringList &arguments)
            "  .orcinp, .inp  ORCA, ZINDO: ligand states by ZINDO/S (INDO/S), the ion as a point\n"
            "                 charge; the ZINDO job needs a MOPAC output\n\n"
            "Example: lanqor convert complex.out ligand.orcinp --roots 25"));
-    addOptions(parser);
-    cli::parse(parser, "convert", arguments);
-    const QStringList files = parser.positionalArguments();
-    if (files.size() != 2)
-        return cli::fail(tr("convert needs two files; see \"lanqor convert --help\""),
-                         cli::usageError);
-    Numbers numbers;
-    QString error;
-    if (!numbers.read(parser, error))
-        return cli::fail(error, cli::usageError);
+    addOptions(options);
+    options.parse(arguments);
+    const QStringList files =
+        options.files(2, tr("convert needs two files; see \"lanqor convert --help\""));
+    Numbers numbers(options);
     const QString &in = files.at(0);
     const QString &out = files.at(1);
-    const QString format = formatOf(parser.value(QStringLiteral("program")), out);
+    const QString format = formatOf(options.text("program"), out);
     if (format.isEmpty())
-        return cli::fail(tr("what to write to %1 cannot be told; see \"lanqor convert --help\" for "
-                            "the suffixes and for --program")
-                             .arg(out),
-                         cli::usageError);
+        options.refuse(tr("what to write to %1 cannot be told; see \"lanqor convert --help\" for "
+                          "the suffixes and for --program")
+                           .arg(out));
 
     LanqorFilesConverter converter(nullptr, in);
     cli::showMessages(converter);
-    const int status = settleCharge(parser, in, format, converter, numbers);
-    if (status != cli::success)
-        return status;
+    settleCharge(options, in, format, converter, numbers);
 
-    const bool keepTv = parser.isSet(QStringLiteral("keep-tv"));
+    const bool keepTv = options.isSet("keep-tv");
     const bool isDone = format == QLatin1String("mop")   ? converter.convertFromOutToMop(out)
                         : format == QLatin1String("gjf") ? converter.convertFromOutToGjf(out)
                         : format == QLatin1String("inp") ? converter.convertFromOutToInp(out)
                         : format == QLatin1String("orcinp")
-                            ? toOrca(converter, parser, out, numbers)
+                            ? toOrca(converter, options, out, numbers)
                         : format == QLatin1String("sph") ? converter.convertFromOutToSph(out)
                         : format == QLatin1String("zmt") ? converter.convertFromOutToZmt(out)
                                                          : toXyz(converter, in, out, keepTv);
-    return isDone ? cli::success : cli::fail(converter.getLastError());
+    if (!isDone)
+        cli::failOf(converter);
+    return cli::success;
 }

@@ -1,22 +1,20 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "commands/fitProgress.h"
+#include "options/OptionReader.h"
 #include "options/freeIonOptions.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorGSA.h>
 #include <LanqorEngine/LanqorParametricEnergyLevels.h>
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
+using cli::tr;
 
 struct Request
 {
@@ -26,9 +24,9 @@ struct Request
     double temperature = 0.0;
 };
 
-void describe(QCommandLineParser &parser)
+void describe(cli::OptionReader &options)
 {
-    parser.setApplicationDescription(tr(
+    options.setDescription(tr(
         "Fits the Slater integrals F_2, F_4, F_6 and the spin-orbit parameter zeta of a free\n"
         "lanthanide(III) ion to measured energy levels by simulated annealing.\n\n"
         "FILE has a heading line, then one level a line: its label first and its energy in cm^-1\n"
@@ -50,9 +48,9 @@ void describe(QCommandLineParser &parser)
         "ms. Ctrl-C ends the fit and reports its best point (exit status 130).\n\n"
         "Example:\n"
         "  lanqor fit levels nd.exp --ion Nd --points 3000"));
-    parser.addPositionalArgument(QStringLiteral("FILE"), tr("measured levels, usually NAME.exp"));
-    cli::addFreeIonOptions(parser);
-    parser.addOptions({
+    options.addArgument(QStringLiteral("FILE"), tr("measured levels, usually NAME.exp"));
+    cli::addFreeIonOptions(options);
+    options.addOptions({
         {QStringLiteral("points"), tr("Points tried in each of the 15 annealing cycles."),
          tr("number"), QStringLiteral("2000")},
         {QStringLiteral("temperature"),
@@ -61,26 +59,18 @@ void describe(QCommandLineParser &parser)
     });
 }
 
-bool readRequest(const QCommandLineParser &parser, Request &request, QString &error)
+Request readRequest(const cli::OptionReader &options)
 {
     constexpr int maximumSteps = 100000000;
-    if (parser.positionalArguments().size() != 1) {
-        error = tr("a fit needs one file of measured levels");
-        return false;
-    }
-    bool ok = false;
-    request.stepsPerCycle = parser.value(QStringLiteral("points")).toInt(&ok);
-    if (!ok || request.stepsPerCycle < 1 || request.stepsPerCycle > maximumSteps) {
-        error = tr("--points needs a whole number from 1 to %1").arg(maximumSteps);
-        return false;
-    }
-    request.temperature = parser.value(QStringLiteral("temperature")).toDouble(&ok);
-    if (!ok || !(request.temperature > 0.0 && request.temperature < 1e6)) {
-        error = tr("--temperature needs a positive number");
-        return false;
-    }
-    request.fileName = QFileInfo(parser.positionalArguments().first()).absoluteFilePath();
-    return cli::readFreeIon(parser, request.ion, error);
+    Request request;
+    const QString fileName =
+        options.files(1, tr("a fit needs one file of measured levels")).first();
+    request.stepsPerCycle = options.count("points", maximumSteps);
+    request.temperature = options.number(
+        "temperature", [](double T) { return T > 0.0 && T < 1e6; }, tr("a positive number"));
+    request.fileName = QFileInfo(fileName).absoluteFilePath();
+    request.ion = cli::readFreeIon(options);
+    return request;
 }
 
 /// The heading is skipped unread: a file that begins with its first level would lose it.
@@ -98,27 +88,23 @@ bool hasHeading(const QString &fileName)
 
 int fitLevelsCommand(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    describe(parser);
-    cli::parse(parser, "fit levels", arguments);
-    Request request;
-    QString error;
-    if (!readRequest(parser, request, error))
-        return cli::fail(error, cli::usageError);
+    cli::OptionReader options("fit levels");
+    describe(options);
+    options.parse(arguments);
+    const Request request = readRequest(options);
     QVector<EnergyLevelsExp> measured;
     if (!LanqorParametricEnergyLevels::readEnergyLevelsExp(request.fileName, measured))
-        return cli::fail(
-            tr("%1 cannot be read as a list of measured levels").arg(request.fileName));
+        throw cli::Failure{
+            tr("%1 cannot be read as a list of measured levels").arg(request.fileName)};
     if (!hasHeading(request.fileName))
-        return cli::fail(tr("%1: the first line is a level, but it is taken as a heading and "
-                            "skipped; put a heading line before it")
-                             .arg(request.fileName));
-    if (!cli::enterDataFolder(error))
-        return cli::fail(error);
+        throw cli::Failure{tr("%1: the first line is a level, but it is taken as a heading and "
+                              "skipped; put a heading line before it")
+                               .arg(request.fileName)};
+    cli::enterDataFolder();
 
     LanqorParametricEnergyLevels fit(nullptr, request.ion.electrons, request.fileName);
     if (!fit.getLastError().isEmpty())
-        return cli::fail(fit.getLastError());
+        cli::failOf(fit);
     cli::showMessages(fit);
     fit.setEnergyLevelsExp(measured);
     double start[] = {request.ion.F2, request.ion.F4, request.ion.F6, request.ion.zeta};
@@ -127,16 +113,14 @@ int fitLevelsCommand(const QStringList &arguments)
     LanqorGSA annealing(nullptr, 4, x, target);
     annealing.setNStopMax(request.stepsPerCycle);
     annealing.setGSAParameters(2.5, 2.5, 2.5, request.temperature);
-    const cli::FitEnd end = cli::runFits({&annealing}, error);
-    if (end == cli::FitEnd::Failed)
-        return cli::fail(error);
+    const cli::FitEnd end = cli::runFits({&annealing});
     if (end == cli::FitEnd::Interrupted)
         fit.endOfParametrization(); // the minimiser has not
     if (fit.getSummary().isEmpty())
-        return cli::fail(tr("the fit ended before its first point"));
+        throw cli::Failure{tr("the fit ended before its first point")};
     cli::print(fit.getSummary());
     if (!fit.getLastError().isEmpty())
-        return cli::fail(fit.getLastError());
+        cli::failOf(fit);
     cli::note(tr("lanqor: all levels of the best point are in %1").arg(fit.getResultFileName()));
     return end == cli::FitEnd::Interrupted ? cli::interrupted : cli::success;
 }

@@ -1,22 +1,19 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "options/OptionReader.h"
 #include "options/intensityFitOptions.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorParametric.h>
 
-#include <QCoreApplication>
-
 namespace {
+
+using cli::tr;
 
 using Groups = QMap<int, QStringList>;
 
 constexpr double cm3PerCubicAngstrom = 1.0e-24;
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
 
 /// One group for each element, in the order of its first atom.
 Groups groupsByElement(const cli::IntensityFitOptions &options)
@@ -37,9 +34,10 @@ Groups groupsByElement(const cli::IntensityFitOptions &options)
     return groups;
 }
 
-/// Reads "1: O 2, O 3; 2: N 4"; false with the reason in @p error.
-bool parseGroups(const QString &text, Groups &groups, QString &error)
+/// Reads "1: O 2, O 3; 2: N 4".
+Groups parseGroups(const QString &text)
 {
+    Groups groups;
     for (const QString &entry : text.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
         const int colon = entry.indexOf(QLatin1Char(':'));
         bool ok = false;
@@ -47,17 +45,15 @@ bool parseGroups(const QString &text, Groups &groups, QString &error)
         QStringList atoms;
         for (const QString &atom : entry.mid(colon + 1).split(QLatin1Char(',')))
             atoms.append(atom.trimmed());
-        if (colon < 0 || !ok || groups.contains(key) || atoms.contains(QString())) {
-            error = tr("--groups: \"%1\" is no group with a number of its own, such as \"1: O 2, "
-                       "O 3\"")
-                        .arg(entry.trimmed());
-            return false;
-        }
+        if (colon < 0 || !ok || groups.contains(key) || atoms.contains(QString()))
+            throw cli::UsageError{
+                tr("--groups: \"%1\" is no group with a number of its own, such as \"1: O 2, O 3\"")
+                    .arg(entry.trimmed())};
         groups.insert(key, atoms);
     }
     if (groups.isEmpty())
-        error = tr("--groups names no group");
-    return !groups.isEmpty();
+        throw cli::UsageError{tr("--groups names no group")};
+    return groups;
 }
 
 /// Group, g and alpha of the best point.
@@ -76,9 +72,9 @@ QString groupTable(const Groups &groups, const LanqorParametric &fit)
     return text + QLatin1Char('\n');
 }
 
-void describe(QCommandLineParser &parser)
+void describe(cli::OptionReader &reader)
 {
-    parser.setApplicationDescription(tr(
+    reader.setDescription(tr(
         "Fits charge factors g and polarisabilities alpha of the coordinated atoms to measured\n"
         "Omega(2) and Omega(4) of a Eu3+ complex by simulated annealing.\n\n"
         "FILE is a MOPAC output with Eu as atom 1 and the N coordinated atoms as atoms 2 to N+1.\n"
@@ -90,8 +86,8 @@ void describe(QCommandLineParser &parser)
         "Example:\n"
         "  lanqor fit omega complex.out --omega2 20.5 --omega4 8.1\n"
         "      --groups \"1: O 2, O 3; 2: N 4, N 5\" --report complex.omg"));
-    cli::addIntensityFitOptions(parser);
-    parser.addOption({QStringLiteral("groups"),
+    cli::addIntensityFitOptions(reader);
+    reader.addOption({QStringLiteral("groups"),
                       tr("Groups of atoms by number, e.g. \"1: O 2, O 3; 2: N 4, N 5\"; every "
                          "coordinated atom belongs to one. Unless given, one group per element."),
                       tr("list")});
@@ -101,19 +97,12 @@ void describe(QCommandLineParser &parser)
 
 int fitOmegaCommand(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    describe(parser);
-    cli::parse(parser, "fit omega", arguments);
-    cli::IntensityFitOptions options;
-    const int status = cli::readIntensityFitOptions(parser, options);
-    if (status != cli::success)
-        return status;
-    Groups groups;
-    QString error;
-    if (!parser.isSet(QStringLiteral("groups")))
-        groups = groupsByElement(options);
-    else if (!parseGroups(parser.value(QStringLiteral("groups")), groups, error))
-        return cli::fail(error, cli::usageError);
+    cli::OptionReader reader("fit omega");
+    describe(reader);
+    reader.parse(arguments);
+    const cli::IntensityFitOptions options = cli::readIntensityFitOptions(reader);
+    const Groups groups =
+        reader.isSet("groups") ? parseGroups(reader.text("groups")) : groupsByElement(options);
 
     const auto outcome = cli::runIntensityFit<LanqorParametric>(options, [&] {
         auto made = std::make_unique<LanqorParametric>(nullptr, options.fileName, 0);

@@ -1,11 +1,11 @@
 #include "commands/fitProgress.h"
 
 #include "Command.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorGSA.h>
 
 #include <QByteArray>
-#include <QCoreApplication>
 #include <QElapsedTimer>
 
 #include <algorithm>
@@ -108,8 +108,8 @@ private:
         lastTenths = tenths;
         const QString rate = seconds > 0.0 ? QString::number(double(sum.done) / seconds, 'f', 0)
                                            : QStringLiteral("-");
-        const QString line = QCoreApplication::translate("cli", "%1 % of %2 points, %3/s, "
-                                                                "best response %4")
+        const QString line = tr("%1 % of %2 points, %3/s, "
+                                "best response %4")
                                  .arg(sum.total > 0 ? 100 * sum.done / sum.total : 100, 3)
                                  .arg(sum.total)
                                  .arg(rate)
@@ -140,11 +140,12 @@ private:
 
 } // namespace
 
-FitEnd runFits(const std::vector<LanqorGSA *> &annealings, QString &error)
+FitEnd runFits(const std::vector<LanqorGSA *> &annealings)
 {
     const SignalGuard guard;
     ProgressDisplay display(annealings.size());
     std::mutex errorMutex;
+    QString error;
     const QObject receiver; // ends the connections
     for (std::size_t run = 0; run < annealings.size(); ++run) {
         QObject::connect(
@@ -177,7 +178,9 @@ FitEnd runFits(const std::vector<LanqorGSA *> &annealings, QString &error)
         thread.join();
     if (isInterrupted)
         return FitEnd::Interrupted;
-    return error.isEmpty() ? FitEnd::Finished : FitEnd::Failed;
+    if (!error.isEmpty())
+        throw Failure{error};
+    return FitEnd::Finished;
 }
 
 } // namespace cli

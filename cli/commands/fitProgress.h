@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QString>
-
 #include <vector>
 
 class LanqorGSA;
@@ -11,7 +9,7 @@ namespace cli {
 /// Exit status of a fit that Ctrl-C ended; its best point is reported all the same.
 constexpr int interrupted = 130;
 
-enum class FitEnd { Finished, Interrupted, Failed };
+enum class FitEnd { Finished, Interrupted };
 
 /// Runs the annealings, several of them in threads, and shows their common progress on standard
 /// error: a bar with rate and best response on a terminal, a plain line every tenth otherwise.
@@ -22,7 +20,8 @@ enum class FitEnd { Finished, Interrupted, Failed };
 ///
 /// Every annealing must be constructed before this call, for a constructor clears the flag that
 /// stops the others.
-/// @param error  why an annealing failed
-FitEnd runFits(const std::vector<LanqorGSA *> &annealings, QString &error);
+///
+/// Throws a Failure when an annealing fails.
+FitEnd runFits(const std::vector<LanqorGSA *> &annealings);
 
 } // namespace cli

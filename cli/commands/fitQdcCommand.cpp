@@ -1,22 +1,21 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "options/OptionReader.h"
 #include "options/intensityFitOptions.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorIndicesCalculation.h>
 #include <LanqorEngine/LanqorParametricQDC.h>
 
-#include <QCoreApplication>
+#include <limits>
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
+using cli::tr;
 
-void describe(QCommandLineParser &parser)
+void describe(cli::OptionReader &reader)
 {
-    parser.setApplicationDescription(tr(
+    reader.setDescription(tr(
         "Fits the parameters Q, D and C of the QDC model to measured Omega(2) and Omega(4) of a\n"
         "Eu3+ complex by simulated annealing. A coordinated atom with the electron population q\n"
         "and the superdelocalizability S has g = Q q and alpha = (D S + C) cubic Angstrom; the\n"
@@ -31,8 +30,8 @@ void describe(QCommandLineParser &parser)
         "Ctrl-C ends the fit and reports its best point (exit status 130).\n\n"
         "Example:\n"
         "  lanqor fit qdc complex.out --omega2 20.5 --omega4 8.1 --report complex.omg"));
-    cli::addIntensityFitOptions(parser);
-    parser.addOption({QStringLiteral("restriction"), tr("Lower limit of D/C, a whole number."),
+    cli::addIntensityFitOptions(reader);
+    reader.addOption({QStringLiteral("restriction"), tr("Lower limit of D/C, a whole number."),
                       tr("number"), QStringLiteral("1")});
 }
 
@@ -52,21 +51,17 @@ QString parameterTable(const ParametersQDC &best)
 
 int fitQdcCommand(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    describe(parser);
-    cli::parse(parser, "fit qdc", arguments);
-    bool isRestriction = false;
-    const int restriction = parser.value(QStringLiteral("restriction")).toInt(&isRestriction);
-    if (!isRestriction)
-        return cli::fail(tr("--restriction needs a whole number"), cli::usageError);
-    cli::IntensityFitOptions options;
-    const int status = cli::readIntensityFitOptions(parser, options);
-    if (status != cli::success)
-        return status;
+    cli::OptionReader reader("fit qdc");
+    describe(reader);
+    reader.parse(arguments);
+    const int restriction =
+        reader.wholeNumber("restriction", std::numeric_limits<int>::min(),
+                           std::numeric_limits<int>::max(), tr("a whole number"));
+    const cli::IntensityFitOptions options = cli::readIntensityFitOptions(reader);
     LanqorIndicesCalculation indices(nullptr, options.fileName,
                                      LanqorIndicesCalculation::MopacOutput);
     if (!indices.calculateIndices())
-        return cli::fail(indices.getLastError());
+        cli::failOf(indices);
     if (!indices.getLastError().isEmpty())
         cli::note(QStringLiteral("lanqor: ") + indices.getLastError());
 

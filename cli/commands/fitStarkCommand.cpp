@@ -1,13 +1,14 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "commands/fitProgress.h"
+#include "options/OptionReader.h"
 #include "options/complexOptions.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorGSA.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorParametricStarkLevels.h>
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -15,10 +16,7 @@
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
+using cli::tr;
 
 /// What the fields of a line have to be: a letter for each, w a word, i a whole number, d a number;
 /// the letter before * stands for any number of fields, none included.
@@ -100,25 +98,23 @@ struct FitFiles
     QVector<ChargeFactorsGroup> start;
 };
 
-/// Reads the files; false with the reason in @p error.
-bool readFiles(const QString &baseName, FitFiles &files, QString &error)
+FitFiles readFiles(const QString &baseName)
 {
     for (const char *extension : {".groups", ".exp"}) {
         const QString fileName = baseName + QLatin1String(extension);
-        if (!QFileInfo::exists(fileName)) {
-            error = tr("%1 does not exist; see \"lanqor fit stark --help\"").arg(fileName);
-            return false;
-        }
+        if (!QFileInfo::exists(fileName))
+            throw cli::Failure{
+                tr("%1 does not exist; see \"lanqor fit stark --help\"").arg(fileName)};
     }
     warnOfFaults(baseName);
+    FitFiles files;
     LanqorParametricStarkLevels::readGLimitsFile(baseName, files.limits);
     if (QFileInfo::exists(baseName + QStringLiteral(".chargefactors")))
         LanqorParametricStarkLevels::readChargeFactorsFile(baseName, files.start);
-    if (LanqorParametricStarkLevels::readParametersGroup(baseName, files.groups) &&
-        LanqorParametricStarkLevels::readTransitionValues(baseName, files.transitions))
-        return true;
-    error = tr("the files of %1 cannot be read").arg(baseName);
-    return false;
+    if (!LanqorParametricStarkLevels::readParametersGroup(baseName, files.groups) ||
+        !LanqorParametricStarkLevels::readTransitionValues(baseName, files.transitions))
+        throw cli::Failure{tr("the files of %1 cannot be read").arg(baseName)};
+    return files;
 }
 
 /// Start of a group: its charge factor in the file, or 0.5, brought into the limits of its atoms.
@@ -140,9 +136,9 @@ double startOf(const ParametersGroup &group, const FitFiles &files,
     return std::max(g, 0.0);
 }
 
-void addOptions(QCommandLineParser &parser)
+void addOptions(cli::OptionReader &options)
 {
-    parser.setApplicationDescription(tr(
+    options.setDescription(tr(
         "Fits charge factors g of groups of coordinated atoms to measured Stark levels of 7FJ\n"
         "of a Eu3+ complex by simulated annealing.\n\n"
         "STRUCTURE is a MOPAC output or a .mop, .zmt, .xyz or .mol2 file with Eu as atom 1 and\n"
@@ -159,9 +155,9 @@ void addOptions(QCommandLineParser &parser)
         "BASENAME.stark. Ctrl-C ends the fit and prints its best point (exit status 130).\n\n"
         "Example:\n"
         "  lanqor fit stark complex complex.out"));
-    parser.addPositionalArgument(QStringLiteral("BASENAME"), tr("Files of the fit"));
-    parser.addPositionalArgument(QStringLiteral("STRUCTURE"), tr("MOPAC output or structure file"));
-    parser.addOptions({
+    options.addArgument(QStringLiteral("BASENAME"), tr("Files of the fit"));
+    options.addArgument(QStringLiteral("STRUCTURE"), tr("MOPAC output or structure file"));
+    options.addOptions({
         cli::overlapOption(),
         cli::coordinationOption(),
         {QStringLiteral("points"), tr("Points tried in each of the 15 annealing cycles."),
@@ -176,13 +172,10 @@ int run(LanqorParametricStarkLevels &fit, QVector<double> &x, int stepsPerCycle)
     LanqorAbstractParametric *target = &fit;
     LanqorGSA annealing(nullptr, x.size(), values, target);
     annealing.setNStopMax(stepsPerCycle);
-    QString error;
-    const cli::FitEnd end = cli::runFits({&annealing}, error);
-    if (end == cli::FitEnd::Failed)
-        return cli::fail(error);
+    const cli::FitEnd end = cli::runFits({&annealing});
     const QString report = fit.getReport();
     if (report.isEmpty())
-        return cli::fail(tr("no trial lay within the limits of the charge factors"));
+        throw cli::Failure{tr("no trial lay within the limits of the charge factors")};
     cli::print(report);
     return end == cli::FitEnd::Interrupted ? cli::interrupted : cli::success;
 }
@@ -192,28 +185,20 @@ int run(LanqorParametricStarkLevels &fit, QVector<double> &x, int stepsPerCycle)
 int fitStarkCommand(const QStringList &arguments)
 {
     constexpr int maximumSteps = 100000000;
-    QCommandLineParser parser;
-    addOptions(parser);
-    cli::parse(parser, "fit stark", arguments);
-    if (parser.positionalArguments().size() != 2)
-        return cli::fail(tr("fit stark needs the base name of its files and a structure; see "
-                            "\"lanqor fit stark --help\""),
-                         cli::usageError);
-    int stepsPerCycle = 0;
-    double ro0 = 0.0;
-    QString error;
-    if (!cli::readOverlap(parser, ro0, error) ||
-        !cli::readCount(parser, QStringLiteral("points"), maximumSteps, stepsPerCycle, error))
-        return cli::fail(error, cli::usageError);
+    cli::OptionReader options("fit stark");
+    addOptions(options);
+    options.parse(arguments);
+    const QStringList names =
+        options.files(2, tr("fit stark needs the base name of its files and a structure; see "
+                            "\"lanqor fit stark --help\""));
+    const double ro0 = cli::readOverlap(options);
+    const int stepsPerCycle = options.count("points", maximumSteps);
 
-    const QString baseName = parser.positionalArguments().at(0);
-    const QString structure = parser.positionalArguments().at(1);
-    FitFiles files;
+    const QString &baseName = names.at(0);
+    const QString &structure = names.at(1);
+    const FitFiles files = readFiles(baseName);
     LanqorInputData geometry(nullptr, structure);
-    int coordNumber = 0;
-    if (!readFiles(baseName, files, error) ||
-        !cli::readSphere(parser, structure, geometry, coordNumber, error))
-        return cli::fail(error);
+    const int coordNumber = cli::readSphere(options, geometry, structure);
 
     LanqorParametricStarkLevels fit(nullptr, structure, coordNumber);
     cli::showMessages(fit);
@@ -223,7 +208,7 @@ int fitStarkCommand(const QStringList &arguments)
     fit.setGLimits(files.limits);
     fit.setFileName(baseName);
     if (!fit.checkSetup())
-        return cli::fail(fit.getLastError());
+        cli::failOf(fit);
     QVector<double> x;
     for (const ParametersGroup &group : files.groups)
         x.append(startOf(group, files, fit));

@@ -1,23 +1,16 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "options/OptionReader.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorIndicesCalculation.h>
 
-#include <QCoreApplication>
-
-namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
-
-} // namespace
+using cli::tr;
 
 int indicesCommand(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
+    cli::OptionReader options("indices");
+    options.setDescription(
         tr("Reactivity indices of every atom but the ion (atom 1): electron population\n"
            "2 sum c^2 and superdelocalizability 2 sum c c'/E over the doubly occupied orbitals\n"
            "and the S, Px, Py, Pz functions of the atom.\n\n"
@@ -28,18 +21,17 @@ int indicesCommand(const QStringList &arguments)
            "The table goes to standard output and to a file beside FILE with the suffix\n"
            "\".indeces\".\n\n"
            "Example: lanqor indices complex.out"));
-    parser.addPositionalArgument(QStringLiteral("FILE"), tr("MOPAC or Gaussian output"));
-    parser.addOption({QStringLiteral("gaussian"), tr("FILE is a Gaussian output.")});
-    cli::parse(parser, "indices", arguments);
-    if (parser.positionalArguments().size() != 1)
-        return cli::fail(tr("indices needs one file; see \"lanqor indices --help\""),
-                         cli::usageError);
-    LanqorIndicesCalculation indices(nullptr, parser.positionalArguments().first(),
-                                     parser.isSet(QStringLiteral("gaussian"))
+    options.addArgument(QStringLiteral("FILE"), tr("MOPAC or Gaussian output"));
+    options.addOption({QStringLiteral("gaussian"), tr("FILE is a Gaussian output.")});
+    options.parse(arguments);
+    const QString fileName =
+        options.files(1, tr("indices needs one file; see \"lanqor indices --help\"")).first();
+    LanqorIndicesCalculation indices(nullptr, fileName,
+                                     options.isSet("gaussian")
                                          ? LanqorIndicesCalculation::GaussianOutput
                                          : LanqorIndicesCalculation::MopacOutput);
     if (!indices.calculateIndices())
-        return cli::fail(indices.getLastError());
+        cli::failOf(indices);
     if (!indices.getLastError().isEmpty())
         cli::note(QStringLiteral("lanqor: ") + indices.getLastError());
     cli::print(indices.getIndicesTable());

@@ -1,27 +1,25 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "options/OptionReader.h"
 #include "options/freeIonOptions.h"
 #include "plots/plots.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorEnergyLevels.h>
 #include <LanqorEngine/LanqorSpectroscopicTermUtil.h>
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QMap>
-#include <QSaveFile>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
+using cli::tr;
+
 constexpr double allLevels = -1.0;
 constexpr double smallestShown = 0.05; // per cent
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
 
 /// What is shown of the levels.
 struct Selection
@@ -33,9 +31,9 @@ struct Selection
     QString plot;   ///< likewise
 };
 
-void describe(QCommandLineParser &parser)
+void describe(cli::OptionReader &options)
 {
-    parser.setApplicationDescription(tr(
+    options.setDescription(tr(
         "Energy levels of a free lanthanide(III) ion in intermediate coupling: all levels of 4f^n\n"
         "from the Slater integrals F_2, F_4, F_6 and the spin-orbit parameter zeta, in cm^-1.\n\n"
         "Parameters that are not given are published ones of the aqueous ion (Ce, Yb: in LaF3; "
@@ -51,8 +49,8 @@ void describe(QCommandLineParser &parser)
         "  lanqor levels --ion Tb --max-energy 30000\n"
         "  lanqor levels --ion Eu --F2 401 --F4 55.4 --F6 6.06 --zeta 1326 --J 2\n"
         "  lanqor levels --ion Er --Fk2 97483 --Fk4 67904 --Fk6 54010 --zeta 2376 --J 15/2"));
-    cli::addFreeIonOptions(parser);
-    parser.addOptions({
+    cli::addFreeIonOptions(options);
+    options.addOptions({
         {QStringLiteral("J"), tr("Show only levels of this J: 2, 5/2 or 2.5."), tr("J")},
         {QStringLiteral("max-energy"), tr("Show only levels up to this energy, cm^-1."),
          tr("cm^-1")},
@@ -63,32 +61,21 @@ void describe(QCommandLineParser &parser)
     });
 }
 
-bool readSelection(const QCommandLineParser &parser, Selection &selection, QString &error)
+Selection readSelection(const cli::OptionReader &options)
 {
-    if (parser.isSet(QStringLiteral("J")) &&
-        !cli::parseJ(parser.value(QStringLiteral("J")), selection.J)) {
-        error = tr("--J needs an angular momentum such as 2, 5/2 or 2.5");
-        return false;
-    }
-    bool ok = true;
-    if (parser.isSet(QStringLiteral("max-energy")))
-        selection.maximumEnergy = parser.value(QStringLiteral("max-energy")).toDouble(&ok);
-    if (!ok || !(selection.maximumEnergy >= 0.0)) {
-        error = tr("--max-energy needs an energy above the ground level, in cm^-1");
-        return false;
-    }
-    selection.components = parser.value(QStringLiteral("components")).toInt(&ok);
-    if (!ok || selection.components < 0) {
-        error = tr("--components needs a whole number");
-        return false;
-    }
-    if (parser.isSet(QStringLiteral("report")))
-        selection.report = QFileInfo(parser.value(QStringLiteral("report"))).absoluteFilePath();
-    if (!plots::readOption(parser, selection.plot, error))
-        return false;
-    if (!selection.plot.isEmpty())
-        selection.plot = QFileInfo(selection.plot).absoluteFilePath();
-    return true;
+    Selection selection;
+    if (options.isSet("J") && !cli::parseJ(options.text("J"), selection.J))
+        options.refuse(tr("--J needs an angular momentum such as 2, 5/2 or 2.5"));
+    if (options.isSet("max-energy"))
+        selection.maximumEnergy = options.number(
+            "max-energy", [](double energy) { return energy >= 0.0; },
+            tr("an energy above the ground level, in cm^-1"));
+    selection.components =
+        options.wholeNumber("components", 0, std::numeric_limits<int>::max(), tr("a whole number"));
+    selection.report = options.outputFile("report");
+    if (!plots::readOption(options).isEmpty())
+        selection.plot = options.outputFile("plot");
+    return selection;
 }
 
 QString heading(const cli::FreeIon &ion)
@@ -150,27 +137,22 @@ plots::LevelDiagram diagramOf(const cli::FreeIon &ion, const QVector<MixedState>
 
 int levelsCommand(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    describe(parser);
-    plots::addOption(parser);
-    cli::parse(parser, "levels", arguments);
-    cli::FreeIon ion;
-    Selection selection;
-    QString error;
-    if (!parser.positionalArguments().isEmpty())
-        return cli::fail(tr("levels takes no file; which ion is told by --ion"), cli::usageError);
-    if (!cli::readFreeIon(parser, ion, error) || !readSelection(parser, selection, error))
-        return cli::fail(error, cli::usageError);
-    if (!cli::enterDataFolder(error))
-        return cli::fail(error);
+    cli::OptionReader options("levels");
+    describe(options);
+    options.addOption(plots::option());
+    options.parse(arguments);
+    options.files(0, tr("levels takes no file; which ion is told by --ion"));
+    const cli::FreeIon ion = cli::readFreeIon(options);
+    const Selection selection = readSelection(options);
+    cli::enterDataFolder();
 
     LanqorEnergyLevels levels(nullptr, ion.electrons);
     if (levels.getSpectroscopicTermVector().isEmpty())
-        return cli::fail(levels.getLastError());
+        cli::failOf(levels);
     levels.setSlaterIntegral(0.0, ion.F2, ion.F4, ion.F6);
     levels.setZetaParameters(ion.zeta);
     if (!levels.calcEnergyLevels(allLevels))
-        return cli::fail(levels.getLastError());
+        cli::failOf(levels);
 
     QString table = tr("  No.  energy/cm^-1     J  level\n");
     const QVector<MixedState> states = levels.getMixedStatesVector();
@@ -185,17 +167,13 @@ int levelsCommand(const QStringList &arguments)
         shown.append(state);
     }
     if (shown.isEmpty())
-        return cli::fail(
-            tr("none of the %1 levels of %2 is selected").arg(states.size()).arg(ion.name));
+        throw cli::Failure{
+            tr("none of the %1 levels of %2 is selected").arg(states.size()).arg(ion.name)};
     cli::print(heading(ion) + table);
 
-    if (!selection.report.isEmpty()) {
-        QSaveFile file(selection.report);
-        if (!file.open(QIODevice::WriteOnly) ||
-            file.write(levels.createOutputFile(QString()).toUtf8()) < 0 || !file.commit())
-            return cli::fail(QStringLiteral("%1: %2").arg(selection.report, file.errorString()));
-    }
-    if (!selection.plot.isEmpty() && !plots::draw(diagramOf(ion, shown), selection.plot, error))
-        return cli::fail(error);
+    if (!selection.report.isEmpty())
+        cli::writeFile(selection.report, levels.createOutputFile(QString()).toUtf8());
+    if (!selection.plot.isEmpty())
+        plots::draw(diagramOf(ion, shown), selection.plot);
     return cli::success;
 }

@@ -1,29 +1,23 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "options/OptionReader.h"
 #include "options/chargeFactorOptions.h"
 #include "options/complexOptions.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorAradPartition.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOmega.h>
 
-#include <QCoreApplication>
 #include <QFile>
 
 namespace {
 
+using cli::column;
+using cli::tr;
+
 constexpr double cm3PerCubicAngstrom = 1.0e-24;
 constexpr double omegaUnitCm2 = 1.0e-20;
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
-
-QString column(double value, int decimals, int width)
-{
-    return QString::number(value, 'f', decimals).rightJustified(width);
-}
 
 QString sphereTable(const LanqorInputData &geometry, const LanqorOmega &omega)
 {
@@ -64,36 +58,30 @@ struct ReportRequest
     QStringList ligands;
 };
 
-/// Reads the options of the report; false with the reason in @p error.
-bool readReportRequest(const QCommandLineParser &parser, ReportRequest &request, QString &error)
+ReportRequest readReportRequest(const cli::OptionReader &options)
 {
-    request.ligandFile = parser.value(QStringLiteral("ligands"));
-    request.fileName = parser.value(QStringLiteral("report"));
-    request.isWanted = parser.isSet(QStringLiteral("print")) || !request.fileName.isEmpty() ||
-                       !request.ligandFile.isEmpty();
-    const QString standard =
-        request.ligandFile.isEmpty()
-            ? QStringLiteral("coordinates,charge-factors,omega,omega-dc,omega-ed,rates")
-            : QStringLiteral("coordinates,charge-factors,omega,omega-dc,omega-ed,rates,partition");
-    const QString chosen = parser.value(QStringLiteral("print"));
-    if (!cli::chooseSections(parser.isSet(QStringLiteral("print")) ? chosen : standard,
-                             request.options, error))
-        return false;
+    ReportRequest request;
+    request.ligandFile = options.text("ligands");
+    request.fileName = options.text("report");
+    request.isWanted =
+        options.isSet("print") || !request.fileName.isEmpty() || !request.ligandFile.isEmpty();
+    request.options =
+        cli::sectionsOf(options.isSet("print") ? options.text("print") : cli::mainSections());
+    if (!request.ligandFile.isEmpty() && !options.isSet("print"))
+        request.options.printAradPartition = true;
     if (request.ligandFile.isEmpty())
-        return true;
+        return request;
     QFile file(request.ligandFile);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        error = QStringLiteral("%1: %2").arg(request.ligandFile, file.errorString());
-        return false;
-    }
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        options.refuse(QStringLiteral("%1: %2").arg(request.ligandFile, file.errorString()));
     constexpr qint64 maximumSize = 1 << 20;
     request.ligands = QString::fromUtf8(file.read(maximumSize)).split(QLatin1Char('\n'));
-    return true;
+    return request;
 }
 
-void addOptions(QCommandLineParser &parser)
+void addOptions(cli::OptionReader &options)
 {
-    parser.setApplicationDescription(
+    options.setDescription(
         tr("Judd-Ofelt intensity parameters of a Eu3+ complex by the simple overlap model.\n\n"
            "FILE is a MOPAC output (.out) or a structure (.mop, .zmt, .xyz, .mol2) with Eu as\n"
            "atom 1 and the N coordinated atoms as atoms 2 to N+1. Every coordinated atom needs a\n"
@@ -101,14 +89,13 @@ void addOptions(QCommandLineParser &parser)
            "element or by atom number; an atom's own value beats that of its element.\n\n"
            "Example:\n"
            "  lanqor omega complex.out --g O=0.9,N=1.2,5=0.7 --alpha O=3.1,N=4.0 --n 1.5"));
-    parser.addPositionalArgument(QStringLiteral("FILE"), tr("MOPAC output or structure file"));
-    parser.addOptions({
+    options.addArgument(QStringLiteral("FILE"), tr("MOPAC output or structure file"));
+    options.addOptions({
         {QStringLiteral("g"), tr("Charge factors, dimensionless, e.g. O=0.9,N=1.2,5=0.7."),
          tr("list")},
         {QStringLiteral("alpha"), tr("Polarisabilities, cubic Angstrom, e.g. O=3.1,N=4.0."),
          tr("list")},
-        {QStringLiteral("n"), tr("Refractive index of the medium, for the radiative rates."),
-         tr("index"), QStringLiteral("1.5")},
+        cli::refractiveIndexOption(tr("Refractive index of the medium, for the radiative rates.")),
         cli::coordinationOption(),
         {QStringLiteral("print"),
          tr("Print the report with these sections, separated by commas: all, %1.")
@@ -125,8 +112,8 @@ void addOptions(QCommandLineParser &parser)
     });
 }
 
-/// Prints the summary and makes the report of a finished calculation; returns the exit status.
-int show(LanqorOmega &omega, LanqorInputData &geometry, double index, const ReportRequest &request)
+/// Prints the summary and makes the report of a finished calculation.
+void show(LanqorOmega &omega, LanqorInputData &geometry, double index, const ReportRequest &request)
 {
     LanqorInputData *shared = &geometry;
     LanqorAradPartition partition(nullptr, shared, omega.getCoordNumber(), index);
@@ -140,56 +127,39 @@ int show(LanqorOmega &omega, LanqorInputData &geometry, double index, const Repo
             .arg(electricDipoleRate, 0, 'f', 2);
     if (!request.isWanted) {
         cli::print(summary);
-        return cli::success;
+        return;
     }
     if (!request.ligands.isEmpty() && !partition.setLigandsVector(request.ligands))
-        return cli::fail(
-            QStringLiteral("%1: %2").arg(request.ligandFile, partition.getLastError()));
+        throw cli::Failure{
+            QStringLiteral("%1: %2").arg(request.ligandFile, partition.getLastError())};
     omega.setRefractiveIndex(index);
     omega.setOmegaPrintingOptions(request.options);
     omega.setLigandAtomsByLigandVector(request.ligands);
     const QString report = omega.createOutFile(request.fileName);
     if (report.isEmpty())
-        return cli::fail(omega.getLastError());
+        cli::failOf(omega);
     cli::print(request.fileName.isEmpty() ? report : summary);
-    return cli::success;
-}
-
-int calculate(const QString &fileName, const QCommandLineParser &parser, double index,
-              const ReportRequest &request)
-{
-    QString error;
-    LanqorInputData geometry(nullptr, fileName);
-    cli::showMessages(geometry);
-    int coordNumber = 0;
-    if (!cli::readSphere(parser, fileName, geometry, coordNumber, error))
-        return cli::fail(error);
-    LanqorOmega omega(nullptr, 0, fileName, fileName);
-    if (!omega.getLastError().isEmpty())
-        return cli::fail(omega.getLastError());
-    const int status =
-        cli::calcOmega(omega, geometry, coordNumber, parser.value(QStringLiteral("g")),
-                       parser.value(QStringLiteral("alpha")), error);
-    if (status != cli::success)
-        return cli::fail(error, status);
-    return show(omega, geometry, index, request);
 }
 
 } // namespace
 
 int omegaCommand(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    addOptions(parser);
-    cli::parse(parser, "omega", arguments);
-    if (parser.positionalArguments().size() != 1)
-        return cli::fail(tr("omega needs one file; see \"lanqor omega --help\""), cli::usageError);
-    double index = 0.0;
-    QString error;
-    if (!cli::readRefractiveIndex(parser, index, error))
-        return cli::fail(error, cli::usageError);
-    ReportRequest request;
-    if (!readReportRequest(parser, request, error))
-        return cli::fail(error, cli::usageError);
-    return calculate(parser.positionalArguments().first(), parser, index, request);
+    cli::OptionReader options("omega");
+    addOptions(options);
+    options.parse(arguments);
+    const QString fileName =
+        options.files(1, tr("omega needs one file; see \"lanqor omega --help\"")).first();
+    const double index = cli::readRefractiveIndex(options);
+    const ReportRequest request = readReportRequest(options);
+
+    LanqorInputData geometry(nullptr, fileName);
+    cli::showMessages(geometry);
+    const int coordNumber = cli::readSphere(options, geometry, fileName);
+    LanqorOmega omega(nullptr, 0, fileName, fileName);
+    if (!omega.getLastError().isEmpty())
+        cli::failOf(omega);
+    cli::calcOmega(omega, geometry, coordNumber, options.text("g"), options.text("alpha"));
+    show(omega, geometry, index, request);
+    return cli::success;
 }

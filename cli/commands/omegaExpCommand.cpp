@@ -1,25 +1,24 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "options/OptionReader.h"
 #include "options/complexOptions.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorOmegaExp.h>
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QTextStream>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
 namespace {
 
+using cli::tr;
+
 constexpr int transitionCount = 6;
 using Values = std::array<double, transitionCount>;
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
 
 bool isTransition(int J)
 {
@@ -34,28 +33,26 @@ struct Bands
     QString source;      ///< named in the report
 };
 
-/// Reads the six numbers of an option; false with the reason in @p error.
-bool readSix(const QCommandLineParser &parser, const char *option, Values &values, QString &error)
+/// The six numbers of an option.
+Values readSix(const cli::OptionReader &options, const char *option)
 {
-    const QStringList entries = parser.value(QLatin1String(option)).split(QLatin1Char(','));
-    bool ok = entries.size() == transitionCount;
-    for (int J = 0; ok && J < transitionCount; ++J)
-        values[static_cast<std::size_t>(J)] = entries.at(J).trimmed().toDouble(&ok);
-    if (!ok)
-        error = tr("--%1 needs six numbers, those of 7F0 to 7F5, with commas between")
-                    .arg(QLatin1String(option));
-    return ok;
+    const QVector<double> numbers = options.numbers(option);
+    if (numbers.size() != transitionCount)
+        options.refuse(tr("--%1 needs six numbers, those of 7F0 to 7F5, with commas between")
+                           .arg(QLatin1String(option)));
+    Values values{};
+    std::copy(numbers.begin(), numbers.end(), values.begin());
+    return values;
 }
 
-/// Reads lines of J, area and barycentre; false with the reason in @p error.
-bool readTable(const QString &fileName, Bands &bands, QString &error)
+/// Reads lines of J, area and barycentre.
+Bands readTable(const QString &fileName)
 {
     constexpr qint64 maximumSize = 1 << 16;
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        error = QStringLiteral("%1: %2").arg(fileName, file.errorString());
-        return false;
-    }
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        throw cli::Failure{QStringLiteral("%1: %2").arg(fileName, file.errorString())};
+    Bands bands;
     std::array<bool, transitionCount> isGiven{};
     int number = 0;
     for (QString line : QString::fromUtf8(file.read(maximumSize)).split(QLatin1Char('\n'))) {
@@ -72,19 +69,18 @@ bool readTable(const QString &fileName, Bands &bands, QString &error)
         const double barycentre = fields.value(2).toDouble(&isBarycentre);
         const bool isRow = isJ && isArea && isBarycentre && fields.size() == 3 && isTransition(J);
         const auto level = static_cast<std::size_t>(J);
-        if (!isRow || isGiven[level]) {
-            error = tr("%1, line %2: each line needs J (0 to 5, each once), area and barycentre "
-                       "(cm^-1), such as \"1 1.00 16921\"")
-                        .arg(fileName)
-                        .arg(number);
-            return false;
-        }
+        if (!isRow || isGiven[level])
+            throw cli::Failure{
+                tr("%1, line %2: each line needs J (0 to 5, each once), area and barycentre "
+                   "(cm^-1), such as \"1 1.00 16921\"")
+                    .arg(fileName)
+                    .arg(number)};
         isGiven[level] = true;
         bands.area[level] = area;
         bands.barycentre[level] = barycentre;
     }
     bands.source = fileName;
-    return true;
+    return bands;
 }
 
 /// Limits of a band in nm or cm^-1, told apart by their size.
@@ -107,66 +103,63 @@ bool readWindow(const QString &text, EmissionSpectrumOptions::Window &window)
     return true;
 }
 
-/// Reads "0=570-584,2=604-640" over the default windows; false with the reason in @p error.
-bool readWindows(const QString &list, EmissionSpectrumOptions &options, QString &error)
+/// Reads "0=570-584,2=604-640" over the default windows.
+void readWindows(const cli::OptionReader &options, EmissionSpectrumOptions &spectrum)
 {
-    for (const QString &entry : list.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+    for (const QString &entry : options.list("windows")) {
         bool isJ = false;
         const int J = entry.section(QLatin1Char('='), 0, 0).trimmed().toInt(&isJ);
         EmissionSpectrumOptions::Window window{};
-        if (!isJ || !isTransition(J) || !readWindow(entry.section(QLatin1Char('='), 1), window)) {
-            error = tr("--windows: \"%1\" is not of the form J=LOW-HIGH with J from 0 to 5 and "
-                       "both limits in nm or both in cm^-1, such as 2=604-640")
-                        .arg(entry.trimmed());
-            return false;
-        }
-        options.windows[static_cast<std::size_t>(J)] = window;
+        if (!isJ || !isTransition(J) || !readWindow(entry.section(QLatin1Char('='), 1), window))
+            options.refuse(tr("--windows: \"%1\" is not of the form J=LOW-HIGH with J from 0 to 5 "
+                              "and both limits in nm or both in cm^-1, such as 2=604-640")
+                               .arg(entry));
+        spectrum.windows[static_cast<std::size_t>(J)] = window;
     }
-    return true;
 }
 
-bool readSpectrumOptions(const QCommandLineParser &parser, EmissionSpectrumOptions &options,
-                         QString &error)
+EmissionSpectrumOptions readSpectrumOptions(const cli::OptionReader &options)
 {
-    const QString axis = parser.value(QStringLiteral("axis"));
-    if (axis == QLatin1String("nm"))
-        options.axis = EmissionSpectrumOptions::Axis::Nanometre;
-    else if (axis == QLatin1String("cm-1"))
-        options.axis = EmissionSpectrumOptions::Axis::Wavenumber;
-    else if (axis != QLatin1String("auto"))
-        error = tr("--axis is nm, cm-1 or auto");
-    const QString baseline = parser.value(QStringLiteral("baseline"));
+    EmissionSpectrumOptions spectrum;
+    const QString axis = options.text("axis");
+    const QString baseline = options.text("baseline");
     if (baseline == QLatin1String("linear"))
-        options.baseline = EmissionSpectrumOptions::Baseline::Linear;
+        spectrum.baseline = EmissionSpectrumOptions::Baseline::Linear;
     else if (baseline != QLatin1String("none"))
-        error = tr("--baseline is none or linear");
-    if (parser.isSet(QStringLiteral("photon-counts")))
-        options.signal = EmissionSpectrumOptions::Signal::PhotonCounts;
-    return error.isEmpty() && readWindows(parser.value(QStringLiteral("windows")), options, error);
+        options.refuse(tr("--baseline is none or linear"));
+    if (axis == QLatin1String("nm"))
+        spectrum.axis = EmissionSpectrumOptions::Axis::Nanometre;
+    else if (axis == QLatin1String("cm-1"))
+        spectrum.axis = EmissionSpectrumOptions::Axis::Wavenumber;
+    else if (axis != QLatin1String("auto"))
+        options.refuse(tr("--axis is nm, cm-1 or auto"));
+    if (options.isSet("photon-counts"))
+        spectrum.signal = EmissionSpectrumOptions::Signal::PhotonCounts;
+    readWindows(options, spectrum);
+    return spectrum;
 }
 
 /// Areas and barycentres from the command line or from a table.
-bool readBands(const QCommandLineParser &parser, Bands &bands, QString &error)
+Bands readBands(const cli::OptionReader &options)
 {
-    if (!parser.positionalArguments().isEmpty()) {
-        if (!readTable(parser.positionalArguments().first(), bands, error))
-            return false;
-    } else if (!readSix(parser, "areas", bands.area, error) ||
-               !readSix(parser, "barycentres", bands.barycentre, error)) {
-        return false;
+    Bands bands;
+    if (!options.files().isEmpty()) {
+        bands = readTable(options.files().first());
     } else {
+        bands.area = readSix(options, "areas");
+        bands.barycentre = readSix(options, "barycentres");
         bands.source = tr("(areas and barycentres of the command line)");
     }
-    if (parser.isSet(QStringLiteral("photon-counts"))) {
+    if (options.isSet("photon-counts")) {
         for (std::size_t J = 0; J < bands.area.size(); ++J)
             bands.area[J] *= bands.barycentre[J];
     }
-    return true;
+    return bands;
 }
 
-void addOptions(QCommandLineParser &parser)
+void addOptions(cli::OptionReader &options)
 {
-    parser.setApplicationDescription(
+    options.setDescription(
         tr("Experimental intensity parameters Omega(2), Omega(4) and radiative rate of a Eu3+\n"
            "compound from its emission, calibrated by the magnetic dipole band 5D0 -> 7F1; with\n"
            "the lifetime of 5D0 also the non-radiative rate and the quantum efficiency.\n\n"
@@ -183,9 +176,9 @@ void addOptions(QCommandLineParser &parser)
            "cm^-1 without rescaling the intensities by lambda^2, give the column in nm.\n\n"
            "Example:\n"
            "  lanqor omega-exp --spectrum emission.txt --n 1.5 --lifetime 0.42 --photon-counts"));
-    parser.addPositionalArgument(QStringLiteral("FILE"), tr("Table of areas and barycentres"),
-                                 QStringLiteral("[FILE]"));
-    parser.addOptions({
+    options.addArgument(QStringLiteral("FILE"), tr("Table of areas and barycentres"),
+                        QStringLiteral("[FILE]"));
+    options.addOptions({
         {QStringLiteral("spectrum"), tr("Measured spectrum of two columns."), tr("file")},
         {QStringLiteral("areas"),
          tr("Areas of 5D0 -> 7F0 .. 7F5, any one unit, e.g. "
@@ -196,8 +189,7 @@ void addOptions(QCommandLineParser &parser)
          tr("list")},
         {QStringLiteral("photon-counts"),
          tr("Areas or intensities count photons, not emitted power.")},
-        {QStringLiteral("n"), tr("Refractive index of the medium."), tr("index"),
-         QStringLiteral("1.5")},
+        cli::refractiveIndexOption(tr("Refractive index of the medium.")),
         {QStringLiteral("lifetime"), tr("Measured lifetime of 5D0, ms."), tr("ms")},
         {QStringLiteral("axis"),
          tr("First column of the spectrum: nm, cm-1, or auto (below 5000 it is nm)."), tr("axis"),
@@ -214,78 +206,58 @@ void addOptions(QCommandLineParser &parser)
     });
 }
 
-/// Reads --lifetime, ms, 0 without it; false with the reason in @p error.
-bool readLifeTime(const QCommandLineParser &parser, double &lifeTime, QString &error)
+/// The lifetime, ms; 0 without one.
+double readLifeTime(const cli::OptionReader &options)
 {
-    bool isNumber = true;
-    const QString text = parser.value(QStringLiteral("lifetime"));
-    lifeTime = text.isEmpty() ? 0.0 : text.toDouble(&isNumber);
-    if (isNumber && lifeTime >= 0.0 && std::isfinite(lifeTime))
-        return true;
-    error = tr("--lifetime needs a lifetime in ms");
-    return false;
+    if (options.text("lifetime").isEmpty())
+        return 0.0;
+    return options.number(
+        "lifetime", [](double ms) { return ms >= 0.0 && std::isfinite(ms); },
+        tr("a lifetime in ms"));
 }
 
-/// Hands areas and barycentres to the calculation; an exit status other than success after a
-/// message.
-int readEmission(const QCommandLineParser &parser, LanqorOmegaExp &calculation)
+/// Hands areas and barycentres to the calculation.
+void readEmission(const cli::OptionReader &options, LanqorOmegaExp &calculation)
 {
-    QString error;
-    if (parser.isSet(QStringLiteral("spectrum"))) {
-        EmissionSpectrumOptions options;
-        if (!readSpectrumOptions(parser, options, error))
-            return cli::fail(error, cli::usageError);
-        return calculation.readSpectrum(parser.value(QStringLiteral("spectrum")), options)
-                   ? cli::success
-                   : cli::fail(calculation.getLastError());
+    if (options.isSet("spectrum")) {
+        if (!calculation.readSpectrum(options.text("spectrum"), readSpectrumOptions(options)))
+            cli::failOf(calculation);
+        return;
     }
-    Bands bands;
-    if (!readBands(parser, bands, error))
-        return cli::fail(error,
-                         parser.isSet(QStringLiteral("areas")) ? cli::usageError : cli::failure);
+    const Bands bands = readBands(options);
     const Values &S = bands.area;
     const Values &sigma = bands.barycentre;
     calculation.setAreaOfTransition(S[0], S[1], S[2], S[3], S[4], S[5]);
     calculation.setBarycenterOfEnergy(sigma[0], sigma[1], sigma[2], sigma[3], sigma[4], sigma[5]);
     calculation.setFileName(bands.source);
-    return cli::success;
 }
 
 } // namespace
 
 int omegaExpCommand(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    addOptions(parser);
-    cli::parse(parser, "omega-exp", arguments);
-    if (int(parser.isSet(QStringLiteral("spectrum"))) + int(parser.isSet(QStringLiteral("areas"))) +
-            parser.positionalArguments().size() !=
-        1)
-        return cli::fail(tr("omega-exp needs either --spectrum FILE, or a table FILE, or --areas "
-                            "with --barycentres; see \"lanqor omega-exp --help\""),
-                         cli::usageError);
+    cli::OptionReader options("omega-exp");
+    addOptions(options);
+    options.parse(arguments);
+    if (int(options.isSet("spectrum")) + int(options.isSet("areas")) + options.files().size() != 1)
+        options.refuse(tr("omega-exp needs either --spectrum FILE, or a table FILE, or --areas "
+                          "with --barycentres; see \"lanqor omega-exp --help\""));
     for (const char *option : {"axis", "windows", "baseline"}) {
-        if (parser.isSet(QLatin1String(option)) && !parser.isSet(QStringLiteral("spectrum")))
-            return cli::fail(tr("--%1 belongs to --spectrum").arg(QLatin1String(option)),
-                             cli::usageError);
+        if (options.isSet(option) && !options.isSet("spectrum"))
+            options.refuse(tr("--%1 belongs to --spectrum").arg(QLatin1String(option)));
     }
-    double index = 0.0;
-    double lifeTime = 0.0;
-    QString error;
-    if (!cli::readRefractiveIndex(parser, index, error) || !readLifeTime(parser, lifeTime, error))
-        return cli::fail(error, cli::usageError);
+    const double index = cli::readRefractiveIndex(options);
+    const double lifeTime = readLifeTime(options);
 
     LanqorOmegaExp calculation(nullptr, index);
     cli::showMessages(calculation);
-    const int status = readEmission(parser, calculation);
-    if (status != cli::success)
-        return status;
+    readEmission(options, calculation);
     calculation.setLifeTime(lifeTime);
     if (!calculation.calcOmegaExp())
-        return cli::fail(calculation.getLastError());
-    const QString report = calculation.createOutputFile(parser.value(QStringLiteral("report")));
+        cli::failOf(calculation);
+    const QString report = calculation.createOutputFile(options.text("report"));
     if (report.isEmpty())
-        return cli::fail(calculation.getLastError());
+        cli::failOf(calculation);
     cli::print(report);
     return cli::success;
 }

@@ -1,22 +1,20 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "options/OptionReader.h"
 #include "options/statePrograms.h"
 #include "plots/plots.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorNormalizePoints.h>
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <algorithm>
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
+using cli::tr;
 
 struct Request
 {
@@ -25,34 +23,35 @@ struct Request
     double width = 0.0; // nm
     double start = 0.0; // nm
     double end = 0.0;   // nm
+    QString curveFile;
     QString plotFile;
 };
 
-bool readProgram(const QCommandLineParser &parser, Request &request, QString &error)
+Request readRequest(const cli::OptionReader &options)
 {
-    const QString name = parser.value(QStringLiteral("program"));
+    Request request;
+    request.file =
+        options.files(1, tr("spectrum needs one file; see \"lanqor spectrum --help\"")).first();
+    const QString name = options.text("program");
     const StateProgram *program =
         name.isEmpty() ? cli::stateProgramOf(request.file) : cli::stateProgramNamed(name);
+    if (!program && !name.isEmpty())
+        options.refuse(tr("--program needs to be orca, gaussian or zindo"));
     if (program)
         request.program = program->type;
-    else if (!name.isEmpty())
-        error = tr("--program needs to be orca, gaussian or zindo");
-    return error.isEmpty();
-}
-
-bool readNumbers(const QCommandLineParser &parser, Request &request, QString &error)
-{
     bool ok[3] = {};
-    request.width = parser.value(QStringLiteral("width")).toDouble(&ok[0]);
-    const QStringList limits = parser.value(QStringLiteral("range")).split(QLatin1Char(':'));
+    request.width = options.text("width").toDouble(&ok[0]);
+    const QStringList limits = options.text("range").split(QLatin1Char(':'));
     request.start = limits.at(0).toDouble(&ok[1]);
     request.end = limits.value(1).toDouble(&ok[2]);
     if (!ok[0])
-        error = tr("--width %1 is not a number of nm").arg(parser.value(QStringLiteral("width")));
-    else if (!ok[1] || !ok[2] || limits.size() != 2)
-        error = tr("--range %1 is not of the form START:END (nm)")
-                    .arg(parser.value(QStringLiteral("range")));
-    return error.isEmpty();
+        options.refuse(tr("--width %1 is not a number of nm").arg(options.text("width")));
+    if (!ok[1] || !ok[2] || limits.size() != 2)
+        options.refuse(
+            tr("--range %1 is not of the form START:END (nm)").arg(options.text("range")));
+    request.curveFile = options.text("out");
+    request.plotFile = plots::readOption(options);
+    return request;
 }
 
 QVector<QPointF> transitionsOf(const LanqorNormalizePoints &points)
@@ -81,8 +80,8 @@ QString transitionTable(const QVector<QPointF> &transitions, const Request &requ
 
 int spectrumCommand(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(tr(
+    cli::OptionReader options("spectrum");
+    options.setDescription(tr(
         "Absorption spectrum of the computed excited states of an ORCA, Gaussian or ZINDO\n"
         "output: a Lorentzian band for each transition, summed on 1001 points that are evenly\n"
         "spaced in wavenumber, largest value 1.\n\n"
@@ -91,43 +90,35 @@ int spectrumCommand(const QStringList &arguments)
         "in the range go to standard output.\n\n"
         "Example: lanqor spectrum ligand.out --range 200:500 --out ligand.esp --plot "
         "ligand.svg"));
-    parser.addPositionalArgument(QStringLiteral("FILE"), tr("output with excited states"));
-    parser.addOption({QStringLiteral("out"), tr("File of the curve."), QStringLiteral("file")});
-    parser.addOption({QStringLiteral("width"), tr("Full width at half maximum, nm (25)."),
-                      QStringLiteral("nm"), QStringLiteral("25")});
-    parser.addOption({QStringLiteral("range"), tr("Limits of the spectrum, nm (150:450)."),
-                      QStringLiteral("start:end"), QStringLiteral("150:450")});
-    parser.addOption({QStringLiteral("program"),
-                      tr("The program that wrote FILE: orca, gaussian or zindo; found out when "
-                         "it is not named."),
-                      QStringLiteral("name")});
-    plots::addOption(parser);
-    cli::parse(parser, "spectrum", arguments);
-    if (parser.positionalArguments().size() != 1)
-        return cli::fail(tr("spectrum needs one file; see \"lanqor spectrum --help\""),
-                         cli::usageError);
-    Request request;
-    request.file = parser.positionalArguments().first();
-    const QString outFile = parser.value(QStringLiteral("out"));
-    QString error;
-    if (!readProgram(parser, request, error) || !readNumbers(parser, request, error) ||
-        !plots::readOption(parser, request.plotFile, error))
-        return cli::fail(error, cli::usageError);
+    options.addArgument(QStringLiteral("FILE"), tr("output with excited states"));
+    options.addOption({QStringLiteral("out"), tr("File of the curve."), QStringLiteral("file")});
+    options.addOption({QStringLiteral("width"), tr("Full width at half maximum, nm (25)."),
+                       QStringLiteral("nm"), QStringLiteral("25")});
+    options.addOption({QStringLiteral("range"), tr("Limits of the spectrum, nm (150:450)."),
+                       QStringLiteral("start:end"), QStringLiteral("150:450")});
+    options.addOption({QStringLiteral("program"),
+                       tr("The program that wrote FILE: orca, gaussian or zindo; found out when "
+                          "it is not named."),
+                       QStringLiteral("name")});
+    options.addOption(plots::option());
+    options.parse(arguments);
+    const Request request = readRequest(options);
     if (!QFileInfo::exists(request.file))
-        return cli::fail(tr("%1 does not exist.").arg(request.file));
+        throw cli::Failure{tr("%1 does not exist.").arg(request.file)};
     if (request.program < 0)
-        return cli::fail(tr("%1 is not known as an output of ORCA, Gaussian or ZINDO; name the "
-                            "program by --program")
-                             .arg(request.file));
+        throw cli::Failure{tr("%1 is not known as an output of ORCA, Gaussian or ZINDO; name the "
+                              "program by --program")
+                               .arg(request.file)};
 
     LanqorNormalizePoints points(nullptr, request.file, request.program);
     points.setParametersNormalization(request.width, request.start, request.end);
-    if (!points.spectrum() || (!outFile.isEmpty() && !points.createEspFile(outFile)))
-        return cli::fail(points.getLastError());
+    if (!points.spectrum() ||
+        (!request.curveFile.isEmpty() && !points.createEspFile(request.curveFile)))
+        cli::failOf(points);
     const plots::Spectrum spectrum = {QFileInfo(request.file).fileName(), points.getaxisX(),
                                       points.getaxisY(), transitionsOf(points)};
-    if (!request.plotFile.isEmpty() && !plots::draw(spectrum, request.plotFile, error))
-        return cli::fail(error);
+    if (!request.plotFile.isEmpty())
+        plots::draw(spectrum, request.plotFile);
     cli::print(transitionTable(spectrum.transitions, request));
     return cli::success;
 }

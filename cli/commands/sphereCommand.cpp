@@ -1,17 +1,14 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "options/OptionReader.h"
 #include "options/complexOptions.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 
-#include <QCoreApplication>
-
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
+using cli::tr;
 
 QString sphereRow(const LanqorInputData &data, int atom)
 {
@@ -28,25 +25,25 @@ QString sphereRow(const LanqorInputData &data, int atom)
 
 int sphereCommand(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
+    cli::OptionReader options("sphere");
+    options.setDescription(
         tr("Coordination number of the lanthanide ion (atom 1) and the atoms bound to it in\n"
            "spherical coordinates: distance r in Angstrom, polar angle theta and azimuth phi in\n"
            "degrees. O and N count within 2.65, Cl and S within 2.9 and I within 3.0 Angstrom.\n\n"
            "FILE is a MOPAC output or a .mop, .zmt, .xyz or .mol2 file.\n\n"
            "Example: lanqor sphere eu_l2_rm1_opt.out"));
-    parser.addPositionalArgument(QStringLiteral("FILE"), tr("structure file"));
-    cli::parse(parser, "sphere", arguments);
-    if (parser.positionalArguments().size() != 1)
-        return cli::fail(tr("one FILE is needed; see \"lanqor sphere --help\""), cli::usageError);
+    options.addArgument(QStringLiteral("FILE"), tr("structure file"));
+    options.parse(arguments);
+    const QString fileName =
+        options.files(1, tr("one FILE is needed; see \"lanqor sphere --help\"")).first();
 
-    LanqorInputData data(nullptr, parser.positionalArguments().first());
+    LanqorInputData data(nullptr, fileName);
     if (!data.readStructureFile())
-        return cli::fail(data.getLastError());
+        cli::failOf(data);
     if (!data.getIonError().isEmpty())
-        return cli::fail(data.getIonError());
+        throw cli::Failure{data.getIonError()};
     if (!data.createSphericalCoordinate())
-        return cli::fail(data.getLastError());
+        cli::failOf(data);
 
     QString text =
         tr("%1, coordination number %2\n\n").arg(data.getAtomLabel(1)).arg(data.getCoordNumber());
@@ -55,9 +52,7 @@ int sphereCommand(const QStringList &arguments)
     for (const int atom : atoms)
         text += sphereRow(data, atom);
     cli::print(text);
-    const QString warnings = cli::nearAtomNotes(data);
-    if (!warnings.isEmpty())
-        cli::note(warnings.trimmed());
+    cli::noteNearAtoms(data);
     if (!data.getAtomOrderError().isEmpty())
         cli::note(tr("warning: ") + data.getAtomOrderError());
     return cli::success;

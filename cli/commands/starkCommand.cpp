@@ -1,23 +1,20 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "options/OptionReader.h"
 #include "options/atomValues.h"
 #include "options/complexOptions.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorStarkLevels.h>
 
-#include <QCoreApplication>
-
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
+using cli::tr;
 
-void addOptions(QCommandLineParser &parser)
+void addOptions(cli::OptionReader &options)
 {
-    parser.setApplicationDescription(
+    options.setDescription(
         tr("Stark levels (cm^-1) of 7F0 to 7F6 of a Eu3+ complex: the splitting of each manifold\n"
            "by the crystal field of the coordinated atoms, by the simple overlap model.\n\n"
            "STRUCTURE is a MOPAC output (.out) or a structure (.mop, .zmt, .xyz, .mol2) with Eu\n"
@@ -27,8 +24,8 @@ void addOptions(QCommandLineParser &parser)
            "manifold: add the free-ion energies to compare them with a spectrum.\n\n"
            "Example:\n"
            "  lanqor stark complex.out --g O=0.6,N=0.9"));
-    parser.addPositionalArgument(QStringLiteral("STRUCTURE"), tr("MOPAC output or structure file"));
-    parser.addOptions({
+    options.addArgument(QStringLiteral("STRUCTURE"), tr("MOPAC output or structure file"));
+    options.addOptions({
         {QStringLiteral("g"), tr("Charge factors, dimensionless, e.g. O=0.6,N=0.9,5=0.4."),
          tr("list")},
         cli::overlapOption(),
@@ -41,36 +38,29 @@ void addOptions(QCommandLineParser &parser)
 
 int starkCommand(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    addOptions(parser);
-    cli::parse(parser, "stark", arguments);
-    if (parser.positionalArguments().size() != 1 || !parser.isSet(QStringLiteral("g")))
-        return cli::fail(tr("stark needs one structure and --g; see \"lanqor stark --help\""),
-                         cli::usageError);
-    double ro0 = 0.0;
-    QString error;
-    if (!cli::readOverlap(parser, ro0, error))
-        return cli::fail(error, cli::usageError);
+    cli::OptionReader options("stark");
+    addOptions(options);
+    options.parse(arguments);
+    const QString usage = tr("stark needs one structure and --g; see \"lanqor stark --help\"");
+    const QString fileName = options.files(1, usage).first();
+    if (!options.isSet("g"))
+        options.refuse(usage);
+    const double ro0 = cli::readOverlap(options);
 
-    const QString fileName = parser.positionalArguments().first();
     LanqorInputData geometry(nullptr, fileName);
     cli::showMessages(geometry);
-    int coordNumber = 0;
-    if (!cli::readSphere(parser, fileName, geometry, coordNumber, error))
-        return cli::fail(error);
-    cli::AtomValues g(geometry, coordNumber, QStringLiteral("--g"));
-    if (!g.read(parser.value(QStringLiteral("g"))))
-        return cli::fail(g.error(), cli::usageError);
-    QVector<double> chargeFactors = g.values();
+    const int coordNumber = cli::readSphere(options, geometry, fileName);
+    QVector<double> chargeFactors =
+        cli::readAtomValues(geometry, coordNumber, QStringLiteral("--g"), options.text("g"));
     double *chargeFactorArray = chargeFactors.data();
 
     LanqorStarkLevels levels(fileName, coordNumber);
     levels.setChargeFactors(chargeFactorArray);
     levels.setRO0(ro0);
     levels.calculateStarkLevels();
-    const QString report = levels.createOutFile(parser.value(QStringLiteral("report")));
+    const QString report = levels.createOutFile(options.text("report"));
     if (report.isEmpty())
-        return cli::fail(levels.getLastError());
+        throw cli::Failure{levels.getLastError()};
     cli::print(report);
     return cli::success;
 }

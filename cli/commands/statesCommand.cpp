@@ -1,30 +1,24 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "options/OptionReader.h"
 #include "options/statePrograms.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorRL.h>
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <algorithm>
 
 namespace {
 
+using cli::column;
+using cli::tr;
+
 constexpr double nmTimesWavenumber = 1.0e7;
 /// Of each state so many excitations are shown, the lesser ones only above this weight.
 constexpr int mainExcitations = 3;
 constexpr double leastWeight = 0.01;
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
-
-QString column(double value, int decimals, int width)
-{
-    return QString::number(value, 'f', decimals).rightJustified(width);
-}
 
 /// The excitations of greatest weight: "152->156 (42 %), 153->158 (38 %)".
 QString mainConfigurations(const ExcitateState &state, const QVector<double> &weights)
@@ -120,41 +114,36 @@ const char *const description =
 
 int statesCommand(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(tr(description));
-    parser.addPositionalArgument(QStringLiteral("FILE"),
-                                 tr("output of the excited-state calculation"));
-    parser.addOptions(
+    cli::OptionReader options("states");
+    options.setDescription(tr(description));
+    options.addArgument(QStringLiteral("FILE"), tr("output of the excited-state calculation"));
+    options.addOptions(
         {{QStringLiteral("program"),
           tr("program that wrote FILE: orca, gaussian or zindo; told from its text when not given"),
           QStringLiteral("name")},
          {QStringLiteral("report"), tr("write the report of the distances RL to this file"),
           QStringLiteral("file")}});
-    cli::parse(parser, "states", arguments);
-    if (parser.positionalArguments().size() != 1) {
-        return cli::fail(tr("one FILE is needed; see \"lanqor states --help\""), cli::usageError);
-    }
-    const QString fileName = parser.positionalArguments().constFirst();
-    const QString name = parser.value(QStringLiteral("program"));
+    options.parse(arguments);
+    const QString fileName =
+        options.files(1, tr("one FILE is needed; see \"lanqor states --help\"")).first();
+    const QString name = options.text("program");
     if (!QFileInfo::exists(fileName))
-        return cli::fail(tr("%1 does not exist.").arg(fileName));
+        throw cli::Failure{tr("%1 does not exist.").arg(fileName)};
     const StateProgram *program =
         name.isEmpty() ? cli::stateProgramOf(fileName) : cli::stateProgramNamed(name);
-    if (!program && !name.isEmpty()) {
-        return cli::fail(tr("unknown program \"%1\"; there are orca, gaussian and zindo").arg(name),
-                         cli::usageError);
-    }
-    if (!program) {
-        return cli::fail(tr("%1 looks like no output of ORCA, Gaussian or ZINDO; name the program "
-                            "with --program")
-                             .arg(fileName));
-    }
+    if (!program && !name.isEmpty())
+        options.refuse(tr("unknown program \"%1\"; there are orca, gaussian and zindo").arg(name));
+    if (!program)
+        throw cli::Failure{
+            tr("%1 looks like no output of ORCA, Gaussian or ZINDO; name the program "
+               "with --program")
+                .arg(fileName)};
 
     LanqorRL calculation(nullptr, fileName);
     cli::showMessages(calculation);
     const bool hasDistances = calculation.calcRL(program->type);
     if (calculation.getSingletStatesCount() + calculation.getTripletStatesCount() == 0)
-        return cli::fail(calculation.getLastError());
+        cli::failOf(calculation);
     QString text =
         tr("Excited states of %1 (%2 output)\n").arg(fileName, QLatin1String(program->title));
     if (hasDistances) {
@@ -164,8 +153,8 @@ int statesCommand(const QStringList &arguments)
         text += tr("RL not calculated: %1\n").arg(reasonWithoutDistances(calculation, *program));
     }
     cli::print(text + stateTables(calculation, hasDistances));
-    const QString report = parser.value(QStringLiteral("report"));
+    const QString report = options.text("report");
     if (!report.isEmpty() && calculation.createOutput(report).isEmpty())
-        return cli::fail(calculation.getLastError());
+        cli::failOf(calculation);
     return cli::success;
 }

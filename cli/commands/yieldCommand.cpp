@@ -1,17 +1,16 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "options/OptionReader.h"
 #include "options/chargeFactorOptions.h"
 #include "options/complexOptions.h"
 #include "options/yieldOptions.h"
 #include "plots/yieldPlot.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOmega.h>
 #include <LanqorEngine/LanqorRL.h>
 #include <LanqorEngine/LanqorSpectroscopicCalculation.h>
-
-#include <QCoreApplication>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <cmath>
@@ -21,23 +20,12 @@ using Calculation = LanqorSpectroscopicCalculation;
 
 namespace {
 
+using cli::column;
+using cli::powerColumn;
+using cli::tr;
+
 constexpr double msPerSecond = 1000.0;
 constexpr double omegaUnitCm2 = 1.0e-20;
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
-
-QString column(double value, int decimals, int width)
-{
-    return QString::number(value, 'f', decimals).rightJustified(width);
-}
-
-QString rateColumn(double value, int width)
-{
-    return QString::number(value, 'e', 2).rightJustified(width);
-}
 
 /// "  name   value unit"
 QString line(const QString &name, const QString &valueAndUnit)
@@ -113,12 +101,12 @@ QString transferTable(const Calculation &calculation, const Request &request)
         text += QStringLiteral("  ") + QString::fromLatin1(channel.name).leftJustified(9) +
                 (channel.isExchange ? tr("exchange") : tr("multipolar")).leftJustified(10) +
                 column(calculation.getEnergyMismatch(k), 2, 18) +
-                rateColumn(channel.isExchange ? calculation.getExchangeForwardRate(k)
-                                              : calculation.getForwardRate(k),
-                           18) +
-                rateColumn(channel.isExchange ? calculation.getExchangeBackwardRate(k)
-                                              : calculation.getBackwardRate(k),
-                           14) +
+                powerColumn(channel.isExchange ? calculation.getExchangeForwardRate(k)
+                                               : calculation.getForwardRate(k),
+                            2, 18) +
+                powerColumn(channel.isExchange ? calculation.getExchangeBackwardRate(k)
+                                               : calculation.getBackwardRate(k),
+                            2, 14) +
                 QLatin1Char('\n');
     }
     return text;
@@ -134,9 +122,8 @@ QString populationTable(const Calculation &calculation, const Request &request)
                                 : state == 5 || state == 6 ? has5G6
                                                            : true;
         if (isModelled)
-            text +=
-                line(QLatin1String(names[state]),
-                     QString::number(calculation.getPopulation(state), 'e', 4).rightJustified(12));
+            text += line(QLatin1String(names[state]),
+                         powerColumn(calculation.getPopulation(state), 4, 12));
     }
     return text;
 }
@@ -157,13 +144,13 @@ double shortestDistance(const QString &complexFile)
 }
 
 /// States that the library would replace, for they are beyond its lists, are refused here.
-bool checkStates(const Calculation &calculation, const Request &request, QString &error)
+void checkStates(const Calculation &calculation, const Request &request)
 {
     const LanqorRL *states = calculation.getRLCalculation();
-    const auto isKept = [&](const char *name, int asked, int used) {
+    const auto check = [&](const char *name, int asked, int used) {
         if (asked == 0 || asked == used)
-            return true;
-        error =
+            return;
+        throw cli::Failure{
             tr("--%1 %2 cannot be chosen: %3 gives %4 singlet and %5 triplet states, and neither "
                "number may exceed the count of triplets; a ZINDO list has the ground state as "
                "number 1")
@@ -171,11 +158,10 @@ bool checkStates(const Calculation &calculation, const Request &request, QString
                 .arg(asked)
                 .arg(request.excitedFile)
                 .arg(states->getSingletStatesCount())
-                .arg(states->getTripletStatesCount());
-        return false;
+                .arg(states->getTripletStatesCount())};
     };
-    return isKept("singlet", request.singlet, calculation.getSelectedSinglet()) &&
-           isKept("triplet", request.triplet, calculation.getSelectedTriplet());
+    check("singlet", request.singlet, calculation.getSelectedSinglet());
+    check("triplet", request.triplet, calculation.getSelectedTriplet());
 }
 
 void warnOfOtherComplex(const Calculation &calculation, const Request &request)
@@ -192,9 +178,8 @@ void warnOfOtherComplex(const Calculation &calculation, const Request &request)
                       .arg(request.excitedFile));
 }
 
-/// Sets the intensity parameters unless a report gave them; returns the exit status, with the
-/// reason of a failure in @p error.
-int setOmega(Calculation &calculation, const Request &request, QString &error)
+/// Sets the intensity parameters unless a report gave them.
+void setOmega(Calculation &calculation, const Request &request)
 {
     if (!request.omega.isEmpty()) {
         const QVector<double> &ed = request.omegaEd;
@@ -202,25 +187,18 @@ int setOmega(Calculation &calculation, const Request &request, QString &error)
         calculation.setOmegaEdValues(ed[0], ed[1], ed[2]);
     }
     if (request.g.isEmpty())
-        return cli::success;
+        return;
     LanqorInputData geometry(nullptr, request.complexFile);
-    if (!cli::readSphere(geometry, request.complexFile, error))
-        return cli::failure;
-    const QString notes = cli::nearAtomNotes(geometry);
-    if (!notes.isEmpty())
-        cli::note(notes.trimmed());
+    const int coordNumber = cli::readSphere(geometry, request.complexFile);
     LanqorOmega omega(nullptr, 0, request.complexFile, request.complexFile);
-    const int status =
-        cli::calcOmega(omega, geometry, geometry.getCoordNumber(), request.g, request.alpha, error);
+    cli::calcOmega(omega, geometry, coordNumber, request.g, request.alpha);
     const auto total = [&omega](int lambda) { return omega.getOmega(lambda) / omegaUnitCm2; };
     const auto ed = [&omega](int lambda) { return omega.getOmegaED(lambda) / omegaUnitCm2; };
     calculation.setOmegaValues(total(2), total(4), total(6));
     calculation.setOmegaEdValues(ed(2), ed(4), ed(6));
-    return status;
 }
 
-/// Runs the calculation; false with the reason in @p error.
-bool run(Calculation &calculation, const Request &request, QString &error)
+void run(Calculation &calculation, const Request &request)
 {
     cli::showMessages(calculation);
     calculation.setRefractiveIndex(request.refractiveIndex);
@@ -240,25 +218,19 @@ bool run(Calculation &calculation, const Request &request, QString &error)
                                      : calculation.calcQuantumYieldNEW();
     }
     if (!isDone)
-        error = calculation.getLastError();
-    else if (!std::isfinite(calculation.getQuantumYield()))
-        error =
-            tr("the rate equations have no finite solution: check energies and distances of the "
-               "donor states");
-    return error.isEmpty();
+        cli::failOf(calculation);
+    if (!std::isfinite(calculation.getQuantumYield()))
+        throw cli::Failure{tr("the rate equations have no finite solution: check energies and "
+                              "distances of the donor states")};
 }
 
-bool writeReport(Calculation &calculation, const Request &request, QString &error)
+void writeReport(Calculation &calculation, const Request &request)
 {
     const QString source =
         request.complexFile.isEmpty() ? tr("(values of the command line)") : request.complexFile;
     const QString text = LanqorInputData::LANQORTitle + QStringLiteral("\n\n\n") +
                          calculation.createOutFileET(source) + calculation.createOutFile(source);
-    QSaveFile file(request.reportFile);
-    if (file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0 && file.commit())
-        return true;
-    error = QStringLiteral("%1: %2").arg(request.reportFile, file.errorString());
-    return false;
+    cli::writeFile(request.reportFile, text.toUtf8());
 }
 
 void warnOfNegativeRate(const Calculation &calculation)
@@ -273,31 +245,26 @@ void warnOfNegativeRate(const Calculation &calculation)
             .arg(msPerSecond / calculation.getArad(), 0, 'f', 4));
 }
 
-int calculate(Calculation &calculation, const Request &request)
+void calculate(Calculation &calculation, const Request &request)
 {
-    QString error = calculation.getLastError();
-    if (!error.isEmpty() ||
-        (calculation.getRLCalculation() && !checkStates(calculation, request, error)))
-        return cli::fail(error);
-    const int status = setOmega(calculation, request, error);
-    if (status != cli::success)
-        return cli::fail(error, status);
-    if (!run(calculation, request, error))
-        return cli::fail(error);
+    if (!calculation.getLastError().isEmpty())
+        cli::failOf(calculation);
+    if (calculation.getRLCalculation())
+        checkStates(calculation, request);
+    setOmega(calculation, request);
+    run(calculation, request);
     if (calculation.getRLCalculation())
         warnOfOtherComplex(calculation, request);
     warnOfNegativeRate(calculation);
-    if (!request.reportFile.isEmpty() && !writeReport(calculation, request, error))
-        return cli::fail(error);
-    if (!request.plotFile.isEmpty() &&
-        !plots::draw(yieldDiagram(calculation, request), request.plotFile, error))
-        return cli::fail(error);
+    if (!request.reportFile.isEmpty())
+        writeReport(calculation, request);
+    if (!request.plotFile.isEmpty())
+        plots::draw(yieldDiagram(calculation, request), request.plotFile);
     cli::print(donorTable(calculation, request) + omegaTable(calculation) +
                radiativeTable(calculation, request) + transferTable(calculation, request) +
                populationTable(calculation, request) + QLatin1Char('\n') +
                tr("Quantum yield").leftJustified(36) +
                column(calculation.getQuantumYield(), 2, 12) + QStringLiteral(" %\n"));
-    return cli::success;
 }
 
 } // namespace
@@ -310,5 +277,6 @@ int yieldCommand(const QStringList &arguments)
         request.omegaReport.isEmpty() ? request.complexFile : request.omegaReport;
     Calculation calculation(nullptr, 0, request.programType, request.complexFile, omegaSource,
                             request.excitedFile, request.triplet, request.singlet);
-    return calculate(calculation, request);
+    calculate(calculation, request);
+    return cli::success;
 }

@@ -1,77 +1,89 @@
 #include "options/atomValues.h"
 
 #include "Command.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 
-#include <QCoreApplication>
+#include <QPair>
+
+#include <cmath>
 
 namespace cli {
 
 namespace {
 
-QString tr(const char *text)
+using Pair = QPair<QString, double>;
+
+/// Reads "O=0.9,N=1.2" or "2=0.9,3=1.1".
+QVector<Pair> parsePairs(const QString &option, const QString &text)
 {
-    return QCoreApplication::translate("cli", text);
+    QVector<Pair> pairs;
+    const QStringList entries = text.split(QLatin1Char(','), Qt::SkipEmptyParts);
+    for (const QString &entry : entries) {
+        const QStringList parts = entry.split(QLatin1Char('='));
+        bool ok = false;
+        const double value = parts.size() == 2 ? parts.at(1).trimmed().toDouble(&ok) : 0.0;
+        const QString name = parts.at(0).trimmed();
+        if (!ok || !std::isfinite(value) || name.isEmpty())
+            throw UsageError{
+                tr("%1: \"%2\" is not of the form NAME=NUMBER").arg(option, entry.trimmed())};
+        for (const Pair &pair : pairs)
+            if (pair.first == name)
+                throw UsageError{tr("%1: \"%2\" is given twice").arg(option, name)};
+        pairs.append({name, value});
+    }
+    if (pairs.isEmpty())
+        throw UsageError{tr("%1: no NAME=NUMBER given").arg(option)};
+    return pairs;
+}
+
+/// The coordinated atoms that the name of a value, an element or an atom number, stands for.
+QVector<int> atomsOf(const QString &name, const LanqorInputData &geometry, int coordNumber)
+{
+    bool isNumber = false;
+    const int number = name.toInt(&isNumber);
+    QVector<int> atoms;
+    for (int atom = 2; atom <= coordNumber + 1; ++atom)
+        if (isNumber ? atom == number : geometry.getAtomLabel(atom) == name)
+            atoms.append(atom);
+    return atoms;
 }
 
 } // namespace
 
-AtomValues::AtomValues(const LanqorInputData &geometry, int coordNumber, const QString &option)
-    : geometry(geometry)
-    , coordNumber(coordNumber)
-    , option(option)
-{}
-
-bool AtomValues::read(const QString &text)
+QVector<double> readAtomValues(const LanqorInputData &geometry, int coordNumber,
+                               const QString &option, const QString &text)
 {
-    QVector<QPair<QString, double>> pairs;
-    if (!parsePairs(text, pairs, reason)) {
-        reason = QStringLiteral("%1: %2").arg(option, reason);
-        return false;
-    }
-    byAtom.fill(0.0, coordNumber + 2);
+    const QVector<Pair> pairs = parsePairs(option, text);
+    QVector<double> values(coordNumber + 2, 0.0);
     QVector<bool> isSet(coordNumber + 2, false);
     for (const bool namedAtoms : {false, true}) { // an atom's own value beats its element's
-        for (const auto &pair : pairs) {
-            if (!assign(pair, namedAtoms, isSet))
-                return false;
+        for (const Pair &pair : pairs) {
+            bool isNumber = false;
+            pair.first.toInt(&isNumber);
+            if (isNumber != namedAtoms)
+                continue;
+            const QVector<int> atoms = atomsOf(pair.first, geometry, coordNumber);
+            if (atoms.isEmpty() && isNumber)
+                throw UsageError{
+                    tr("%1: atom %2 is not coordinated; the coordinated atoms are 2 to %3")
+                        .arg(option, pair.first)
+                        .arg(coordNumber + 1)};
+            if (atoms.isEmpty())
+                note(tr("lanqor: %1: no coordinated atom is %2").arg(option, pair.first));
+            for (const int atom : atoms) {
+                values[atom] = pair.second;
+                isSet[atom] = true;
+            }
         }
     }
-    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-        if (!isSet.at(atom)) {
-            reason = tr("%1 gives no value for element %2 (atom %3)")
-                         .arg(option, geometry.getAtomLabel(atom))
-                         .arg(atom);
-            return false;
-        }
-    }
-    return true;
-}
-
-bool AtomValues::assign(const QPair<QString, double> &pair, bool namedAtoms, QVector<bool> &isSet)
-{
-    bool isNumber = false;
-    const int named = pair.first.toInt(&isNumber);
-    if (isNumber != namedAtoms)
-        return true;
-    bool isUsed = false;
-    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-        if (isNumber ? atom == named : geometry.getAtomLabel(atom) == pair.first) {
-            byAtom[atom] = pair.second;
-            isSet[atom] = true;
-            isUsed = true;
-        }
-    }
-    if (isUsed)
-        return true;
-    if (isNumber)
-        reason = tr("%1: atom %2 is not coordinated; the coordinated atoms are 2 to %3")
-                     .arg(option, pair.first)
-                     .arg(coordNumber + 1);
-    else
-        note(tr("lanqor: %1: no coordinated atom is %2").arg(option, pair.first));
-    return !isNumber;
+    for (int atom = 2; atom <= coordNumber + 1; ++atom)
+        if (!isSet.at(atom))
+            throw UsageError{tr("%1 gives no value for element %2 (atom %3)")
+                                 .arg(option, geometry.getAtomLabel(atom))
+                                 .arg(atom)};
+    return values;
 }
 
 } // namespace cli

@@ -1,22 +1,17 @@
 #include "options/complexOptions.h"
 
 #include "Command.h"
+#include "options/OptionReader.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/OmegaPrintingOptions.h>
 
-#include <QCommandLineParser>
-#include <QCoreApplication>
 #include <QStringList>
 
 namespace cli {
 
 namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
 
 /// A section of the report by its name on the command line.
 struct Section
@@ -46,27 +41,24 @@ constexpr Section sections[] = {
     {"crystal-field", &OmegaPrintingOptions::printBkq},
 };
 
-} // namespace
-
-bool readRefractiveIndex(const QCommandLineParser &parser, double &index, QString &error)
+void readGeometry(LanqorInputData &geometry)
 {
-    bool isNumber = false;
-    index = parser.value(QStringLiteral("n")).toDouble(&isNumber);
-    if (isNumber && index >= 1.0 && index < 10.0)
-        return true;
-    error = tr("--n needs a refractive index from 1 to 10");
-    return false;
+    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate())
+        failOf(geometry);
 }
 
-bool readCount(const QCommandLineParser &parser, const QString &option, int maximum, int &value,
-               QString &error)
+} // namespace
+
+QCommandLineOption refractiveIndexOption(const QString &description)
 {
-    bool ok = false;
-    value = parser.value(option).toInt(&ok);
-    if (ok && value >= 1 && value <= maximum)
-        return true;
-    error = tr("--%1 needs a whole number from 1 to %2").arg(option).arg(maximum);
-    return false;
+    return {QStringLiteral("n"), description, tr("index"), QStringLiteral("1.5")};
+}
+
+double readRefractiveIndex(const OptionReader &options)
+{
+    return options.number(
+        "n", [](double index) { return index >= 1.0 && index < 10.0; },
+        tr("a refractive index from 1 to 10"));
 }
 
 QString sectionNames()
@@ -77,64 +69,48 @@ QString sectionNames()
     return names.join(QStringLiteral(", "));
 }
 
-bool chooseSections(const QString &list, OmegaPrintingOptions &options, QString &error)
+QString mainSections()
 {
+    return QStringLiteral("coordinates,charge-factors,omega,omega-dc,omega-ed,rates");
+}
+
+OmegaPrintingOptions sectionsOf(const QString &list)
+{
+    OmegaPrintingOptions chosen;
     for (const QString &entry : list.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
         const QString name = entry.trimmed();
         bool isKnown = false;
         for (const Section &section : sections) {
             if (name != QLatin1String(section.name) && name != QLatin1String("all"))
                 continue;
-            options.*(section.field) = true;
+            chosen.*(section.field) = true;
             isKnown = true;
         }
-        if (!isKnown) {
-            error = tr("unknown section \"%1\"; there are all, %2").arg(name, sectionNames());
-            return false;
-        }
+        if (!isKnown)
+            throw UsageError{
+                tr("unknown section \"%1\"; there are all, %2").arg(name, sectionNames())};
     }
-    return true;
+    return chosen;
 }
 
-QString sphereError(const LanqorInputData &geometry, const QString &fileName)
+void checkSphere(const LanqorInputData &geometry, const QString &fileName)
 {
     const QString ionError = geometry.getIonError();
     if (!ionError.isEmpty())
-        return QStringLiteral("%1: %2").arg(fileName, ionError);
+        throw Failure{QStringLiteral("%1: %2").arg(fileName, ionError)};
     if (geometry.getCoordNumber() == 0)
-        return tr("%1: no atom is within bonding distance of atom 1 (%2)")
-            .arg(fileName, geometry.getAtomLabel(1));
-    return geometry.getAtomOrderError();
+        throw Failure{tr("%1: no atom is within bonding distance of atom 1 (%2)")
+                          .arg(fileName, geometry.getAtomLabel(1))};
+    if (!geometry.getAtomOrderError().isEmpty())
+        throw Failure{geometry.getAtomOrderError()};
 }
 
-bool readSphere(LanqorInputData &geometry, const QString &fileName, QString &error)
+int readSphere(LanqorInputData &geometry, const QString &fileName)
 {
-    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate())
-        error = geometry.getLastError();
-    else
-        error = sphereError(geometry, fileName);
-    return error.isEmpty();
-}
-
-QString nearAtomNotes(const LanqorInputData &data)
-{
-    constexpr double marginOfLimit = 0.15;   // Angstrom
-    constexpr double nearWithoutLimit = 2.9; // Angstrom
-    QString text;
-    for (int atom = 2; atom <= data.getCoord().size(); ++atom) {
-        const CoordSPH spherical = data.getCoordSPH(atom);
-        const double limit = LanqorInputData::getBondCutOff(spherical.label);
-        const QString where =
-            QStringLiteral("%1 %2 (%3)").arg(spherical.label).arg(atom).arg(spherical.r, 0, 'f', 3);
-        if (limit > 0.0 && spherical.r >= limit && spherical.r < limit + marginOfLimit)
-            text += tr("note: %1 is not counted: the limit of its element is %2 Angstrom\n")
-                        .arg(where)
-                        .arg(limit);
-        else if (limit == 0.0 && spherical.label != QLatin1String("H") &&
-                 spherical.r < nearWithoutLimit)
-            text += tr("note: %1 is not counted: its element has no bonding limit\n").arg(where);
-    }
-    return text;
+    readGeometry(geometry);
+    checkSphere(geometry, fileName);
+    noteNearAtoms(geometry);
+    return geometry.getCoordNumber();
 }
 
 QCommandLineOption coordinationOption()
@@ -144,29 +120,18 @@ QCommandLineOption coordinationOption()
             tr("N")};
 }
 
-bool readSphere(const QCommandLineParser &parser, const QString &fileName,
-                LanqorInputData &geometry, int &coordNumber, QString &error)
+int readSphere(const OptionReader &options, LanqorInputData &geometry, const QString &fileName)
 {
-    if (!parser.isSet(QStringLiteral("coordination"))) {
-        if (!readSphere(geometry, fileName, error))
-            return false;
-        coordNumber = geometry.getCoordNumber();
-        const QString notes = nearAtomNotes(geometry);
-        if (!notes.isEmpty())
-            note(notes.trimmed());
-        return true;
-    }
-    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate()) {
-        error = geometry.getLastError();
-        return false;
-    }
+    if (!options.isSet("coordination"))
+        return readSphere(geometry, fileName);
+    readGeometry(geometry);
     const int atomsBesidesIon = geometry.getCoord().size() - 1;
     bool isNumber = false;
-    coordNumber = parser.value(QStringLiteral("coordination")).toInt(&isNumber);
-    if (isNumber && coordNumber >= 1 && coordNumber <= atomsBesidesIon)
-        return true;
-    error = tr("--coordination needs a number from 1 to %1").arg(atomsBesidesIon);
-    return false;
+    const int coordNumber = options.text("coordination").toInt(&isNumber);
+    // The largest number is that of the file, which is at fault as much as the option.
+    if (!isNumber || coordNumber < 1 || coordNumber > atomsBesidesIon)
+        throw Failure{tr("--coordination needs a number from 1 to %1").arg(atomsBesidesIon)};
+    return coordNumber;
 }
 
 QCommandLineOption overlapOption()
@@ -175,14 +140,30 @@ QCommandLineOption overlapOption()
             QStringLiteral("0.0801")};
 }
 
-bool readOverlap(const QCommandLineParser &parser, double &ro0, QString &error)
+double readOverlap(const OptionReader &options)
 {
-    bool isNumber = false;
-    ro0 = parser.value(QStringLiteral("ro0")).toDouble(&isNumber);
-    if (isNumber && ro0 >= 0.0 && ro0 < 1.0)
-        return true;
-    error = tr("--ro0 needs an overlap from 0 to below 1");
-    return false;
+    return options.number(
+        "ro0", [](double overlap) { return overlap >= 0.0 && overlap < 1.0; },
+        tr("an overlap from 0 to below 1"));
+}
+
+void noteNearAtoms(const LanqorInputData &geometry)
+{
+    constexpr double marginOfLimit = 0.15;   // Angstrom
+    constexpr double nearWithoutLimit = 2.9; // Angstrom
+    for (int atom = 2; atom <= geometry.getCoord().size(); ++atom) {
+        const CoordSPH spherical = geometry.getCoordSPH(atom);
+        const double limit = LanqorInputData::getBondCutOff(spherical.label);
+        const QString where =
+            QStringLiteral("%1 %2 (%3)").arg(spherical.label).arg(atom).arg(spherical.r, 0, 'f', 3);
+        if (limit > 0.0 && spherical.r >= limit && spherical.r < limit + marginOfLimit)
+            note(tr("note: %1 is not counted: the limit of its element is %2 Angstrom")
+                     .arg(where)
+                     .arg(limit));
+        else if (limit == 0.0 && spherical.label != QLatin1String("H") &&
+                 spherical.r < nearWithoutLimit)
+            note(tr("note: %1 is not counted: its element has no bonding limit").arg(where));
+    }
 }
 
 } // namespace cli

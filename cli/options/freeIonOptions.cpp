@@ -1,6 +1,9 @@
 #include "options/freeIonOptions.h"
 
-#include <QCommandLineParser>
+#include "Command.h"
+#include "options/OptionReader.h"
+#include "text.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -10,11 +13,6 @@
 namespace cli {
 
 namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
 
 enum class Source { Aqueous, Approximate, LanthanumFluoride };
 
@@ -84,86 +82,73 @@ void takeParameters(const KnownIon &known, FreeIon &ion)
 }
 
 /// An ion by --ion or by --electrons, with its published parameters.
-bool chooseIon(const QCommandLineParser &parser, FreeIon &ion, QString &error)
+FreeIon chooseIon(const OptionReader &options)
 {
     const KnownIon *known = nullptr;
-    if (parser.isSet(QStringLiteral("ion"))) {
-        QString symbol = parser.value(QStringLiteral("ion")).trimmed();
+    FreeIon ion;
+    if (options.isSet("ion")) {
+        QString symbol = options.text("ion").trimmed();
         if (symbol.endsWith(QStringLiteral("3+")))
             symbol.chop(2);
         known = findIon(symbol);
-        if (!known) {
-            error = tr("--ion: \"%1\" is none of %2").arg(symbol, freeIonNames());
-            return false;
-        }
+        if (!known)
+            options.refuse(tr("--ion: \"%1\" is none of %2").arg(symbol, freeIonNames()));
         ion.name = QStringLiteral("%1(III), 4f^%2")
                        .arg(QLatin1String(known->symbol))
                        .arg(known->electrons);
     }
-    if (parser.isSet(QStringLiteral("electrons"))) {
-        bool ok = false;
-        const int electrons = parser.value(QStringLiteral("electrons")).toInt(&ok);
-        if (!ok || electrons < 1 || electrons > 13) {
-            error = tr("--electrons needs the number of 4f electrons, 1 to 13");
-            return false;
-        }
-        if (known && known->electrons != electrons) {
-            error = tr("--ion %1 has %2 4f electrons, not %3")
-                        .arg(QLatin1String(known->symbol))
-                        .arg(known->electrons)
-                        .arg(electrons);
-            return false;
-        }
+    if (options.isSet("electrons")) {
+        const int electrons =
+            options.wholeNumber("electrons", 1, 13, tr("the number of 4f electrons, 1 to 13"));
+        if (known && known->electrons != electrons)
+            options.refuse(tr("--ion %1 has %2 4f electrons, not %3")
+                               .arg(QLatin1String(known->symbol))
+                               .arg(known->electrons)
+                               .arg(electrons));
         if (!known) {
             known = &knownIons[electrons - 1];
             ion.name = QStringLiteral("4f^%1").arg(electrons);
         }
     }
-    if (!known) {
-        error = tr("which ion? Give --ion (%1) or --electrons").arg(freeIonNames());
-        return false;
-    }
+    if (!known)
+        options.refuse(tr("which ion? Give --ion (%1) or --electrons").arg(freeIonNames()));
     ion.electrons = known->electrons;
     takeParameters(*known, ion);
-    return true;
+    return ion;
 }
 
 /// Reads a positive parameter, if it is given.
-bool readParameter(const QCommandLineParser &parser, const QString &option, double perUnit,
-                   double &value, bool &isGiven, QString &error)
+void readParameter(const OptionReader &options, const QString &name, double perUnit, double &value,
+                   bool &isGiven)
 {
-    if (!parser.isSet(option))
-        return true;
-    bool ok = false;
-    const double number = parser.value(option).toDouble(&ok);
-    if (!ok || !(number > 0.0) || !std::isfinite(number)) {
-        error = tr("--%1 needs a positive number, in cm^-1").arg(option);
-        return false;
-    }
-    if (isGiven) {
-        error = tr("--%1: the same integral is given in the other convention too").arg(option);
-        return false;
-    }
+    const QByteArray option = name.toLatin1();
+    if (!options.isSet(option))
+        return;
+    const double number = options.number(
+        option, [](double given) { return given > 0.0 && std::isfinite(given); },
+        tr("a positive number, in cm^-1"));
+    if (isGiven)
+        options.refuse(
+            tr("--%1: the same integral is given in the other convention too").arg(name));
     const bool isSubscript = perUnit == 1.0;
-    if (option.startsWith(QLatin1Char('F')) && isSubscript == (number > largestSubscript)) {
-        error = isSubscript ? tr("--%1 takes the subscript integral, %2 cm^-1 at most: for the "
-                                 "superscript one there is --Fk%3")
-                            : tr("--%1 takes the superscript integral, above %2 cm^-1: for the "
-                                 "subscript one there is --F%3");
-        error = error.arg(option).arg(largestSubscript).arg(option.right(1));
-        return false;
+    if (name.startsWith(QLatin1Char('F')) && isSubscript == (number > largestSubscript)) {
+        const QString message = isSubscript
+                                    ? tr("--%1 takes the subscript integral, %2 cm^-1 at most: for "
+                                         "the superscript one there is --Fk%3")
+                                    : tr("--%1 takes the superscript integral, above %2 cm^-1: for "
+                                         "the subscript one there is --F%3");
+        options.refuse(message.arg(name).arg(largestSubscript).arg(name.right(1)));
     }
     value = number / perUnit;
     isGiven = true;
-    return true;
 }
 
 } // namespace
 
-void addFreeIonOptions(QCommandLineParser &parser)
+void addFreeIonOptions(OptionReader &options)
 {
     const QString number = tr("cm^-1");
-    parser.addOptions({
+    options.addOptions({
         {QStringLiteral("ion"), tr("The ion: %1.").arg(freeIonNames()), tr("symbol")},
         {QStringLiteral("electrons"), tr("Number of 4f electrons, 1 to 13, in place of the ion."),
          tr("n")},
@@ -187,30 +172,27 @@ QString freeIonNames()
     return names.join(QStringLiteral(", "));
 }
 
-bool readFreeIon(const QCommandLineParser &parser, FreeIon &ion, QString &error)
+FreeIon readFreeIon(const OptionReader &options)
 {
-    if (!chooseIon(parser, ion, error))
-        return false;
+    FreeIon ion = chooseIon(options);
     double *integrals[] = {&ion.F2, &ion.F4, &ion.F6};
     bool given[4] = {};
     for (int i = 0; i < 3; ++i)
         for (const bool isSuperscript : {false, true}) {
             const QString option =
                 QStringLiteral("F%1%2").arg(QLatin1String(isSuperscript ? "k" : "")).arg(2 * i + 2);
-            if (!readParameter(parser, option, isSuperscript ? slaterDenominators[i] : 1.0,
-                               *integrals[i], given[i], error))
-                return false;
+            readParameter(options, option, isSuperscript ? slaterDenominators[i] : 1.0,
+                          *integrals[i], given[i]);
         }
-    if (!readParameter(parser, QStringLiteral("zeta"), 1.0, ion.zeta, given[3], error))
-        return false;
+    readParameter(options, QStringLiteral("zeta"), 1.0, ion.zeta, given[3]);
     if (given[0] && given[1] && given[2] && given[3])
         ion.source.clear();
     else if (given[0] || given[1] || given[2] || given[3])
         ion.source = tr("as given; the others: %1").arg(ion.source);
-    return true;
+    return ion;
 }
 
-bool enterDataFolder(QString &error)
+void enterDataFolder()
 {
     const QString program = QCoreApplication::applicationDirPath();
     const QString buildTree = QStringLiteral(LANQOR_BUILD_PROGRAM_FOLDER);
@@ -219,12 +201,10 @@ bool enterDataFolder(QString &error)
     const QString folder =
         QDir::cleanPath(isInstalled ? program + QStringLiteral("/" LANQOR_DATA_FROM_PROGRAM)
                                     : QStringLiteral(LANQOR_SOURCE_DATA));
-    if (QFileInfo(folder + QStringLiteral("/EnergyLevels4f")).isDir() && QDir::setCurrent(folder))
-        return true;
-    error = tr("the tables of the 4f shell, which come with the program, are not in "
-               "%1/EnergyLevels4f")
-                .arg(folder);
-    return false;
+    if (!QFileInfo(folder + QStringLiteral("/EnergyLevels4f")).isDir() || !QDir::setCurrent(folder))
+        throw Failure{tr("the tables of the 4f shell, which come with the program, are not in "
+                         "%1/EnergyLevels4f")
+                          .arg(folder)};
 }
 
 bool parseJ(const QString &text, double &J)

@@ -2,11 +2,10 @@
 
 #include <QString>
 
-class LanqorEnergyLevels;
-class QCommandLineParser;
-
 /// Options that the subcommands for the levels of a free ion share.
 namespace cli {
+
+class OptionReader;
 
 /// An ion and its parameters.
 struct FreeIon
@@ -20,15 +19,14 @@ struct FreeIon
     QString source; ///< of parameters that were not given
 };
 
-void addFreeIonOptions(QCommandLineParser &parser);
+void addFreeIonOptions(OptionReader &options);
 /// Symbols of the ions that have parameters, for a help text.
 QString freeIonNames();
-/// False with the reason in @p error.
-bool readFreeIon(const QCommandLineParser &parser, FreeIon &ion, QString &error);
+FreeIon readFreeIon(const OptionReader &options);
 
-/// Makes the folder of the tables of the 4f shell the current one; false with the reason in
-/// @p error when it is not there. Paths of files must be absolute before.
-bool enterDataFolder(QString &error);
+/// Makes the folder of the tables of the 4f shell the current one. Paths of files must be absolute
+/// before.
+void enterDataFolder();
 
 /// "2" or "5/2"; false for what is no angular momentum.
 bool parseJ(const QString &text, double &J);

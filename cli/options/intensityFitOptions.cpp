@@ -1,12 +1,11 @@
 #include "options/intensityFitOptions.h"
 
 #include "Command.h"
+#include "options/OptionReader.h"
 #include "options/complexOptions.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
-
-#include <QCommandLineParser>
-#include <QCoreApplication>
 
 #include <cmath>
 
@@ -14,47 +13,34 @@ namespace cli {
 
 namespace {
 
-QString tr(const char *text)
+double readTarget(const OptionReader &reader, const char *option)
 {
-    return QCoreApplication::translate("cli", text);
-}
-
-bool readTarget(const QCommandLineParser &parser, const QString &option, double &value,
-                QString &error)
-{
-    bool ok = false;
-    value = parser.value(option).toDouble(&ok);
-    if (ok && value >= 0.0 && value < 1.0e6)
-        return true;
-    error = tr("--%1 needs the measured intensity parameter in 1e-20 cm^2").arg(option);
-    return false;
+    return reader.number(
+        option, [](double omega) { return omega >= 0.0 && omega < 1.0e6; },
+        tr("the measured intensity parameter in 1e-20 cm^2"));
 }
 
 /// Counts the coordinated atoms, unless their number is given.
-bool readCoordNumber(const QCommandLineParser &parser, IntensityFitOptions &options, QString &error)
+void readCoordNumber(const OptionReader &reader, IntensityFitOptions &options)
 {
     LanqorInputData geometry(nullptr, options.fileName);
-    if (!geometry.readMopacOutFile(false) || !geometry.createSphericalCoordinate()) {
-        error = geometry.getLastError();
-        return false;
-    }
-    if (parser.isSet(QStringLiteral("coordination")))
-        return true;
+    if (!geometry.readMopacOutFile(false) || !geometry.createSphericalCoordinate())
+        failOf(geometry);
+    if (reader.isSet("coordination"))
+        return;
     options.coordNumber = geometry.getCoordNumber();
-    error = sphereError(geometry, options.fileName);
-    return error.isEmpty();
+    checkSphere(geometry, options.fileName);
 }
 
 } // namespace
 
-void addIntensityFitOptions(QCommandLineParser &parser)
+void addIntensityFitOptions(OptionReader &reader)
 {
-    parser.addPositionalArgument(QStringLiteral("FILE"), tr("MOPAC output of the complex"));
-    parser.addOptions({
+    reader.addArgument(QStringLiteral("FILE"), tr("MOPAC output of the complex"));
+    reader.addOptions({
         {QStringLiteral("omega2"), tr("Measured Omega(2), 1e-20 cm^2."), tr("value")},
         {QStringLiteral("omega4"), tr("Measured Omega(4), 1e-20 cm^2."), tr("value")},
-        {QStringLiteral("n"), tr("Refractive index of the medium, for the radiative rates."),
-         tr("index"), QStringLiteral("1.5")},
+        refractiveIndexOption(tr("Refractive index of the medium, for the radiative rates.")),
         {QStringLiteral("coordination"),
          tr("Number N of coordinated atoms, which are atoms 2 to N+1; counted by bonding "
             "distances unless given."),
@@ -69,36 +55,31 @@ void addIntensityFitOptions(QCommandLineParser &parser)
          tr("K"), QStringLiteral("1")},
         {QStringLiteral("print"),
          tr("Sections of the report, separated by commas: all, %1.").arg(sectionNames()),
-         tr("sections"),
-         QStringLiteral("coordinates,charge-factors,omega,omega-dc,omega-ed,rates")},
+         tr("sections"), mainSections()},
         {QStringLiteral("report"),
          tr("Write the report of the best point to this file instead of standard output."),
          tr("file")},
     });
 }
 
-int readIntensityFitOptions(const QCommandLineParser &parser, IntensityFitOptions &options)
+IntensityFitOptions readIntensityFitOptions(const OptionReader &reader)
 {
     constexpr int maximumCoordination = 100;
     constexpr int maximumSteps = 100000000;
     constexpr int maximumStarts = 1000;
-    QString error;
-    if (parser.positionalArguments().size() != 1)
-        return fail(tr("a fit needs one MOPAC output"), usageError);
-    options.fileName = parser.positionalArguments().first();
-    options.report = parser.value(QStringLiteral("report"));
-    if (!readTarget(parser, QStringLiteral("omega2"), options.omega2, error) ||
-        !readTarget(parser, QStringLiteral("omega4"), options.omega4, error) ||
-        !readRefractiveIndex(parser, options.refractiveIndex, error) ||
-        !readCount(parser, QStringLiteral("points"), maximumSteps, options.stepsPerCycle, error) ||
-        !readCount(parser, QStringLiteral("starts"), maximumStarts, options.starts, error) ||
-        !chooseSections(parser.value(QStringLiteral("print")), options.sections, error))
-        return fail(error, usageError);
-    if (parser.isSet(QStringLiteral("coordination")) &&
-        !readCount(parser, QStringLiteral("coordination"), maximumCoordination, options.coordNumber,
-                   error))
-        return fail(error, usageError);
-    return readCoordNumber(parser, options, error) ? success : fail(error);
+    IntensityFitOptions options;
+    options.fileName = reader.files(1, tr("a fit needs one MOPAC output")).first();
+    options.report = reader.text("report");
+    options.omega2 = readTarget(reader, "omega2");
+    options.omega4 = readTarget(reader, "omega4");
+    options.refractiveIndex = readRefractiveIndex(reader);
+    options.stepsPerCycle = reader.count("points", maximumSteps);
+    options.starts = reader.count("starts", maximumStarts);
+    options.sections = sectionsOf(reader.text("print"));
+    if (reader.isSet("coordination"))
+        options.coordNumber = reader.count("coordination", maximumCoordination);
+    readCoordNumber(reader, options);
+    return options;
 }
 
 QString fittedOmegaTable(const IntensityFitOptions &options,

@@ -32,10 +32,11 @@ struct IntensityFitOptions
     OmegaPrintingOptions sections;
 };
 
-void addIntensityFitOptions(QCommandLineParser &parser);
-/// Reads the options and the coordination number of the file; an exit status other than success
-/// after a message.
-int readIntensityFitOptions(const QCommandLineParser &parser, IntensityFitOptions &options);
+class OptionReader;
+
+void addIntensityFitOptions(OptionReader &reader);
+/// Reads the options and the coordination number of the file.
+IntensityFitOptions readIntensityFitOptions(const OptionReader &reader);
 
 /// Targets and fitted values; a note when the targets were not reached, with @p advice.
 QString fittedOmegaTable(const IntensityFitOptions &options,
@@ -59,7 +60,7 @@ template <class Fit> void setUp(Fit &fit, const IntensityFitOptions &options)
 
 template <class Fit> struct IntensityFitOutcome
 {
-    int status = failure;      ///< exit status
+    int status = success;      ///< exit status
     std::unique_ptr<Fit> best; ///< holds the best point; null when there is none
     qint64 points = 0;         ///< tried from all starting vectors
 };
@@ -77,10 +78,8 @@ IntensityFitOutcome<Fit> runIntensityFit(const IntensityFitOptions &options,
     for (int number = 1; number <= options.starts; ++number) {
         fits.push_back(makeFit());
         points.push_back(fits.back()->makeStartingVector(number));
-        if (points.back().isEmpty()) {
-            fail(fits.back()->getLastError());
-            return outcome;
-        }
+        if (points.back().isEmpty())
+            failOf(*fits.back());
     }
     std::vector<std::unique_ptr<LanqorGSA>> annealings;
     std::vector<LanqorGSA *> runs;
@@ -91,12 +90,7 @@ IntensityFitOutcome<Fit> runIntensityFit(const IntensityFitOptions &options,
         annealings.back()->setNStopMax(options.stepsPerCycle);
         runs.push_back(annealings.back().get());
     }
-    QString error;
-    const FitEnd end = runFits(runs, error);
-    if (end == FitEnd::Failed) {
-        fail(error);
-        return outcome;
-    }
+    const FitEnd end = runFits(runs);
     for (const auto &fit : fits)
         outcome.points += fit->getPointNumber();
     auto found = std::min_element(fits.begin(), fits.end(), [](const auto &a, const auto &b) {
@@ -109,7 +103,8 @@ IntensityFitOutcome<Fit> runIntensityFit(const IntensityFitOptions &options,
     fit.endOfParametrization();
     outcome.status = end == FitEnd::Interrupted ? interrupted : success;
     if (fit.getReport().isEmpty()) {
-        outcome.status = fail(fit.getLastError());
+        complain(fit.getLastError());
+        outcome.status = failure;
         // A report that cannot be written goes to standard output: the fit was work.
         fit.setFileNameOmg(QString());
         fit.endOfParametrization();

@@ -1,11 +1,10 @@
 #include "options/mopacKeywords.h"
 
 #include "Command.h"
+#include "options/OptionReader.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
-
-#include <QCommandLineParser>
-#include <QCoreApplication>
 
 #include <algorithm>
 
@@ -15,16 +14,16 @@ int chargeOfSystem(const LanqorInputData &structure, const QString &file)
 {
     const int charge = qRound(structure.getChargeOnSystem());
     if (!file.endsWith(QLatin1String(".out")))
-        note(QCoreApplication::translate("cli", "lanqor: note: the charge of the system is taken "
-                                                "as %1; give another with --charge")
+        note(tr("lanqor: note: the charge of the system is taken "
+                "as %1; give another with --charge")
                  .arg(charge));
     return charge;
 }
 
-QString mopacKeywords(const QCommandLineParser &parser, const QVector<Coord> &atoms, int charge)
+QString mopacKeywords(const OptionReader &options, const QVector<Coord> &atoms, int charge)
 {
-    if (parser.isSet(QStringLiteral("keywords")))
-        return parser.value(QStringLiteral("keywords"));
+    if (options.isSet("keywords"))
+        return options.text("keywords");
     const bool hasLanthanide = std::any_of(atoms.begin(), atoms.end(), [](const Coord &atom) {
         return LanqorInputData::isLanthanide(atom.label);
     });

@@ -4,11 +4,12 @@
 
 #include <QVector>
 
-class QCommandLineParser;
 class QString;
 class LanqorInputData;
 
 namespace cli {
+
+class OptionReader;
 
 /// Charge of the system, when --charge does not tell it: that of the MOPAC output @p file, else 0,
 /// of which a note tells.
@@ -16,6 +17,6 @@ int chargeOfSystem(const LanqorInputData &structure, const QString &file);
 
 /// Second keyword line of a MOPAC job: the text of --keywords, else the charge and, when the
 /// structure has a lanthanide, the sparkle model for it.
-QString mopacKeywords(const QCommandLineParser &parser, const QVector<Coord> &atoms, int charge);
+QString mopacKeywords(const OptionReader &options, const QVector<Coord> &atoms, int charge);
 
 } // namespace cli

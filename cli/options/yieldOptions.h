@@ -64,7 +64,7 @@ struct Request
 /// Whether a channel takes part in the calculation.
 bool isOpen(const Channel &channel, const Request &request);
 
-/// Reads the arguments; leaves the program for --help and for a line that makes no sense.
+/// Reads the arguments.
 Request read(const QStringList &arguments);
 
 } // namespace yieldOptions

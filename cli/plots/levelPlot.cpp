@@ -1,5 +1,6 @@
 #include "plots/plotFile.h"
 #include "plots/plots.h"
+#include "text.h"
 
 #include <qwt_plot.h>
 #include <qwt_plot_item.h>
@@ -8,7 +9,6 @@
 #include <qwt_scale_map.h>
 #include <qwt_text.h>
 
-#include <QCoreApplication>
 #include <QPainter>
 
 #include <algorithm>
@@ -16,6 +16,8 @@
 #include <limits>
 
 namespace plots {
+
+using cli::tr;
 
 namespace {
 
@@ -32,11 +34,6 @@ constexpr double roomForArrows = 0.4;
 constexpr double legendMargin = 12.0;
 /// In units of the plot; points would be scaled once more by the resolution of the picture.
 constexpr int labelPixels = 11;
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
 
 QColor colorOf(ArrowKind kind)
 {
@@ -291,7 +288,7 @@ private:
 
 } // namespace
 
-bool draw(const LevelDiagram &diagram, const QString &file, QString &error)
+void draw(const LevelDiagram &diagram, const QString &file)
 {
     double lowest = 0.0;
     double highest = 0.0;
@@ -318,7 +315,7 @@ bool draw(const LevelDiagram &diagram, const QString &file, QString &error)
     auto *item = new DiagramItem(diagram);
     item->setRenderHint(QwtPlotItem::RenderAntialiased);
     item->attach(&plot);
-    return writePlot(plot, file, error);
+    writePlot(plot, file);
 }
 
 } // namespace plots

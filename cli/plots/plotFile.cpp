@@ -1,6 +1,8 @@
 #include "plots/plotFile.h"
 
+#include "Command.h"
 #include "plots/plots.h"
+#include "text.h"
 
 #include <qwt_plot.h>
 #include <qwt_plot_canvas.h>
@@ -26,6 +28,8 @@
 
 namespace plots {
 
+using cli::tr;
+
 namespace {
 
 constexpr double widthMm = 180.0;
@@ -37,11 +41,6 @@ constexpr int svgDotsPerInch = 96;
 constexpr int titlePoints = 11;
 constexpr int axisTitlePoints = 10;
 constexpr int axisPoints = 9;
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
 
 QSize sizeAt(int resolution)
 {
@@ -169,13 +168,11 @@ void setAxisTitle(QwtPlot &plot, int axis, const QString &title)
     plot.setAxisTitle(axis, text);
 }
 
-bool writePlot(QwtPlot &plot, const QString &file, QString &error)
+void writePlot(QwtPlot &plot, const QString &file)
 {
-    if (QFontDatabase().families().isEmpty()) {
-        error = tr("no font is installed to label the picture with; install one (Debian: "
-                   "fonts-dejavu-core)");
-        return false;
-    }
+    if (QFontDatabase().families().isEmpty())
+        throw cli::Failure{tr("no font is installed to label the picture with; install one "
+                              "(Debian: fonts-dejavu-core)")};
     plot.resize(sizeAt(svgDotsPerInch));
     plot.replot();
     const QString suffix = QFileInfo(file).suffix().toLower();
@@ -183,11 +180,10 @@ bool writePlot(QwtPlot &plot, const QString &file, QString &error)
                              : suffix == QLatin1String("pdf") ? pdfOf(plot)
                                                               : pngOf(plot);
     QSaveFile output(file);
-    if (!bytes.isEmpty() && output.open(QIODevice::WriteOnly) && output.write(bytes) >= 0 &&
-        output.commit())
-        return true;
-    error = tr("the picture %1 cannot be written: %2").arg(file, output.errorString());
-    return false;
+    if (bytes.isEmpty() || !output.open(QIODevice::WriteOnly) || output.write(bytes) < 0 ||
+        !output.commit())
+        throw cli::Failure{
+            tr("the picture %1 cannot be written: %2").arg(file, output.errorString())};
 }
 
 } // namespace plots

@@ -1,36 +1,28 @@
 #include "plots/plots.h"
 
-#include <QCommandLineParser>
-#include <QCoreApplication>
+#include "options/OptionReader.h"
+#include "text.h"
+
 #include <QFileInfo>
 
 namespace plots {
 
-namespace {
+using cli::tr;
 
-QString tr(const char *text)
+QCommandLineOption option()
 {
-    return QCoreApplication::translate("cli", text);
+    return {QStringLiteral("plot"), tr("Draw a picture (.svg, .png or .pdf)."),
+            QStringLiteral("file")};
 }
 
-} // namespace
-
-void addOption(QCommandLineParser &parser)
+QString readOption(const cli::OptionReader &options)
 {
-    parser.addOption({QStringLiteral("plot"), tr("Draw a picture (.svg, .png or .pdf)."),
-                      QStringLiteral("file")});
-}
-
-bool readOption(const QCommandLineParser &parser, QString &file, QString &error)
-{
-    file = parser.value(QStringLiteral("plot"));
     static const QStringList suffixes = {QStringLiteral("svg"), QStringLiteral("png"),
                                          QStringLiteral("pdf")};
-    if (!parser.isSet(QStringLiteral("plot")) ||
-        suffixes.contains(QFileInfo(file).suffix().toLower()))
-        return true;
-    error = tr("--plot %1: a picture is written as .svg, .png or .pdf").arg(file);
-    return false;
+    const QString file = options.text("plot");
+    if (options.isSet("plot") && !suffixes.contains(QFileInfo(file).suffix().toLower()))
+        options.refuse(tr("--plot %1: a picture is written as .svg, .png or .pdf").arg(file));
+    return file;
 }
 
 QString superscript(int number)

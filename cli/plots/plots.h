@@ -6,18 +6,21 @@
 
 #include <memory>
 
-class QCommandLineParser;
+class QCommandLineOption;
 class QCoreApplication;
+
+namespace cli {
+class OptionReader;
+}
 
 /// Pictures of results. They are drawn without a display; the suffix of the file (.svg, .png or
 /// .pdf) tells the format.
 namespace plots {
 
-/// Adds --plot FILE.
-void addOption(QCommandLineParser &parser);
-/// The file of --plot, empty when it is not given; false with a reason in @p error when no
-/// picture can be written under that name.
-bool readOption(const QCommandLineParser &parser, QString &file, QString &error);
+/// The option --plot FILE.
+QCommandLineOption option();
+/// The file of --plot, empty when it is not given.
+QString readOption(const cli::OptionReader &options);
 
 /// "⁷", "⁻³" for labels.
 QString superscript(int number);
@@ -35,7 +38,7 @@ struct Spectrum
     QVector<double> absorption;   ///< largest value 1
     QVector<QPointF> transitions; ///< wavelength, nm, and oscillator strength
 };
-bool draw(const Spectrum &spectrum, const QString &file, QString &error);
+void draw(const Spectrum &spectrum, const QString &file);
 
 /// Energy levels in columns, and arrows between them.
 struct LevelDiagram
@@ -65,6 +68,6 @@ struct LevelDiagram
     QVector<Column> columns;
     QVector<Arrow> arrows;
 };
-bool draw(const LevelDiagram &diagram, const QString &file, QString &error);
+void draw(const LevelDiagram &diagram, const QString &file);
 
 } // namespace plots

@@ -1,5 +1,7 @@
 // Stands in for the drawing when the program is built without it (LANQOR_PLOTS=OFF).
+#include "Command.h"
 #include "plots/plots.h"
+#include "text.h"
 
 #include <QCoreApplication>
 
@@ -7,11 +9,10 @@ namespace plots {
 
 namespace {
 
-bool leftOut(QString &error)
+[[noreturn]] void refuse()
 {
-    error = QCoreApplication::translate(
-        "cli", "this lanqor was built without plots (LANQOR_PLOTS=OFF); leave --plot out");
-    return false;
+    throw cli::Failure{
+        cli::tr("this lanqor was built without plots (LANQOR_PLOTS=OFF); leave --plot out")};
 }
 
 } // namespace
@@ -21,14 +22,14 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, const 
     return std::make_unique<QCoreApplication>(argc, argv);
 }
 
-bool draw(const Spectrum &, const QString &, QString &error)
+void draw(const Spectrum &, const QString &)
 {
-    return leftOut(error);
+    refuse();
 }
 
-bool draw(const LevelDiagram &, const QString &, QString &error)
+void draw(const LevelDiagram &, const QString &)
 {
-    return leftOut(error);
+    refuse();
 }
 
 } // namespace plots

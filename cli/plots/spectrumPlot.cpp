@@ -1,5 +1,6 @@
 #include "plots/plotFile.h"
 #include "plots/plots.h"
+#include "text.h"
 
 #include <qwt_plot.h>
 #include <qwt_plot_curve.h>
@@ -7,21 +8,16 @@
 #include <qwt_scale_div.h>
 #include <qwt_scale_draw.h>
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <cmath>
 
 namespace plots {
 
+using cli::tr;
+
 namespace {
 
 constexpr double nmTimesWavenumber = 1e7; // of nm and cm^-1
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
 
 /// Labels a scale in nm with wavenumbers in 1000 cm^-1.
 class WavenumberScale : public QwtScaleDraw
@@ -93,7 +89,7 @@ void addTransitions(QwtPlot &plot, const QVector<QPointF> &transitions, double s
 
 } // namespace
 
-bool draw(const Spectrum &spectrum, const QString &file, QString &error)
+void draw(const Spectrum &spectrum, const QString &file)
 {
     QwtPlot plot;
     applyStyle(plot, spectrum.title);
@@ -113,7 +109,7 @@ bool draw(const Spectrum &spectrum, const QString &file, QString &error)
     curve->setRenderHint(QwtPlotItem::RenderAntialiased);
     curve->setSamples(spectrum.wavelengths, spectrum.absorption);
     curve->attach(&plot);
-    return writePlot(plot, file, error);
+    writePlot(plot, file);
 }
 
 } // namespace plots

@@ -1,11 +1,11 @@
 #include "plots/yieldPlot.h"
 
 #include "options/yieldOptions.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorRL.h>
 #include <LanqorEngine/LanqorSpectroscopicCalculation.h>
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <cmath>
@@ -13,6 +13,7 @@
 namespace {
 
 using Calculation = LanqorSpectroscopicCalculation;
+using cli::tr;
 using plots::LevelDiagram;
 using yieldOptions::Request;
 
@@ -36,11 +37,6 @@ constexpr IonLevel ionLevels[] = {
     {"7F6", "⁷F₆", 4907.0},  {"5D0", "⁵D₀", 17293.0}, {"5D1", "⁵D₁", 19027.0},
     {"5L6", "⁵L₆", 25325.0}, {"5G6", "⁵G₆", 26752.0}, {"5D4", "⁵D₄", 27586.0},
 };
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("cli", text);
-}
 
 QString label(const QString &name, double energy)
 {

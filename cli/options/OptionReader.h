@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QCommandLineParser>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <functional>
+
+namespace cli {
+
+/// Describes the command line of one subcommand and reads it. What makes no sense is thrown as a
+/// UsageError that names the option.
+class OptionReader
+{
+public:
+    /// @param command  the subcommand, shown in the help as "lanqor command"
+    explicit OptionReader(const char *command);
+
+    void setDescription(const QString &text);
+    void addArgument(const QString &name, const QString &description,
+                     const QString &syntax = QString());
+    void addOption(const QCommandLineOption &option);
+    void addOptions(const QList<QCommandLineOption> &options);
+    /// Ends every message of this reader.
+    void setHint(const QString &text);
+
+    /// Throws a HelpRequest for --help.
+    void parse(const QStringList &arguments);
+
+    /// The arguments that belong to no option.
+    QStringList files() const;
+    /// The same; @p complaint when they are not @p count.
+    QStringList files(int count, const QString &complaint) const;
+
+    bool isSet(const char *option) const;
+    /// Value of an option, or its default.
+    QString text(const char *option) const;
+    /// A number that is allowed; the message tells what is @p needed ("--n needs ...").
+    double number(const char *option, const std::function<bool(double)> &isAllowed,
+                  const QString &needed) const;
+    int wholeNumber(const char *option, int minimum, int maximum, const QString &needed) const;
+    /// A whole number from 1 to @p maximum.
+    int count(const char *option, int maximum) const;
+    /// Any whole number.
+    int wholeNumber(const char *option) const;
+    /// The entries between commas, without blanks around them; empty ones are left out.
+    QStringList list(const char *option) const;
+    /// The numbers between commas; empty when one is no number.
+    QVector<double> numbers(const char *option) const;
+    /// The absolute path of a file that is written; empty when the option is not given.
+    QString outputFile(const char *option) const;
+
+    [[noreturn]] void refuse(const QString &message) const;
+
+private:
+    QCommandLineParser parser;
+    QString program;
+    QString hint;
+};
+
+} // namespace cli

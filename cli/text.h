@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+/// Words and numbers of the program's output, in the C locale.
+namespace cli {
+
+/// Translation of a text of the program.
+QString tr(const char *text);
+
+/// A number in fixed notation at the right end of a column.
+QString column(double value, int decimals, int width);
+/// The same with a power of ten, "1.23e+04".
+QString powerColumn(double value, int decimals, int width);
+QString column(int value, int width);
+
+} // namespace cli
