@@ -2,6 +2,10 @@
 
 #include <limits>
 
+class LanqorAbstractParametricPrivate
+{
+};
+
 LanqorAbstractParametric::LanqorAbstractParametric(QObject *parent)
     : LanqorAbstractObjCalculation(parent)
 {}
@@ -17,6 +21,16 @@ bool LanqorAbstractParametric::runParametrization(const int &n, double *&x)
 
 void LanqorAbstractParametric::endOfParametrization() {}
 
+double LanqorAbstractParametric::getResponseFunction() const
+{
+    return responseFunction;
+}
+
+double LanqorAbstractParametric::getBestResponse() const
+{
+    return bestResponse;
+}
+
 void LanqorAbstractParametric::setRequiredCitations(const QString &citations)
 {
     requiredCitations = citations;
@@ -28,7 +42,17 @@ void LanqorAbstractParametric::incrementPointsNumber()
         ++pointNumber;
 }
 
+int LanqorAbstractParametric::getPointNumber() const
+{
+    return pointNumber;
+}
+
 void LanqorAbstractParametric::setPointNumberMaximum(const int &maximum)
 {
     pointNumberMaximum = maximum;
+}
+
+int LanqorAbstractParametric::getPointNumberMaximum() const
+{
+    return pointNumberMaximum;
 }

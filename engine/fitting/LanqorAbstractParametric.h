@@ -4,6 +4,10 @@
 
 #include <QString>
 
+#include <memory>
+
+class LanqorAbstractParametricPrivate;
+
 /// A fitting problem: evaluates trial vectors of real parameters and leaves the misfit of the
 /// last one, smaller is better, in the response function.
 ///
@@ -24,9 +28,9 @@ public:
     virtual void endOfParametrization();
 
     /// Misfit left by the last evaluation.
-    double getResponseFunction() const { return responseFunction; }
+    double getResponseFunction() const;
     /// Smallest misfit so far; 1.0e24 before there is one.
-    double getBestResponse() const { return bestResponse; }
+    double getBestResponse() const;
 
     /// Text that a result report carries as its required citations.
     void setRequiredCitations(const QString &citations);
@@ -34,9 +38,9 @@ public:
     /// Counts an evaluation; called by the minimiser before each.
     void incrementPointsNumber();
     /// Number of evaluations so far.
-    int getPointNumber() const { return pointNumber; }
+    int getPointNumber() const;
     void setPointNumberMaximum(const int &maximum);
-    int getPointNumberMaximum() const { return pointNumberMaximum; }
+    int getPointNumberMaximum() const;
 
 protected:
     int parameterCount = 0;
@@ -46,4 +50,9 @@ protected:
     QString requiredCitations;
     int pointNumber = 0;
     int pointNumberMaximum = 100000;
+
+private:
+    // The members above are the interface of derived classes, who write them, and stay. Whatever
+    // else this class comes to need goes behind this pointer, so that its size never changes.
+    std::unique_ptr<LanqorAbstractParametricPrivate> d;
 };

@@ -3,17 +3,20 @@
 #include "LanqorAbstractParametric.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <vector>
 
 namespace {
 
 constexpr int cycleCount = 15;
 
-// Subtractive generator of Knuth (The Art of Computer Programming, vol. 2, 3.2.2), published as
-// ran3 by Press et al., Numerical Recipes.
+// Subtractive generator of D. E. Knuth (The Art of Computer Programming, vol. 2, 3.2.2, 2nd ed.
+// (1981)), published as ran3 by W. H. Press et al., Numerical Recipes (1986): modulus, seed (digits
+// of the golden ratio), lower limit and 1/modulus.
 constexpr int MBIG = 1000000000;
 constexpr int MSEED = 161803398;
 constexpr int MZ = 0;
@@ -24,7 +27,8 @@ int wrapped(int value)
     return value < MZ ? value + MBIG : value;
 }
 
-// 1/Gamma(2 + w), coefficients of w^13 down to w^0.
+// 1/Gamma(2 + w), coefficients of w^13 down to w^0: the Taylor series (its first coefficient is
+// Euler's constant less 1), the last terms adjusted for those left out. Source not known.
 constexpr double inverseGammaCoefficients[] = {
     -1.99542863674e-7,     1.337767384067e-6,
     -2.591225267689e-6,    -1.7545539395205e-5,
@@ -35,11 +39,9 @@ constexpr double inverseGammaCoefficients[] = {
     -0.4227843350984668,   1.0,
 };
 
-} // namespace
-
 /// Decides when the progress is told: the first evaluation, the last one, and between them 20
 /// times a second. The clock is read only every few evaluations when these are fast.
-class LanqorGSA::ProgressPace
+class ProgressPace
 {
 public:
     explicit ProgressPace(qint64 total)
@@ -79,16 +81,87 @@ private:
     Clock::time_point lastTold = Clock::now();
 };
 
+} // namespace
+
+class LanqorGSAPrivate
+{
+public:
+    LanqorGSAPrivate(LanqorGSA *q, int n, double *x, LanqorAbstractParametric *target)
+        : q(q)
+        , target(target)
+        , n(std::max(0, n))
+        , xCur(x)
+        , xNew(static_cast<std::size_t>(std::max(0, n)))
+        , xBest(static_cast<std::size_t>(std::max(0, n)))
+    {}
+
+    void run();
+
+    LanqorGSA *const q;
+    LanqorAbstractParametric *const target;
+
+    int n;
+    int NStopMax = 15000;
+    double qA = 2.5;
+    double qV = 2.5;
+    double qT = 2.5;
+    double T0 = 10.0;
+
+    QVector<double> ownPoint; // where the caller gave no array
+    double *xCur;
+    std::vector<double> xNew;
+    std::vector<double> xBest;
+    bool isStopped = false;
+
+private:
+    void GSAini(const int &seed);
+    double visitingTemperature(int step) const;
+    double visitingAmplitude(double T) const;
+    void Gfunction(const double &T, const double &amplitude);
+    static double dGamma(const double &x);
+    double ran3(int &seed);
+    bool startCycle(int cycle, ProgressPace &pace);
+    bool runCycle(ProgressPace &pace);
+    void judgeTrial(double response, double T);
+
+    // State of the subtractive generator; table entries 1 to 55 are used.
+    int inext = 0;
+    int inextp = 0;
+    std::array<int, 56> table = {};
+    bool iff = false;
+    int idum = 0;
+
+    // Set at the start of every cycle.
+    double qA1 = 0.0;
+    double qT1 = 0.0;
+    double qV1 = 0.0;
+    double tempNumerator = 0.0;
+    double visitExp = 0.0;
+    double shapeExp = 0.0;
+    double dimensionTerm = 0.0;
+    double visitNorm = 0.0;
+    double acceptanceExp = 0.0;
+
+    double currentResponse = 0.0;
+    double bestResponse = 0.0;
+};
+
 std::atomic<bool> LanqorGSA::isStopParametrization{false};
 
 LanqorGSA::LanqorGSA(QObject *parent, const int &n, double *&x, LanqorAbstractParametric *&target)
     : LanqorAbstractObjCalculation(parent)
-    , target(target)
-    , n(std::max(0, n))
-    , xCur(x)
-    , xNew(static_cast<std::size_t>(std::max(0, n)))
-    , xBest(static_cast<std::size_t>(std::max(0, n)))
+    , d(std::make_unique<LanqorGSAPrivate>(this, n, x, target))
 {
+    isStopParametrization = false;
+}
+
+LanqorGSA::LanqorGSA(QObject *parent, const QVector<double> &start,
+                     LanqorAbstractParametric *target)
+    : LanqorAbstractObjCalculation(parent)
+    , d(std::make_unique<LanqorGSAPrivate>(this, start.size(), nullptr, target))
+{
+    d->ownPoint = start;
+    d->xCur = d->ownPoint.data();
     isStopParametrization = false;
 }
 
@@ -97,42 +170,64 @@ LanqorGSA::~LanqorGSA() = default;
 void LanqorGSA::setGSAParameters(const double &acceptance, const double &temperature,
                                  const double &visiting, const double &initialTemperature)
 {
-    qA = acceptance;
-    qT = temperature;
-    qV = visiting;
-    T0 = initialTemperature;
+    d->qA = acceptance;
+    d->qT = temperature;
+    d->qV = visiting;
+    d->T0 = initialTemperature;
 }
 
 void LanqorGSA::setNStopMax(const int &steps)
 {
-    NStopMax = steps;
+    d->NStopMax = steps;
 }
 
 void LanqorGSA::initializeGSA()
 {
-    if (!target || (n > 0 && !xCur)) {
+    d->isStopped = false;
+    if (!d->target || (d->n > 0 && !d->xCur)) {
         failWith(tr("The minimisation needs a fitting object and a starting vector."));
         Q_EMIT errorOmegaCalculation(getLastError());
         return;
     }
-    Q_EMIT newOmegaCalculation(1);
+    d->run();
+}
+
+bool LanqorGSA::isStopped() const
+{
+    return d->isStopped;
+}
+
+const double *LanqorGSA::getBestPoint() const
+{
+    return d->xBest.data();
+}
+
+QVector<double> LanqorGSA::getCurrentPoint() const
+{
+    return d->xCur ? QVector<double>(d->xCur, d->xCur + d->n) : QVector<double>();
+}
+
+void LanqorGSAPrivate::run()
+{
+    Q_EMIT q->newOmegaCalculation(1);
     ProgressPace pace(qint64(cycleCount) * std::max(1, NStopMax));
     for (int cycle = 0; cycle < cycleCount; ++cycle) {
         if (!startCycle(cycle, pace)) {
-            Q_EMIT errorOmegaCalculation(target->getLastError());
+            Q_EMIT q->errorOmegaCalculation(target->getLastError());
             target->endOfParametrization();
             return;
         }
-        if (!runCycle(pace))
+        isStopped = !runCycle(pace);
+        if (isStopped)
             return;
         // The first cycle repeats the 1 that announced the run.
-        Q_EMIT newOmegaCalculation(cycle + 1);
+        Q_EMIT q->newOmegaCalculation(cycle + 1);
     }
     target->endOfParametrization();
 }
 
 /// Seeds the cycle and evaluates its starting point; false when the target refuses it.
-bool LanqorGSA::startCycle(int cycle, ProgressPace &pace)
+bool LanqorGSAPrivate::startCycle(int cycle, ProgressPace &pace)
 {
     GSAini(cycle);
     // The best point is reset in every cycle but the responses in the first one only: a later
@@ -147,12 +242,12 @@ bool LanqorGSA::startCycle(int cycle, ProgressPace &pace)
         bestResponse = currentResponse;
     }
     if (pace.advance())
-        Q_EMIT pointsProgress(pace.pointsDone(), pace.total, bestResponse);
+        Q_EMIT q->pointsProgress(pace.pointsDone(), pace.total, bestResponse);
     return true;
 }
 
 /// The visiting steps of a cycle; false when the run was stopped.
-bool LanqorGSA::runCycle(ProgressPace &pace)
+bool LanqorGSAPrivate::runCycle(ProgressPace &pace)
 {
     double *trial = xNew.data();
     for (int step = 1; step < NStopMax; ++step) {
@@ -162,10 +257,10 @@ bool LanqorGSA::runCycle(ProgressPace &pace)
         // A refused trial is judged by the response that the target left behind.
         target->runParametrization(n, trial);
         judgeTrial(target->getResponseFunction(), T);
-        if (isStopParametrization)
+        if (LanqorGSA::isStopParametrization)
             return false;
         if (pace.advance())
-            Q_EMIT pointsProgress(pace.pointsDone(), pace.total, bestResponse);
+            Q_EMIT q->pointsProgress(pace.pointsDone(), pace.total, bestResponse);
     }
     return true;
 }
@@ -173,7 +268,7 @@ bool LanqorGSA::runCycle(ProgressPace &pace)
 /// Generalised Metropolis rule at the temperature of the step:
 ///     P = [1 + (qA - 1) (E_new - E_cur) / T]^(-1/(qA - 1))
 /// A negative base (qA < 1) gives no number, and the trial is rejected.
-void LanqorGSA::judgeTrial(double response, double T)
+void LanqorGSAPrivate::judgeTrial(double response, double T)
 {
     if (currentResponse < response) {
         const double P =
@@ -192,7 +287,7 @@ void LanqorGSA::judgeTrial(double response, double T)
     }
 }
 
-void LanqorGSA::GSAini(const int &seed)
+void LanqorGSAPrivate::GSAini(const int &seed)
 {
     // Seed 0 of the first cycle initialises the generator only because it never was.
     idum = -seed;
@@ -212,21 +307,21 @@ void LanqorGSA::GSAini(const int &seed)
 }
 
 /// T(t) = T0 (2^(qT-1) - 1) / ((t+1)^(qT-1) - 1)
-double LanqorGSA::visitingTemperature(int step) const
+double LanqorGSAPrivate::visitingTemperature(int step) const
 {
     return tempNumerator / (std::pow(step + 1.0, qT1) - 1.0);
 }
 
 /// Scale of the visiting steps. The factor that depends on the number of parameters is switched
 /// off by a zero exponent, which every cycle sets.
-double LanqorGSA::visitingAmplitude(double T) const
+double LanqorGSAPrivate::visitingAmplitude(double T) const
 {
     return dimensionTerm == 0.0 ? 1.0 : std::pow(T, dimensionTerm / (qT - 3.0));
 }
 
 /// Trial point about the current one; r and the sign are drawn for each parameter in turn:
 ///     step = +- amplitude / [1 + (qV-1) r^2 / T^(2/(3-qV))]^(1/(qV-1) - 1/2)
-void LanqorGSA::Gfunction(const double &T, const double &amplitude)
+void LanqorGSAPrivate::Gfunction(const double &T, const double &amplitude)
 {
     const double largestStep = visitNorm * amplitude;
     const double width = std::pow(T, visitExp);
@@ -241,7 +336,7 @@ void LanqorGSA::Gfunction(const double &T, const double &amplitude)
 /// Gamma function by a polynomial for 1/Gamma(2 + w) and the recurrence. Between 1.5 and 2.5,
 /// where the recurrence needs no factor, x is divided by all the same; results depend on no value
 /// of it (see visitNorm).
-double LanqorGSA::dGamma(const double &x)
+double LanqorGSAPrivate::dGamma(const double &x)
 {
     // Beyond 1000 the value is out of the range of a double, and so is the count below.
     if (!(std::abs(x) < 1000.0))
@@ -263,7 +358,7 @@ double LanqorGSA::dGamma(const double &x)
     return 1.0 / (y * product);
 }
 
-double LanqorGSA::ran3(int &seed)
+double LanqorGSAPrivate::ran3(int &seed)
 {
     if (seed < 0 || !iff) {
         int mj = MSEED - std::abs(seed);
