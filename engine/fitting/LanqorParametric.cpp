@@ -1,11 +1,9 @@
 #include "LanqorParametric.h"
 
-#include "core/chargeFactorBounds_p.h"
 #include "core/physicalConstants_p.h"
 #include "fitting/intensityFit_p.h"
 #include "input/lineReader_p.h"
 #include "input/textFields_p.h"
-#include "intensity/citations_p.h"
 
 #include <LanqorEngine/LanqorOmega.h>
 
@@ -15,29 +13,42 @@ using intensityFit::infeasibleResponse;
 
 namespace {
 constexpr int noGroup = -1;
-}
+} // namespace
+
+class LanqorParametricPrivate
+{
+public:
+    explicit LanqorParametricPrivate(int chargeModel)
+        : problem(chargeModel, {updateDirectFitBounds, maximumAlphaDirectFit})
+    {}
+
+    void readWeightFile();
+    int parameterNumber() const { return 2 * groupsAndAtoms.size(); }
+    QString setupError();
+    QString assignGroups();
+    QString assignAtom(const QString &text, int group);
+    void setAtomsToGAndAlpha(const double *x);
+    std::vector<ChargeFactorBounds> boundsOfGroups() const;
+
+    intensityFit::Problem problem;
+    double weights[2] = {1.0, 1.0};
+    QMap<int, QStringList> groupsAndAtoms;
+    QVector<int> groupOfAtom; // place of its group among the keys, by atom number
+};
 
 LanqorParametric::LanqorParametric(QObject *parent, const QString &mopacOutputFile,
                                    const int &value)
     : LanqorAbstractParametric(parent)
-    , fileNameMopacOutputFile(mopacOutputFile)
-    , chargeModel(value)
+    , d(std::make_unique<LanqorParametricPrivate>(value))
 {
     requiredCitations = intensityFit::citations();
-    readWeightFile();
-    createOmega();
+    d->readWeightFile();
+    setLastError(d->problem.readGeometry(mopacOutputFile));
 }
 
 LanqorParametric::~LanqorParametric() = default;
 
-void LanqorParametric::createOmega()
-{
-    omega = std::make_unique<LanqorOmega>(nullptr, chargeModel, fileNameMopacOutputFile, QString());
-    setLastError(omega->getLastError());
-    isSetupChecked = false;
-}
-
-void LanqorParametric::readWeightFile()
+void LanqorParametricPrivate::readWeightFile()
 {
     LineReader lines(QStringLiteral("pesos.txt"));
     if (!lines.open())
@@ -50,226 +61,231 @@ void LanqorParametric::readWeightFile()
 
 void LanqorParametric::setGroupsAndAtoms(const QMap<int, QStringList> &groups)
 {
-    groupsAndAtoms = groups;
-    isSetupChecked = false;
+    d->groupsAndAtoms = groups;
+    d->problem.forgetSetup();
 }
 
 void LanqorParametric::setOmegaExp(const double &omega2, const double &omega4)
 {
-    omegaExp[0] = omega2;
-    omegaExp[1] = omega4;
+    d->problem.omegaExp2 = omega2;
+    d->problem.omegaExp4 = omega4;
 }
 
 void LanqorParametric::setRefractiveIndex(const double &index)
 {
-    refractiveIndex = index;
+    d->problem.refractiveIndex = index;
 }
 
 void LanqorParametric::setFileNameOmg(const QString &fileName)
 {
-    fileNameOmg = fileName;
+    d->problem.reportFile = fileName;
 }
 
 void LanqorParametric::setFileNameMopacOutputFile(const QString &fileName)
 {
-    if (fileName == fileNameMopacOutputFile)
-        return;
-    fileNameMopacOutputFile = fileName;
-    createOmega();
+    if (fileName != d->problem.getMopacOutput())
+        setLastError(d->problem.readGeometry(fileName));
 }
 
 void LanqorParametric::setCoordNumber(const int &number)
 {
-    coordNumber = number;
-    isSetupChecked = false;
+    d->problem.setCoordNumber(number);
 }
 
 void LanqorParametric::setOmegaPrintingOptions(const OmegaPrintingOptions &options)
 {
-    omegaPrintingOptions = options;
+    d->problem.printingOptions = options;
 }
 
 bool LanqorParametric::checkSetup()
 {
-    isSetupChecked = true;
-    isSetupValid = false;
-    checkedCount = -1;
-    if (coordNumber < 1 || omega->getAtomLabel(coordNumber + 1).isEmpty())
-        return failWith(omega->getAtomLabel(1).isEmpty()
-                            ? omega->getLastError()
-                            : tr("The coordination number is %1, which does not fit the geometry "
-                                 "of %2.")
-                                  .arg(coordNumber)
-                                  .arg(fileNameMopacOutputFile));
-    if (!assignGroups())
-        return false;
-    if (!intensityFit::calcFirst(*omega, coordNumber, g, alpha))
-        return failWith(omega->getLastError());
-    isSetupValid = true;
-    return true;
+    const QString error = d->setupError();
+    d->problem.keepSetup(error);
+    return error.isEmpty() || failWith(error);
 }
 
-/// Gives every coordinated atom its group and its bounds.
-bool LanqorParametric::assignGroups()
+QString LanqorParametricPrivate::setupError()
 {
-    groupOfAtom.fill(noGroup, coordNumber + 2);
+    QString error = problem.coordinationError();
+    if (error.isEmpty())
+        error = assignGroups();
+    return error.isEmpty() ? problem.prepareTrials() : error;
+}
+
+/// Gives every coordinated atom its group.
+QString LanqorParametricPrivate::assignGroups()
+{
+    groupOfAtom.fill(noGroup, problem.getCoordNumber() + 2);
     int group = 0;
     for (const QStringList &atoms : qAsConst(groupsAndAtoms)) {
         for (const QString &text : atoms) {
-            if (!assignAtom(text, group))
-                return false;
+            const QString error = assignAtom(text, group);
+            if (!error.isEmpty())
+                return error;
         }
         ++group;
     }
-    bounds.assign(2, ChargeFactorBounds());
-    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-        const QString label = omega->getAtomLabel(atom);
+    for (int atom = 2; atom <= problem.getCoordNumber() + 1; ++atom) {
         if (groupOfAtom.at(atom) == noGroup)
-            return failWith(tr("The coordinated atom %1 %2 is in no group.").arg(label).arg(atom));
-        // An element in no class keeps the bounds of the atom before it.
-        bounds.push_back(bounds.back());
-        updateDirectFitBounds(label, bounds.back());
+            return LanqorParametric::tr("The coordinated atom %1 %2 is in no group.")
+                .arg(problem.getAtomLabel(atom))
+                .arg(atom);
     }
-    return true;
+    return QString();
 }
 
 /// @param text  symbol and number of an atom, with blanks between
-bool LanqorParametric::assignAtom(const QString &text, int group)
+/// @return why it cannot be in the group
+QString LanqorParametricPrivate::assignAtom(const QString &text, int group)
 {
     const QString symbol = text.section(QLatin1Char(' '), 0, 0, QString::SectionSkipEmpty);
     bool ok = false;
     const int atom =
         text.section(QLatin1Char(' '), 1, -1, QString::SectionSkipEmpty).trimmed().toInt(&ok);
     if (!ok)
-        return failWith(tr("\"%1\" names no atom: a symbol and a number are needed, such as "
-                           "\"O 2\".")
-                            .arg(text));
-    if (atom < 2 || atom > coordNumber + 1)
-        return failWith(tr("\"%1\" is no coordinated atom: these are atoms 2 to %2.")
-                            .arg(text)
-                            .arg(coordNumber + 1));
-    if (symbol != omega->getAtomLabel(atom))
-        return failWith(tr("\"%1\" is in a group, but atom %2 of %3 is %4.")
-                            .arg(text)
-                            .arg(atom)
-                            .arg(fileNameMopacOutputFile, omega->getAtomLabel(atom)));
+        return LanqorParametric::tr("\"%1\" names no atom: a symbol and a number are needed, such "
+                                    "as \"O 2\".")
+            .arg(text);
+    const int last = problem.getCoordNumber() + 1;
+    if (atom < 2 || atom > last)
+        return LanqorParametric::tr("\"%1\" is no coordinated atom: these are atoms 2 to %2.")
+            .arg(text)
+            .arg(last);
+    if (symbol != problem.getAtomLabel(atom))
+        return LanqorParametric::tr("\"%1\" is in a group, but atom %2 of %3 is %4.")
+            .arg(text)
+            .arg(atom)
+            .arg(problem.getMopacOutput(), problem.getAtomLabel(atom));
     if (groupOfAtom.at(atom) != noGroup)
-        return failWith(tr("Atom %1 is named twice in the groups.").arg(text));
+        return LanqorParametric::tr("Atom %1 is named twice in the groups.").arg(text);
     groupOfAtom[atom] = group;
-    return true;
-}
-
-/// Checks the setup once, and the number of parameters whenever it changes.
-bool LanqorParametric::isReadyFor(int n)
-{
-    if (!isSetupChecked)
-        checkSetup();
-    if (isSetupValid && n != checkedCount) {
-        checkedCount = n;
-        if (n != 2 * groupsAndAtoms.size())
-            failWith(tr("The fit of %1 groups has %2 parameters, not %3.")
-                         .arg(groupsAndAtoms.size())
-                         .arg(2 * groupsAndAtoms.size())
-                         .arg(n));
-    }
-    return isSetupValid && n == 2 * groupsAndAtoms.size();
+    return QString();
 }
 
 bool LanqorParametric::runParametrization(const int &n, double *&x)
 {
     LanqorAbstractParametric::runParametrization(n, x);
     responseFunction = infeasibleResponse;
-    if (!isReadyFor(n))
+    if (!d->problem.isSetupChecked())
+        checkSetup();
+    if (!d->problem.isSetupValid())
         return true;
-    setAtomsToGAndAlpha();
-    if (!checkParameters())
+    if (d->problem.isNewCount(n) && n != d->parameterNumber())
+        failWith(tr("The fit of %1 groups has %2 parameters, not %3.")
+                     .arg(d->groupsAndAtoms.size())
+                     .arg(d->parameterNumber())
+                     .arg(n));
+    if (n != d->parameterNumber())
         return true;
-
-    intensityFit::setChargeFactorsAndAlphas(*omega, g, alpha);
-    omega->calcOmega();
-    responseFunction =
-        weights[0] * intensityFit::squaredDeviation(omegaExp[0], omega->getOmega(2)) +
-        weights[1] * intensityFit::squaredDeviation(omegaExp[1], omega->getOmega(4));
+    d->setAtomsToGAndAlpha(x);
+    if (!d->problem.isTrialWithinBounds())
+        return true;
+    responseFunction = d->problem.calcMisfit(d->weights[0], d->weights[1], 0.0);
     if (responseFunction < bestResponse) {
         bestResponse = responseFunction;
-        bestG.resize(g.size());
-        bestAlpha.resize(alpha.size());
-        std::copy(g.cbegin(), g.cend(), bestG.begin());
-        std::copy(alpha.cbegin(), alpha.cend(), bestAlpha.begin());
-        bestOmega = intensityFit::omegaOf(*omega);
+        d->problem.keepBest();
     }
     return true;
 }
 
-void LanqorParametric::setAtomsToGAndAlpha()
+void LanqorParametricPrivate::setAtomsToGAndAlpha(const double *x)
 {
-    const double *alphas = parameters + groupsAndAtoms.size();
-    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
+    const double *alphas = x + groupsAndAtoms.size();
+    for (int atom = 2; atom <= problem.getCoordNumber() + 1; ++atom) {
         const int group = groupOfAtom.at(atom);
-        g[atom] = parameters[group];
-        alpha[atom] = lanqor::cm3PerCubicAngstrom * alphas[group];
+        problem.setTrial(atom, x[group], lanqor::cm3PerCubicAngstrom * alphas[group]);
     }
 }
 
-bool LanqorParametric::checkParameters() const
+double LanqorParametric::getBestChargeFactor(const int &atom) const
 {
-    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-        if (!isWithinBounds(g.at(atom), alpha.at(atom), bounds[static_cast<std::size_t>(atom)],
-                            maximumAlphaDirectFit))
-            return false;
-    }
-    return true;
+    return d->problem.getBestChargeFactor(atom);
+}
+
+double LanqorParametric::getBestAlpha(const int &atom) const
+{
+    return d->problem.getBestAlpha(atom);
+}
+
+double LanqorParametric::getWeight(const int &lambda) const
+{
+    return lambda == 2 ? d->weights[0] : d->weights[1];
 }
 
 double LanqorParametric::getBestOmega(const int &lambda) const
 {
-    return intensityFit::valueOf(bestOmega, lambda);
+    return d->problem.getBestOmega(lambda);
 }
 
-QVector<double> LanqorParametric::makeStartingVector(const int &number)
+/// The bounds of g that all atoms of a group share.
+std::vector<ChargeFactorBounds> LanqorParametricPrivate::boundsOfGroups() const
 {
-    if (!isSetupChecked)
-        checkSetup();
-    if (!isSetupValid)
-        return QVector<double>();
-    const int groupCount = groupsAndAtoms.size();
-    // The bounds that all atoms of a group share.
-    std::vector<ChargeFactorBounds> shared(static_cast<std::size_t>(groupCount), {0.0, 1.0e300});
-    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-        const ChargeFactorBounds &own = bounds[static_cast<std::size_t>(atom)];
+    std::vector<ChargeFactorBounds> shared(static_cast<std::size_t>(groupsAndAtoms.size()),
+                                           {0.0, 1.0e300});
+    for (int atom = 2; atom < groupOfAtom.size(); ++atom) {
+        const ChargeFactorBounds own = problem.boundsOf(atom);
         ChargeFactorBounds &ofGroup = shared[static_cast<std::size_t>(groupOfAtom.at(atom))];
         ofGroup.minimum = std::max(ofGroup.minimum, own.minimum);
         ofGroup.maximum = std::min(ofGroup.maximum, own.maximum);
     }
+    return shared;
+}
+
+QVector<double> LanqorParametric::makeStartingVector(const int &number)
+{
+    if (!d->problem.isSetupChecked())
+        checkSetup();
+    if (!d->problem.isSetupValid())
+        return QVector<double>();
+    std::vector<ChargeFactorBounds> ranges = d->boundsOfGroups();
+    ranges.resize(2 * ranges.size(), {minimumAlpha, maximumAlphaDirectFit});
     QVector<double> start;
-    for (int j = 0; j < 2 * groupCount; ++j) {
-        const bool isAlpha = j >= groupCount;
-        const ChargeFactorBounds range =
-            isAlpha ? ChargeFactorBounds{minimumAlpha, maximumAlphaDirectFit}
-                    : shared[static_cast<std::size_t>(j)];
-        start.append(range.minimum +
-                     intensityFit::startingFraction(number, j) * (range.maximum - range.minimum));
-    }
+    for (const ChargeFactorBounds &range : ranges)
+        start.append(range.minimum + intensityFit::startingFraction(number, start.size()) *
+                                         (range.maximum - range.minimum));
     return start;
 }
 
 void LanqorParametric::endOfParametrization()
 {
-    report.clear();
-    if (bestG.isEmpty()) {
-        failWith(isSetupChecked && !isSetupValid
+    intensityFit::Problem &problem = d->problem;
+    problem.report.clear();
+    if (!problem.hasBest()) {
+        failWith(problem.isSetupChecked() && !problem.isSetupValid()
                      ? getLastError()
                      : tr("No trial of the fit was within the bounds of the charge factors and "
                           "polarizabilities: there is nothing to report."));
         return;
     }
-    LanqorOmega best(nullptr, chargeModel, fileNameMopacOutputFile, QString());
-    intensityFit::relayMessages(best, *this);
-    best.setRefractiveIndex(refractiveIndex);
-    best.setCoordNumber(coordNumber);
-    intensityFit::setChargeFactorsAndAlphas(best, bestG, bestAlpha);
-    best.setOmegaPrintingOptions(omegaPrintingOptions);
-    best.setRequiredCitations(citations::required(best.getMopacCitation(), requiredCitations));
-    if (best.calcOmega())
-        report = best.createOutFile(fileNameOmg);
+    const std::unique_ptr<LanqorOmega> best = problem.makeBestCalculation(*this, requiredCitations);
+    if (best->calcOmega())
+        problem.report = best->createOutFile(problem.reportFile);
+}
+
+QString LanqorParametric::getReport() const
+{
+    return d->problem.report;
+}
+
+OmegaFitResults LanqorParametric::getResults() const
+{
+    const intensityFit::Problem &problem = d->problem;
+    OmegaFitResults results;
+    results.hasFeasiblePoint = problem.hasBest();
+    results.omega = problem.compareOmega(d->weights[0], d->weights[1], 0.0);
+    results.response = bestResponse;
+    results.points = pointNumber;
+    results.report = problem.report;
+    if (!problem.isSetupValid())
+        return results;
+    const std::vector<ChargeFactorBounds> bounds = d->boundsOfGroups();
+    for (auto group = d->groupsAndAtoms.begin(); group != d->groupsAndAtoms.end(); ++group) {
+        const int atom = d->groupOfAtom.indexOf(results.groups.size());
+        const ChargeFactorBounds &shared = bounds[static_cast<std::size_t>(results.groups.size())];
+        results.groups.append({group.key(), *group, problem.getBestChargeFactor(atom),
+                               shared.minimum, shared.maximum, problem.getBestAlpha(atom),
+                               minimumAlpha * lanqor::cm3PerCubicAngstrom,
+                               maximumAlphaDirectFit * lanqor::cm3PerCubicAngstrom});
+    }
+    return results;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <LanqorEngine/LanqorAbstractParametric.h>
+#include <LanqorEngine/OmegaFitResults.h>
 #include <LanqorEngine/OmegaPrintingOptions.h>
 
 #include <QMap>
@@ -8,12 +9,9 @@
 #include <QStringList>
 #include <QVector>
 
-#include <array>
 #include <memory>
-#include <vector>
 
-class LanqorOmega;
-struct ChargeFactorBounds;
+class LanqorParametricPrivate;
 
 /// Fits charge factors g and polarisabilities alpha of groups of coordinated atoms to measured
 /// Omega(2) and Omega(4).
@@ -66,11 +64,14 @@ public:
     /// feasible trial no report is written, and getLastError() says so.
     void endOfParametrization() override;
 
+    /// The best trial so far.
+    OmegaFitResults getResults() const;
+
     /// g and alpha (cm^3) of the best trial, by atom number; 0 before there is one.
-    double getBestChargeFactor(const int &atom) const { return bestG.value(atom); }
-    double getBestAlpha(const int &atom) const { return bestAlpha.value(atom); }
+    double getBestChargeFactor(const int &atom) const;
+    double getBestAlpha(const int &atom) const;
     /// Weight of Omega(lambda), lambda = 2 or 4.
-    double getWeight(const int &lambda) const { return lambda == 2 ? weights[0] : weights[1]; }
+    double getWeight(const int &lambda) const;
     /// Omega(lambda), cm^2, of the best trial, lambda = 2, 4, 6; 0 before there is one.
     double getBestOmega(const int &lambda) const;
     /// Vector from which to start run @p number (1, 2, ...) of several: the parameter j lies at the
@@ -79,39 +80,8 @@ public:
     /// in getLastError(), without a valid setup.
     QVector<double> makeStartingVector(const int &number);
     /// Text of the report; empty before endOfParametrization() and on failure.
-    QString getReport() const { return report; }
+    QString getReport() const;
 
 private:
-    void readWeightFile();
-    void createOmega();
-    bool isReadyFor(int n);
-    bool assignGroups();
-    bool assignAtom(const QString &text, int group);
-    void setAtomsToGAndAlpha();
-    bool checkParameters() const;
-
-    std::unique_ptr<LanqorOmega> omega;
-    QString fileNameMopacOutputFile;
-    QString fileNameOmg;
-    int chargeModel;
-    int coordNumber = 0;
-    double refractiveIndex = 1.5;
-    double weights[2] = {1.0, 1.0};
-    double omegaExp[2] = {0.0, 0.0};
-    QMap<int, QStringList> groupsAndAtoms;
-    OmegaPrintingOptions omegaPrintingOptions;
-
-    // Set up by checkSetup(); entries 2 to N+1 are used.
-    bool isSetupChecked = false;
-    bool isSetupValid = false;
-    int checkedCount = -1;    // number of parameters that was compared with the groups
-    QVector<int> groupOfAtom; // place of its group among the keys, by atom number
-    std::vector<ChargeFactorBounds> bounds; // by atom number
-    QVector<double> g;                      // by atom number, of the last trial
-    QVector<double> alpha;
-
-    QVector<double> bestG;
-    QVector<double> bestAlpha;
-    std::array<double, 7> bestOmega{}; // by lambda
-    QString report;
+    std::unique_ptr<LanqorParametricPrivate> d;
 };

@@ -1,5 +1,9 @@
 #include "LanqorParametricEnergyLevels.h"
 
+#include "core/reportText_p.h"
+#include "core/title_p.h"
+#include "fitting/levelsFitReport_p.h"
+#include "fitting/measuredLevel_p.h"
 #include "levels/hamiltonian_p.h"
 
 #include <LanqorEngine/LanqorEnergyLevels.h>
@@ -7,10 +11,13 @@
 #include <QFile>
 #include <QLoggingCategory>
 #include <QSet>
+#include <QStringList>
 #include <QTextStream>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -19,10 +26,11 @@ Q_LOGGING_CATEGORY(fitLog, "lanqor.fit", QtInfoMsg)
 constexpr int parameterNumber = 4;
 constexpr double allLevels = -1.0;
 
+/// Limits of a parameter, cm^-1; source not known.
 struct Bounds
 {
     const char *name;
-    double low; ///< cm^-1
+    double low;
     double high;
 };
 constexpr Bounds bounds[parameterNumber] = {
@@ -30,11 +38,46 @@ constexpr Bounds bounds[parameterNumber] = {
 
 } // namespace
 
+class LanqorParametricEnergyLevelsPrivate
+{
+public:
+    using Parameters = std::array<double, parameterNumber>; ///< F2, F4, F6, zeta, cm^-1
+
+    LanqorParametricEnergyLevelsPrivate(int electrons, const QString &fileName)
+        : electrons(electrons)
+        , fileNameExp(fileName)
+    {}
+
+    QString checkParameters(const Parameters &parameters) const;
+    QString setupError();
+    void matchLevels();
+    QStringList warnings() const;
+    /// Levels at these parameters; false when they cannot be calculated.
+    bool calcLevels(const Parameters &parameters);
+    double responseOfLevels() const;
+    QString appendProgress(int point, double response) const;
+    QVector<FittedLevel> compareLevels() const;
+    QString companionFile(const QString &suffix) const;
+
+    std::unique_ptr<LanqorEnergyLevels> energyLevels;
+    int electrons;
+    QString fileNameExp;
+    QVector<EnergyLevelsExp> energyLevelsExp;
+    QStringList stateLabels; // by measured level: label of its state; empty when it has none
+    bool isSetupChecked = false;
+    bool isSetupValid = false;
+    bool isProgressLost = false; // the progress file cannot be written; said once
+    Parameters best = {};
+    bool hasBest = false;
+    QVector<FittedLevel> bestLevels; // by endOfParametrization()
+    QString summary;
+    QString report;
+};
+
 LanqorParametricEnergyLevels::LanqorParametricEnergyLevels(QObject *parent, const int &electrons,
                                                            const QString &fileName)
     : LanqorAbstractParametric(parent)
-    , electrons(electrons)
-    , fileNameExp(fileName)
+    , d(std::make_unique<LanqorParametricEnergyLevelsPrivate>(electrons, fileName))
 {
     setElectronsNumber(electrons);
 }
@@ -43,57 +86,75 @@ LanqorParametricEnergyLevels::~LanqorParametricEnergyLevels() = default;
 
 void LanqorParametricEnergyLevels::setElectronsNumber(const int &number)
 {
-    electrons = number;
-    energyLevels = std::make_unique<LanqorEnergyLevels>(nullptr, electrons);
-    setLastError(energyLevels->getLastError());
-    isSetupChecked = false;
+    d->electrons = number;
+    d->energyLevels = std::make_unique<LanqorEnergyLevels>(nullptr, number);
+    setLastError(d->energyLevels->getLastError());
+    d->isSetupChecked = false;
 }
 
 void LanqorParametricEnergyLevels::setEnergyLevelsExp(const QVector<EnergyLevelsExp> &levels)
 {
-    energyLevelsExp = levels;
-    isSetupChecked = false;
+    d->energyLevelsExp = levels;
+    d->isSetupChecked = false;
 }
 
 QVector<MixedState> LanqorParametricEnergyLevels::getMixedStateVector() const
 {
-    return energyLevels->getMixedStatesVector();
+    return d->energyLevels->getMixedStatesVector();
 }
 
-/// Whether there is something to fit; looked at once.
-bool LanqorParametricEnergyLevels::checkSetup()
+QVector<double> LanqorParametricEnergyLevels::getBestParameters() const
 {
-    if (isSetupChecked)
-        return isSetupValid;
-    isSetupChecked = true;
-    isSetupValid = false;
+    return d->hasBest ? QVector<double>(d->best.begin(), d->best.end()) : QVector<double>();
+}
+
+QString LanqorParametricEnergyLevelsPrivate::companionFile(const QString &suffix) const
+{
+    const QString exp = QStringLiteral(".exp");
+    return (fileNameExp.endsWith(exp) ? fileNameExp.chopped(exp.size()) : fileNameExp) + suffix;
+}
+
+QString LanqorParametricEnergyLevels::getProgressFileName() const
+{
+    return d->companionFile(QStringLiteral(".output"));
+}
+
+QString LanqorParametricEnergyLevels::getResultFileName() const
+{
+    return d->companionFile(QStringLiteral(".result"));
+}
+
+/// Why there is nothing to fit; empty when there is.
+QString LanqorParametricEnergyLevelsPrivate::setupError()
+{
     if (energyLevels->getSpectroscopicTermVector().isEmpty())
-        return failWith(energyLevels->getLastError());
+        return energyLevels->getLastError();
     if (energyLevelsExp.size() < 2)
-        return failWith(tr("A fit needs measured levels above the ground level, which is the first "
-                           "of the list and is not fitted."));
+        return LanqorParametricEnergyLevels::tr(
+            "A fit needs measured levels above the ground level, which is the first of the list "
+            "and is not fitted.");
     for (int k = 1; k < energyLevelsExp.size(); ++k) {
         const EnergyLevelsExp &level = energyLevelsExp.at(k);
         if (!(level.energy > 0.0) || !std::isfinite(level.energy))
-            return failWith(tr("The measured level %1 (number %2) has no positive energy; only the "
-                               "first one, the ground level, is at 0.")
-                                .arg(level.label)
-                                .arg(k + 1));
+            return LanqorParametricEnergyLevels::tr(
+                       "The measured level %1 (number %2) has no positive energy; only the first "
+                       "one, the ground level, is at 0.")
+                .arg(level.label)
+                .arg(k + 1);
     }
     matchLevels();
     if (std::all_of(stateLabels.constBegin() + 1, stateLabels.constEnd(),
                     [](const QString &label) { return label.isEmpty(); }))
-        return failWith(tr("None of the measured levels (%1, ...) is a level of 4f^%2; labels are "
-                           "of the form 7F1, 5D(3)0 or 4I11/2.")
-                            .arg(energyLevelsExp.at(1).label)
-                            .arg(electrons));
-    warnOfUnmatchedLevels();
-    isSetupValid = true;
-    return true;
+        return LanqorParametricEnergyLevels::tr(
+                   "None of the measured levels (%1, ...) is a level of 4f^%2; labels are of the "
+                   "form 7F1, 5D(3)0 or 4I11/2.")
+            .arg(energyLevelsExp.at(1).label)
+            .arg(electrons);
+    return QString();
 }
 
 /// Finds the label under which each measured level is computed.
-void LanqorParametricEnergyLevels::matchLevels()
+void LanqorParametricEnergyLevelsPrivate::matchLevels()
 {
     QSet<QString> computed;
     for (freeIon::SpectroscopicTerm term : energyLevels->getSpectroscopicTermVector())
@@ -103,43 +164,48 @@ void LanqorParametricEnergyLevels::matchLevels()
         }
     stateLabels.clear();
     for (const EnergyLevelsExp &level : qAsConst(energyLevelsExp)) {
-        const EnergyLevelsExp named = levelFromLabel(level.label);
+        const EnergyLevelsExp named = measuredLevel(level.label);
         const QString label = freeIon::levelLabel({named.S, named.L, named.index, named.J});
         stateLabels.append(named.L >= 0 && computed.contains(label) ? label : QString());
     }
 }
 
-void LanqorParametricEnergyLevels::warnOfUnmatchedLevels()
+/// What the fit leaves out.
+QStringList LanqorParametricEnergyLevelsPrivate::warnings() const
 {
+    QStringList texts;
     QStringList unmatched;
     for (int k = 1; k < energyLevelsExp.size(); ++k)
         if (stateLabels.at(k).isEmpty())
             unmatched.append(energyLevelsExp.at(k).label);
     if (!unmatched.isEmpty())
-        Q_EMIT newObjCalculationMessage(
-            tr("Not fitted, for 4f^%1 has no such level: %2. A term that occurs more than once "
-               "needs its number in parentheses, as in 5D(3)0.")
-                .arg(electrons)
-                .arg(unmatched.join(QStringLiteral(", "))));
+        texts.append(LanqorParametricEnergyLevels::tr(
+                         "Not fitted, for 4f^%1 has no such level: %2. A term that occurs more "
+                         "than once needs its number in parentheses, as in 5D(3)0.")
+                         .arg(electrons)
+                         .arg(unmatched.join(QStringLiteral(", "))));
     if (energyLevelsExp.first().energy != 0.0)
-        Q_EMIT newObjCalculationMessage(
-            tr("The first level, %1 at %2 cm^-1, is taken as the ground level and not fitted.")
-                .arg(energyLevelsExp.first().label)
-                .arg(energyLevelsExp.first().energy));
+        texts.append(LanqorParametricEnergyLevels::tr("The first level, %1 at %2 cm^-1, is taken "
+                                                      "as the ground level and not fitted.")
+                         .arg(energyLevelsExp.first().label)
+                         .arg(energyLevelsExp.first().energy));
+    return texts;
 }
 
-bool LanqorParametricEnergyLevels::checkParameters(double *&x)
+/// The first bound that is violated; empty when none is.
+QString LanqorParametricEnergyLevelsPrivate::checkParameters(const Parameters &parameters) const
 {
-    for (int i = 0; i < parameterNumber; ++i)
-        if (!(x[i] >= bounds[i].low && x[i] <= bounds[i].high)) {
-            setLastError(tr("%1 = %2 cm^-1 is outside its bounds, %3 to %4 cm^-1.")
-                             .arg(QLatin1String(bounds[i].name))
-                             .arg(x[i])
-                             .arg(bounds[i].low)
-                             .arg(bounds[i].high));
-            return false;
-        }
-    return true;
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+        const Bounds &own = bounds[i];
+        if (!(parameters[i] >= own.low && parameters[i] <= own.high))
+            return LanqorParametricEnergyLevels::tr(
+                       "%1 = %2 cm^-1 is outside its bounds, %3 to %4 cm^-1.")
+                .arg(QLatin1String(own.name))
+                .arg(parameters[i])
+                .arg(own.low)
+                .arg(own.high);
+    }
+    return QString();
 }
 
 bool LanqorParametricEnergyLevels::runParametrization(const int &n, double *&x)
@@ -147,23 +213,48 @@ bool LanqorParametricEnergyLevels::runParametrization(const int &n, double *&x)
     LanqorAbstractParametric::runParametrization(n, x);
     if (n != parameterNumber)
         return failWith(tr("The fit has 4 parameters, F2, F4, F6 and zeta, not %1.").arg(n));
-    F2 = x[0];
-    F4 = x[1];
-    F6 = x[2];
-    zeta = x[3];
-    if (!checkParameters(x) || !checkSetup() || !calcResponseFunction())
+    const LanqorParametricEnergyLevelsPrivate::Parameters trial = {x[0], x[1], x[2], x[3]};
+    const QString violation = d->checkParameters(trial);
+    if (!violation.isEmpty()) {
+        setLastError(violation);
         return false;
-    if (responseFunction < bestResponse)
-        keepBestPoint();
+    }
+    if (!d->isSetupChecked) {
+        d->isSetupChecked = true;
+        const QString error = d->setupError();
+        d->isSetupValid = error.isEmpty();
+        if (!d->isSetupValid)
+            return failWith(error);
+        const QStringList warnings = d->warnings();
+        for (const QString &warning : warnings)
+            Q_EMIT newObjCalculationMessage(warning);
+    }
+    if (!d->isSetupValid)
+        return false;
+    if (!d->calcLevels(trial))
+        return failWith(d->energyLevels->getLastError());
+    responseFunction = d->responseOfLevels();
+    qCDebug(fitLog) << pointNumber << responseFunction;
+    if (responseFunction < bestResponse) {
+        bestResponse = responseFunction;
+        d->best = trial;
+        d->hasBest = true;
+        const QString error = d->appendProgress(pointNumber, bestResponse);
+        if (!error.isEmpty() && !std::exchange(d->isProgressLost, true))
+            Q_EMIT newObjCalculationMessage(error);
+    }
     return true;
 }
 
-bool LanqorParametricEnergyLevels::calcResponseFunction()
+bool LanqorParametricEnergyLevelsPrivate::calcLevels(const Parameters &parameters)
 {
-    energyLevels->setSlaterIntegral(0.0, F2, F4, F6);
-    energyLevels->setZetaParameters(zeta);
-    if (!energyLevels->calcEnergyLevels(allLevels))
-        return failWith(energyLevels->getLastError());
+    energyLevels->setSlaterIntegral(0.0, parameters[0], parameters[1], parameters[2]);
+    energyLevels->setZetaParameters(parameters[3]);
+    return energyLevels->calcEnergyLevels(allLevels);
+}
+
+double LanqorParametricEnergyLevelsPrivate::responseOfLevels() const
+{
     const QVector<MixedState> states = energyLevels->getMixedStatesVector();
     double sum = 0.0;
     // Without the ground level, by whose energy of 0 the deviation would be divided.
@@ -173,26 +264,92 @@ bool LanqorParametricEnergyLevels::calcResponseFunction()
             if (!stateLabels.at(k).isEmpty() && state.label == stateLabels.at(k))
                 sum += 100.0 * std::abs(measured - state.energy) / measured;
     }
-    responseFunction = sum;
-    qCDebug(fitLog) << pointNumber << responseFunction;
-    return true;
+    return sum;
 }
 
-/// Remembers the point and appends it to the progress file.
-void LanqorParametricEnergyLevels::keepBestPoint()
+/// Appends the best point to the progress file; returns why that failed.
+QString LanqorParametricEnergyLevelsPrivate::appendProgress(int point, double response) const
 {
-    bestResponse = responseFunction;
-    bestParameters = {F2, F4, F6, zeta};
-    QFile file(getProgressFileName());
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append)) {
-        if (!isProgressLost)
-            Q_EMIT newObjCalculationMessage(tr("The progress of the fit is not kept: %1: %2")
-                                                .arg(file.fileName(), file.errorString()));
-        isProgressLost = true;
+    QFile file(companionFile(QStringLiteral(".output")));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append))
+        return LanqorParametricEnergyLevels::tr("The progress of the fit is not kept: %1: %2")
+            .arg(file.fileName(), file.errorString());
+    QTextStream stream(&file);
+    stream << "Point Number = " << point << "\tF2 = " << best[0] << "\tF4 = " << best[1]
+           << "\tF6 = " << best[2] << "\tzeta = " << best[3]
+           << "\t Response Function = " << response << '\n';
+    return QString();
+}
+
+QVector<FittedLevel> LanqorParametricEnergyLevelsPrivate::compareLevels() const
+{
+    const QVector<MixedState> states = energyLevels->getMixedStatesVector();
+    QVector<FittedLevel> rows;
+    for (int k = 0; k < energyLevelsExp.size(); ++k) {
+        const EnergyLevelsExp &level = energyLevelsExp.at(k);
+        const int before = rows.size();
+        for (const MixedState &state : states)
+            if (!stateLabels.at(k).isEmpty() && state.label == stateLabels.at(k))
+                rows.append({level.label, level.energy, state.energy, k > 0});
+        if (rows.size() == before)
+            rows.append({level.label, level.energy, qQNaN(), false});
+    }
+    return rows;
+}
+
+void LanqorParametricEnergyLevels::endOfParametrization()
+{
+    d->report.clear();
+    d->summary.clear();
+    d->bestLevels.clear();
+    if (!d->hasBest)
+        return;
+    setLastError(QString()); // of a trial outside the bounds
+    if (!d->calcLevels(d->best)) {
+        failWith(d->energyLevels->getLastError());
         return;
     }
-    QTextStream stream(&file);
-    stream << "Point Number = " << pointNumber << "\tF2 = " << F2 << "\tF4 = " << F4
-           << "\tF6 = " << F6 << "\tzeta = " << zeta << "\t Response Function = " << bestResponse
-           << '\n';
+    responseFunction = d->responseOfLevels();
+    d->bestLevels = d->compareLevels();
+    d->summary = levelsFitSummary(getResults());
+    d->report = makeReportTitle() + QLatin1Char('\n') + d->summary + QLatin1Char('\n');
+    if (!requiredCitations.isEmpty())
+        d->report += requiredCitations + QLatin1Char('\n');
+    d->report += d->energyLevels->createOutputFile(QString());
+    QString error;
+    if (!reportText::writeFile(getResultFileName(), d->report, error))
+        failWith(tr("%1: %2").arg(getResultFileName(), error));
+}
+
+LevelsFitResults LanqorParametricEnergyLevels::getResults() const
+{
+    LevelsFitResults results;
+    results.electrons = d->electrons;
+    results.response = bestResponse;
+    results.points = pointNumber;
+    results.levels = d->bestLevels;
+    for (std::size_t i = 0; d->hasBest && i < d->best.size(); ++i)
+        results.parameters.append(
+            {QLatin1String(bounds[i].name), d->best[i], bounds[i].low, bounds[i].high});
+    double squares = 0.0;
+    for (const FittedLevel &level : d->bestLevels) {
+        if (!level.isFitted)
+            continue;
+        const double difference = level.computed - level.measured;
+        squares += difference * difference;
+        ++results.fittedCount;
+    }
+    if (results.fittedCount > 0)
+        results.rmsDifference = std::sqrt(squares / results.fittedCount);
+    return results;
+}
+
+QString LanqorParametricEnergyLevels::getReport() const
+{
+    return d->report;
+}
+
+QString LanqorParametricEnergyLevels::getSummary() const
+{
+    return d->summary;
 }

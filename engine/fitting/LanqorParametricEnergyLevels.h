@@ -2,15 +2,15 @@
 
 #include <LanqorEngine/EnergyLevelsExp.h>
 #include <LanqorEngine/LanqorAbstractParametric.h>
+#include <LanqorEngine/LevelsFitResults.h>
 #include <LanqorEngine/MixedState.h>
 
 #include <QString>
-#include <QStringList>
 #include <QVector>
 
 #include <memory>
 
-class LanqorEnergyLevels;
+class LanqorParametricEnergyLevelsPrivate;
 
 /// Fits F2, F4, F6 and zeta of a free lanthanide ion to measured energy levels.
 ///
@@ -61,40 +61,17 @@ public:
     /// States of the last calculation.
     QVector<MixedState> getMixedStateVector() const;
     /// F2, F4, F6, zeta of the best point, cm^-1; empty before there is one.
-    QVector<double> getBestParameters() const { return bestParameters; }
+    QVector<double> getBestParameters() const;
+    /// The best point with the levels that endOfParametrization() computed at it; without levels
+    /// before.
+    LevelsFitResults getResults() const;
     /// Names of the files written.
     QString getProgressFileName() const;
     QString getResultFileName() const;
     /// What endOfParametrization() wrote, and of it parameters and table without the level report.
-    QString getReport() const { return report; }
-    QString getSummary() const { return summary; }
+    QString getReport() const;
+    QString getSummary() const;
 
 private:
-    /// All but the energy.
-    static EnergyLevelsExp levelFromLabel(const QString &label);
-    bool checkParameters(double *&x);
-    bool checkSetup();
-    bool calcResponseFunction();
-    void matchLevels();
-    void warnOfUnmatchedLevels();
-    void keepBestPoint();
-    QString makeSummary() const;
-    QString levelTable() const;
-    QString companionFile(const QString &suffix) const;
-
-    std::unique_ptr<LanqorEnergyLevels> energyLevels;
-    int electrons;
-    QString fileNameExp;
-    QVector<EnergyLevelsExp> energyLevelsExp;
-    QStringList stateLabels; // by measured level: label of its state; empty when it has none
-    bool isSetupChecked = false;
-    bool isSetupValid = false;
-    bool isProgressLost = false; // the progress file cannot be written; said once
-    double F2 = 0.0;
-    double F4 = 0.0;
-    double F6 = 0.0;
-    double zeta = 0.0;
-    QVector<double> bestParameters;
-    QString summary;
-    QString report;
+    std::unique_ptr<LanqorParametricEnergyLevelsPrivate> d;
 };

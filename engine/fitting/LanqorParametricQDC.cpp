@@ -1,12 +1,12 @@
 #include "LanqorParametricQDC.h"
 
-#include "core/chargeFactorBounds_p.h"
 #include "core/physicalConstants_p.h"
 #include "fitting/intensityFit_p.h"
-#include "intensity/citations_p.h"
 
-#include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorIndicesCalculation.h>
 #include <LanqorEngine/LanqorOmega.h>
+
+#include <QPointer>
 
 #include <algorithm>
 #include <cmath>
@@ -17,208 +17,191 @@ using intensityFit::infeasibleResponse;
 namespace {
 
 constexpr int parameterNumber = 3;
-/// Trials after which the restriction of D/C is lifted.
+/// Trials after which the restriction of D/C is lifted; source not known.
 constexpr int restrictedTrials = 100000;
-/// An improvement of the best response below this one, (1e-20 cm^2)^2, lifts it too.
+/// An improvement of the best response below this one, (1e-20 cm^2)^2, lifts it too; source not
+/// known.
 constexpr double smallImprovement = 1.0e-5;
 
 } // namespace
 
+class LanqorParametricQDCPrivate
+{
+public:
+    explicit LanqorParametricQDCPrivate(int chargeModel)
+        : problem(chargeModel, {updateQdcFitBounds, maximumAlphaQdcFit})
+    {}
+
+    QString setupError();
+    void setTrial(const ParametersQDC &trial);
+    bool checkParameters(const ParametersQDC &trial) const;
+
+    intensityFit::Problem problem;
+    QStringList ligandAtoms;
+    bool restrictionActive = true;
+    int restrictionValue = 1;
+    QPointer<LanqorIndicesCalculation> indices;
+    ParametersQDC bestParameters;
+};
+
 LanqorParametricQDC::LanqorParametricQDC(QObject *parent, const QString &mopacOutputFile,
                                          const int &value)
     : LanqorAbstractParametric(parent)
-    , fileNameMopacOutputFile(mopacOutputFile)
-    , chargeModel(value)
+    , d(std::make_unique<LanqorParametricQDCPrivate>(value))
 {
     requiredCitations = intensityFit::citations();
-    createOmega();
+    setLastError(d->problem.readGeometry(mopacOutputFile));
 }
 
 LanqorParametricQDC::~LanqorParametricQDC() = default;
 
-void LanqorParametricQDC::createOmega()
-{
-    omega.reset();
-    atomLabels.clear();
-    isSetupChecked = false;
-    LanqorInputData structure(nullptr, fileNameMopacOutputFile);
-    if (!structure.readMopacOutFile(false)) {
-        setLastError(structure.getLastError());
-        return;
-    }
-    atomLabels.append(QString());
-    for (const Coord &atom : structure.getCoord())
-        atomLabels.append(atom.label);
-    omega = std::make_unique<LanqorOmega>(nullptr, chargeModel, fileNameMopacOutputFile, QString());
-    setLastError(omega->getLastError());
-}
-
 void LanqorParametricQDC::setRestrictionValue(const int &value)
 {
-    restrictionValue = value;
+    d->restrictionValue = value;
 }
 
 void LanqorParametricQDC::setSuperDeslocalizability(LanqorIndicesCalculation *calculation)
 {
-    indices = calculation;
-    isSetupChecked = false;
+    d->indices = calculation;
+    d->problem.forgetSetup();
 }
 
 void LanqorParametricQDC::setLigandAtomsByLigandVector(const QStringList &ligands)
 {
-    ligandAtoms = ligands;
+    d->ligandAtoms = ligands;
 }
 
 void LanqorParametricQDC::setOmegaExp(const double &omega2, const double &omega4)
 {
-    omegaExp[0] = omega2;
-    omegaExp[1] = omega4;
+    d->problem.omegaExp2 = omega2;
+    d->problem.omegaExp4 = omega4;
 }
 
 void LanqorParametricQDC::setRefractiveIndex(const double &index)
 {
-    refractiveIndex = index;
+    d->problem.refractiveIndex = index;
 }
 
 void LanqorParametricQDC::setCoordNumber(const int &number)
 {
-    coordNumber = number;
-    isSetupChecked = false;
+    d->problem.setCoordNumber(number);
 }
 
 void LanqorParametricQDC::setFileNameOmg(const QString &fileName)
 {
-    fileNameOmg = fileName;
+    d->problem.reportFile = fileName;
 }
 
 void LanqorParametricQDC::setFileNameMopacOutputFile(const QString &fileName)
 {
-    if (fileName == fileNameMopacOutputFile)
-        return;
-    fileNameMopacOutputFile = fileName;
-    createOmega();
+    if (fileName != d->problem.getMopacOutput())
+        setLastError(d->problem.readGeometry(fileName));
 }
 
 void LanqorParametricQDC::setOmegaPrintingOptions(const OmegaPrintingOptions &options)
 {
-    omegaPrintingOptions = options;
+    d->problem.printingOptions = options;
 }
 
 bool LanqorParametricQDC::checkSetup()
 {
-    isSetupChecked = true;
-    isSetupValid = false;
-    checkedCount = -1;
-    if (!omega)
-        return failWith(getLastError());
-    const int entries = coordNumber + 2;
-    if (coordNumber < 1 || entries > atomLabels.size())
-        return failWith(tr("The coordination number is %1, which does not fit the geometry of %2.")
-                            .arg(coordNumber)
-                            .arg(fileNameMopacOutputFile));
-    if (!indices || indices->getAtomicCharge().size() < entries ||
-        indices->getSuperDeslocalizability().size() < entries)
-        return failWith(tr("The fit of Q, D and C needs the reactivity indices of the %1 "
-                           "coordinated atoms.")
-                            .arg(coordNumber));
-    bounds.assign(2, ChargeFactorBounds());
-    for (int atom = 2; atom < entries; ++atom) {
-        // An element in no class keeps the bounds of the atom before it.
-        bounds.push_back(bounds.back());
-        updateQdcFitBounds(atomLabels.at(atom), bounds.back());
-    }
-    if (!intensityFit::calcFirst(*omega, coordNumber, g, alpha))
-        return failWith(omega->getLastError());
-    isSetupValid = true;
-    return true;
+    const QString error = d->setupError();
+    d->problem.keepSetup(error);
+    return error.isEmpty() || failWith(error);
 }
 
-/// Checks the setup once, and the number of parameters whenever it changes.
-bool LanqorParametricQDC::isReadyFor(int n)
+QString LanqorParametricQDCPrivate::setupError()
 {
-    if (!isSetupChecked)
-        checkSetup();
-    if (isSetupValid && n != checkedCount) {
-        checkedCount = n;
-        if (n != parameterNumber)
-            failWith(tr("The fit has the three parameters Q, D and C, not %1.").arg(n));
-    }
-    return isSetupValid && n == parameterNumber && indices;
+    const QString error = problem.coordinationError();
+    if (!error.isEmpty())
+        return error;
+    const int entries = problem.getCoordNumber() + 2;
+    if (!indices || indices->getAtomicCharge().size() < entries ||
+        indices->getSuperDeslocalizability().size() < entries)
+        return LanqorParametricQDC::tr("The fit of Q, D and C needs the reactivity indices of the "
+                                       "%1 coordinated atoms.")
+            .arg(problem.getCoordNumber());
+    return problem.prepareTrials();
 }
 
 bool LanqorParametricQDC::runParametrization(const int &n, double *&x)
 {
     LanqorAbstractParametric::runParametrization(n, x);
     responseFunction = infeasibleResponse;
-    if (!isReadyFor(n))
+    if (!d->problem.isSetupChecked())
+        checkSetup();
+    if (!d->problem.isSetupValid())
         return true;
-    setChargeFactorsAndAlphas({x[0], x[1], x[2]});
-    const bool isFeasible = checkParameters();
-    if (isFeasible) {
-        intensityFit::setChargeFactorsAndAlphas(*omega, g, alpha);
-        omega->calcOmega();
-        responseFunction = intensityFit::squaredDeviation(omegaExp[0], omega->getOmega(2)) +
-                           intensityFit::squaredDeviation(omegaExp[1], omega->getOmega(4)) +
-                           intensityFit::squaredDeviation(0.0, omega->getOmega(6));
-    }
+    if (d->problem.isNewCount(n) && n != parameterNumber)
+        failWith(tr("The fit has the three parameters Q, D and C, not %1.").arg(n));
+    if (n != parameterNumber || !d->indices)
+        return true;
+    const ParametersQDC trial = {x[0], x[1], x[2]};
+    d->setTrial(trial);
+    const bool isFeasible = d->checkParameters(trial);
+    if (isFeasible)
+        responseFunction = d->problem.calcMisfit(1.0, 1.0, 1.0);
     if (pointNumber > restrictedTrials)
-        restrictionActive = false;
+        d->restrictionActive = false;
     if (responseFunction < bestResponse) {
         if (std::abs(bestResponse - responseFunction) < smallImprovement)
-            restrictionActive = false;
-        bestParameters = {x[0], x[1], x[2]};
+            d->restrictionActive = false;
+        d->bestParameters = trial;
         bestResponse = responseFunction;
-        if (isFeasible) {
-            isFeasibleFound = true;
-            bestOmega = intensityFit::omegaOf(*omega);
-        }
+        if (isFeasible)
+            d->problem.keepBest();
     }
     return true;
 }
 
-void LanqorParametricQDC::setChargeFactorsAndAlphas(const ParametersQDC &trial)
+void LanqorParametricQDCPrivate::setTrial(const ParametersQDC &trial)
 {
-    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
+    for (int atom = 2; atom <= problem.getCoordNumber() + 1; ++atom) {
         const double S = indices->getSuperDeslocalizability(atom);
-        g[atom] = indices->getAtomicCharge(atom) * trial.Q;
-        alpha[atom] =
-            S * trial.D * lanqor::cm3PerCubicAngstrom + trial.C * lanqor::cm3PerCubicAngstrom;
+        problem.setTrial(atom, indices->getAtomicCharge(atom) * trial.Q,
+                         S * trial.D * lanqor::cm3PerCubicAngstrom +
+                             trial.C * lanqor::cm3PerCubicAngstrom);
     }
 }
 
-bool LanqorParametricQDC::checkParameters() const
+bool LanqorParametricQDCPrivate::checkParameters(const ParametersQDC &trial) const
 {
-    const double D = parameters[1];
-    const double C = parameters[2];
-    if (C < 0.0 || D < 0.0 || (restrictionActive && D <= restrictionValue * C))
+    if (trial.C < 0.0 || trial.D < 0.0 ||
+        (restrictionActive && trial.D <= restrictionValue * trial.C))
         return false;
-    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-        if (!isWithinBounds(g.at(atom), alpha.at(atom), bounds[static_cast<std::size_t>(atom)],
-                            maximumAlphaQdcFit))
-            return false;
-    }
-    return true;
+    return problem.isTrialWithinBounds();
+}
+
+ParametersQDC LanqorParametricQDC::getParametersQDC() const
+{
+    return d->bestParameters;
+}
+
+bool LanqorParametricQDC::hasFeasiblePoint() const
+{
+    return d->problem.hasBest();
 }
 
 double LanqorParametricQDC::getBestOmega(const int &lambda) const
 {
-    return intensityFit::valueOf(bestOmega, lambda);
+    return d->problem.getBestOmega(lambda);
 }
 
 QVector<double> LanqorParametricQDC::makeStartingVector(const int &number)
 {
-    if (!isSetupChecked)
+    if (!d->problem.isSetupChecked())
         checkSetup();
-    if (!isSetupValid || !indices)
+    if (!d->problem.isSetupValid() || !d->indices)
         return QVector<double>();
     const auto place = [number](int index, double minimum, double maximum) {
         return minimum + intensityFit::startingFraction(number, index) * (maximum - minimum);
     };
+    const int last = d->problem.getCoordNumber() + 1;
     double minimumQ = 0.0;
     double maximumQ = std::numeric_limits<double>::max();
-    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-        const double q = indices->getAtomicCharge(atom);
-        const ChargeFactorBounds &own = bounds[static_cast<std::size_t>(atom)];
+    for (int atom = 2; atom <= last; ++atom) {
+        const double q = d->indices->getAtomicCharge(atom);
+        const ChargeFactorBounds own = d->problem.boundsOf(atom);
         if (q > 0.0) {
             minimumQ = std::max(minimumQ, own.minimum / q);
             maximumQ = std::min(maximumQ, own.maximum / q);
@@ -227,56 +210,76 @@ QVector<double> LanqorParametricQDC::makeStartingVector(const int &number)
     const double D = place(1, 0.0, maximumAlphaQdcFit);
     double minimumC = 0.0;
     double maximumC = std::numeric_limits<double>::max();
-    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-        const double S = indices->getSuperDeslocalizability(atom);
+    for (int atom = 2; atom <= last; ++atom) {
+        const double S = d->indices->getSuperDeslocalizability(atom);
         minimumC = std::max(minimumC, minimumAlpha - D * S);
         maximumC = std::min(maximumC, maximumAlphaQdcFit - D * S);
     }
     // Where the restriction leaves nothing, the start waits until it is lifted.
-    if (restrictionValue > 0 && D / restrictionValue > minimumC)
-        maximumC = std::min(maximumC, D / restrictionValue);
+    if (d->restrictionValue > 0 && D / d->restrictionValue > minimumC)
+        maximumC = std::min(maximumC, D / d->restrictionValue);
     return {place(0, minimumQ, maximumQ), D, place(2, minimumC, maximumC)};
 }
 
 void LanqorParametricQDC::endOfParametrization()
 {
-    report.clear();
-    if (!isFeasibleFound || !indices) {
+    intensityFit::Problem &problem = d->problem;
+    problem.report.clear();
+    if (!problem.hasBest() || !d->indices) {
         failWith(
-            isSetupChecked && !isSetupValid
+            problem.isSetupChecked() && !problem.isSetupValid()
                 ? getLastError()
                 : tr("No trial of the fit was within the bounds of Q, D and C and of the charge "
                      "factors and polarizabilities they give: there is nothing to report."));
         return;
     }
-    LanqorOmega best(nullptr, chargeModel, fileNameMopacOutputFile, QString());
-    intensityFit::relayMessages(best, *this);
-    setChargeFactorsAndAlphas(bestParameters);
-    best.setRefractiveIndex(refractiveIndex);
-    best.setCoordNumber(coordNumber);
-    intensityFit::setChargeFactorsAndAlphas(best, g, alpha);
-    best.setOmegaPrintingOptions(omegaPrintingOptions);
-    best.setParametersQDC(bestParameters.Q, bestParameters.D, bestParameters.C);
-    best.setAtomicCharges(indices->getAtomicCharge());
-    best.setSuperDeslocalizability(indices->getSuperDeslocalizability());
-    best.setLigandAtomsByLigandVector(ligandAtoms);
-    best.setRequiredCitations(citations::required(best.getMopacCitation(), requiredCitations));
-    writeReport(best);
-}
-
-/// The QDC mode needs force constants, which enter none of its expressions: without them, Omega
-/// is calculated from g and alpha instead, and is the same.
-void LanqorParametricQDC::writeReport(LanqorOmega &best)
-{
-    bool isCalculated = best.calcOmega();
+    const std::unique_ptr<LanqorOmega> best = problem.makeBestCalculation(*this, requiredCitations);
+    best->setParametersQDC(d->bestParameters.Q, d->bestParameters.D, d->bestParameters.C);
+    best->setAtomicCharges(d->indices->getAtomicCharge());
+    best->setSuperDeslocalizability(d->indices->getSuperDeslocalizability());
+    best->setLigandAtomsByLigandVector(d->ligandAtoms);
+    bool isCalculated = best->calcOmega();
     if (!isCalculated) {
-        best.setAtomicCharges(QVector<double>());
-        intensityFit::setChargeFactorsAndAlphas(best, g, alpha);
-        isCalculated = best.calcOmega();
-        best.setAtomicCharges(indices->getAtomicCharge());
+        // The QDC mode needs force constants, which enter none of its expressions: without them,
+        // Omega is calculated from g and alpha instead, and is the same.
+        best->setAtomicCharges(QVector<double>());
+        problem.setBestValues(*best);
+        isCalculated = best->calcOmega();
+        best->setAtomicCharges(d->indices->getAtomicCharge());
         emitProgress(tr(" -> (QDC fit) Without force constants, Omega was calculated from the "
                         "charge factors and polarizabilities that Q, D and C give.\n"));
     }
     if (isCalculated)
-        report = best.createOutFile(fileNameOmg);
+        problem.report = best->createOutFile(problem.reportFile);
+}
+
+QString LanqorParametricQDC::getReport() const
+{
+    return d->problem.report;
+}
+
+QdcFitResults LanqorParametricQDC::getResults() const
+{
+    const intensityFit::Problem &problem = d->problem;
+    QdcFitResults results;
+    results.hasFeasiblePoint = problem.hasBest();
+    results.omega = problem.compareOmega(1.0, 1.0, 1.0);
+    results.parameters = d->bestParameters;
+    results.restrictionValue = d->restrictionValue;
+    results.isRestricted = d->restrictionActive;
+    results.response = bestResponse;
+    results.points = pointNumber;
+    results.report = problem.report;
+    if (!problem.isSetupValid() || !d->indices)
+        return results;
+    for (int atom = 2; atom <= problem.getCoordNumber() + 1; ++atom) {
+        const ChargeFactorBounds bounds = problem.boundsOf(atom);
+        results.atoms.append({atom, problem.getAtomLabel(atom), d->indices->getAtomicCharge(atom),
+                              d->indices->getSuperDeslocalizability(atom),
+                              problem.getBestChargeFactor(atom), bounds.minimum, bounds.maximum,
+                              problem.getBestAlpha(atom),
+                              minimumAlpha * lanqor::cm3PerCubicAngstrom,
+                              maximumAlphaQdcFit * lanqor::cm3PerCubicAngstrom});
+    }
+    return results;
 }

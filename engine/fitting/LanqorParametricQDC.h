@@ -1,21 +1,18 @@
 #pragma once
 
 #include <LanqorEngine/LanqorAbstractParametric.h>
-#include <LanqorEngine/LanqorIndicesCalculation.h>
 #include <LanqorEngine/OmegaPrintingOptions.h>
 #include <LanqorEngine/ParametersQDC.h>
+#include <LanqorEngine/QdcFitResults.h>
 
-#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QVector>
 
-#include <array>
 #include <memory>
-#include <vector>
 
-class LanqorOmega;
-struct ChargeFactorBounds;
+class LanqorIndicesCalculation;
+class LanqorParametricQDCPrivate;
 
 /// Fits the parameters Q, D and C of the QDC model to measured Omega(2) and Omega(4).
 ///
@@ -74,10 +71,12 @@ public:
     /// trial no report is written, and getLastError() says so.
     void endOfParametrization() override;
 
+    /// The best trial so far.
+    QdcFitResults getResults() const;
     /// The best parameters found; zeros before the first trial.
-    ParametersQDC getParametersQDC() const { return bestParameters; }
+    ParametersQDC getParametersQDC() const;
     /// True when a feasible trial was found.
-    bool hasFeasiblePoint() const { return isFeasibleFound; }
+    bool hasFeasiblePoint() const;
     /// Omega(lambda), cm^2, of the best trial, lambda = 2, 4, 6; 0 before there is one.
     double getBestOmega(const int &lambda) const;
     /// Vector (Q, D, C) from which to start run @p number (1, 2, ...) of several: Q and D lie at
@@ -86,39 +85,8 @@ public:
     /// the middle. Empty, with the reason in getLastError(), without a valid setup.
     QVector<double> makeStartingVector(const int &number);
     /// Text of the report; empty before endOfParametrization() and on failure.
-    QString getReport() const { return report; }
+    QString getReport() const;
 
 private:
-    void createOmega();
-    bool isReadyFor(int n);
-    void setChargeFactorsAndAlphas(const ParametersQDC &trial);
-    bool checkParameters() const;
-    void writeReport(LanqorOmega &best);
-
-    OmegaPrintingOptions omegaPrintingOptions;
-    std::unique_ptr<LanqorOmega> omega;
-    QStringList atomLabels; // by atom number, entry 0 empty
-    QStringList ligandAtoms;
-    QString fileNameOmg;
-    QString fileNameMopacOutputFile;
-    bool restrictionActive = true;
-    int chargeModel;
-    int coordNumber = 0;
-    int restrictionValue = 1;
-    double refractiveIndex = 1.5;
-    QPointer<LanqorIndicesCalculation> indices;
-    double omegaExp[2] = {0.0, 0.0};
-    ParametersQDC bestParameters;
-    bool isFeasibleFound = false;
-
-    // Set up by checkSetup(); entries 2 to N+1 are used.
-    bool isSetupChecked = false;
-    bool isSetupValid = false;
-    int checkedCount = -1;
-    std::vector<ChargeFactorBounds> bounds; // by atom number
-    QVector<double> g;                      // by atom number, of the last trial
-    QVector<double> alpha;
-
-    std::array<double, 7> bestOmega{}; // by lambda
-    QString report;
+    std::unique_ptr<LanqorParametricQDCPrivate> d;
 };

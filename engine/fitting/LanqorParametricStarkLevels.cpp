@@ -5,7 +5,10 @@
 #include "fitting/starkFitReport_p.h"
 #include "levels/starkMatrix_p.h"
 
+#include <LanqorEngine/LanqorStarkLevels.h>
+
 #include <QFile>
+#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
@@ -26,7 +29,7 @@ double ionRadius(int coordNumber)
     return radii[std::clamp(coordNumber, 6, 9) - 6];
 }
 
-/// Radius of a coordinated atom, Angstrom; 0 for elements without one.
+/// Radius of a coordinated atom, Angstrom; 0 for elements without one. Source not known.
 double ligandRadius(const QString &symbol)
 {
     if (symbol == QLatin1String("O"))
@@ -38,79 +41,154 @@ double ligandRadius(const QString &symbol)
     return 0.0;
 }
 
+/// Charge of the ion, elementary charges, that its neighbours see at the distance @p d (Bohr
+/// radii); source not known.
+double effectiveChargeAt(double d)
+{
+    return 3.0 + 14.0 * std::exp(-0.5 * d * d);
+}
+
+/// Limits of g of a coordinated atom or a group.
+struct Limits
+{
+    double minimum;
+    double maximum;
+};
+
 } // namespace
+
+class LanqorParametricStarkLevelsPrivate
+{
+public:
+    LanqorParametricStarkLevelsPrivate(const QString &fileName, int coordNumber)
+        : structureFile(fileName)
+        , starkLevels(fileName, coordNumber)
+    {
+        takeStructure();
+    }
+
+    void takeStructure();
+    QString setupError() const;
+    QString groupsError() const;
+    void prepareLimits();
+    Limits limitsOf(const ParametersGroup &group) const;
+    bool assignChargeFactors(const double *x);
+    double misfit() const;
+    /// Response of a trial; @p error becomes the reason when nothing can be calculated.
+    double evaluate(const double *x, QString &error);
+    void keepBest(const double *x, int point);
+    void forgetBest();
+    QString writeProgress(double response);
+
+    QString structureFile;
+    LanqorStarkLevels starkLevels;
+    QStringList atomLabels; // of atoms 1 .. N+1
+    QVector<ParametersGroup> groups;
+    QVector<TransitionValues> transitions;
+    QVector<GLimits> gLimits;
+    int coordNumber = 0;
+    QString baseName;
+    double effectiveCharge = 0.0;
+
+    bool isSetupChecked = false;
+    bool isSetupValid = false;
+    bool isWritingGivenUp = false;
+    QVector<Limits> limitsByAtom;  // by atom number
+    QVector<double> chargeFactors; // by atom number, N+2 entries
+    std::unique_ptr<QFile> progress;
+
+    int bestPoint = 0;                   // number of the evaluation
+    QVector<double> bestChargeFactors;   // by group
+    QVector<QVector<double>> bestLevels; // sorted, by J
+};
 
 LanqorParametricStarkLevels::LanqorParametricStarkLevels(QObject *parent, const QString &fileName,
                                                          const int &value)
     : LanqorAbstractParametric(parent)
-    , structureFile(fileName)
-    , starkLevels(fileName, value)
-    , coordNumber(starkLevels.getAtomsNumber())
-    , chargeFactors(starkLevels.getAtomsNumber() + 2, 0.0)
+    , d(std::make_unique<LanqorParametricStarkLevelsPrivate>(fileName, value))
 {
-    setLastError(starkLevels.getLastError());
-    for (int atom = 1; atom <= getAtomsNumber() + 1; ++atom)
-        atomLabels.append(starkLevels.getAtomLabel(atom));
+    setLastError(d->starkLevels.getLastError());
     calculateEffectiveCharge();
 }
 
 LanqorParametricStarkLevels::~LanqorParametricStarkLevels() = default;
 
+void LanqorParametricStarkLevelsPrivate::takeStructure()
+{
+    coordNumber = starkLevels.getAtomsNumber();
+    chargeFactors.fill(0.0, coordNumber + 2);
+    for (int atom = 1; atom <= coordNumber + 1; ++atom)
+        atomLabels.append(starkLevels.getAtomLabel(atom));
+}
+
 void LanqorParametricStarkLevels::setCoordNumber(const int &number)
 {
-    coordNumber = number;
-    isSetupChecked = false;
+    d->coordNumber = number;
+    d->isSetupChecked = false;
 }
 
 void LanqorParametricStarkLevels::setFileName(const QString &baseName)
 {
-    this->baseName = baseName;
-    progress.reset();
-    isWritingGivenUp = false;
+    d->baseName = baseName;
+    d->progress.reset();
+    d->isWritingGivenUp = false;
 }
 
 void LanqorParametricStarkLevels::setGLimits(const QVector<GLimits> &limits)
 {
-    gLimits = limits;
-    isSetupChecked = false;
+    d->gLimits = limits;
+    d->isSetupChecked = false;
 }
 
 void LanqorParametricStarkLevels::setParametersGroup(const QVector<ParametersGroup> &groups)
 {
-    this->groups = groups;
-    isSetupChecked = false;
-    forgetBest();
+    d->groups = groups;
+    d->isSetupChecked = false;
+    d->forgetBest();
+    bestResponse = noResponse;
 }
 
 void LanqorParametricStarkLevels::setTransitionValues(const QVector<TransitionValues> &transitions)
 {
-    this->transitions = transitions;
-    isSetupChecked = false;
-    forgetBest();
+    d->transitions = transitions;
+    d->isSetupChecked = false;
+    d->forgetBest();
+    bestResponse = noResponse;
 }
 
 void LanqorParametricStarkLevels::setRO0(const double &ro0)
 {
-    starkLevels.setRO0(ro0);
-    forgetBest();
+    d->starkLevels.setRO0(ro0);
+    d->forgetBest();
+    bestResponse = noResponse;
 }
 
-void LanqorParametricStarkLevels::forgetBest()
+void LanqorParametricStarkLevelsPrivate::forgetBest()
 {
-    bestResponse = noResponse;
     bestPoint = 0;
     bestChargeFactors.clear();
     bestLevels.clear();
 }
 
-QString LanqorParametricStarkLevels::groupsError() const
+QString LanqorParametricStarkLevels::getAtomLabel(const int &i) const
 {
-    const int last = getAtomsNumber() + 1;
+    return d->starkLevels.getAtomLabel(i);
+}
+
+int LanqorParametricStarkLevels::getAtomsNumber() const
+{
+    return d->starkLevels.getAtomsNumber();
+}
+
+QString LanqorParametricStarkLevelsPrivate::groupsError() const
+{
+    const int last = starkLevels.getAtomsNumber() + 1;
     QVector<bool> isGrouped(last + 1, false);
     for (const ParametersGroup &group : groups) {
         for (const int atom : group.atoms) {
             if (atom < 2 || atom > last)
-                return tr("Group %1 names atom %2; the coordinated atoms are 2 to %3.")
+                return LanqorParametricStarkLevels::tr(
+                           "Group %1 names atom %2; the coordinated atoms are 2 to %3.")
                     .arg(group.name)
                     .arg(atom)
                     .arg(last);
@@ -119,31 +197,33 @@ QString LanqorParametricStarkLevels::groupsError() const
     }
     for (int atom = 2; atom <= last; ++atom) {
         if (!isGrouped.at(atom))
-            return tr("The coordinated atom %1 %2 is in no group.")
+            return LanqorParametricStarkLevels::tr("The coordinated atom %1 %2 is in no group.")
                 .arg(atomLabels.at(atom - 1))
                 .arg(atom);
     }
     return QString();
 }
 
-QString LanqorParametricStarkLevels::setupError() const
+QString LanqorParametricStarkLevelsPrivate::setupError() const
 {
-    if (getAtomsNumber() == 0)
+    const int N = starkLevels.getAtomsNumber();
+    if (N == 0)
         return starkLevels.getLastError();
-    if (coordNumber != getAtomsNumber())
-        return tr("The coordination number is set to %1, but the structure %2 has %3 coordinated "
-                  "atoms.")
+    if (coordNumber != N)
+        return LanqorParametricStarkLevels::tr("The coordination number is set to %1, but the "
+                                               "structure %2 has %3 coordinated atoms.")
             .arg(coordNumber)
             .arg(structureFile)
-            .arg(getAtomsNumber());
+            .arg(N);
     QString error = groupsError();
     if (!error.isEmpty())
         return error;
     if (transitions.isEmpty())
-        return tr("There are no measured levels to fit.");
+        return LanqorParametricStarkLevels::tr("There are no measured levels to fit.");
     for (const TransitionValues &transition : transitions) {
         if (transition.level < 0 || transition.level > starkMatrix::maximumJ)
-            return tr("The measured levels are of 7F%1; there are 7F0 to 7F6.")
+            return LanqorParametricStarkLevels::tr(
+                       "The measured levels are of 7F%1; there are 7F0 to 7F6.")
                 .arg(transition.level);
     }
     return QString();
@@ -151,20 +231,20 @@ QString LanqorParametricStarkLevels::setupError() const
 
 bool LanqorParametricStarkLevels::checkSetup()
 {
-    isSetupChecked = true;
-    const QString error = setupError();
-    isSetupValid = error.isEmpty();
-    if (!isSetupValid)
+    d->isSetupChecked = true;
+    const QString error = d->setupError();
+    d->isSetupValid = error.isEmpty();
+    if (!d->isSetupValid)
         return failWith(error);
-    prepareLimits();
+    d->prepareLimits();
     return true;
 }
 
-void LanqorParametricStarkLevels::prepareLimits()
+void LanqorParametricStarkLevelsPrivate::prepareLimits()
 {
     constexpr double none = std::numeric_limits<double>::infinity();
-    limitsByAtom.fill({-none, none}, getAtomsNumber() + 2);
-    for (int atom = 2; atom <= getAtomsNumber() + 1; ++atom) {
+    limitsByAtom.fill({-none, none}, atomLabels.size() + 1);
+    for (int atom = 2; atom <= atomLabels.size(); ++atom) {
         const auto found = std::find_if(gLimits.begin(), gLimits.end(), [&](const GLimits &limits) {
             return limits.name == atomLabels.at(atom - 1);
         });
@@ -173,21 +253,37 @@ void LanqorParametricStarkLevels::prepareLimits()
     }
 }
 
+/// Those that all atoms of a group share; g is never negative.
+Limits LanqorParametricStarkLevelsPrivate::limitsOf(const ParametersGroup &group) const
+{
+    Limits shared{0.0, std::numeric_limits<double>::infinity()};
+    for (const int atom : group.atoms) {
+        shared.minimum = std::max(shared.minimum, limitsByAtom.at(atom).minimum);
+        shared.maximum = std::min(shared.maximum, limitsByAtom.at(atom).maximum);
+    }
+    return shared;
+}
+
 double LanqorParametricStarkLevels::calculateEffectiveCharge()
 {
     const int N = getAtomsNumber();
-    effectiveCharge = 0.0;
+    d->effectiveCharge = 0.0;
     if (N == 0)
-        return effectiveCharge;
+        return d->effectiveCharge;
     double sum = 0.0;
     for (int atom = 2; atom <= N + 1; ++atom)
-        sum += ligandRadius(atomLabels.at(atom - 1));
-    const double d = (sum / N + ionRadius(N)) * 0.5 * lanqor::bohrPerAngstrom;
-    effectiveCharge = 3.0 + 14.0 * std::exp(-0.5 * d * d);
-    return effectiveCharge;
+        sum += ligandRadius(d->atomLabels.at(atom - 1));
+    d->effectiveCharge =
+        effectiveChargeAt((sum / N + ionRadius(N)) * 0.5 * lanqor::bohrPerAngstrom);
+    return d->effectiveCharge;
 }
 
-bool LanqorParametricStarkLevels::assignChargeFactors(const double *x)
+double LanqorParametricStarkLevels::getEffectiveCharge() const
+{
+    return d->effectiveCharge;
+}
+
+bool LanqorParametricStarkLevelsPrivate::assignChargeFactors(const double *x)
 {
     for (int group = 0; group < groups.size(); ++group) {
         if (!(x[group] >= 0.0))
@@ -195,7 +291,7 @@ bool LanqorParametricStarkLevels::assignChargeFactors(const double *x)
         for (const int atom : groups.at(group).atoms)
             chargeFactors[atom] = x[group];
     }
-    for (int atom = 2; atom <= getAtomsNumber() + 1; ++atom) {
+    for (int atom = 2; atom <= atomLabels.size(); ++atom) {
         const Limits &limits = limitsByAtom.at(atom);
         if (chargeFactors.at(atom) < limits.minimum || chargeFactors.at(atom) > limits.maximum)
             return false;
@@ -203,9 +299,9 @@ bool LanqorParametricStarkLevels::assignChargeFactors(const double *x)
     return true;
 }
 
-double LanqorParametricStarkLevels::misfit() const
+double LanqorParametricStarkLevelsPrivate::misfit() const
 {
-    // Kept: the splitting, which no choice of the offset can change, decides.
+    // Kept: the splitting, which no choice of the offset can change, decides. Source not known.
     constexpr double weightOfSplitting = 100.0;
     double sum = 0.0;
     for (const TransitionValues &t : transitions) {
@@ -219,17 +315,16 @@ double LanqorParametricStarkLevels::misfit() const
     return sum;
 }
 
-double LanqorParametricStarkLevels::evaluate(const double *x)
+double LanqorParametricStarkLevelsPrivate::evaluate(const double *x, QString &error)
 {
     if (!assignChargeFactors(x))
         return infeasibleResponse;
     double *values = chargeFactors.data();
     starkLevels.setChargeFactors(values);
     starkLevels.calculateStarkLevels();
-    if (!starkLevels.getLastError().isEmpty()) {
-        setLastError(starkLevels.getLastError());
+    error = starkLevels.getLastError();
+    if (!error.isEmpty())
         return infeasibleResponse;
-    }
     const double response = misfit();
     return std::isfinite(response) ? response : infeasibleResponse;
 }
@@ -238,63 +333,99 @@ bool LanqorParametricStarkLevels::runParametrization(const int &n, double *&x)
 {
     LanqorAbstractParametric::runParametrization(n, x);
     responseFunction = infeasibleResponse;
-    if (!isSetupChecked)
+    if (!d->isSetupChecked)
         checkSetup();
-    if (!isSetupValid)
+    if (!d->isSetupValid)
         return true;
-    if (n != groups.size() || !x) {
+    if (n != d->groups.size() || !x) {
         setLastError(tr("The trial has %1 charge factors, but there are %2 groups of atoms.")
                          .arg(n)
-                         .arg(groups.size()));
+                         .arg(d->groups.size()));
         return true;
     }
-    responseFunction = evaluate(x);
+    QString error;
+    responseFunction = d->evaluate(x, error);
+    if (!error.isEmpty())
+        setLastError(error);
     if (responseFunction < bestResponse) {
         bestResponse = responseFunction;
-        keepBest(x);
+        d->keepBest(x, getPointNumber());
+        // A failure is told once, not at each of some hundred improvements.
+        if (!d->baseName.isEmpty() && !d->isWritingGivenUp) {
+            error = d->writeProgress(bestResponse);
+            d->isWritingGivenUp = !(error.isEmpty() || failWith(error)) || !createOuputFile();
+        }
     }
     return true;
 }
 
-void LanqorParametricStarkLevels::keepBest(const double *x)
+void LanqorParametricStarkLevelsPrivate::keepBest(const double *x, int point)
 {
     bestChargeFactors = QVector<double>(x, x + groups.size());
-    bestPoint = getPointNumber();
+    bestPoint = point;
     bestLevels.clear();
     for (int J = 0; J <= starkMatrix::maximumJ; ++J)
         bestLevels.append(starkLevels.getSortedStarkLevels(J));
-    // A failure is told once, not at each of some hundred improvements.
-    if (!baseName.isEmpty() && !isWritingGivenUp)
-        isWritingGivenUp = !writeProgress() || !createOuputFile();
 }
 
-bool LanqorParametricStarkLevels::writeProgress()
+/// Appends a line to the progress file; returns why that failed.
+QString LanqorParametricStarkLevelsPrivate::writeProgress(double response)
 {
     if (!progress) {
         progress = std::make_unique<QFile>(baseName + QStringLiteral(".progress"));
         progress->open(QIODevice::WriteOnly | QIODevice::Append);
     }
-    const QByteArray line = QByteArray::number(getPointNumber()) + "  " +
-                            QByteArray::number(responseFunction, 'g', 10) + "\n";
-    return (progress->isOpen() && progress->write(line) == line.size() && progress->flush()) ||
-           failWith(tr("The progress of the fit cannot be written to %1: %2")
-                        .arg(progress->fileName(), progress->errorString()));
+    const QByteArray line =
+        QByteArray::number(bestPoint) + "  " + QByteArray::number(response, 'g', 10) + "\n";
+    if (progress->isOpen() && progress->write(line) == line.size() && progress->flush())
+        return QString();
+    return LanqorParametricStarkLevels::tr("The progress of the fit cannot be written to %1: %2")
+        .arg(progress->fileName(), progress->errorString());
 }
 
 bool LanqorParametricStarkLevels::createOuputFile()
 {
-    if (baseName.isEmpty() || bestLevels.isEmpty())
+    if (d->baseName.isEmpty() || d->bestLevels.isEmpty())
         return failWith(tr("There is no result of a fit to write, or no name for its file."));
-    const QString fileName = baseName + QStringLiteral(".stark");
+    const QString fileName = d->baseName + QStringLiteral(".stark");
     QString error;
     return reportText::writeFile(fileName, getReport(), error) ||
            failWith(tr("The report %1 cannot be written: %2").arg(fileName, error));
 }
 
+double LanqorParametricStarkLevels::getBestChargeFactor(const int &index) const
+{
+    return d->bestChargeFactors.value(index);
+}
+
 QString LanqorParametricStarkLevels::getReport() const
 {
-    if (bestLevels.isEmpty())
-        return QString();
-    return starkFitReport({structureFile, effectiveCharge, bestResponse, bestPoint, groups,
-                           bestChargeFactors, transitions, bestLevels, requiredCitations});
+    const StarkFitResults results = getResults();
+    return results.hasFeasiblePoint ? starkFitReport(results) : QString();
+}
+
+StarkFitResults LanqorParametricStarkLevels::getResults() const
+{
+    StarkFitResults results;
+    results.hasFeasiblePoint = !d->bestLevels.isEmpty();
+    results.structureFile = d->structureFile;
+    results.effectiveCharge = d->effectiveCharge;
+    results.response = bestResponse;
+    results.bestPoint = d->bestPoint;
+    results.points = pointNumber;
+    results.levels = d->bestLevels;
+    results.citations = requiredCitations;
+    if (!results.hasFeasiblePoint)
+        return results;
+    for (const ParametersGroup &group : d->groups) {
+        const Limits limits = d->limitsOf(group);
+        results.groups.append({group, d->bestChargeFactors.value(results.groups.size()),
+                               limits.minimum, limits.maximum});
+    }
+    for (const TransitionValues &t : d->transitions) {
+        const QVector<double> &levels = d->bestLevels.at(t.level);
+        results.transitions.append({t.level, t.offset, t.energyLow - t.offset,
+                                    t.energyHigh - t.offset, levels.first(), levels.last()});
+    }
+    return results;
 }

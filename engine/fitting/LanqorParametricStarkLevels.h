@@ -3,17 +3,16 @@
 #include <LanqorEngine/ChargeFactorsGroup.h>
 #include <LanqorEngine/GLimits.h>
 #include <LanqorEngine/LanqorAbstractParametric.h>
-#include <LanqorEngine/LanqorStarkLevels.h>
 #include <LanqorEngine/ParametersGroup.h>
+#include <LanqorEngine/StarkFitResults.h>
 #include <LanqorEngine/TransitionValues.h>
 
 #include <QString>
-#include <QStringList>
 #include <QVector>
 
 #include <memory>
 
-class QFile;
+class LanqorParametricStarkLevelsPrivate;
 
 /// Fits the charge factors g of groups of coordinated atoms to the measured lowest and highest
 /// sublevels of 7FJ manifolds of Eu3+, cm^-1.
@@ -82,55 +81,23 @@ public:
     /// coordination number (that of 6 or 9 beyond these) and the mean radius of the coordinated
     /// O, N and F, in Bohr radii; others have no radius. 0 without a structure.
     double calculateEffectiveCharge();
-    double getEffectiveCharge() const { return effectiveCharge; }
+    double getEffectiveCharge() const;
 
     /// Writes the report of the best trial to the base name plus ".stark". False without a name or
     /// a feasible trial, and when the file cannot be written.
     bool createOuputFile();
+    /// The best trial so far.
+    StarkFitResults getResults() const;
     /// Text of the report of the best trial; empty before there is one.
     QString getReport() const;
 
     /// Charge factor of group @p index (0-based) in the best trial; 0 before there is one.
-    double getBestChargeFactor(const int &index) const { return bestChargeFactors.value(index); }
-    QString getAtomLabel(const int &i) const { return starkLevels.getAtomLabel(i); }
-    int getAtomsNumber() const { return starkLevels.getAtomsNumber(); }
+    double getBestChargeFactor(const int &index) const;
+    /// Symbol of atom @p i of the geometry, 1-based; empty outside it.
+    QString getAtomLabel(const int &i) const;
+    /// Number of the coordinated atoms; 0 when the structure cannot be used.
+    int getAtomsNumber() const;
 
 private:
-    /// Limits of g of one coordinated atom.
-    struct Limits
-    {
-        double minimum;
-        double maximum;
-    };
-
-    QString setupError() const;
-    QString groupsError() const;
-    void prepareLimits();
-    bool assignChargeFactors(const double *x);
-    double misfit() const;
-    double evaluate(const double *x);
-    void keepBest(const double *x);
-    bool writeProgress();
-    void forgetBest();
-
-    QString structureFile;
-    LanqorStarkLevels starkLevels;
-    QStringList atomLabels; // of atoms 1 .. N+1
-    QVector<ParametersGroup> groups;
-    QVector<TransitionValues> transitions;
-    QVector<GLimits> gLimits;
-    int coordNumber;
-    QString baseName;
-    double effectiveCharge = 0.0;
-
-    bool isSetupChecked = false;
-    bool isSetupValid = false;
-    bool isWritingGivenUp = false;
-    QVector<Limits> limitsByAtom;  // by atom number
-    QVector<double> chargeFactors; // by atom number, N+2 entries
-    std::unique_ptr<QFile> progress;
-
-    int bestPoint = 0;                   // number of the evaluation
-    QVector<double> bestChargeFactors;   // by group
-    QVector<QVector<double>> bestLevels; // sorted, by J
+    std::unique_ptr<LanqorParametricStarkLevelsPrivate> d;
 };

@@ -6,32 +6,15 @@
 #include <LanqorEngine/LanqorAbstractParametric.h>
 #include <LanqorEngine/LanqorOmega.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace intensityFit {
 
-double squaredDeviation(double expected, double calculated)
-{
-    const double difference = (expected - calculated) * 1.0e20;
-    return difference * difference;
-}
+namespace {
 
-void setChargeFactorsAndAlphas(LanqorOmega &omega, QVector<double> &g, QVector<double> &alpha)
-{
-    double *chargeFactors = g.data();
-    double *alphas = alpha.data();
-    omega.setChargeFactorAndAlpha(chargeFactors, alphas);
-}
-
-bool calcFirst(LanqorOmega &omega, int coordNumber, QVector<double> &g, QVector<double> &alpha)
-{
-    g.fill(1.0, coordNumber + 2);
-    alpha.fill(lanqor::cm3PerCubicAngstrom, coordNumber + 2);
-    omega.setCoordNumber(coordNumber); // before the arrays: it tells their length
-    setChargeFactorsAndAlphas(omega, g, alpha);
-    return omega.calcOmega();
-}
-
+/// Passes the messages of a fit's calculation on; a failure becomes the last error of the fit
+/// before it is told.
 void relayMessages(const LanqorOmega &omega, LanqorAbstractParametric &fit)
 {
     QObject::connect(
@@ -44,19 +27,22 @@ void relayMessages(const LanqorOmega &omega, LanqorAbstractParametric &fit)
         Qt::DirectConnection); // the fit may run in another thread than its own
 }
 
-std::array<double, 7> omegaOf(const LanqorOmega &omega)
+/// Squared difference of two Omega(lambda), given in cm^2, in units of 1e-20 cm^2.
+double squaredDeviation(double expected, double calculated)
 {
-    std::array<double, 7> values{};
-    for (const int lambda : {2, 4, 6})
-        values[static_cast<std::size_t>(lambda)] = omega.getOmega(lambda);
-    return values;
+    const double difference = (expected - calculated) * 1.0e20;
+    return difference * difference;
 }
 
-double valueOf(const std::array<double, 7> &omega, int lambda)
+/// Hands g and alpha (cm^3), by atom number, to a calculation.
+void setChargeFactorsAndAlphas(LanqorOmega &omega, QVector<double> &g, QVector<double> &alpha)
 {
-    return lambda == 2 || lambda == 4 || lambda == 6 ? omega[static_cast<std::size_t>(lambda)]
-                                                     : 0.0;
+    double *chargeFactors = g.data();
+    double *alphas = alpha.data();
+    omega.setChargeFactorAndAlpha(chargeFactors, alphas);
 }
+
+} // namespace
 
 double startingFraction(int number, int index)
 {
@@ -77,6 +63,136 @@ QString citations()
     return ::citations::intensityModel() +
            QStringLiteral("Generalised simulated annealing: C. Tsallis, D. A. Stariolo, Physica A "
                           "233, 395 (1996).\n");
+}
+
+Problem::Problem(int chargeModel, const BoundsTable &boundsTable)
+    : chargeModel(chargeModel)
+    , boundsTable(boundsTable)
+{}
+
+Problem::~Problem() = default;
+
+std::unique_ptr<LanqorOmega> Problem::makeOmega() const
+{
+    return std::make_unique<LanqorOmega>(nullptr, chargeModel, mopacOutput, QString());
+}
+
+QString Problem::readGeometry(const QString &fileName)
+{
+    mopacOutput = fileName;
+    omega = makeOmega();
+    forgetSetup();
+    return omega->getLastError();
+}
+
+QString Problem::getAtomLabel(int atom) const
+{
+    return omega->getAtomLabel(atom);
+}
+
+void Problem::setCoordNumber(int number)
+{
+    coordNumber = number;
+    forgetSetup();
+}
+
+QString Problem::coordinationError() const
+{
+    if (coordNumber >= 1 && !getAtomLabel(coordNumber + 1).isEmpty())
+        return QString();
+    return getAtomLabel(1).isEmpty()
+               ? omega->getLastError()
+               : LanqorAbstractParametric::tr("The coordination number is %1, which does not fit "
+                                              "the geometry of %2.")
+                     .arg(coordNumber)
+                     .arg(mopacOutput);
+}
+
+QString Problem::prepareTrials()
+{
+    bounds.assign(2, ChargeFactorBounds());
+    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
+        // An element in no class keeps the bounds of the atom before it.
+        bounds.push_back(bounds.back());
+        boundsTable.update(getAtomLabel(atom), bounds.back());
+    }
+    g.fill(1.0, coordNumber + 2);
+    alpha.fill(lanqor::cm3PerCubicAngstrom, coordNumber + 2);
+    omega->setCoordNumber(coordNumber); // before the arrays: it tells their length
+    setChargeFactorsAndAlphas(*omega, g, alpha);
+    return omega->calcOmega() ? QString() : omega->getLastError();
+}
+
+void Problem::keepSetup(const QString &error)
+{
+    setup = error.isEmpty() ? Setup::Valid : Setup::Wrong;
+    checkedCount = -1;
+}
+
+bool Problem::isTrialWithinBounds() const
+{
+    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
+        if (!isWithinBounds(g.at(atom), alpha.at(atom), bounds[static_cast<std::size_t>(atom)],
+                            boundsTable.maximumAlpha))
+            return false;
+    }
+    return true;
+}
+
+double Problem::calcMisfit(double weight2, double weight4, double weight6)
+{
+    setChargeFactorsAndAlphas(*omega, g, alpha);
+    omega->calcOmega();
+    return weight2 * squaredDeviation(omegaExp2, omega->getOmega(2)) +
+           weight4 * squaredDeviation(omegaExp4, omega->getOmega(4)) +
+           weight6 * squaredDeviation(0.0, omega->getOmega(6));
+}
+
+void Problem::keepBest()
+{
+    bestG.resize(g.size());
+    bestAlpha.resize(alpha.size());
+    std::copy(g.cbegin(), g.cend(), bestG.begin());
+    std::copy(alpha.cbegin(), alpha.cend(), bestAlpha.begin());
+    for (const int lambda : {2, 4, 6})
+        bestOmega[static_cast<std::size_t>(lambda)] = omega->getOmega(lambda);
+}
+
+double Problem::getBestOmega(int lambda) const
+{
+    return lambda == 2 || lambda == 4 || lambda == 6 ? bestOmega[static_cast<std::size_t>(lambda)]
+                                                     : 0.0;
+}
+
+QVector<FittedOmega> Problem::compareOmega(double weight2, double weight4, double weight6) const
+{
+    return {{2, omegaExp2, getBestOmega(2), weight2},
+            {4, omegaExp4, getBestOmega(4), weight4},
+            {6, qQNaN(), getBestOmega(6), weight6}};
+}
+
+ChargeFactorBounds Problem::boundsOf(int atom) const
+{
+    const auto index = static_cast<std::size_t>(atom);
+    return index < bounds.size() ? bounds[index] : ChargeFactorBounds();
+}
+
+std::unique_ptr<LanqorOmega> Problem::makeBestCalculation(LanqorAbstractParametric &fit,
+                                                          const QString &requiredCitations)
+{
+    std::unique_ptr<LanqorOmega> best = makeOmega();
+    relayMessages(*best, fit);
+    best->setRefractiveIndex(refractiveIndex);
+    best->setCoordNumber(coordNumber);
+    setBestValues(*best);
+    best->setOmegaPrintingOptions(printingOptions);
+    best->setRequiredCitations(::citations::required(best->getMopacCitation(), requiredCitations));
+    return best;
+}
+
+void Problem::setBestValues(LanqorOmega &calculation)
+{
+    setChargeFactorsAndAlphas(calculation, bestG, bestAlpha);
 }
 
 } // namespace intensityFit

@@ -13,25 +13,26 @@ using reportText::fixed;
 
 namespace {
 
-QString head(const StarkFitResult &result)
+QString head(const StarkFitResults &results)
 {
     return LanqorInputData::LANQORTitle +
            QStringLiteral("\n\n\nThe data shown below were calculated from the geometry read in "
                           "following file: \n") +
-           result.structureFile + QStringLiteral("\n\n Effective charge = ") +
-           fixed(result.effectiveCharge, 4) + QStringLiteral("\n Response = ") +
-           fixed(result.response, 4) + QStringLiteral(" cm^-1, at point %1\n\n").arg(result.point);
+           results.structureFile + QStringLiteral("\n\n Effective charge = ") +
+           fixed(results.effectiveCharge, 4) + QStringLiteral("\n Response = ") +
+           fixed(results.response, 4) +
+           QStringLiteral(" cm^-1, at point %1\n\n").arg(results.bestPoint);
 }
 
-QString chargeFactors(const StarkFitResult &result)
+QString chargeFactors(const StarkFitResults &results)
 {
     QString text = starkReport::heading(QStringLiteral("Charge Factors of the Groups")) +
                    QStringLiteral("             g  Group and its atoms\n");
-    for (int i = 0; i < result.groups.size(); ++i) {
-        QStringList words{result.groups.at(i).name};
-        for (const int atom : result.groups.at(i).atoms)
+    for (const StarkFitGroup &fitted : results.groups) {
+        QStringList words{fitted.group.name};
+        for (const int atom : fitted.group.atoms)
             words.append(QString::number(atom));
-        text += fixed(result.chargeFactors.value(i), 6, 14) + QStringLiteral("  ") +
+        text += fixed(fitted.chargeFactor, 6, 14) + QStringLiteral("  ") +
                 words.join(QLatin1Char(' ')) + QLatin1Char('\n');
     }
     return text + QLatin1Char('\n');
@@ -43,24 +44,17 @@ QString comparison(const QString &name, double computed, double measured)
            fixed(computed - measured, 2, 12) + QLatin1Char('\n');
 }
 
-QString transitions(const StarkFitResult &result)
+QString transitions(const StarkFitResults &results)
 {
     QString text = starkReport::heading(QStringLiteral("Computed and Measured Levels / cm^-1")) +
                    QStringLiteral(" Measured levels less the offset.\n\n");
-    for (const TransitionValues &transition : result.transitions) {
-        const QVector<double> levels = result.levels.value(transition.level);
-        if (levels.isEmpty())
-            continue;
-        const double low = transition.energyLow - transition.offset;
-        const double high = transition.energyHigh - transition.offset;
-        text += QStringLiteral(" 7F%1, offset %2\n")
-                    .arg(transition.level)
-                    .arg(fixed(transition.offset, 2)) +
+    for (const StarkFitTransition &t : results.transitions) {
+        text += QStringLiteral(" 7F%1, offset %2\n").arg(t.level).arg(fixed(t.offset, 2)) +
                 QStringLiteral("                computed    measured  difference\n") +
-                comparison(QStringLiteral("lowest"), levels.first(), low) +
-                comparison(QStringLiteral("highest"), levels.last(), high) +
-                comparison(QStringLiteral("splitting"), levels.last() - levels.first(),
-                           std::abs(high - low)) +
+                comparison(QStringLiteral("lowest"), t.computedLow, t.measuredLow) +
+                comparison(QStringLiteral("highest"), t.computedHigh, t.measuredHigh) +
+                comparison(QStringLiteral("splitting"), t.computedHigh - t.computedLow,
+                           std::abs(t.measuredHigh - t.measuredLow)) +
                 QLatin1Char('\n');
     }
     return text;
@@ -68,8 +62,8 @@ QString transitions(const StarkFitResult &result)
 
 } // namespace
 
-QString starkFitReport(const StarkFitResult &result)
+QString starkFitReport(const StarkFitResults &results)
 {
-    return head(result) + chargeFactors(result) + transitions(result) +
-           starkReport::levelTable(result.levels) + result.citations;
+    return head(results) + chargeFactors(results) + transitions(results) +
+           starkReport::levelTable(results.levels) + results.citations;
 }

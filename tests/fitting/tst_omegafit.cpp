@@ -88,7 +88,7 @@ double bestOnGrid(const QVector<CoordSPH> &sphere, double omega2, double omega4)
         for (int k = 0; k <= cells; ++k) {
             const double alpha = 0.005 + k * 6.495 / cells;
             plainOmega::Result omega;
-            for (const std::size_t rank : {2U, 4U})
+            for (const int rank : {2, 4})
                 omega.total[rank] = ofG[rank] * g * g + ofAlpha[rank] * alpha * alpha +
                                     (both[rank] - ofG[rank] - ofAlpha[rank]) * g * alpha;
             best = std::min(best, misfit(omega, omega2, omega4));
@@ -314,7 +314,7 @@ private Q_SLOTS:
             QCOMPARE(anneal(*fit, fit->makeStartingVector(1)), 225000);
             for (const int lambda : {2, 4})
                 COMPARE_NEAR(fit->getBestOmega(lambda) / omegaUnit,
-                             wanted.total[std::size_t(lambda)] / omegaUnit, 0.005);
+                             wanted.total[lambda] / omegaUnit, 0.005);
             report = fit->getReport();
             QCOMPARE(report.toUtf8(), testSupport::readAll(omg));
         }
@@ -329,7 +329,7 @@ private Q_SLOTS:
         const auto again = plainOmega::omega(sphere, g, alpha);
         for (const int lambda : {2, 4, 6}) {
             const double shown = printed(reports[0], QStringLiteral("omega(%1)").arg(lambda));
-            const double recomputed = again.total[std::size_t(lambda)] / omegaUnit;
+            const double recomputed = again.total[lambda] / omegaUnit;
             // Two decimals are printed, and g and alpha have four.
             COMPARE_NEAR(recomputed, shown, 0.005 + 1.0e-3 * (1.0 + shown));
         }

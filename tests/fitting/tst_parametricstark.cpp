@@ -1,5 +1,6 @@
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorParametricStarkLevels.h>
+#include <LanqorEngine/LanqorStarkLevels.h>
 
 #include "../intensity/testSpheres.h"
 #include "TestSupport.h"

@@ -208,7 +208,7 @@ private Q_SLOTS:
             const auto omega = problem.plainValues({best.Q, best.D, best.C});
             for (const int lambda : {2, 4, 6}) {
                 const double fitted = problem.fit.getBestOmega(lambda) / omegaUnit;
-                COMPARE_NEAR(omega.total[std::size_t(lambda)] / omegaUnit, fitted, 1.0e-9);
+                COMPARE_NEAR(omega.total[lambda] / omegaUnit, fitted, 1.0e-9);
                 COMPARE_NEAR(printed(report, QStringLiteral("omega(%1)").arg(lambda)), fitted,
                              0.00501);
             }
