@@ -5,6 +5,7 @@
 #include "options/freeIonOptions.h"
 #include "text.h"
 
+#include <LanqorEngine/LanqorFitStarts.h>
 #include <LanqorEngine/LanqorGSA.h>
 #include <LanqorEngine/LanqorParametricEnergyLevels.h>
 
@@ -102,18 +103,21 @@ int fitLevelsCommand(const QStringList &arguments)
                                .arg(request.fileName)};
     cli::enterDataFolder();
 
-    LanqorParametricEnergyLevels fit(nullptr, request.ion.electrons, request.fileName);
-    if (!fit.getLastError().isEmpty())
-        cli::failOf(fit);
-    cli::showMessages(fit);
-    fit.setEnergyLevelsExp(measured);
-    double start[] = {request.ion.F2, request.ion.F4, request.ion.F6, request.ion.zeta};
-    double *x = start;
-    LanqorAbstractParametric *target = &fit;
-    LanqorGSA annealing(nullptr, 4, x, target);
+    LanqorFitStarts starts(1, [&](int) {
+        auto fit = std::make_unique<LanqorParametricEnergyLevels>(nullptr, request.ion.electrons,
+                                                                  request.fileName);
+        if (!fit->getLastError().isEmpty())
+            cli::failOf(*fit);
+        cli::showMessages(*fit);
+        fit->setEnergyLevelsExp(measured);
+        const cli::FreeIon &ion = request.ion;
+        return FitStart{std::move(fit), {ion.F2, ion.F4, ion.F6, ion.zeta}};
+    });
+    LanqorGSA &annealing = *starts.getAnnealing(1);
     annealing.setNStopMax(request.stepsPerCycle);
     annealing.setGSAParameters(2.5, 2.5, 2.5, request.temperature);
-    const cli::FitEnd end = cli::runFits({&annealing});
+    const cli::FitEnd end = cli::runFits(starts);
+    auto &fit = *qobject_cast<LanqorParametricEnergyLevels *>(starts.getBest());
     if (end == cli::FitEnd::Interrupted)
         fit.endOfParametrization(); // the minimiser has not
     if (fit.getSummary().isEmpty())

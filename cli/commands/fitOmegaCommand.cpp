@@ -1,10 +1,10 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "commands/intensityFit.h"
 #include "options/OptionReader.h"
 #include "options/intensityFitOptions.h"
 #include "text.h"
 
-#include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorParametric.h>
 
 namespace {
@@ -14,25 +14,6 @@ using cli::tr;
 using Groups = QMap<int, QStringList>;
 
 constexpr double cm3PerCubicAngstrom = 1.0e-24;
-
-/// One group for each element, in the order of its first atom.
-Groups groupsByElement(const cli::IntensityFitOptions &options)
-{
-    Groups groups;
-    LanqorInputData geometry(nullptr, options.fileName);
-    if (!geometry.readMopacOutFile(false))
-        return groups;
-    QStringList elements;
-    for (int atom = 2; atom <= options.coordNumber + 1 && atom <= geometry.getCoord().size();
-         ++atom) {
-        const QString element = geometry.getAtomLabel(atom);
-        if (!elements.contains(element))
-            elements.append(element);
-        groups[elements.indexOf(element) + 1].append(
-            QStringLiteral("%1 %2").arg(element).arg(atom));
-    }
-    return groups;
-}
 
 /// Reads "1: O 2, O 3; 2: N 4".
 Groups parseGroups(const QString &text)
@@ -57,19 +38,23 @@ Groups parseGroups(const QString &text)
 }
 
 /// Group, g and alpha of the best point.
-QString groupTable(const Groups &groups, const LanqorParametric &fit)
+QString groupTable(const QVector<OmegaFitGroup> &groups)
 {
     QString text = tr("  group          g  alpha / A^3  atoms\n");
-    for (auto group = groups.begin(); group != groups.end(); ++group) {
-        const int atom =
-            group->isEmpty() ? 0 : group->first().section(QLatin1Char(' '), -1).toInt();
-        text += QString::number(group.key()).rightJustified(7) +
-                QString::number(fit.getBestChargeFactor(atom), 'f', 4).rightJustified(11) +
-                QString::number(fit.getBestAlpha(atom) / cm3PerCubicAngstrom, 'f', 4)
-                    .rightJustified(13) +
-                QStringLiteral("  ") + group->join(QStringLiteral(", ")) + QLatin1Char('\n');
-    }
+    for (const OmegaFitGroup &group : groups)
+        text += cli::column(group.number, 7) + cli::column(group.donor.chargeFactor, 4, 11) +
+                cli::column(group.donor.alpha / cm3PerCubicAngstrom, 4, 13) + QStringLiteral("  ") +
+                group.atoms.join(QStringLiteral(", ")) + QLatin1Char('\n');
     return text + QLatin1Char('\n');
+}
+
+/// A note on weights of Omega(2) and Omega(4) that a file gave.
+void noteWeights(const QVector<FittedOmega> &omega)
+{
+    if (omega.at(0).weight != 1.0 || omega.at(1).weight != 1.0)
+        cli::note(tr("lanqor: weights %1 and %2 were read from pesos.txt")
+                      .arg(omega.at(0).weight)
+                      .arg(omega.at(1).weight));
 }
 
 void describe(cli::OptionReader &reader)
@@ -101,29 +86,24 @@ int fitOmegaCommand(const QStringList &arguments)
     describe(reader);
     reader.parse(arguments);
     const cli::IntensityFitOptions options = cli::readIntensityFitOptions(reader);
-    const Groups groups =
-        reader.isSet("groups") ? parseGroups(reader.text("groups")) : groupsByElement(options);
+    const Groups groups = reader.isSet("groups") ? parseGroups(reader.text("groups")) : Groups();
 
     const auto outcome = cli::runIntensityFit<LanqorParametric>(options, [&] {
-        auto made = std::make_unique<LanqorParametric>(nullptr, options.fileName, 0);
-        cli::setUp(*made, options);
-        made->setGroupsAndAtoms(groups);
-        return made;
+        auto fit = std::make_unique<LanqorParametric>(nullptr, options.fileName, 0);
+        fit->setCoordNumber(options.coordNumber);
+        fit->setGroupsAndAtoms(groups.isEmpty() ? fit->makeElementGroups() : groups);
+        return fit;
     });
-    if (!outcome.best)
+    if (!outcome.hasReport)
         return outcome.status;
-    const LanqorParametric &fit = *outcome.best;
-    if (fit.getWeight(2) != 1.0 || fit.getWeight(4) != 1.0)
-        cli::note(tr("lanqor: weights %1 and %2 were read from pesos.txt")
-                      .arg(fit.getWeight(2))
-                      .arg(fit.getWeight(4)));
+    const OmegaFitResults &results = outcome.results;
+    noteWeights(results.omega);
+    cli::noteMissedTargets(results.omega,
+                           tr("Other groups of atoms or more starts (--starts) may come nearer; "
+                              "some geometries cannot give some pairs of values."));
     cli::printFit(options, outcome.status,
-                  cli::fittedOmegaTable(
-                      options, [&](int lambda) { return fit.getBestOmega(lambda); },
-                      tr("Other groups of atoms or more starts (--starts) may come nearer; some "
-                         "geometries cannot give some pairs of values.")) +
-                      groupTable(groups, fit) +
-                      cli::responseLine(fit.getBestResponse(), outcome.points),
-                  fit.getReport());
+                  cli::omegaTable(results.omega) + groupTable(results.groups) +
+                      cli::responseLine(results.response, results.points),
+                  results.report);
     return outcome.status;
 }

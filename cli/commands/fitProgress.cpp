@@ -3,6 +3,7 @@
 #include "Command.h"
 #include "text.h"
 
+#include <LanqorEngine/LanqorFitStarts.h>
 #include <LanqorEngine/LanqorGSA.h>
 
 #include <QByteArray>
@@ -20,12 +21,9 @@ namespace cli {
 
 namespace {
 
-// A signal handler may touch nothing but lock-free atomics.
-std::atomic<bool> isInterrupted{false};
-
+/// A signal handler may touch nothing but lock-free atomics.
 void stopFits(int signal)
 {
-    isInterrupted = true;
     LanqorGSA::isStopParametrization = true;
     std::signal(signal, SIG_DFL);
 }
@@ -36,7 +34,6 @@ class SignalGuard
 public:
     SignalGuard()
     {
-        isInterrupted = false;
         std::signal(SIGINT, stopFits);
         std::signal(SIGTERM, stopFits);
     }
@@ -138,48 +135,46 @@ private:
     bool isBarShown = false;
 };
 
+/// Throws the error of a start that could not be made or failed.
+void checkStarts(const LanqorFitStarts &starts)
+{
+    const QString error = starts.getLastError();
+    if (!error.isEmpty())
+        throw Failure{error};
+}
+
 } // namespace
 
-FitEnd runFits(const std::vector<LanqorGSA *> &annealings)
+FitEnd runFits(LanqorFitStarts &starts)
 {
+    checkStarts(starts);
     const SignalGuard guard;
-    ProgressDisplay display(annealings.size());
-    std::mutex errorMutex;
-    QString error;
+    const int count = starts.getCount();
+    ProgressDisplay display{std::size_t(count)};
     const QObject receiver; // ends the connections
-    for (std::size_t run = 0; run < annealings.size(); ++run) {
+    for (int number = 1; number <= count; ++number)
         QObject::connect(
-            annealings[run], &LanqorGSA::pointsProgress, &receiver,
-            [&display, run](qint64 done, qint64 total, double best) {
-                display.update(run, done, total, best);
+            starts.getAnnealing(number), &LanqorGSA::pointsProgress, &receiver,
+            [&display, number](qint64 done, qint64 total, double best) {
+                display.update(std::size_t(number - 1), done, total, best);
             },
             Qt::DirectConnection);
-        QObject::connect(
-            annealings[run], &LanqorGSA::errorOmegaCalculation, &receiver,
-            [&error, &errorMutex](const QString &message) {
-                const std::lock_guard<std::mutex> lock(errorMutex);
-                error = message;
-            },
-            Qt::DirectConnection);
-    }
 
-    std::atomic<std::size_t> next{0};
+    std::atomic<int> next{1};
     const auto work = [&] {
-        for (std::size_t run = next++; run < annealings.size() && !isInterrupted; run = next++)
-            annealings[run]->initializeGSA();
+        for (int number = next++; number <= count; number = next++)
+            starts.run(number);
     };
-    const std::size_t threadCount =
-        std::min<std::size_t>(annealings.size(), std::max(1U, std::thread::hardware_concurrency()));
+    const int threadCount = std::min(count, int(std::max(1U, std::thread::hardware_concurrency())));
     std::vector<std::thread> threads;
-    for (std::size_t i = 1; i < threadCount; ++i)
+    for (int i = 1; i < threadCount; ++i)
         threads.emplace_back(work);
     work();
     for (std::thread &thread : threads)
         thread.join();
-    if (isInterrupted)
+    if (starts.isStopped())
         return FitEnd::Interrupted;
-    if (!error.isEmpty())
-        throw Failure{error};
+    checkStarts(starts);
     return FitEnd::Finished;
 }
 

@@ -1,5 +1,6 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "commands/intensityFit.h"
 #include "options/OptionReader.h"
 #include "options/intensityFitOptions.h"
 #include "text.h"
@@ -66,23 +67,22 @@ int fitQdcCommand(const QStringList &arguments)
         cli::note(QStringLiteral("lanqor: ") + indices.getLastError());
 
     const auto outcome = cli::runIntensityFit<LanqorParametricQDC>(options, [&] {
-        auto made = std::make_unique<LanqorParametricQDC>(nullptr, options.fileName, 0);
-        cli::setUp(*made, options);
-        made->setRestrictionValue(restriction);
-        made->setSuperDeslocalizability(&indices);
-        return made;
+        auto fit = std::make_unique<LanqorParametricQDC>(nullptr, options.fileName, 0);
+        fit->setCoordNumber(options.coordNumber);
+        fit->setRestrictionValue(restriction);
+        fit->setSuperDeslocalizability(&indices);
+        return fit;
     });
-    if (!outcome.best)
+    if (!outcome.hasReport)
         return outcome.status;
-    const LanqorParametricQDC &fit = *outcome.best;
+    const QdcFitResults &results = outcome.results;
+    cli::noteMissedTargets(results.omega,
+                           tr("The fit weighs them against Omega(6), which it drives to zero, and "
+                              "three parameters serve all atoms; more starts (--starts) may come "
+                              "nearer."));
     cli::printFit(options, outcome.status,
-                  cli::fittedOmegaTable(
-                      options, [&](int lambda) { return fit.getBestOmega(lambda); },
-                      tr("The fit weighs them against Omega(6), which it drives to zero, and "
-                         "three parameters serve all atoms; more starts (--starts) may come "
-                         "nearer.")) +
-                      parameterTable(fit.getParametersQDC()) +
-                      cli::responseLine(fit.getBestResponse(), outcome.points),
-                  fit.getReport());
+                  cli::omegaTable(results.omega) + parameterTable(results.parameters) +
+                      cli::responseLine(results.response, results.points),
+                  results.report);
     return outcome.status;
 }

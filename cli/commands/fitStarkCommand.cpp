@@ -5,6 +5,7 @@
 #include "options/complexOptions.h"
 #include "text.h"
 
+#include <LanqorEngine/LanqorFitStarts.h>
 #include <LanqorEngine/LanqorGSA.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorParametricStarkLevels.h>
@@ -117,25 +118,6 @@ FitFiles readFiles(const QString &baseName)
     return files;
 }
 
-/// Start of a group: its charge factor in the file, or 0.5, brought into the limits of its atoms.
-double startOf(const ParametersGroup &group, const FitFiles &files,
-               const LanqorParametricStarkLevels &fit)
-{
-    constexpr double usual = 0.5;
-    double g = usual;
-    for (const ChargeFactorsGroup &start : files.start) {
-        if (!group.atoms.isEmpty() && start.atoms.contains(group.atoms.first()))
-            g = start.chargeFactor;
-    }
-    for (const int atom : group.atoms) {
-        for (const GLimits &limits : files.limits) {
-            if (limits.name == fit.getAtomLabel(atom) && limits.minimum <= limits.maximum)
-                g = std::clamp(g, limits.minimum, limits.maximum);
-        }
-    }
-    return std::max(g, 0.0);
-}
-
 void addOptions(cli::OptionReader &options)
 {
     options.setDescription(tr(
@@ -165,21 +147,6 @@ void addOptions(cli::OptionReader &options)
     });
 }
 
-/// Runs the fit and prints its result; returns the exit status.
-int run(LanqorParametricStarkLevels &fit, QVector<double> &x, int stepsPerCycle)
-{
-    double *values = x.data();
-    LanqorAbstractParametric *target = &fit;
-    LanqorGSA annealing(nullptr, x.size(), values, target);
-    annealing.setNStopMax(stepsPerCycle);
-    const cli::FitEnd end = cli::runFits({&annealing});
-    const QString report = fit.getReport();
-    if (report.isEmpty())
-        throw cli::Failure{tr("no trial lay within the limits of the charge factors")};
-    cli::print(report);
-    return end == cli::FitEnd::Interrupted ? cli::interrupted : cli::success;
-}
-
 } // namespace
 
 int fitStarkCommand(const QStringList &arguments)
@@ -200,17 +167,24 @@ int fitStarkCommand(const QStringList &arguments)
     LanqorInputData geometry(nullptr, structure);
     const int coordNumber = cli::readSphere(options, geometry, structure);
 
-    LanqorParametricStarkLevels fit(nullptr, structure, coordNumber);
-    cli::showMessages(fit);
-    fit.setRO0(ro0);
-    fit.setParametersGroup(files.groups);
-    fit.setTransitionValues(files.transitions);
-    fit.setGLimits(files.limits);
-    fit.setFileName(baseName);
-    if (!fit.checkSetup())
-        cli::failOf(fit);
-    QVector<double> x;
-    for (const ParametersGroup &group : files.groups)
-        x.append(startOf(group, files, fit));
-    return run(fit, x, stepsPerCycle);
+    LanqorFitStarts starts(1, [&](int) {
+        auto fit = std::make_unique<LanqorParametricStarkLevels>(nullptr, structure, coordNumber);
+        cli::showMessages(*fit);
+        fit->setRO0(ro0);
+        fit->setParametersGroup(files.groups);
+        fit->setTransitionValues(files.transitions);
+        fit->setGLimits(files.limits);
+        fit->setFileName(baseName);
+        const QVector<double> vector = fit->makeStartingVector(files.start);
+        return FitStart{std::move(fit), vector};
+    });
+    if (starts.getCount() > 0)
+        starts.getAnnealing(1)->setNStopMax(stepsPerCycle);
+    const cli::FitEnd end = cli::runFits(starts);
+    const auto &fit = *qobject_cast<LanqorParametricStarkLevels *>(starts.getBest());
+    const QString report = fit.getReport();
+    if (report.isEmpty())
+        throw cli::Failure{tr("no trial lay within the limits of the charge factors")};
+    cli::print(report);
+    return end == cli::FitEnd::Interrupted ? cli::interrupted : cli::success;
 }

@@ -7,8 +7,6 @@
 
 #include <LanqorEngine/LanqorInputData.h>
 
-#include <cmath>
-
 namespace cli {
 
 namespace {
@@ -20,10 +18,11 @@ double readTarget(const OptionReader &reader, const char *option)
         tr("the measured intensity parameter in 1e-20 cm^2"));
 }
 
-/// Counts the coordinated atoms, unless their number is given.
-void readCoordNumber(const OptionReader &reader, IntensityFitOptions &options)
+/// Reads the geometry and counts the coordinated atoms, unless their number is given.
+void readGeometry(const OptionReader &reader, IntensityFitOptions &options)
 {
-    LanqorInputData geometry(nullptr, options.fileName);
+    options.geometry = std::make_unique<LanqorInputData>(nullptr, options.fileName);
+    LanqorInputData &geometry = *options.geometry;
     if (!geometry.readMopacOutFile(false) || !geometry.createSphericalCoordinate())
         failOf(geometry);
     if (reader.isSet("coordination"))
@@ -78,50 +77,8 @@ IntensityFitOptions readIntensityFitOptions(const OptionReader &reader)
     options.sections = sectionsOf(reader.text("print"));
     if (reader.isSet("coordination"))
         options.coordNumber = reader.count("coordination", maximumCoordination);
-    readCoordNumber(reader, options);
+    readGeometry(reader, options);
     return options;
-}
-
-QString fittedOmegaTable(const IntensityFitOptions &options,
-                         const std::function<double(int)> &fitted, const QString &advice)
-{
-    const auto number = [](double value) {
-        return QString::number(value, 'f', 2).rightJustified(12);
-    };
-    QString text = tr("Intensity parameters / 1e-20 cm^2\n\n"
-                      "  lambda    measured      fitted\n");
-    double largestGap = 0.0;
-    for (const int lambda : {2, 4, 6}) {
-        const double value = fitted(lambda) / omegaUnitCm2;
-        const double target = lambda == 2 ? options.omega2 : options.omega4;
-        if (lambda != 6)
-            largestGap = std::max(largestGap, std::abs(value - target));
-        text += QString::number(lambda).rightJustified(8) +
-                (lambda == 6 ? QString(11, QLatin1Char(' ')) + QLatin1Char('-') : number(target)) +
-                number(value) + QLatin1Char('\n');
-    }
-    constexpr double printedHalf = 0.005;
-    if (largestGap > printedHalf)
-        note(tr("lanqor: the targets were not reached: the best point found is off by %1e-20 "
-                "cm^2. %2")
-                 .arg(largestGap, 0, 'f', 2)
-                 .arg(advice));
-    return text + QLatin1Char('\n');
-}
-
-void printFit(const IntensityFitOptions &options, int status, const QString &summary,
-              const QString &report)
-{
-    print(summary);
-    if (options.report.isEmpty() || status == failure)
-        print(QLatin1Char('\n') + report);
-}
-
-QString responseLine(double response, qint64 points)
-{
-    return tr("Response %1 (1e-20 cm^2)^2, best of %2 points\n")
-        .arg(response, 0, 'g', 6)
-        .arg(points);
 }
 
 } // namespace cli

@@ -217,6 +217,22 @@ double LanqorParametric::getBestOmega(const int &lambda) const
     return d->problem.getBestOmega(lambda);
 }
 
+QMap<int, QStringList> LanqorParametric::makeElementGroups() const
+{
+    QMap<int, QStringList> groups;
+    QStringList elements;
+    for (int atom = 2; atom <= d->problem.getCoordNumber() + 1; ++atom) {
+        const QString element = d->problem.getAtomLabel(atom);
+        if (element.isEmpty())
+            break;
+        if (!elements.contains(element))
+            elements.append(element);
+        groups[elements.indexOf(element) + 1].append(
+            QStringLiteral("%1 %2").arg(element).arg(atom));
+    }
+    return groups;
+}
+
 /// The bounds of g that all atoms of a group share.
 std::vector<ChargeFactorBounds> LanqorParametricPrivate::boundsOfGroups() const
 {
@@ -271,21 +287,16 @@ OmegaFitResults LanqorParametric::getResults() const
 {
     const intensityFit::Problem &problem = d->problem;
     OmegaFitResults results;
-    results.hasFeasiblePoint = problem.hasBest();
-    results.omega = problem.compareOmega(d->weights[0], d->weights[1], 0.0);
+    problem.fill(results, d->weights[0], d->weights[1], 0.0);
     results.response = bestResponse;
     results.points = pointNumber;
-    results.report = problem.report;
     if (!problem.isSetupValid())
         return results;
     const std::vector<ChargeFactorBounds> bounds = d->boundsOfGroups();
     for (auto group = d->groupsAndAtoms.begin(); group != d->groupsAndAtoms.end(); ++group) {
         const int atom = d->groupOfAtom.indexOf(results.groups.size());
         const ChargeFactorBounds &shared = bounds[static_cast<std::size_t>(results.groups.size())];
-        results.groups.append({group.key(), *group, problem.getBestChargeFactor(atom),
-                               shared.minimum, shared.maximum, problem.getBestAlpha(atom),
-                               minimumAlpha * lanqor::cm3PerCubicAngstrom,
-                               maximumAlphaDirectFit * lanqor::cm3PerCubicAngstrom});
+        results.groups.append({group.key(), *group, problem.makeDonor(atom, shared)});
     }
     return results;
 }

@@ -40,6 +40,9 @@ public:
 
     /// Groups by number; each text names an atom by symbol and number ("O 2").
     void setGroupsAndAtoms(const QMap<int, QStringList> &groups);
+    /// One group for each element of the coordinated atoms, in the order of its first atom and
+    /// numbered from 1; needs the coordination number.
+    QMap<int, QStringList> makeElementGroups() const;
     /// Measured parameters, cm^2.
     void setOmegaExp(const double &omega2, const double &omega4);
     /// Of the medium, for the radiative rates of the report; 1.5 unless set.

@@ -262,24 +262,18 @@ QdcFitResults LanqorParametricQDC::getResults() const
 {
     const intensityFit::Problem &problem = d->problem;
     QdcFitResults results;
-    results.hasFeasiblePoint = problem.hasBest();
-    results.omega = problem.compareOmega(1.0, 1.0, 1.0);
+    problem.fill(results, 1.0, 1.0, 1.0);
     results.parameters = d->bestParameters;
     results.restrictionValue = d->restrictionValue;
     results.isRestricted = d->restrictionActive;
     results.response = bestResponse;
     results.points = pointNumber;
-    results.report = problem.report;
     if (!problem.isSetupValid() || !d->indices)
         return results;
     for (int atom = 2; atom <= problem.getCoordNumber() + 1; ++atom) {
-        const ChargeFactorBounds bounds = problem.boundsOf(atom);
         results.atoms.append({atom, problem.getAtomLabel(atom), d->indices->getAtomicCharge(atom),
                               d->indices->getSuperDeslocalizability(atom),
-                              problem.getBestChargeFactor(atom), bounds.minimum, bounds.maximum,
-                              problem.getBestAlpha(atom),
-                              minimumAlpha * lanqor::cm3PerCubicAngstrom,
-                              maximumAlphaQdcFit * lanqor::cm3PerCubicAngstrom});
+                              problem.makeDonor(atom, problem.boundsOf(atom))});
     }
     return results;
 }

@@ -71,6 +71,7 @@ public:
     QString setupError() const;
     QString groupsError() const;
     void prepareLimits();
+    double startOf(const ParametersGroup &group, const QVector<ChargeFactorsGroup> &start) const;
     Limits limitsOf(const ParametersGroup &group) const;
     bool assignChargeFactors(const double *x);
     double misfit() const;
@@ -251,6 +252,32 @@ void LanqorParametricStarkLevelsPrivate::prepareLimits()
         if (found != gLimits.end())
             limitsByAtom[atom] = {found->minimum, found->maximum};
     }
+}
+
+QVector<double>
+LanqorParametricStarkLevels::makeStartingVector(const QVector<ChargeFactorsGroup> &start)
+{
+    if (!d->isSetupChecked)
+        checkSetup();
+    QVector<double> vector;
+    for (int group = 0; d->isSetupValid && group < d->groups.size(); ++group)
+        vector.append(d->startOf(d->groups.at(group), start));
+    return vector;
+}
+
+double LanqorParametricStarkLevelsPrivate::startOf(const ParametersGroup &group,
+                                                   const QVector<ChargeFactorsGroup> &start) const
+{
+    constexpr double usual = 0.5; // source not known
+    double g = usual;
+    for (const ChargeFactorsGroup &given : start)
+        if (!group.atoms.isEmpty() && given.atoms.contains(group.atoms.first()))
+            g = given.chargeFactor;
+    for (const int atom : group.atoms)
+        for (const GLimits &limits : gLimits)
+            if (limits.name == atomLabels.at(atom - 1) && limits.minimum <= limits.maximum)
+                g = std::clamp(g, limits.minimum, limits.maximum);
+    return std::max(g, 0.0);
 }
 
 /// Those that all atoms of a group share; g is never negative.

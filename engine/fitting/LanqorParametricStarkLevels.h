@@ -74,6 +74,11 @@ public:
     /// J = 0 .. 6. Otherwise getLastError() tells what is wrong.
     bool checkSetup();
 
+    /// Vector from which to start, for each group the charge factor that @p start gives its first
+    /// atom, or 0.5, brought into the limits of its atoms. Empty, with the reason in
+    /// getLastError(), without a valid setup.
+    QVector<double> makeStartingVector(const QVector<ChargeFactorsGroup> &start);
+
     /// Evaluates one charge factor for each group; always true.
     bool runParametrization(const int &n, double *&x) override;
 

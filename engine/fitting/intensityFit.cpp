@@ -164,11 +164,24 @@ double Problem::getBestOmega(int lambda) const
                                                      : 0.0;
 }
 
-QVector<FittedOmega> Problem::compareOmega(double weight2, double weight4, double weight6) const
+FittedDonor Problem::makeDonor(int atom, const ChargeFactorBounds &ownBounds) const
 {
-    return {{2, omegaExp2, getBestOmega(2), weight2},
-            {4, omegaExp4, getBestOmega(4), weight4},
-            {6, qQNaN(), getBestOmega(6), weight6}};
+    return {bestG.value(atom),
+            ownBounds.minimum,
+            ownBounds.maximum,
+            bestAlpha.value(atom),
+            minimumAlpha * lanqor::cm3PerCubicAngstrom,
+            boundsTable.maximumAlpha * lanqor::cm3PerCubicAngstrom};
+}
+
+void Problem::fill(IntensityFitResults &results, double weight2, double weight4,
+                   double weight6) const
+{
+    results.hasFeasiblePoint = hasBest();
+    results.omega = {{2, omegaExp2, getBestOmega(2), weight2},
+                     {4, omegaExp4, getBestOmega(4), weight4},
+                     {6, qQNaN(), getBestOmega(6), weight6}};
+    results.report = report;
 }
 
 ChargeFactorBounds Problem::boundsOf(int atom) const

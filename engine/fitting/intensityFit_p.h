@@ -2,7 +2,7 @@
 
 #include "core/chargeFactorBounds_p.h"
 
-#include <LanqorEngine/FittedOmega.h>
+#include <LanqorEngine/IntensityFitResults.h>
 #include <LanqorEngine/OmegaPrintingOptions.h>
 
 #include <QString>
@@ -89,10 +89,12 @@ public:
     double getBestAlpha(int atom) const { return bestAlpha.value(atom); } ///< cm^3
     /// Omega(lambda), cm^2; 0 when lambda is not 2, 4 or 6 and before there is a best trial.
     double getBestOmega(int lambda) const;
-    /// Targets and best values of all Omega(lambda) with the weights of their differences.
-    QVector<FittedOmega> compareOmega(double weight2, double weight4, double weight6) const;
-    /// Of a coordinated atom; those of no element before prepareTrials().
+    /// Bounds of g of a coordinated atom; those of no element before prepareTrials().
     ChargeFactorBounds boundsOf(int atom) const;
+    /// Best g and alpha of an atom, with the bounds that are given for g.
+    FittedDonor makeDonor(int atom, const ChargeFactorBounds &ownBounds) const;
+    /// The results but for the response and the points, with the weights of the differences.
+    void fill(IntensityFitResults &results, double weight2, double weight4, double weight6) const;
 
     /// A calculation of its own at the best trial, for the report; its messages are those of
     /// @p fit, and a failure of it becomes the last error of the fit before it is told.

@@ -2,6 +2,7 @@
 #include "plainAnnealing.h"
 
 #include <LanqorEngine/LanqorAbstractParametric.h>
+#include <LanqorEngine/LanqorFitStarts.h>
 #include <LanqorEngine/LanqorGSA.h>
 
 #include <QtTest>
@@ -37,6 +38,7 @@ public:
         LanqorAbstractParametric::runParametrization(n, x);
         visited.emplace_back(x, x + n);
         responseFunction = response(visited.back());
+        bestResponse = std::min(bestResponse, responseFunction);
         const int count = static_cast<int>(visited.size());
         if (stopAt == count)
             LanqorGSA::isStopParametrization = true;
@@ -46,6 +48,11 @@ public:
         return false;
     }
     void endOfParametrization() override { ++ends; }
+    /// All responses are this one.
+    void setHeight(double value)
+    {
+        response = [value](const Vector &) { return value; };
+    }
 
     PlainAnnealing::Response response = bowl;
     std::vector<Vector> visited;
@@ -177,6 +184,77 @@ private Q_SLOTS:
         QVERIFY(LanqorGSA::isStopParametrization);
         const Annealing another(2, 100);
         QVERIFY(!LanqorGSA::isStopParametrization);
+    }
+
+    /// The best response counts, and of equal ones that of the lowest start; the object's own
+    /// vectors give the runs of callers' arrays.
+    void bestOfSeveralStarts()
+    {
+        const QVector<double> heights = {2.0, 1.0, 1.0, 3.0};
+        LanqorFitStarts starts(heights.size(), [&](int number) {
+            auto problem = std::make_unique<RecordedProblem>();
+            problem->setHeight(heights.at(number - 1));
+            return FitStart{std::move(problem), {1.0, double(number)}};
+        });
+        QCOMPARE(starts.getCount(), 4);
+        for (const int number : {4, 2, 3, 1}) { // whatever the order
+            starts.getAnnealing(number)->setNStopMax(100);
+            starts.run(number);
+        }
+        QCOMPARE(starts.getBestNumber(), 2);
+        QCOMPARE(starts.getPointNumber(), qint64(4 * 1500));
+        QVERIFY(starts.getLastError().isEmpty() && !starts.isStopped());
+
+        Annealing alone(2, 100);
+        alone.problem.setHeight(1.0);
+        alone.point = {1.0, 2.0};
+        alone.gsa.initializeGSA();
+        const auto *best = static_cast<RecordedProblem *>(starts.getBest());
+        QVERIFY(best->visited == alone.problem.visited);
+        const QVector<double> end = starts.getAnnealing(2)->getCurrentPoint();
+        QVERIFY(std::equal(end.begin(), end.end(), alone.point.begin(), alone.point.end()));
+    }
+
+    /// A stop in a start or between two ends all, also when an annealing that is made meanwhile
+    /// clears the flag.
+    void stopEndsAllStarts()
+    {
+        for (const bool isBetween : {false, true}) {
+            LanqorFitStarts starts(3, [&](int) {
+                auto problem = std::make_unique<RecordedProblem>();
+                problem->stopAt = isBetween ? 0 : 137;
+                return FitStart{std::move(problem), {1.0, 1.0}};
+            });
+            for (int number = 1; number <= 3; ++number)
+                starts.getAnnealing(number)->setNStopMax(100);
+            starts.run(1);
+            if (isBetween)
+                starts.stop();
+            const Annealing another(2, 100);
+            QVERIFY(!LanqorGSA::isStopParametrization);
+            starts.run(2);
+            starts.run(3);
+            QVERIFY(starts.isStopped());
+            QCOMPARE(starts.getPointNumber(), qint64(isBetween ? 1500 : 137));
+        }
+    }
+
+    /// A start without a vector, and one that is refused while it runs.
+    void startsThatFail()
+    {
+        for (const bool isAtOnce : {true, false}) {
+            LanqorFitStarts starts(3, [&](int number) {
+                auto problem = std::make_unique<RecordedProblem>();
+                problem->setLastError(QStringLiteral("refused"));
+                problem->refuseFrom = number > 1 ? 1 : 0;
+                const bool hasVector = !isAtOnce || number < 2;
+                return FitStart{std::move(problem),
+                                hasVector ? QVector<double>{1.0} : QVector<double>()};
+            });
+            QCOMPARE(starts.getCount(), isAtOnce ? 0 : 3);
+            starts.run(2);
+            QCOMPARE(starts.getLastError(), QStringLiteral("refused"));
+        }
     }
 
     /// Refusals count at the start of a cycle only.
