@@ -13,6 +13,8 @@ packages=(
     libqwt-qt5-dev libqt5svg5-dev fonts-dejavu-core
     # outside programs that tests check written files with
     mopac openbabel
+    # sources of the German locale in which a test runs the program
+    locales
 )
 if [[ ${1:-} == --bench ]]; then
     packages+=(libbenchmark-dev libgsl-dev python3-scipy)

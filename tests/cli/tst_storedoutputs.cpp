@@ -1,0 +1,139 @@
+#include "TestSupport.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+/// Surroundings that must not change a byte: another language, with a decimal comma in force in the
+/// C library, another time zone and number of threads.
+QMap<QString, QString> abroad(const QString &localeFolder)
+{
+    return {{QStringLiteral("LOCPATH"), localeFolder},
+            {QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8")},
+            {QStringLiteral("LANGUAGE"), QStringLiteral("en")}, // of the messages of the system
+            {QStringLiteral("TZ"), QStringLiteral("Asia/Kolkata")},
+            {QStringLiteral("OMP_NUM_THREADS"), QStringLiteral("7")}};
+}
+
+/// Text without what differs from run to run: the version, the date, the speed of a fit and all of
+/// its progress but the end.
+QString lasting(QString text)
+{
+    static const QRegularExpression version(QStringLiteral("(?<=Version )[\\d.]+"));
+    static const QRegularExpression date(QStringLiteral("\\d{4}-\\d\\d-\\d\\dT[\\d:]{8}"));
+    static const QRegularExpression progress(QStringLiteral("(?m)^ *\\d?\\d % of .*\\n"));
+    static const QRegularExpression speed(QStringLiteral(" \\S+/s,"));
+    return text.remove(version).remove(date).remove(progress).remove(speed);
+}
+
+/// Path of "tests/data/..." or "examples/data/...", or of "corpus:..."; empty when it is not there.
+QString originOf(const QString &name)
+{
+    const QString corpus = QStringLiteral("corpus:");
+    return name.startsWith(corpus) ? testSupport::corpusFile(name.mid(corpus.size()))
+                                   : testSupport::sourceFile(name);
+}
+
+} // namespace
+
+/// What users see: stored sessions, in each of which
+///     < NAME = FILE           a file is laid into an empty folder, or one of this
+///     < NAME : TEXT           text, in which \\n ends a line,
+///     $ lanqor ARGUMENTS      the program runs there and prints what follows,
+///     --- messages            its standard error, if there is any,
+///     --- exit status N       unless it is 0,
+///     --- file NAME           what it has written.
+/// With LANQOR_STORE_OUTPUTS set they are stored anew.
+class TestStoredOutputs : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir locales;
+
+    /// Does what the session tells; empty when a file of the corpus is not at hand.
+    QString repeat(const QString &session)
+    {
+        const QTemporaryDir folder;
+        QString text;
+        for (const QString &line : session.split(QLatin1Char('\n'))) {
+            const QString operand = line.section(QLatin1Char(' '), 2);
+            if (line.startsWith(QLatin1String("< "))) {
+                const bool isText = line.section(QLatin1Char(' '), 2, 2) == QLatin1String(":");
+                QString given = line.section(QLatin1Char(' '), 3);
+                const QString origin = isText ? QString() : originOf(given);
+                if (!isText && origin.isEmpty())
+                    return QString();
+                QFile file(folder.filePath(line.section(QLatin1Char(' '), 1, 1)));
+                if (!file.open(QIODevice::WriteOnly))
+                    qFatal("cannot write %s", qPrintable(file.fileName()));
+                file.write(isText
+                               ? given.replace(QLatin1String("\\n"), QLatin1String("\n")).toUtf8()
+                               : testSupport::readAll(origin));
+                text += line + QLatin1Char('\n');
+            } else if (line.startsWith(QLatin1String("$ lanqor "))) {
+                const auto run = testSupport::runProgram(QProcess::splitCommand(operand),
+                                                         folder.path(), abroad(locales.path()));
+                text += line + QLatin1Char('\n') + run.output;
+                if (!run.error.isEmpty())
+                    text += QStringLiteral("--- messages\n") + run.error;
+                if (run.exitStatus != 0)
+                    text += QStringLiteral("--- exit status %1\n").arg(run.exitStatus);
+            } else if (line.startsWith(QLatin1String("--- file "))) {
+                const QString path = folder.filePath(operand);
+                text += line + QLatin1Char('\n');
+                if (QFileInfo::exists(path))
+                    text += QString::fromUtf8(testSupport::readAll(path));
+            }
+        }
+        return lasting(text.replace(folder.path(), QStringLiteral("FOLDER")));
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QProcess process;
+        process.start(QStringLiteral("localedef"),
+                      {QStringLiteral("-i"), QStringLiteral("de_DE"), QStringLiteral("-f"),
+                       QStringLiteral("UTF-8"), locales.filePath(QStringLiteral("de_DE.UTF-8"))});
+        QVERIFY2(process.waitForFinished() && process.exitCode() == 0,
+                 "needs the locale sources of Debian's package locales");
+        QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+        variables.insert(QStringLiteral("LOCPATH"), locales.path());
+        variables.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
+        process.setProcessEnvironment(variables);
+        process.start(QStringLiteral("locale"), {QStringLiteral("decimal_point")});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.readAllStandardOutput(), QByteArray(",\n"));
+    }
+
+    void sessions_data()
+    {
+        QTest::addColumn<QString>("path");
+        const QDir folder(testSupport::dataFile(QStringLiteral("outputs")));
+        for (const QFileInfo &file : folder.entryInfoList({QStringLiteral("*.session")}))
+            QTest::newRow(qPrintable(file.baseName())) << file.filePath();
+    }
+    void sessions()
+    {
+        QFETCH(QString, path);
+        const QString stored = QString::fromUtf8(testSupport::readAll(path));
+        const QString repeated = repeat(stored);
+        if (repeated.isEmpty())
+            QSKIP("needs LANQOR_CORPUS_DIR");
+        QVERIFY2(!repeated.contains(QLatin1String("exit status -")), "the program crashed");
+        if (qEnvironmentVariableIsSet("LANQOR_STORE_OUTPUTS")) {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(repeated.toUtf8()) > 0);
+        }
+        const QString difference = testSupport::reportDifference(repeated, stored, 0.0);
+        QVERIFY2(difference.isEmpty(), qPrintable(difference));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestStoredOutputs)
+#include "tst_storedoutputs.moc"

@@ -1,0 +1,261 @@
+#!/usr/bin/env python3
+"""Plants single faults in engine and program and tells which of them the tests miss.
+
+Each fault stands at a seeded random place, is built in a copy of the commit in a build folder of
+its own, and meets the tests of its room and those of the program until one fails. A fault that
+does not compile, or that leaves library and program as they are, is replaced by the next.
+
+usage: tools/mutate.py [--seed N] [--count N] [--paths PATH...] [--build-dir DIR] [--jobs N]
+                       [--time-limit SECONDS] [--cmake=-DNAME=VALUE ...] [--list]
+"""
+import argparse
+import hashlib
+import os
+import random
+import re
+import shutil
+import signal
+import subprocess
+import sys
+import time
+from dataclasses import dataclass
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+
+# Folders of tests that a fault in a room meets, those that see it best first.
+TESTS_OF_ROOM = {
+    "core": ("core", "input", "levels", "intensity", "photophysics", "structure", "cli"),
+    "input": ("input", "cli", "structure", "photophysics"),
+    "intensity": ("intensity", "cli", "fitting"),
+    "levels": ("levels", "cli", "fitting"),
+    "photophysics": ("photophysics", "cli"),
+    "fitting": ("fitting", "cli"),
+    "structure": ("structure", "cli"),
+    "cli": ("cli", "fitting", "structure"),
+}
+
+# What no fault is planted in: comments, texts, characters, preprocessor lines, assertions.
+MASKED = re.compile(
+    r"//[^\n]*|/\*.*?\*/|R\"\((?:.|\n)*?\)\"|\"(?:\\.|[^\"\\\n])*\"|'(?:\\.|[^'\\\n])+'"
+    r"|^[ \t]*#(?:\\\n|[^\n])*|\b(?:Q_ASSERT(?:_X)?|static_assert)\s*\([^;]*;",
+    re.DOTALL | re.MULTILINE)
+
+OPERATORS = {
+    " < ": " <= ", " <= ": " < ", " > ": " >= ", " >= ": " > ", " == ": " != ", " != ": " == ",
+    " && ": " || ", " || ": " && ", " + ": " - ", " - ": " + ", " * ": " / ", " / ": " * ",
+    " += ": " -= ", " -= ": " += ", " *= ": " /= ", " /= ": " *= ",
+}
+OPERAND = r"[A-Za-z_]\w*(?:(?:\.|->|::)\w+)*(?:\(\)|\[\w+\])?|\d+(?:\.\d+)?"
+PATTERNS = {
+    "operator": re.compile("|".join(re.escape(text) for text in OPERATORS)),
+    "sign": re.compile(rf"(?<=[=(,*/?:] )-(?=[\w(])|(?<=\()-(?=[\w(])|(?<=return )-(?=[\w(])"
+                       rf"|(?<=[*/] )(?=(?:{OPERAND})[ ;)])|(?<== )(?=(?:{OPERAND}) [*/])"
+                       rf"|(?<=return )(?=(?:{OPERAND}) [*/])"),
+    "constant": re.compile(r"(?<![\w.])\d+\.\d+(?:e[-+]?\d+)?(?![\w.])"),
+    "off-by-one": re.compile(r"(?<![\w.])\d+(?![\w.'])"),
+    "swap": re.compile(rf"(?<=\w\()(?<!max\()(?<!min\()(?!\w+\W+c?begin\b)"
+                       rf"({OPERAND}), ({OPERAND})(?=[,)])"),
+}
+
+
+@dataclass
+class Fault:
+    """A change of the text of one file."""
+    path: str
+    start: int
+    end: int
+    kind: str
+    before: str
+    after: str
+
+    def describe(self, text):
+        line = text.count("\n", 0, self.start) + 1
+        first = text.rfind("\n", 0, self.start) + 1
+        last = text.find("\n", self.end)
+        changed = text[first:self.start] + self.after + text[self.end:last]
+        return (f"{self.path}:{line}  {self.kind}\n"
+                f"    - {text[first:last].strip()}\n    + {changed.strip()}")
+
+
+def replacement(kind, match, generator):
+    """What a place becomes; empty where no fault can be made of it."""
+    text = match.group(0)
+    if kind == "operator":
+        return OPERATORS[text]
+    if kind == "sign":
+        return " " if text == "-" else "-"
+    if kind == "constant":
+        value = float(text)
+        return repr(value * 1.01) if value else ""
+    if kind == "off-by-one":
+        value = int(text)
+        return str(value + 1 if value == 0 or generator.random() < 0.5 else value - 1)
+    first, second = match.groups()
+    return f"{second}, {first}" if first != second else ""
+
+
+def places(paths):
+    """All places of each kind: {kind: [(path, match)]}."""
+    files = []
+    for path in paths:
+        whole = ROOT / path
+        files += [whole] if whole.is_file() else sorted(
+            file for file in whole.rglob("*") if file.suffix in (".cpp", ".h"))
+    found = {kind: [] for kind in PATTERNS}
+    for file in files:
+        name = file.relative_to(ROOT).as_posix()
+        text = subprocess.run(["git", "show", f"HEAD:{name}"], cwd=ROOT, capture_output=True,
+                              text=True, check=False).stdout
+        masked = MASKED.sub(lambda m: re.sub(r"[^\n]", "\0", m.group(0)), text)
+        for kind, pattern in PATTERNS.items():
+            found[kind] += [(name, match) for match in pattern.finditer(masked)]
+    return found
+
+
+def faults(paths, seed):
+    """Endless different faults, the kinds in equal shares."""
+    generator = random.Random(seed)
+    found = places(paths)
+    kinds = [kind for kind in found if found[kind]]
+    for kind in kinds:
+        generator.shuffle(found[kind])
+    while any(found.values()):
+        kind = generator.choice(kinds)
+        if not found[kind]:
+            continue
+        path, match = found[kind].pop()
+        after = replacement(kind, match, generator)
+        if after:
+            yield Fault(path, match.start(), match.end(), kind, match.group(0), after)
+
+
+def run(command, folder, limit=None):
+    """Exit status and output; the status is None when the time limit ends it."""
+    process = subprocess.Popen(command, cwd=folder, stdout=subprocess.PIPE,
+                               stderr=subprocess.STDOUT, text=True, start_new_session=True)
+    try:
+        output, _ = process.communicate(timeout=limit)
+        return process.returncode, output
+    except subprocess.TimeoutExpired:
+        os.killpg(process.pid, signal.SIGKILL)
+        process.communicate()
+        return None, ""
+
+
+class Workshop:
+    """A copy of the commit with a build folder of its own."""
+
+    def __init__(self, options):
+        self.jobs = str(options.jobs)
+        self.limit = options.time_limit
+        self.source = options.build_dir / "source"
+        self.build = options.build_dir / "build"
+        if self.source.exists():
+            self.must(["git", "checkout", "--quiet", "--force", "--detach",
+                       self.must(["git", "rev-parse", "HEAD"], ROOT).strip()], self.source)
+        else:
+            self.must(["git", "worktree", "add", "--quiet", "--detach", str(self.source)], ROOT)
+        configure = ["cmake", "-S", str(self.source), "-B", str(self.build), "-G", "Ninja",
+                     "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0", *options.cmake]
+        if shutil.which("ccache"):
+            configure.append("-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
+        self.must(configure, self.source)
+        rooms = {room_of(path) for path in options.paths} - {""} or set(TESTS_OF_ROOM)
+        for room in sorted(rooms):
+            if not self.compiles(room):
+                sys.exit("the commit does not build")
+            killer = self.killer(room)
+            if killer:
+                sys.exit(f"the commit fails its own tests: {killer}")
+        self.sound = self.products()
+
+    @staticmethod
+    def must(command, folder):
+        status, output = run(command, folder)
+        if status != 0:
+            sys.exit(f"{' '.join(command)}:\n{output}")
+        return output
+
+    def compiles(self, room):
+        targets = [f"tests/{folder}/all" for folder in TESTS_OF_ROOM[room]
+                   if (self.build / "tests" / folder).exists()]
+        return run(["ninja", "-C", str(self.build), "-j", self.jobs, *targets], ROOT)[0] == 0
+
+    def products(self):
+        """Digest of library and program."""
+        digest = hashlib.sha256((self.build / "cli" / "lanqor").read_bytes())
+        for library in sorted(self.build.rglob("libLanqorEngine.so*")):
+            digest.update(library.read_bytes())
+        return digest.hexdigest()
+
+    def killer(self, room):
+        """The first test that fails; empty when all pass."""
+        end = time.monotonic() + self.limit
+        for folder in TESTS_OF_ROOM[room]:
+            tests = self.build / "tests" / folder
+            if not tests.exists():
+                continue
+            status, output = run(["ctest", "--test-dir", str(tests), "--stop-on-failure", "-j",
+                                  self.jobs], ROOT, max(1.0, end - time.monotonic()))
+            if status is None:
+                return f"time limit in tests/{folder}"
+            failed = re.findall(r"(\w+) +\.*\**(?:Failed|Exception|Timeout|Subprocess)", output)
+            if status != 0:
+                return ", ".join(dict.fromkeys(failed)) or f"tests/{folder}"
+        return ""
+
+    def verdict(self, fault, text):
+        """Killed by what, "SURVIVED", or empty when the fault is none."""
+        file = self.source / fault.path
+        file.write_text(text[:fault.start] + fault.after + text[fault.end:])
+        try:
+            room = room_of(fault.path)
+            if not self.compiles(room) or self.products() == self.sound:
+                return ""
+            killer = self.killer(room)
+            return f"killed by {killer}" if killer else "SURVIVED"
+        finally:
+            file.write_text(text)
+
+
+def room_of(path):
+    parts = Path(path).parts
+    room = parts[1] if parts[0] == "engine" and len(parts) > 1 else parts[0]
+    return room if room in TESTS_OF_ROOM else ""
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
+    parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--count", type=int, default=60)
+    parser.add_argument("--paths", nargs="+", default=["engine", "cli"])
+    parser.add_argument("--build-dir", type=Path, default=ROOT / "build" / "mutate")
+    parser.add_argument("--jobs", type=int, default=os.cpu_count() or 1)
+    parser.add_argument("--time-limit", type=float, default=300.0,
+                        help="seconds of tests for a fault; one that hangs is caught")
+    parser.add_argument("--cmake", action="append", default=[], help="option of the configuration")
+    parser.add_argument("--list", action="store_true", help="only show the faults")
+    options = parser.parse_args()
+    options.build_dir = options.build_dir.resolve()
+
+    workshop = None if options.list else Workshop(options)
+    planted, survivors, begun = 0, [], time.monotonic()
+    for fault in faults(options.paths, options.seed):
+        if planted == options.count:
+            break
+        text = Workshop.must(["git", "show", f"HEAD:{fault.path}"], ROOT)
+        verdict = workshop.verdict(fault, text) if workshop else "listed"
+        if not verdict:
+            continue
+        planted += 1
+        print(f"{planted:3d}  {fault.describe(text)}\n    {verdict}", flush=True)
+        if verdict == "SURVIVED":
+            survivors.append(fault.describe(text))
+    print(f"\nseed {options.seed}: {planted} faults, {planted - len(survivors)} killed, "
+          f"{len(survivors)} survived, {time.monotonic() - begun:.0f} s")
+    print("\n".join(survivors))
+
+
+if __name__ == "__main__":
+    main()
