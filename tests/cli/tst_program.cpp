@@ -1,7 +1,6 @@
 #include "TestSupport.h"
 
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using testSupport::ProgramRun;
@@ -48,25 +47,6 @@ private Q_SLOTS:
         }
         QCOMPARE(runProgram({}).exitStatus, 2);
         QCOMPARE(runProgram({QStringLiteral("no-such-command")}).exitStatus, 2);
-    }
-
-    // Language, time zone and folder of the caller must not change a digit.
-    void surroundingsDoNotChangeResults()
-    {
-        const QStringList arguments{
-            QStringLiteral("omega"),
-            testSupport::sourceFile(QStringLiteral("examples/data/eu_l2_rm1_opt.out")),
-            QStringLiteral("--g=O=0.8,N=1.1"), QStringLiteral("--alpha=O=2.5,N=3.5")};
-        const ProgramRun plain = runProgram(arguments);
-        QCOMPARE(plain.exitStatus, 0);
-        const QTemporaryDir elsewhere;
-        const ProgramRun abroad =
-            runProgram(arguments, elsewhere.path(),
-                       {{QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8")},
-                        {QStringLiteral("TZ"), QStringLiteral("Asia/Kolkata")},
-                        {QStringLiteral("OMP_NUM_THREADS"), QStringLiteral("7")}});
-        QCOMPARE(abroad.exitStatus, 0);
-        QCOMPARE(abroad.output, plain.output);
     }
 };
 

@@ -83,6 +83,7 @@ private Q_SLOTS:
     void levelsFromDeterminants_data();
     void levelsFromDeterminants();
     void publishedLevels();
+    void groundLevelOfGadolinium();
     void referenceLevels();
     void statesOfOneJ();
     void sameBitsInEveryRun();
@@ -193,6 +194,18 @@ void TestEnergyLevels::publishedLevels()
             COMPARE_NEAR(state.energy, ion.levels.at(i).second, 0.05);
         }
     }
+}
+
+void TestEnergyLevels::groundLevelOfGadolinium()
+{
+    // 0.987 |8S> + 0.162 |6P> - 0.012 |6D>, B. G. Wybourne, Phys. Rev. 148, 317 (1966).
+    LanqorEnergyLevels gd(nullptr, 7);
+    setParameters(gd, {384.99667, 57.745455, 5.7742424, 1450.0});
+    QVERIFY(gd.calcEnergyLevels(3.5));
+    const QVector<CoeffAndLabel> ground = gd.getMixedStatesVector().at(0).components;
+    COMPARE_NEAR(ground.at(0).coefficient, 0.987, 0.005);
+    COMPARE_NEAR(ground.at(1).coefficient, 0.162, 0.005);
+    COMPARE_NEAR(ground.at(2).coefficient, -0.012, 0.001);
 }
 
 void TestEnergyLevels::referenceLevels()

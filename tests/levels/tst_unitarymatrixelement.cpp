@@ -92,6 +92,12 @@ void TestUnitaryMatrixElement::moreThanHalfFilled()
         COMPARE_NEAR(many, (k % 2 == 0 ? -1.0 : 1.0) * 11.0 / 3.0 * few, 1e-13);
         COMPARE_NEAR(U::unitaryMatrixElement(3, k, term("4I"), term("4G"), f11), few, 0.0);
     }
+    // The half-filled shell has no such sign.
+    const LanqorEnergyLevels f7(nullptr, 7);
+    const double below = U::unitaryMatrixElement(6, 2.0, term("6P"), term("6D"), f7);
+    COMPARE_NEAR(U::unitaryMatrixElement(7, 2.0, term("6P"), term("6D"), f7), 7.0 / 6.0 * below,
+                 1e-13);
+    COMPARE_NEAR(std::abs(below), 6.0 / 7.0 * std::sqrt(3.0 / 14.0), 1e-13);
     const double v = freeIon::calculateV1X(f3, 3, term("4I"), term("4I"));
     // zeta_SL = +- zeta/2S for Hund's term: V(11) = sqrt(S(S+1)(2S+1) L(L+1)(2L+1)) / (2S
     // sqrt(84)).

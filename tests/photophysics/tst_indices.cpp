@@ -279,6 +279,8 @@ private Q_SLOTS:
         QByteArray overflown = twice;
         overflown.replace(twice.lastIndexOf(rowText) + rowText.size(), 10, "**********");
         QVERIFY(refusal(overflown).contains(QStringLiteral("orbital 6 with a number")));
+        QVERIFY(refusal(QByteArray(gaussianOutput).replace("4 beta", "3 beta"))
+                    .contains(QStringLiteral("closed shell")));
 
         testSupport::damageFile(twice, 60, 400, [](const QString &damaged) {
             LanqorIndicesCalculation calculation(nullptr, damaged, 1);
