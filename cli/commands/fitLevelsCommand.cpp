@@ -19,7 +19,7 @@ using cli::tr;
 
 struct Request
 {
-    cli::FreeIon ion;
+    FreeIonParameters ion;
     QString fileName; ///< absolute
     int stepsPerCycle = 0;
     double temperature = 0.0;

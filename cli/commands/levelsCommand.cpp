@@ -14,6 +14,8 @@
 #include <cmath>
 #include <limits>
 
+using LanqorSpectroscopicTermUtil::textOfJ;
+
 namespace {
 
 using cli::tr;
@@ -64,7 +66,7 @@ void describe(cli::OptionReader &options)
 Selection readSelection(const cli::OptionReader &options)
 {
     Selection selection;
-    if (options.isSet("J") && !cli::parseJ(options.text("J"), selection.J))
+    if (options.isSet("J") && !LanqorSpectroscopicTermUtil::parseJ(options.text("J"), selection.J))
         options.refuse(tr("--J needs an angular momentum such as 2, 5/2 or 2.5"));
     if (options.isSet("max-energy"))
         selection.maximumEnergy = options.number(
@@ -78,25 +80,27 @@ Selection readSelection(const cli::OptionReader &options)
     return selection;
 }
 
-QString heading(const cli::FreeIon &ion)
+using Level = FreeIonLevelsResults::Level;
+
+QString heading(const FreeIonParameters &ion)
 {
     const auto number = [](double value) { return QString::number(value, 'g', 8); };
-    QString text =
-        tr("Free-ion levels of %1\nF2 %2  F4 %3  F6 %4  zeta %5 cm^-1\n")
-            .arg(ion.name, number(ion.F2), number(ion.F4), number(ion.F6), number(ion.zeta));
+    QString text = tr("Free-ion levels of %1\nF2 %2  F4 %3  F6 %4  zeta %5 cm^-1\n")
+                       .arg(cli::nameOf(ion), number(ion.F2), number(ion.F4), number(ion.F6),
+                            number(ion.zeta));
     if (!ion.source.isEmpty())
         text += QStringLiteral("(%1)\n").arg(ion.source);
     return text + QLatin1Char('\n');
 }
 
 /// Number in the list of all levels, energy, J, name and the largest components.
-QString levelLine(int number, const MixedState &state, double J, int components)
+QString levelLine(const Level &level)
 {
-    QString text = QString::number(number).rightJustified(5) +
-                   QString::number(state.energy, 'f', 2).rightJustified(14) +
-                   cli::textOfJ(J).rightJustified(6) + QStringLiteral("  ");
-    QString name = state.label;
-    for (const CoeffAndLabel &component : state.components.mid(0, components)) {
+    QString text = QString::number(level.number).rightJustified(5) +
+                   QString::number(level.energy, 'f', 2).rightJustified(14) +
+                   textOfJ(level.J).rightJustified(6) + QStringLiteral("  ");
+    QString name = level.label;
+    for (const CoeffAndLabel &component : level.components) {
         const double percent = 100.0 * component.coefficient * component.coefficient;
         if (percent < smallestShown)
             break;
@@ -107,26 +111,48 @@ QString levelLine(int number, const MixedState &state, double J, int components)
     return text + name + QLatin1Char('\n');
 }
 
-/// "⁵D(3)": the name of a level without its J.
-QString termName(const MixedState &state)
+QString tableOf(const FreeIonLevelsResults &results)
 {
-    const auto term = LanqorSpectroscopicTermUtil::termFromLabel(state.label, true);
+    QString table = tr("  No.  energy/cm^-1     J  level\n");
+    for (const Level &level : results.levels)
+        table += levelLine(level);
+    return heading(results.parameters) + table;
+}
+
+/// The levels that are shown, with the components that are.
+FreeIonLevelsResults selected(const FreeIonLevelsResults &all, const Selection &selection)
+{
+    FreeIonLevelsResults shown = all;
+    shown.levels.clear();
+    for (Level level : all.levels) {
+        if ((selection.J != allLevels && level.J != selection.J) ||
+            (selection.maximumEnergy > 0.0 && level.energy > selection.maximumEnergy))
+            continue;
+        level.components = level.components.mid(0, selection.components);
+        shown.levels.append(level);
+    }
+    return shown;
+}
+
+/// "⁵D(3)": the name of a level without its J.
+QString termName(const QString &label)
+{
+    const auto term = LanqorSpectroscopicTermUtil::termFromLabel(label, true);
     const int multiplicity = static_cast<int>(std::lround(2.0 * term.S)) + 1;
-    return plots::superscript(multiplicity) + state.label.mid(1, 1) +
+    return plots::superscript(multiplicity) + label.mid(1, 1) +
            (term.termIndex > 0 ? QStringLiteral("(%1)").arg(term.termIndex) : QString());
 }
 
 /// A column of levels for each J.
-plots::LevelDiagram diagramOf(const cli::FreeIon &ion, const QVector<MixedState> &states)
+plots::LevelDiagram diagramOf(const FreeIonLevelsResults &results)
 {
     QMap<double, plots::LevelDiagram::Column> columns;
-    for (const MixedState &state : states) {
-        const double J = LanqorSpectroscopicTermUtil::termFromLabel(state.label, true).J;
-        columns[J].title = cli::textOfJ(J);
-        columns[J].levels.append({state.energy, termName(state)});
+    for (const Level &level : results.levels) {
+        columns[level.J].title = textOfJ(level.J);
+        columns[level.J].levels.append({level.energy, termName(level.label)});
     }
     plots::LevelDiagram diagram;
-    diagram.title = tr("Free-ion levels of %1").arg(ion.name);
+    diagram.title = tr("Free-ion levels of %1").arg(cli::nameOf(results.parameters));
     diagram.columnsTitle = tr("J");
     for (const plots::LevelDiagram::Column &column : qAsConst(columns))
         diagram.columns.append(column);
@@ -142,38 +168,28 @@ int levelsCommand(const QStringList &arguments)
     options.addOption(plots::option());
     options.parse(arguments);
     options.files(0, tr("levels takes no file; which ion is told by --ion"));
-    const cli::FreeIon ion = cli::readFreeIon(options);
+    const FreeIonParameters ion = cli::readFreeIon(options);
     const Selection selection = readSelection(options);
     cli::enterDataFolder();
 
     LanqorEnergyLevels levels(nullptr, ion.electrons);
     if (levels.getSpectroscopicTermVector().isEmpty())
         cli::failOf(levels);
-    levels.setSlaterIntegral(0.0, ion.F2, ion.F4, ion.F6);
-    levels.setZetaParameters(ion.zeta);
+    levels.setParameters(ion);
     if (!levels.calcEnergyLevels(allLevels))
         cli::failOf(levels);
 
-    QString table = tr("  No.  energy/cm^-1     J  level\n");
-    const QVector<MixedState> states = levels.getMixedStatesVector();
-    QVector<MixedState> shown;
-    for (int i = 0; i < states.size(); ++i) {
-        const MixedState &state = states.at(i);
-        const double J = LanqorSpectroscopicTermUtil::termFromLabel(state.label, true).J;
-        if ((selection.J != allLevels && J != selection.J) ||
-            (selection.maximumEnergy > 0.0 && state.energy > selection.maximumEnergy))
-            continue;
-        table += levelLine(i + 1, state, J, selection.components);
-        shown.append(state);
-    }
-    if (shown.isEmpty())
-        throw cli::Failure{
-            tr("none of the %1 levels of %2 is selected").arg(states.size()).arg(ion.name)};
-    cli::print(heading(ion) + table);
+    const FreeIonLevelsResults results = levels.getResults();
+    const FreeIonLevelsResults shown = selected(results, selection);
+    if (shown.levels.isEmpty())
+        throw cli::Failure{tr("none of the %1 levels of %2 is selected")
+                               .arg(results.levels.size())
+                               .arg(cli::nameOf(ion))};
+    cli::print(tableOf(shown));
 
     if (!selection.report.isEmpty())
         cli::writeFile(selection.report, levels.createOutputFile(QString()).toUtf8());
     if (!selection.plot.isEmpty())
-        plots::draw(diagramOf(ion, shown), selection.plot);
+        plots::draw(diagramOf(shown), selection.plot);
     return cli::success;
 }

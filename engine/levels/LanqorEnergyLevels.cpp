@@ -86,15 +86,23 @@ QVector<double> LanqorEnergyLevels::getJVector(const double &S, const int &L)
 void LanqorEnergyLevels::setSlaterIntegral(const double &F0, const double &F2, const double &F4,
                                            const double &F6)
 {
-    d->parameters.F0 = F0;
+    d->F0 = F0;
     d->parameters.F2 = F2;
     d->parameters.F4 = F4;
     d->parameters.F6 = F6;
+    d->parameters.source.clear();
 }
 
 void LanqorEnergyLevels::setZetaParameters(const double &zeta)
 {
     d->parameters.zeta = zeta;
+    d->parameters.source.clear();
+}
+
+void LanqorEnergyLevels::setParameters(const FreeIonParameters &ion)
+{
+    d->F0 = 0.0;
+    d->parameters = ion;
 }
 
 MixedState LanqorEnergyLevels::getMixedStates(const SpectroscopicTerm &level) const
@@ -128,11 +136,11 @@ QVector<double> LanqorEnergyLevels::getElectrostaticMatrixVector(const Spectrosc
 
 QString LanqorEnergyLevelsPrivate::checkParameters() const
 {
-    const auto &[F0, F2, F4, F6, zeta] = parameters;
-    if (F2 == 0.0 || F4 == 0.0 || F6 == 0.0 || zeta == 0.0)
+    const FreeIonParameters &p = parameters;
+    if (p.F2 == 0.0 || p.F4 == 0.0 || p.F6 == 0.0 || p.zeta == 0.0)
         return LanqorEnergyLevels::tr(
             "It is need to specify the Slater Integral and Zeta parameters values\n");
-    for (double value : {F0, F2, F4, F6, zeta})
+    for (double value : {F0, p.F2, p.F4, p.F6, p.zeta})
         if (!std::isfinite(value))
             return LanqorEnergyLevels::tr("Energy Levels Calculation\nF0, F2, F4, F6 and zeta must "
                                           "be finite numbers\n");
@@ -151,7 +159,8 @@ QString LanqorEnergyLevelsPrivate::calcBlock(const LanqorEnergyLevels &ion, int 
         return LanqorEnergyLevels::tr(
                    "Energy Levels Calculation\nCannot allocate a matrix of order %1\n")
             .arg(order);
-    SymmetricMatrix hamiltonian = freeIon::hamiltonian(block, parameters);
+    SymmetricMatrix hamiltonian = freeIon::hamiltonian(
+        block, {F0, parameters.F2, parameters.F4, parameters.F6, parameters.zeta});
     if (!hamiltonian.diagonalize(jacobiTolerance))
         return LanqorEnergyLevels::tr(
             "Energy Levels Calculation\nThe matrix elements are too large; check F0, F2, F4, F6 "
@@ -182,6 +191,8 @@ bool LanqorEnergyLevels::calcEnergyLevels(const double &Jsel)
     if (Jsel == allLevels)
         sortFromGround(states);
     d->mixedStates = states;
+    d->usedF0 = d->F0;
+    d->usedParameters = d->parameters;
     return true;
 }
 
@@ -194,4 +205,17 @@ QVector<LanqorEnergyLevels::SpectroscopicTerm>
 LanqorEnergyLevels::getSpectroscopicTermVector() const
 {
     return d->spectroscopicTerms;
+}
+
+FreeIonLevelsResults LanqorEnergyLevels::getResults() const
+{
+    FreeIonLevelsResults results;
+    results.F0 = d->usedF0;
+    results.parameters = d->usedParameters;
+    results.parameters.electrons = d->numberOfElectrons;
+    results.levels.reserve(d->mixedStates.size());
+    for (const MixedState &state : qAsConst(d->mixedStates))
+        results.levels.append({results.levels.size() + 1, state.label,
+                               termFromLabel(state.label, true).J, state.energy, state.components});
+    return results;
 }

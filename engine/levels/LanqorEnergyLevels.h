@@ -2,6 +2,8 @@
 
 #include <LanqorEngine/ElectrostaticElement.h>
 #include <LanqorEngine/FractParentCoeff.h>
+#include <LanqorEngine/FreeIonLevelsResults.h>
+#include <LanqorEngine/FreeIonParameters.h>
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
 #include <LanqorEngine/LanqorSpectroscopicTermUtil.h>
 #include <LanqorEngine/MixedState.h>
@@ -46,6 +48,9 @@ public:
     void setSlaterIntegral(const double &F0, const double &F2, const double &F4, const double &F6);
     /// Spin-orbit parameter of the 4f electrons, cm^-1.
     void setZetaParameters(const double &zeta);
+    /// All of them, with F0 = 0. The symbol and the source of @p ion go into the results; either
+    /// setter above takes the source away again. The number of electrons is that of this object.
+    void setParameters(const FreeIonParameters &ion);
 
     /// Computes the levels of every J (@p Jsel = -1) or of one.
     ///
@@ -72,6 +77,8 @@ public:
     QVector<double> getElectrostaticMatrixVector(const SpectroscopicTerm &bra,
                                                  const SpectroscopicTerm &ket) const;
 
+    /// The last calculation.
+    FreeIonLevelsResults getResults() const;
     /// Levels of the last calculation with their composition. Also written to @p fileName unless
     /// it is empty; a file that cannot be written is not reported.
     QString createOutputFile(const QString &fileName) const;

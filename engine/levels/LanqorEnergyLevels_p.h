@@ -32,12 +32,16 @@ public:
     int shellElectrons; // n, or the 14 - n holes of a shell more than half full
     QString cfpFileName;
     QString eleFileName;
-    freeIon::Parameters parameters;
+    double F0 = 0.0;
+    FreeIonParameters parameters;
     QVector<double> jValues; // ascending
     QVector<SpectroscopicTerm> spectroscopicTerms;
     QVector<ElectrostaticElement> electrostaticMatrix;
     QVector<QVector<FractParentCoeff>> fractParentCoeffs; // by term
     // What depends on the ion alone, by position in jValues; computed when first needed.
     std::vector<freeIon::AngularBlock> blocks;
+    // Of the last calculation.
+    double usedF0 = 0.0;
+    FreeIonParameters usedParameters;
     QVector<MixedState> mixedStates;
 };

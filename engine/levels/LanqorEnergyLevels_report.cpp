@@ -1,4 +1,4 @@
-#include "LanqorEnergyLevels_p.h"
+#include "LanqorEnergyLevels.h"
 
 #include "core/reportText_p.h"
 
@@ -6,15 +6,16 @@
 
 #include <cmath>
 
-QString LanqorEnergyLevels::createOutputFile(const QString &fileName) const
+namespace {
+
+QString reportOf(const FreeIonLevelsResults &results)
 {
     QString text;
     QTextStream stream(&text);
-    for (int i = 0; i < d->mixedStates.size(); ++i) {
-        const MixedState &state = d->mixedStates.at(i);
-        stream << i + 1 << "  " << reportText::fixed(state.energy, 0) << '\n'
-               << '|' << state.label << "> = ";
-        for (const CoeffAndLabel &component : state.components) {
+    for (const FreeIonLevelsResults::Level &level : results.levels) {
+        stream << level.number << "  " << reportText::fixed(level.energy, 0) << '\n'
+               << '|' << level.label << "> = ";
+        for (const CoeffAndLabel &component : level.components) {
             const QString weight = (component.coefficient >= 0.0 ? '+' : '-') +
                                    reportText::fixed(std::abs(component.coefficient), 4);
             stream << weight.rightJustified(5) << '|' << component.label << "> ";
@@ -22,6 +23,14 @@ QString LanqorEnergyLevels::createOutputFile(const QString &fileName) const
         stream << "\n*********************\n";
     }
     stream.flush();
+    return text;
+}
+
+} // namespace
+
+QString LanqorEnergyLevels::createOutputFile(const QString &fileName) const
+{
+    QString text = reportOf(getResults());
     if (!fileName.isEmpty()) {
         QString ignored; // whether the file could be written is not reported
         reportText::writeFile(fileName, text, ignored);

@@ -47,4 +47,23 @@ SpectroscopicTerm termFromLabel(const QString &label, const bool &withJ)
     return term;
 }
 
+QString textOfJ(const double &J)
+{
+    const int twice = static_cast<int>(2.0 * J);
+    return twice % 2 == 0 ? QString::number(twice / 2) : QStringLiteral("%1/2").arg(twice);
+}
+
+bool parseJ(const QString &text, double &J)
+{
+    constexpr double limit = 100.0;
+    const QStringList parts = text.split(QLatin1Char('/'));
+    bool isNumber = false;
+    J = parts.at(0).toDouble(&isNumber);
+    if (parts.size() == 2 && parts.at(1) == QLatin1String("2"))
+        J /= 2.0;
+    else if (parts.size() != 1)
+        return false;
+    return isNumber && J >= 0.0 && J < limit && 2.0 * J == std::floor(2.0 * J);
+}
+
 } // namespace LanqorSpectroscopicTermUtil

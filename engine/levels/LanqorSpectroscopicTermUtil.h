@@ -30,4 +30,9 @@ LANQORENGINE_EXPORT bool isSameTerm(const SpectroscopicTerm &a, const Spectrosco
 /// What is no number reads as 0, an unknown letter as L = -1.
 LANQORENGINE_EXPORT SpectroscopicTerm termFromLabel(const QString &label, const bool &withJ);
 
+/// An angular momentum as spectroscopists write it: "2", "5/2".
+LANQORENGINE_EXPORT QString textOfJ(const double &J);
+/// Reads "2", "5/2" or "2.5"; false for what is no angular momentum below 100.
+LANQORENGINE_EXPORT bool parseJ(const QString &text, double &J);
+
 } // namespace LanqorSpectroscopicTermUtil

@@ -240,6 +240,28 @@ double LanqorStarkLevels::getCrystalFieldStrength() const
     return std::sqrt(sum);
 }
 
+StarkResults LanqorStarkLevels::getResults() const
+{
+    StarkResults results;
+    results.structureFile = d->fileName;
+    results.coordNumber = getAtomsNumber();
+    if (d->starkLevels.isEmpty())
+        return results;
+    results.ro0 = d->usedRO0;
+    for (int i = 0; i < d->usedChargeFactors.size(); ++i)
+        results.atoms.append({i + 2, getAtomLabel(i + 2), d->usedChargeFactors.at(i)});
+    for (const int k : starkMatrix::ranks) {
+        for (int q = 0; q <= k; ++q) {
+            const MyComplex B = getFieldParameter(k, q);
+            results.fieldParameters.append({k, q, B.real, B.imag});
+        }
+    }
+    results.crystalFieldStrength = getCrystalFieldStrength();
+    for (int J = 0; J <= starkMatrix::maximumJ; ++J)
+        results.manifolds.append({J, getSortedStarkLevels(J), getSplitting(J)});
+    return results;
+}
+
 QString LanqorStarkLevels::createOutFile(const QString &outFile)
 {
     if (d->starkLevels.isEmpty()) {
@@ -247,7 +269,7 @@ QString LanqorStarkLevels::createOutFile(const QString &outFile)
             d->lastError = tr("There are no Stark levels to report; calculate them first.");
         return QString();
     }
-    QString report = starkReport::text({d->fileName, d->usedRO0, d->usedChargeFactors}, *this);
+    QString report = starkReport::text(getResults());
     QString error;
     if (!outFile.isEmpty() && !reportText::writeFile(outFile, report, error)) {
         d->lastError = tr("The report %1 cannot be written: %2").arg(outFile, error);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <LanqorEngine/LanqorBkq.h>
+#include <LanqorEngine/StarkResults.h>
 
 #include <Eigen/Core>
 
@@ -75,6 +76,8 @@ public:
     double getCrystalFieldStrength() const;
     /// Sum B(k,q) over the atoms, cm^-1, as in the last calculation; 0 for other k and q.
     MyComplex getFieldParameter(const int &k, const int &q) const;
+    /// The last calculation; no manifolds without one.
+    StarkResults getResults() const;
     /// Charge factors, parameters, strength, sorted levels and splittings of the last calculation,
     /// also written to @p outFile unless that is empty.
     /// @return empty when there are no levels or the file cannot be written

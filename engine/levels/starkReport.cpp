@@ -1,11 +1,9 @@
 #include "levels/starkReport_p.h"
 
-#include "LanqorStarkLevels.h"
-
 #include "core/reportText_p.h"
-#include "levels/starkMatrix_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/StarkResults.h>
 
 using reportText::fixed;
 
@@ -13,30 +11,26 @@ namespace starkReport {
 
 namespace {
 
-QString chargeFactors(const Input &input, const LanqorStarkLevels &levels)
+QString chargeFactors(const QVector<StarkResults::Atom> &atoms)
 {
     QString text =
         heading(QStringLiteral("Charge Factors")) + QStringLiteral("  Atom             g\n");
-    for (int i = 0; i < input.chargeFactors.size(); ++i)
-        text += QStringLiteral("  %1 %2").arg(levels.getAtomLabel(i + 2), -2).arg(i + 2, 3) +
-                fixed(input.chargeFactors.at(i), 4, 14) + QLatin1Char('\n');
+    for (const StarkResults::Atom &atom : atoms)
+        text += QStringLiteral("  %1 %2").arg(atom.element, -2).arg(atom.number, 3) +
+                fixed(atom.chargeFactor, 4, 14) + QLatin1Char('\n');
     return text + QLatin1Char('\n');
 }
 
-QString fieldParameters(const LanqorStarkLevels &levels)
+QString fieldParameters(const StarkResults &results)
 {
     QString text = heading(QStringLiteral("Crystal-Field Parameters B(k,q) / cm^-1")) +
                    QStringLiteral(" B(k,-q) = (-1)^q conj(B(k,q))\n\n"
                                   "    k    q          real     imaginary\n");
-    for (const int k : starkMatrix::ranks) {
-        for (int q = 0; q <= k; ++q) {
-            const MyComplex B = levels.getFieldParameter(k, q);
-            text += QString::number(k).rightJustified(5) + QString::number(q).rightJustified(5) +
-                    fixed(B.real, 4, 14) + fixed(B.imag, 4, 14) + QLatin1Char('\n');
-        }
-    }
+    for (const StarkResults::FieldParameter &B : results.fieldParameters)
+        text += QString::number(B.k).rightJustified(5) + QString::number(B.q).rightJustified(5) +
+                fixed(B.real, 4, 14) + fixed(B.imaginary, 4, 14) + QLatin1Char('\n');
     return text + QStringLiteral("\n Crystal-field strength Nv = ") +
-           fixed(levels.getCrystalFieldStrength(), 2) +
+           fixed(results.crystalFieldStrength, 2) +
            QStringLiteral(" cm^-1 (F. Auzel, O. L. Malta, J. Phys. (Paris) 44, 201 (1983))\n\n");
 }
 
@@ -70,17 +64,17 @@ QString levelTable(const QVector<QVector<double>> &sortedLevels)
     return text;
 }
 
-QString text(const Input &input, const LanqorStarkLevels &levels)
+QString text(const StarkResults &results)
 {
     QVector<QVector<double>> sortedLevels;
-    for (int J = 0; J <= starkMatrix::maximumJ; ++J)
-        sortedLevels.append(levels.getSortedStarkLevels(J));
+    for (const StarkResults::Manifold &manifold : results.manifolds)
+        sortedLevels.append(manifold.levels);
     return LanqorInputData::LANQORTitle +
            QStringLiteral("\n\n\nThe data shown below were calculated from the geometry read in "
                           "following file: \n") +
-           input.structureFile + QStringLiteral("\n\n Overlap of the nearest atom ro0 = ") +
-           fixed(input.ro0, 4) + QStringLiteral("\n\n") + chargeFactors(input, levels) +
-           fieldParameters(levels) + levelTable(sortedLevels);
+           results.structureFile + QStringLiteral("\n\n Overlap of the nearest atom ro0 = ") +
+           fixed(results.ro0, 4) + QStringLiteral("\n\n") + chargeFactors(results.atoms) +
+           fieldParameters(results) + levelTable(sortedLevels);
 }
 
 } // namespace starkReport

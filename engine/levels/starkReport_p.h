@@ -3,18 +3,10 @@
 #include <QString>
 #include <QVector>
 
-class LanqorStarkLevels;
+struct StarkResults;
 
 /// Report of a calculation of Stark levels; its parts serve the report of the fit as well.
 namespace starkReport {
-
-/// What the calculation used.
-struct Input
-{
-    QString structureFile;
-    double ro0;
-    QVector<double> chargeFactors; ///< of atoms 2 .. A+1
-};
 
 /// Title of a section between rules.
 QString heading(const QString &title);
@@ -22,6 +14,6 @@ QString heading(const QString &title);
 /// Sorted levels and splitting of each manifold, by J.
 QString levelTable(const QVector<QVector<double>> &sortedLevels);
 
-QString text(const Input &input, const LanqorStarkLevels &levels);
+QString text(const StarkResults &results);
 
 } // namespace starkReport

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+/// What a calculation of Stark levels used and gave.
+struct StarkResults
+{
+    /// A coordinated atom.
+    struct Atom
+    {
+        int number = 0; ///< in the geometry, from 1; the ion is 1
+        QString element;
+        double chargeFactor = 0.0; ///< dimensionless
+    };
+    /// B(k,q), cm^-1; B(k,-q) = (-1)^q conj(B(k,q)).
+    struct FieldParameter
+    {
+        int k = 0;
+        int q = 0;
+        double real = 0.0;
+        double imaginary = 0.0;
+    };
+    /// 7FJ.
+    struct Manifold
+    {
+        int J = 0;
+        QVector<double> levels; ///< ascending, cm^-1 from the barycentre
+        double splitting = 0.0; ///< highest less lowest level, cm^-1
+    };
+
+    QString structureFile;
+    int coordNumber = 0;
+    double ro0 = 0.0; ///< overlap of the nearest atom, dimensionless
+    QVector<Atom> atoms;
+    QVector<FieldParameter> fieldParameters; ///< k = 2, 4, 6 and q = 0 .. k
+    double crystalFieldStrength = 0.0;       ///< cm^-1
+    QVector<Manifold> manifolds;             ///< by J = 0 .. 6; empty without a calculation
+};
