@@ -110,7 +110,7 @@ int fitLevelsCommand(const QStringList &arguments)
             cli::failOf(*fit);
         cli::showMessages(*fit);
         fit->setEnergyLevelsExp(measured);
-        const cli::FreeIon &ion = request.ion;
+        const FreeIonParameters &ion = request.ion;
         return FitStart{std::move(fit), {ion.F2, ion.F4, ion.F6, ion.zeta}};
     });
     LanqorGSA &annealing = *starts.getAnnealing(1);
