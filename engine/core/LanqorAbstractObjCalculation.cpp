@@ -2,15 +2,27 @@
 
 #include <QDateTime>
 
+class LanqorAbstractObjCalculationPrivate
+{
+public:
+    QString lastError;
+};
+
 LanqorAbstractObjCalculation::LanqorAbstractObjCalculation(QObject *parent)
     : QObject(parent)
+    , d(std::make_unique<LanqorAbstractObjCalculationPrivate>())
 {}
 
 LanqorAbstractObjCalculation::~LanqorAbstractObjCalculation() = default;
 
+QString LanqorAbstractObjCalculation::getLastError() const
+{
+    return d->lastError;
+}
+
 void LanqorAbstractObjCalculation::setLastError(const QString &error)
 {
-    lastError = error;
+    d->lastError = error;
 }
 
 void LanqorAbstractObjCalculation::processStatus(const QString &message)
@@ -20,7 +32,7 @@ void LanqorAbstractObjCalculation::processStatus(const QString &message)
 
 bool LanqorAbstractObjCalculation::failWith(const QString &message)
 {
-    lastError = message;
+    d->lastError = message;
     Q_EMIT newObjCalculationMessage(message);
     return false;
 }

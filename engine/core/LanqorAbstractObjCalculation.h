@@ -5,6 +5,10 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
+
+class LanqorAbstractObjCalculationPrivate;
+
 /// Base of every calculation object: a message channel to the host program and the text of
 /// the last failure.
 ///
@@ -18,7 +22,7 @@ public:
     ~LanqorAbstractObjCalculation() override;
 
     /// Text of the last failure; empty when there was none.
-    QString getLastError() const { return lastError; }
+    QString getLastError() const;
     /// Replaces the text of the last failure; emits nothing.
     void setLastError(const QString &error);
 
@@ -37,5 +41,5 @@ protected:
     void emitProgress(const QString &message);
 
 private:
-    QString lastError;
+    std::unique_ptr<LanqorAbstractObjCalculationPrivate> d;
 };

@@ -2,6 +2,8 @@
 
 #include "core/elements_p.h"
 #include "core/title_p.h"
+#include "input/LanqorInputData_p.h"
+#include "input/inputDataAccess_p.h"
 
 #include <algorithm>
 #include <iterator>
@@ -18,10 +20,28 @@ const QVector<QPair<QString, int>> LanqorInputData::elementNumberTable = makeEle
 
 LanqorInputData::LanqorInputData(QObject *parent, const QString &fileName)
     : LanqorAbstractObjCalculation(parent)
-    , fileName(fileName)
+    , d(std::make_unique<LanqorInputDataPrivate>(*this, fileName))
 {}
 
 LanqorInputData::~LanqorInputData() = default;
+
+QString LanqorInputData::getFileName() const
+{
+    return d->fileName;
+}
+
+void LanqorInputData::setKeepFileOpen(const bool &keep)
+{
+    if (!keep)
+        d->keptFile.reset();
+    else if (!d->keptFile)
+        d->keptFile = InputFile(d->fileName);
+}
+
+InputFile inputFileOf(const LanqorInputData &data)
+{
+    return data.d->file();
+}
 
 QString LanqorInputData::getElementSymbol(const int &atomicNumber)
 {

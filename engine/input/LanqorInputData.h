@@ -13,10 +13,10 @@
 #include <QStringList>
 #include <QVector>
 
-namespace structureFiles {
-struct Structure;
-}
-struct ExcitedStates;
+#include <memory>
+
+class InputFile;
+class LanqorInputDataPrivate;
 
 /// The reader of quantum-chemistry results and structure files.
 ///
@@ -26,6 +26,8 @@ struct ExcitedStates;
 ///
 /// Index bases differ between getters, for callers rely on them: geometry and state-energy
 /// getters take 1-based numbers, all others 0-based indices. No getter checks its bounds.
+///
+/// Each reader opens the file; setKeepFileOpen() lets all of them share one opening.
 class LANQORENGINE_EXPORT LanqorInputData : public LanqorAbstractObjCalculation
 {
     Q_OBJECT
@@ -41,6 +43,12 @@ public:
 
     LanqorInputData(QObject *parent, const QString &fileName);
     ~LanqorInputData() override;
+
+    /// The file that the readers read.
+    QString getFileName() const;
+    /// From now on all readers of this object share one opening of its file, which is closed with
+    /// the object or by a call with false. Changes that replace the file are then not seen.
+    void setKeepFileOpen(const bool &keep);
 
     /// Symbol of the element of @p atomicNumber; empty outside 1 to 103.
     static QString getElementSymbol(const int &atomicNumber);
@@ -131,24 +139,24 @@ public:
                                       const QVector<float> &superdelocalizabilities,
                                       const int &coordNumber, const double *qdcParameters);
 
-    QVector<Coord> getCoord() const { return coord; }
-    Coord getCoord(const int &atom) const { return coord.at(atom - 1); }
+    QVector<Coord> getCoord() const;
+    Coord getCoord(const int &atom) const;
     /// Empty before createSphericalCoordinate().
-    QVector<CoordSPH> getCoordSPH() const { return coordSPH; }
-    CoordSPH getCoordSPH(const int &atom) const { return coordSPH.at(atom - 1); }
-    CoordZMT getCoordZMT(const int &atom) const { return coordZMT.at(atom - 1); }
-    QString getAtomLabel(const int &atom) const { return coord.at(atom - 1).label; }
-    int getCoordNumber() const { return coordNumber; }
-    double getFinalHeat() const { return finalHeat; }           ///< kcal/mol
-    double getIonPotential() const { return ionPotential; }     ///< eV
-    double getDipole() const { return dipole; }                 ///< debye
-    double getChargeOnSystem() const { return chargeOnSystem; } ///< elementary charges
-    double getAtomicCharges(const int &index) const { return atomicCharges.at(index); }
-    int getAtomicChargesCount() const { return atomicCharges.size(); }
-    QString getMopacCitation() const { return mopacCitation; }
+    QVector<CoordSPH> getCoordSPH() const;
+    CoordSPH getCoordSPH(const int &atom) const;
+    CoordZMT getCoordZMT(const int &atom) const;
+    QString getAtomLabel(const int &atom) const;
+    int getCoordNumber() const;
+    double getFinalHeat() const;      ///< kcal/mol
+    double getIonPotential() const;   ///< eV
+    double getDipole() const;         ///< debye
+    double getChargeOnSystem() const; ///< elementary charges
+    double getAtomicCharges(const int &index) const;
+    int getAtomicChargesCount() const;
+    QString getMopacCitation() const;
     /// Number of the lowest excited singlet, from which the energy transfer starts; 0 when a
     /// reader found no singlet.
-    int getSelExcitateState() const { return selExcitateState; }
+    int getSelExcitateState() const;
 
     // --- Excited states and molecular orbitals ---
     //
@@ -160,6 +168,11 @@ public:
     enum ProgramType { UnknownOutput = -1, ZindoOutput = 0, OrcaOutput = 1, GaussianOutput = 2 };
     /// Which program wrote @p fileName, told from its text; UnknownOutput when none is known.
     static ProgramType detectProgram(const QString &fileName);
+    /// The same for the file of this object.
+    ProgramType detectProgram() const;
+    /// Geometry, orbitals and states of an output of @p program: the readers below that belong to
+    /// it, one after the other. What is no program whose states are read fails.
+    bool readExcitedStates(const ProgramType &program);
 
     /// Orbitals and states of a ZINDO output (version 99.1). Both lists keep the ground-state
     /// entry that the program prints first.
@@ -185,84 +198,39 @@ public:
     /// force matrix of the MOPAC output @p path; index 0 is atom 2. Of several matrices the last.
     bool readForceConstant(const QString &path, const int &n);
 
-    double getSingletEnergy(const int &state) const { return singletStates.at(state - 1).energy; }
-    double getTripletEnergy(const int &state) const { return tripletStates.at(state - 1).energy; }
-    ExcitateState getSingletExcitateStateVector(const int &index) const
-    {
-        return singletStates.at(index);
-    }
-    ExcitateState getTripletExcitateStateVector(const int &index) const
-    {
-        return tripletStates.at(index);
-    }
+    double getSingletEnergy(const int &state) const;
+    double getTripletEnergy(const int &state) const;
+    ExcitateState getSingletExcitateStateVector(const int &index) const;
+    ExcitateState getTripletExcitateStateVector(const int &index) const;
     /// Weights of the printed excitations of a state, one per pair of orbital numbers of its
     /// configurations; 0 where the program prints none.
-    QVector<double> getSingletWeights(const int &index) const { return singletWeights.at(index); }
-    QVector<double> getTripletWeights(const int &index) const { return tripletWeights.at(index); }
-    int getSingletStatesCount() const { return singletStates.size(); }
-    int getTripletStatesCount() const { return tripletStates.size(); }
+    QVector<double> getSingletWeights(const int &index) const;
+    QVector<double> getTripletWeights(const int &index) const;
+    int getSingletStatesCount() const;
+    int getTripletStatesCount() const;
     /// Orbital by printed number, less the number of the first orbital (ORCA 0, others 1); one
     /// that the output does not print is empty.
-    MolecularOrbital getMolecularOrbitalVector(const int &index) const
-    {
-        return molecularOrbitals.at(index);
-    }
+    MolecularOrbital getMolecularOrbitalVector(const int &index) const;
     /// Row of the orbital-energy table.
-    MolecularOrbitalOCC getMolecularOrbital(const int &index) const
-    {
-        return molecularOrbitalsOCC.at(index);
-    }
-    int getMolecularOrbitalsOccCount() const { return molecularOrbitalsOCC.size(); }
+    MolecularOrbitalOCC getMolecularOrbital(const int &index) const;
+    int getMolecularOrbitalsOccCount() const;
     /// Length of the list of orbitals.
-    int getMolecularOrbitalNumber() const { return molecularOrbitalNumber; }
-    int getHomoMO() const { return homoMO; }
-    int getLumoMO() const { return lumoMO; }
+    int getMolecularOrbitalNumber() const;
+    int getHomoMO() const;
+    int getLumoMO() const;
     /// Absorption spectrum: transitions allowed by spin, energies in cm^-1. A reader replaces
     /// what another one found.
-    double getEnergyVector(const int &index) const { return energyVector.at(index); }
-    double getOscForceVector(const int &index) const { return oscForceVector.at(index); }
+    double getEnergyVector(const int &index) const;
+    double getOscForceVector(const int &index) const;
     /// Number of transitions of the spectrum.
-    int getExcitedStateCount() const { return excitedStateCount; }
-    double getForceConstant(const int &index) const { return forceConstants.at(index); }
-    int getForceConstantsCount() const { return forceConstants.size(); }
-    bool getIsOrcaTDDFT() const { return isOrcaTDDFT; }
+    int getExcitedStateCount() const;
+    double getForceConstant(const int &index) const;
+    int getForceConstantsCount() const;
+    bool getIsOrcaTDDFT() const;
 
 private:
-    /// Number of the residues (substructures) of a MOL2 file.
-    int calculateResiduesNumber(const QString &fileName);
-    /// Keeps what a structure file holds; false with its error, if any.
-    bool takeStructure(const structureFiles::Structure &structure, const QString &format);
-    /// Keeps orbitals and states.
-    void takeExcitedStates(const ExcitedStates &results);
-    void takeSpectrum(const ExcitedStates &results);
-    QString missingCoordinatesMessage() const;
-    static QString missingOrcaSpectrumMessage();
-    static QString missingGaussianStatesMessage();
+    friend class LanqorInputDataPrivate;
+    friend InputFile inputFileOf(const LanqorInputData &data);
 
-    QString fileName;
-    QString mopacCitation;
-    QVector<double> atomicCharges;
-    QVector<double> forceConstants;
-    QVector<double> oscForceVector;
-    QVector<double> energyVector;
-    double chargeOnSystem = 0.0;
-    double finalHeat = 0.0;
-    double ionPotential = 0.0;
-    double dipole = 0.0;
-    bool isOrcaTDDFT = false;
-    int selExcitateState = 1;
-    int coordNumber = 0;
-    int excitedStateCount = 0;
-    int homoMO = 0;
-    int lumoMO = 0;
-    int molecularOrbitalNumber = 0;
-    QVector<MolecularOrbitalOCC> molecularOrbitalsOCC;
-    QVector<MolecularOrbital> molecularOrbitals;
-    QVector<ExcitateState> singletStates;
-    QVector<ExcitateState> tripletStates;
-    QVector<QVector<double>> singletWeights;
-    QVector<QVector<double>> tripletWeights;
-    QVector<CoordZMT> coordZMT;
-    QVector<Coord> coord;
-    QVector<CoordSPH> coordSPH;
+    std::unique_ptr<LanqorInputDataPrivate> d;
 };

@@ -1,6 +1,7 @@
 #include "LanqorInputData.h"
 
 #include "core/physicalConstants_p.h"
+#include "input/LanqorInputData_p.h"
 #include "input/excitedStates_p.h"
 #include "input/gaussianOrbitalTable_p.h"
 #include "input/lineReader_p.h"
@@ -236,17 +237,24 @@ void GaussianParser::readOrbitals()
     list.data.orbitals = table.takeOrbitals();
 }
 
+QString missingGaussianStatesMessage()
+{
+    return LanqorInputData::tr(
+        "There has been an error during read of the excited states from the GAUSSIAN output "
+        "file. \n");
+}
+
 } // namespace
 
 bool LanqorInputData::readOutputGaussian()
 {
-    LineReader reader(fileName);
+    LineReader reader(d->file());
     if (!reader.open())
-        return failWith(missingFile(fileName));
+        return failWith(missingFile(d->fileName));
     const StateList list = GaussianParser(reader, OrbitalReading::Keep).parse();
-    coord += list.data.atoms;
-    takeExcitedStates(list.data);
-    takeSpectrum(list.data);
+    d->coord += list.data.atoms;
+    d->takeExcitedStates(list.data);
+    d->takeSpectrum(list.data);
     if (!list.data.hasStates() || list.isDamaged)
         return failWith(missingGaussianStatesMessage());
     if (!list.data.hasOrbitals) {
@@ -254,7 +262,7 @@ bool LanqorInputData::readOutputGaussian()
             tr("LANQOR could not read the molecular orbitals from the GAUSSIAN output file: \n"));
     }
     if (list.data.atoms.isEmpty())
-        return failWith(missingCoordinatesMessage());
+        return failWith(d->missingCoordinatesMessage());
     emitProgress(tr(" -> (Read Input Data) All data were successfully loaded from the Gaussian "
                     "output file. \n"));
     return true;
@@ -262,18 +270,12 @@ bool LanqorInputData::readOutputGaussian()
 
 bool LanqorInputData::readAbsorptionDataGaussian()
 {
-    LineReader reader(fileName);
+    LineReader reader(d->file());
     if (!reader.open())
-        return failWith(missingFile(fileName));
+        return failWith(missingFile(d->fileName));
     const StateList list = GaussianParser(reader, OrbitalReading::Skip).parse();
-    takeSpectrum(list.data);
+    d->takeSpectrum(list.data);
     if (!list.data.hasStates() || list.isDamaged)
         return failWith(missingGaussianStatesMessage());
     return true;
-}
-
-QString LanqorInputData::missingGaussianStatesMessage()
-{
-    return tr("There has been an error during read of the excited states from the GAUSSIAN output "
-              "file. \n");
 }

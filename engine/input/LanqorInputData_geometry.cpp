@@ -1,5 +1,6 @@
 #include "LanqorInputData.h"
 
+#include "input/LanqorInputData_p.h"
 #include "input/bondCutOff_p.h"
 
 #include <algorithm>
@@ -70,27 +71,28 @@ double LanqorInputData::getBondCutOff(const QString &label)
 
 bool LanqorInputData::createSphericalCoordinate()
 {
-    return createSphericalCoordinate(1, coord.size());
+    return createSphericalCoordinate(1, d->coord.size());
 }
 
 bool LanqorInputData::createSphericalCoordinate(const int &first, const int &last)
 {
-    if (coord.isEmpty())
+    if (d->coord.isEmpty())
         return failWith(tr("\nThe vector of cartesian coordinates empty. This way, firstly, it is "
                            "necessary to use a specific function to read the desired file. \n"));
-    if (first < 1 || last > coord.size() || first > last)
+    if (first < 1 || last > d->coord.size() || first > last)
         return failWith(
             tr("\nAtoms %1 to %2 were asked for, but the geometry has atoms 1 to %3. \n")
                 .arg(first)
                 .arg(last)
-                .arg(coord.size()));
-    coordSPH.clear();
-    coordSPH.reserve(last - first + 1);
-    coordNumber = 0;
+                .arg(d->coord.size()));
+    d->coordSPH.clear();
+    d->coordSPH.reserve(last - first + 1);
+    d->coordNumber = 0;
     for (int atom = first; atom <= last; ++atom) {
-        coordSPH.append(sphericalAbout(coord.first(), coord.at(atom - 1)));
-        if (atom > 1 && coordSPH.last().r < bondCutOff(coordSPH.last().label))
-            ++coordNumber;
+        const CoordSPH spherical = sphericalAbout(d->coord.constFirst(), d->coord.at(atom - 1));
+        d->coordSPH.append(spherical);
+        if (atom > 1 && spherical.r < bondCutOff(spherical.label))
+            ++d->coordNumber;
     }
     emitProgress(tr(" -> (Read Input Data) Cartesian coordinates were successfully converted to "
                     "spherical coordinates. \n"));
@@ -99,6 +101,7 @@ bool LanqorInputData::createSphericalCoordinate(const int &first, const int &las
 
 QVector<int> LanqorInputData::getCoordinatedAtoms() const
 {
+    const QVector<Coord> &coord = d->coord;
     QVector<int> numbers;
     for (int i = 1; i < coord.size(); ++i) {
         if (sphericalAbout(coord.first(), coord.at(i)).r < bondCutOff(coord.at(i).label))
@@ -109,6 +112,7 @@ QVector<int> LanqorInputData::getCoordinatedAtoms() const
 
 QString LanqorInputData::getIonError() const
 {
+    const QVector<Coord> &coord = d->coord;
     if (!coord.isEmpty() && isLanthanide(coord.first().label))
         return QString();
     const auto ion = std::find_if(coord.begin(), coord.end(),
@@ -137,9 +141,9 @@ QString LanqorInputData::getAtomOrderError() const
     return tr("The atoms within bonding distance of the ion are %1, not atoms 2 to %2: %3 must "
               "change places with %4. Reorder the structure: the ion first, then the coordinated "
               "atoms, then all others.")
-        .arg(listOfAtoms(counted, coord))
+        .arg(listOfAtoms(counted, d->coord))
         .arg(counted.size() + 1)
-        .arg(listOfAtoms(misplaced, coord), listOfAtoms(intruders, coord));
+        .arg(listOfAtoms(misplaced, d->coord), listOfAtoms(intruders, d->coord));
 }
 
 Coord LanqorInputData::calcCenterOfMass(const QVector<Coord> &atoms)

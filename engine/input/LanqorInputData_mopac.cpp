@@ -1,5 +1,6 @@
 #include "LanqorInputData.h"
 
+#include "input/LanqorInputData_p.h"
 #include "input/mopacForceMatrix_p.h"
 #include "input/mopacOutput_p.h"
 #include "input/readerLimits_p.h"
@@ -52,9 +53,14 @@ QString failureText(Status status, const QString &fileName)
 
 bool LanqorInputData::readMopacOutFile(const bool &keepTv)
 {
-    MopacOutputReader reader(fileName, keepTv);
+    return d->readMopacOutput(d->file(), keepTv);
+}
+
+bool LanqorInputDataPrivate::readMopacOutput(const InputFile &file, bool keepTv)
+{
+    MopacOutputReader reader(file, keepTv);
     if (!reader.open())
-        return failWith(missingFile(fileName));
+        return owner.failWith(missingFile(fileName));
     const Status status = reader.read();
     const MopacResults &results = reader.results();
     mopacCitation = results.citation.value_or(mopacCitation);
@@ -66,10 +72,11 @@ bool LanqorInputData::readMopacOutFile(const bool &keepTv)
     coord += results.atoms;
     coordZMT += results.zMatrix;
     if (status != Status::Read)
-        return failWith(failureText(status, fileName));
-    emitProgress(tr(" -> (Read Input Data) Cartesian coordinates successfully loaded from the "
-                    "desired Mopac output file: \n") +
-                 fileName);
+        return owner.failWith(failureText(status, fileName));
+    owner.emitProgress(
+        tr(" -> (Read Input Data) Cartesian coordinates successfully loaded from the "
+           "desired Mopac output file: \n") +
+        fileName);
     return true;
 }
 
@@ -82,6 +89,6 @@ bool LanqorInputData::readForceConstant(const QString &path, const int &n)
     if (!reader.read(n, constants))
         return failWith(tr("There has been an error during read in force constant from Mopac "
                            "output."));
-    forceConstants += constants;
+    d->forceConstants += constants;
     return true;
 }

@@ -1,6 +1,7 @@
 #include "LanqorInputData.h"
 
 #include "core/physicalConstants_p.h"
+#include "input/LanqorInputData_p.h"
 #include "input/excitedStates_p.h"
 #include "input/lineReader_p.h"
 #include "input/orbitalTable_p.h"
@@ -434,29 +435,36 @@ QVector<MolecularOrbitalOCC> readOrcaOrbitalEnergies(LineReader &reader)
     return table;
 }
 
+QString missingOrcaSpectrumMessage()
+{
+    return LanqorInputData::tr(
+        "There has been an error during read of the absorption spectrum data from the ORCA "
+        "output file. \n");
+}
+
 } // namespace
 
 bool LanqorInputData::readCoordFromOrcaOutFile()
 {
-    LineReader reader(fileName);
+    LineReader reader(d->file());
     if (!reader.open())
-        return failWith(missingFile(fileName));
+        return failWith(missingFile(d->fileName));
     const Step step = OrcaParser(reader, OrbitalReading::Skip).parse();
     if (step.data.atoms.isEmpty())
-        return failWith(missingCoordinatesMessage());
-    coord += step.data.atoms;
+        return failWith(d->missingCoordinatesMessage());
+    d->coord += step.data.atoms;
     return true;
 }
 
 bool LanqorInputData::readOutputOrca()
 {
-    LineReader reader(fileName);
+    LineReader reader(d->file());
     if (!reader.open())
-        return failWith(missingFile(fileName));
+        return failWith(missingFile(d->fileName));
     const Step step = OrcaParser(reader, OrbitalReading::Keep).parse();
-    isOrcaTDDFT = step.isTddft;
-    takeExcitedStates(step.data);
-    takeSpectrum(step.data);
+    d->isOrcaTDDFT = step.isTddft;
+    d->takeExcitedStates(step.data);
+    d->takeSpectrum(step.data);
     if (!step.data.hasOrbitals) {
         return failWith(
             tr("LANQOR could not read the molecular orbitals from the ORCA output file: \n"));
@@ -478,27 +486,21 @@ bool LanqorInputData::readOutputOrca()
 
 bool LanqorInputData::readAbsorptionDataOrca()
 {
-    LineReader reader(fileName);
+    LineReader reader(d->file());
     if (!reader.open())
-        return failWith(missingFile(fileName));
+        return failWith(missingFile(d->fileName));
     const Step step = OrcaParser(reader, OrbitalReading::Skip).parse();
-    takeSpectrum(step.data);
+    d->takeSpectrum(step.data);
     if (!step.hasSpectrum)
         return failWith(missingOrcaSpectrumMessage());
     return true;
-}
-
-QString LanqorInputData::missingOrcaSpectrumMessage()
-{
-    return tr("There has been an error during read of the absorption spectrum data from the ORCA "
-              "output file. \n");
 }
 
 /// The first line holds the number of charges, each further line a charge and its place. Of
 /// several charges the most positive one is the ion.
 bool LanqorInputData::readChargePointFileOrca(double &x, double &y, double &z)
 {
-    const QFileInfo output(fileName);
+    const QFileInfo output(d->fileName);
     LineReader reader(output.path() + QLatin1Char('/') + output.completeBaseName() +
                       QStringLiteral(".pointcharge"));
     double ion[4] = {-std::numeric_limits<double>::infinity()};
@@ -529,9 +531,9 @@ bool LanqorInputData::readChargePointFileOrca(double &x, double &y, double &z)
 /// list off after the first virtual orbitals.
 bool LanqorInputData::readMolecularOrbitalOccupancy()
 {
-    LineReader reader(fileName);
+    LineReader reader(d->file());
     if (!reader.open())
-        return failWith(missingFile(fileName));
+        return failWith(missingFile(d->fileName));
     QVector<MolecularOrbitalOCC> lastTable;
     while (reader.next()) {
         if (textFields::trimmed(reader.line()) == "ORBITAL ENERGIES") {
@@ -543,14 +545,14 @@ bool LanqorInputData::readMolecularOrbitalOccupancy()
     if (lastTable.isEmpty()) {
         return failWith(
             tr("\nCannot find the molecular orbitals in the desired ORCA output file: \n") +
-            fileName + tr("\nCheck the file to identify the possible errors."));
+            d->fileName + tr("\nCheck the file to identify the possible errors."));
     }
-    molecularOrbitalsOCC += lastTable;
-    homoMO = -1;
+    d->molecularOrbitalsOCC += lastTable;
+    d->homoMO = -1;
     for (const MolecularOrbitalOCC &orbital : qAsConst(lastTable)) {
         if (orbital.occupancy > 0.0)
-            homoMO = static_cast<int>(orbital.number);
+            d->homoMO = static_cast<int>(orbital.number);
     }
-    lumoMO = homoMO + 1;
+    d->lumoMO = d->homoMO + 1;
     return true;
 }

@@ -1,44 +1,77 @@
 #include "LanqorInputData.h"
 
+#include "input/LanqorInputData_p.h"
 #include "input/excitedStates_p.h"
 #include "input/lineReader_p.h"
 #include "input/textFields_p.h"
 
-LanqorInputData::ProgramType LanqorInputData::detectProgram(const QString &fileName)
+namespace {
+
+/// Which program wrote a file, told from its text.
+LanqorInputData::ProgramType programOf(const InputFile &file)
 {
     struct Mark
     {
         std::string_view text;
-        ProgramType program;
+        LanqorInputData::ProgramType program;
     };
     // Title lines first, then headings, for excerpts without a title. The first line that holds
     // one decides: an ORCA or Gaussian output may well speak of ZINDO, but later.
     static constexpr Mark marks[] = {
-        {"* O   R   C   A *", OrcaOutput},
-        {"CARTESIAN COORDINATES (ANGSTROEM)", OrcaOutput},
-        {"EXCITED STATES (SINGLETS)", OrcaOutput},
-        {"Entering Gaussian System", GaussianOutput},
-        {"This is part of the Gaussian", GaussianOutput},
-        {"Coordinates (Angstroms)", GaussianOutput},
-        {"Excitation energies and oscillator strengths:", GaussianOutput},
-        {"Molecular Orbital Coefficients", GaussianOutput},
-        {"ZINDO  -  A semi-empirical program", ZindoOutput},
-        {"CTR AT.NO. VAL.CHG. CORE CHG.", ZindoOutput},
-        {"RHF/ROHF - MOs follow", ZindoOutput},
+        {"* O   R   C   A *", LanqorInputData::OrcaOutput},
+        {"CARTESIAN COORDINATES (ANGSTROEM)", LanqorInputData::OrcaOutput},
+        {"EXCITED STATES (SINGLETS)", LanqorInputData::OrcaOutput},
+        {"Entering Gaussian System", LanqorInputData::GaussianOutput},
+        {"This is part of the Gaussian", LanqorInputData::GaussianOutput},
+        {"Coordinates (Angstroms)", LanqorInputData::GaussianOutput},
+        {"Excitation energies and oscillator strengths:", LanqorInputData::GaussianOutput},
+        {"Molecular Orbital Coefficients", LanqorInputData::GaussianOutput},
+        {"ZINDO  -  A semi-empirical program", LanqorInputData::ZindoOutput},
+        {"CTR AT.NO. VAL.CHG. CORE CHG.", LanqorInputData::ZindoOutput},
+        {"RHF/ROHF - MOs follow", LanqorInputData::ZindoOutput},
     };
-    LineReader reader(fileName);
+    LineReader reader(file);
     if (!reader.open())
-        return UnknownOutput;
+        return LanqorInputData::UnknownOutput;
     while (reader.next()) {
         for (const Mark &mark : marks) {
             if (textFields::contains(reader.line(), mark.text))
                 return mark.program;
         }
     }
-    return UnknownOutput;
+    return LanqorInputData::UnknownOutput;
 }
 
-void LanqorInputData::takeExcitedStates(const ExcitedStates &results)
+} // namespace
+
+LanqorInputData::ProgramType LanqorInputData::detectProgram(const QString &fileName)
+{
+    return programOf(fileName);
+}
+
+LanqorInputData::ProgramType LanqorInputData::detectProgram() const
+{
+    return programOf(d->file());
+}
+
+bool LanqorInputData::readExcitedStates(const ProgramType &program)
+{
+    switch (program) {
+    case ZindoOutput:
+        return readCoordFromZindoOutFile() && readOutputZindo();
+    case OrcaOutput:
+        return readCoordFromOrcaOutFile() && readOutputOrca();
+    case GaussianOutput:
+        return readOutputGaussian();
+    case UnknownOutput:
+        break;
+    }
+    return failWith(tr("\nUnknown program type %1: 0 stands for a ZINDO, 1 for an ORCA and 2 for a "
+                       "Gaussian output.")
+                        .arg(program));
+}
+
+void LanqorInputDataPrivate::takeExcitedStates(const ExcitedStates &results)
 {
     molecularOrbitals += results.orbitals;
     molecularOrbitalNumber = molecularOrbitals.size();
@@ -48,26 +81,28 @@ void LanqorInputData::takeExcitedStates(const ExcitedStates &results)
     tripletWeights += results.triplets.weights;
     selExcitateState = singletStates.isEmpty() ? 0 : 1;
     if (results.unreadableExcitations > 0) {
-        emitProgress(tr(" -> (Read Input Data) %1 excitations of the excited states could not be "
-                        "read and are left out.")
-                         .arg(results.unreadableExcitations));
+        owner.emitProgress(
+            tr(" -> (Read Input Data) %1 excitations of the excited states could not be "
+               "read and are left out.")
+                .arg(results.unreadableExcitations));
     }
     if (results.unnamedStates > 0) {
-        emitProgress(tr(" -> (Read Input Data) %1 excited states are called neither singlet nor "
-                        "triplet (unrestricted reference); they stand among the triplets, and the "
-                        "alpha orbitals are taken for both spins.")
-                         .arg(results.unnamedStates));
+        owner.emitProgress(
+            tr(" -> (Read Input Data) %1 excited states are called neither singlet nor "
+               "triplet (unrestricted reference); they stand among the triplets, and the "
+               "alpha orbitals are taken for both spins.")
+                .arg(results.unnamedStates));
     }
 }
 
-void LanqorInputData::takeSpectrum(const ExcitedStates &results)
+void LanqorInputDataPrivate::takeSpectrum(const ExcitedStates &results)
 {
     energyVector = results.spectrumEnergies;
     oscForceVector = results.spectrumStrengths;
     excitedStateCount = energyVector.size();
 }
 
-QString LanqorInputData::missingCoordinatesMessage() const
+QString LanqorInputDataPrivate::missingCoordinatesMessage() const
 {
     return tr("\nCannot find the cartesian coordinates from the desired .out file: \n") + fileName +
            tr("\nCheck the file to identify the possible errors.");

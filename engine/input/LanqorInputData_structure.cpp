@@ -1,5 +1,6 @@
 #include "LanqorInputData.h"
 
+#include "input/LanqorInputData_p.h"
 #include "input/lineReader_p.h"
 #include "input/structureFiles_p.h"
 #include "input/textFields_p.h"
@@ -9,66 +10,67 @@ using structureFiles::Structure;
 
 bool LanqorInputData::readStructureFile()
 {
-    switch (structureFiles::kindOf(fileName)) {
+    InputFile file = d->file(); // told and read from one opening
+    switch (structureFiles::kindOf(file)) {
     case Kind::MopacOutput:
-        return readMopacOutFile(false);
+        return d->readMopacOutput(file, false);
     case Kind::Mop:
-        return readMopFile();
+        return d->takeStructure(structureFiles::readMop(file), QStringLiteral(".mop"));
     case Kind::Zmt:
-        return readZmtFile();
+        return d->takeStructure(structureFiles::readZmt(file), QStringLiteral(".zmt"));
     case Kind::Xyz:
-        return readXYZFile();
+        return d->takeStructure(structureFiles::readXyz(file), QStringLiteral(".xyz"));
     case Kind::Mol2:
-        return readMol2File();
+        return d->takeMol2(structureFiles::readMol2(file));
     case Kind::Unknown:
         break;
     }
-    if (!LineReader(fileName).open())
-        return failWith(missingFile(fileName));
+    if (!file.rewind())
+        return failWith(missingFile(d->fileName));
     return failWith(tr("\nThe kind of the structure file cannot be told; a MOPAC output (.out), "
                        ".mop, .zmt, .xyz or .mol2 file is needed: \n") +
-                    fileName);
+                    d->fileName);
 }
 
 bool LanqorInputData::readMopFile()
 {
-    return takeStructure(structureFiles::readMop(fileName), QStringLiteral(".mop"));
+    return d->takeStructure(structureFiles::readMop(d->file()), QStringLiteral(".mop"));
 }
 
 bool LanqorInputData::readZmtFile()
 {
-    return takeStructure(structureFiles::readZmt(fileName), QStringLiteral(".zmt"));
+    return d->takeStructure(structureFiles::readZmt(d->file()), QStringLiteral(".zmt"));
 }
 
 bool LanqorInputData::readXYZFile()
 {
-    return takeStructure(structureFiles::readXyz(fileName), QStringLiteral(".xyz"));
+    return d->takeStructure(structureFiles::readXyz(d->file()), QStringLiteral(".xyz"));
 }
 
 bool LanqorInputData::readMol2File()
 {
-    if (!takeStructure(structureFiles::readMol2(fileName), QStringLiteral(".mol2")))
+    return d->takeMol2(structureFiles::readMol2(d->file()));
+}
+
+bool LanqorInputDataPrivate::takeMol2(const Structure &structure)
+{
+    if (!takeStructure(structure, QStringLiteral(".mol2")))
         return false;
-    emitProgress(tr(" -> (Read Input Data) The structure has %1 residues. \n")
-                     .arg(calculateResiduesNumber(fileName)));
+    owner.emitProgress(
+        tr(" -> (Read Input Data) The structure has %1 residues. \n").arg(structure.residues));
     return true;
 }
 
-int LanqorInputData::calculateResiduesNumber(const QString &fileName)
-{
-    return structureFiles::readMol2(fileName).residues;
-}
-
-bool LanqorInputData::takeStructure(const Structure &structure, const QString &format)
+bool LanqorInputDataPrivate::takeStructure(const Structure &structure, const QString &format)
 {
     coord += structure.atoms;
     coordZMT += structure.zMatrix;
     if (!structure.error.isEmpty())
-        return failWith(structure.error);
-    emitProgress(tr(" -> (Read Input Data) Cartesian coordinates successfully loaded from the "
-                    "desired %1 file: \n")
-                     .arg(format) +
-                 fileName);
+        return owner.failWith(structure.error);
+    owner.emitProgress(tr(" -> (Read Input Data) Cartesian coordinates successfully loaded from "
+                          "the desired %1 file: \n")
+                           .arg(format) +
+                       fileName);
     return true;
 }
 

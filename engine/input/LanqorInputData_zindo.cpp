@@ -1,5 +1,6 @@
 #include "LanqorInputData.h"
 
+#include "input/LanqorInputData_p.h"
 #include "input/excitedStates_p.h"
 #include "input/lineReader_p.h"
 #include "input/orbitalTable_p.h"
@@ -321,9 +322,9 @@ void StatesParser::readComponents(std::string_view line)
 
 bool LanqorInputData::readCoordFromZindoOutFile()
 {
-    LineReader reader(fileName);
+    LineReader reader(d->file());
     if (!reader.open())
-        return failWith(missingFile(fileName));
+        return failWith(missingFile(d->fileName));
     // The word comes again (moments of inertia, populations with rounded coordinates): the first
     // table counts.
     QVector<Coord> atoms;
@@ -334,28 +335,28 @@ bool LanqorInputData::readCoordFromZindoOutFile()
     if (atoms.isEmpty()) {
         return failWith(tr("There has been an error during read in cartesian coordinates from the "
                            "desired Zindo output file (.zin): \n") +
-                        fileName);
+                        d->fileName);
     }
-    coord += atoms;
+    d->coord += atoms;
     return true;
 }
 
 bool LanqorInputData::readOutputZindo()
 {
-    LineReader reader(fileName);
+    LineReader reader(d->file());
     if (!reader.open())
-        return failWith(missingFile(fileName));
+        return failWith(missingFile(d->fileName));
     ExcitedStates results;
     // The heading comes again over the frozen core orbitals, numbered from 1: the first counts.
     while (results.orbitals.isEmpty() && reader.next()) {
         if (textFields::contains(reader.line(), "RHF/ROHF - MOs follow"))
             results.hasOrbitals = OrbitalListParser(reader).parse(results.orbitals);
     }
-    // Without orbitals the search has passed the states.
-    LineReader again(fileName);
-    StatesParser states(results.hasOrbitals || !again.open() ? reader : again);
+    if (!results.hasOrbitals)
+        reader.open(); // the search for them has passed the states
+    StatesParser states(reader);
     states.parse(results);
-    takeExcitedStates(results);
+    d->takeExcitedStates(results);
     if (!results.hasOrbitals) {
         return failWith(
             tr("LANQOR could not read the molecular orbitals from the Zindo output file: \n"));
@@ -373,9 +374,9 @@ bool LanqorInputData::readOutputZindo()
 
 bool LanqorInputData::readAbsorptionDataZindo()
 {
-    LineReader reader(fileName);
+    LineReader reader(d->file());
     if (!reader.open())
-        return failWith(missingFile(fileName));
+        return failWith(missingFile(d->fileName));
     ExcitedStates results;
     bool isSpectrum = false;
     while (reader.next()) {
@@ -395,7 +396,7 @@ bool LanqorInputData::readAbsorptionDataZindo()
         if (!results.spectrumEnergies.isEmpty() && textFields::contains(line, strengthKeyword))
             results.spectrumStrengths.last() = textFields::numberAfter(line, strengthKeyword);
     }
-    takeSpectrum(results);
+    d->takeSpectrum(results);
     if (results.spectrumEnergies.isEmpty()) {
         return failWith(tr("There has been an error during read of the absorption spectrum data "
                            "from the ZINDO output file. \n"));

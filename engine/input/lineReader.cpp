@@ -1,6 +1,7 @@
 #include "input/lineReader_p.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -16,26 +17,58 @@ QString missingFile(const QString &fileName)
     return fileName + QCoreApplication::translate("LanqorInputData", " does not exist.");
 }
 
-LineReader::LineReader(const QString &fileName)
-    : file(fileName)
+InputFile::InputFile(const QString &fileName)
+    : file(std::make_shared<QFile>(fileName))
+{}
+
+bool InputFile::rewind()
+{
+    if (file->isOpen())
+        return file->seek(0);
+    // Devices and pipes may never end, and cannot be read twice. QFile warns on the terminal about
+    // an empty name.
+    const QFileInfo info(file->fileName());
+    const bool isOtherKind = info.exists() && !info.isFile();
+    return !file->fileName().isEmpty() && !isOtherKind && file->open(QIODevice::ReadOnly);
+}
+
+int InputFile::read(char *buffer, int size)
+{
+    return static_cast<int>(std::max<qint64>(0, file->read(buffer, size)));
+}
+
+QString InputFile::fileName() const
+{
+    return file->fileName();
+}
+
+QString InputFile::errorString() const
+{
+    return file->errorString();
+}
+
+LineReader::LineReader(const InputFile &file)
+    : file(file)
 {}
 
 bool LineReader::open()
 {
-    // Devices and pipes may never end, and cannot be read twice. QFile warns on the terminal about
-    // an empty name.
-    const QFileInfo info(file.fileName());
-    const bool isOtherKind = info.exists() && !info.isFile();
-    if (file.fileName().isEmpty() || isOtherKind || !file.open(QIODevice::ReadOnly))
+    if (!file.rewind())
         return false;
     buffer.resize(bufferSize);
+    joined.clear();
+    currentLine = {};
+    position = filled = 0;
+    number = 0;
+    repeatLine = atEnd = false;
+    lineComplete = true;
     return true;
 }
 
 bool LineReader::refill()
 {
     position = 0;
-    filled = static_cast<int>(std::max<qint64>(0, file.read(buffer.data(), bufferSize)));
+    filled = file.read(buffer.data(), bufferSize);
     return filled > 0;
 }
 

@@ -25,9 +25,8 @@ QString elementOf(const QString &type, const QString &name)
 
 } // namespace
 
-Mol2Reader::Mol2Reader(const QString &fileName)
-    : fileName(fileName)
-    , reader(fileName)
+Mol2Reader::Mol2Reader(const InputFile &file)
+    : reader(file)
 {}
 
 bool Mol2Reader::next(Mol2Molecule &molecule)
@@ -56,7 +55,7 @@ bool Mol2Reader::next(Mol2Molecule &molecule)
         molecule.error = LanqorInputData::tr("\nThe MOL2 file announces %1 atoms and holds %2: \n")
                              .arg(announcedAtoms)
                              .arg(molecule.atoms.size()) +
-                         fileName;
+                         reader.fileName();
     return !molecule.atoms.isEmpty() || !molecule.error.isEmpty();
 }
 
@@ -94,7 +93,7 @@ void Mol2Reader::readAtoms(Mol2Molecule &molecule)
         if (fields.size() < 6 || !readPosition(fields, 2, atom) ||
             molecule.atoms.size() == maximumAtoms) {
             molecule.error = unreadableLine(
-                fileName, reader.lineNumber(),
+                reader.fileName(), reader.lineNumber(),
                 LanqorInputData::tr("the number, name, x, y, z and type of an atom"));
             return;
         }
@@ -105,7 +104,7 @@ void Mol2Reader::readAtoms(Mol2Molecule &molecule)
             molecule.bondError =
                 LanqorInputData::tr("\nAtom number %1 stands twice in the MOL2 file: \n")
                     .arg(number) +
-                fileName;
+                reader.fileName();
         indexOfNumber.insert(number, molecule.atoms.size());
         atom.label = elementOf(type, name);
         molecule.atoms.append(atom);
@@ -130,7 +129,7 @@ void Mol2Reader::readBonds(Mol2Molecule &molecule)
             first == second) {
             if (molecule.bondError.isEmpty())
                 molecule.bondError = unreadableLine(
-                    fileName, reader.lineNumber(),
+                    reader.fileName(), reader.lineNumber(),
                     LanqorInputData::tr("the number of a bond, its two atoms and its type"));
             continue;
         }

@@ -40,7 +40,7 @@ struct Mol2Molecule
 class Mol2Reader
 {
 public:
-    explicit Mol2Reader(const QString &fileName);
+    explicit Mol2Reader(const InputFile &file);
 
     bool open() { return reader.open(); }
     /// Reads the next molecule; false when none is left.
@@ -54,7 +54,6 @@ private:
     void readAtoms(Mol2Molecule &molecule);
     void readBonds(Mol2Molecule &molecule);
 
-    QString fileName;
     LineReader reader;
     textFields::Fields fields;
     QHash<int, int> indexOfNumber; // of the atoms of the current molecule

@@ -18,8 +18,8 @@ using textFields::Fields;
 class MopLines
 {
 public:
-    explicit MopLines(const QString &fileName)
-        : reader(fileName)
+    explicit MopLines(const InputFile &file)
+        : reader(file)
     {}
 
     bool open() { return reader.open(); }
@@ -95,12 +95,12 @@ bool isInternal(const std::vector<AtomRow> &rows)
 }
 
 /// Rows of a MOPAC input; @p error is set when the file is missing or a row cannot be read.
-std::vector<AtomRow> readRows(const QString &fileName, TranslationVectors vectors, QString &error)
+std::vector<AtomRow> readRows(const InputFile &file, TranslationVectors vectors, QString &error)
 {
     std::vector<AtomRow> rows;
-    MopLines lines(fileName);
+    MopLines lines(file);
     if (!lines.open()) {
-        error = missingFile(fileName);
+        error = missingFile(file.fileName());
         return rows;
     }
     QString keywords;
@@ -108,21 +108,21 @@ std::vector<AtomRow> readRows(const QString &fileName, TranslationVectors vector
         lines.next();
     if (!readAtomRows(lines, vectors, rows))
         error = unreadableLine(
-            fileName, lines.lineNumber(),
+            file.fileName(), lines.lineNumber(),
             LanqorInputData::tr("an element with x, y, z, or with distance, angle, dihedral and "
                                 "three reference atoms, all rows alike"));
     else if (rows.empty())
-        error =
-            LanqorInputData::tr("\nCannot find the atoms in the MOPAC input file: \n") + fileName;
+        error = LanqorInputData::tr("\nCannot find the atoms in the MOPAC input file: \n") +
+                file.fileName();
     return rows;
 }
 
 } // namespace
 
-Structure readMop(const QString &fileName, TranslationVectors vectors)
+Structure readMop(const InputFile &file, TranslationVectors vectors)
 {
     Structure structure;
-    const std::vector<AtomRow> rows = readRows(fileName, vectors, structure.error);
+    const std::vector<AtomRow> rows = readRows(file, vectors, structure.error);
     if (!structure.error.isEmpty())
         return structure;
     const bool internal = isInternal(rows);
@@ -134,16 +134,16 @@ Structure readMop(const QString &fileName, TranslationVectors vectors)
             structure.atoms.append({atom.label, atom.distance, atom.angle, atom.dihedral});
     }
     if (internal)
-        buildCartesian(structure, fileName);
+        buildCartesian(structure, file.fileName());
     return structure;
 }
 
-Structure readZmt(const QString &fileName)
+Structure readZmt(const InputFile &file)
 {
     Structure structure;
-    LineReader reader(fileName);
+    LineReader reader(file);
     if (!reader.open()) {
-        structure.error = missingFile(fileName);
+        structure.error = missingFile(file.fileName());
         return structure;
     }
     Fields fields;
@@ -156,7 +156,7 @@ Structure readZmt(const QString &fileName)
         const std::optional<AtomRow> row = parseAtomRow(fields);
         if (!row || structure.zMatrix.size() == maximumAtoms) {
             structure.error = unreadableLine(
-                fileName, reader.lineNumber(),
+                file.fileName(), reader.lineNumber(),
                 LanqorInputData::tr("an element with distance, angle, dihedral and three reference "
                                     "atoms"));
             return structure;
@@ -164,26 +164,26 @@ Structure readZmt(const QString &fileName)
         structure.zMatrix.append(row->atom);
     }
     if (structure.zMatrix.isEmpty())
-        structure.error =
-            LanqorInputData::tr("\nCannot find the atoms in the Z-matrix file: \n") + fileName;
+        structure.error = LanqorInputData::tr("\nCannot find the atoms in the Z-matrix file: \n") +
+                          file.fileName();
     else
-        buildCartesian(structure, fileName);
+        buildCartesian(structure, file.fileName());
     return structure;
 }
 
-bool readMopKeywords(const QString &fileName, QString &keywords)
+bool readMopKeywords(const InputFile &file, QString &keywords)
 {
-    MopLines lines(fileName);
+    MopLines lines(file);
     if (!lines.open())
         return false;
     readKeywordLines(lines, keywords);
     return true;
 }
 
-bool readMopKind(const QString &fileName, bool &internal)
+bool readMopKind(const InputFile &file, bool &internal)
 {
     QString error;
-    const std::vector<AtomRow> rows = readRows(fileName, TranslationVectors::Drop, error);
+    const std::vector<AtomRow> rows = readRows(file, TranslationVectors::Drop, error);
     internal = isInternal(rows);
     return error.isEmpty();
 }

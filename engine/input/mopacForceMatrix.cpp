@@ -3,8 +3,8 @@
 using textFields::contains;
 using textFields::isInteger;
 
-MopacForceMatrixReader::MopacForceMatrixReader(const QString &fileName)
-    : reader(fileName)
+MopacForceMatrixReader::MopacForceMatrixReader(const InputFile &file)
+    : reader(file)
 {}
 
 bool MopacForceMatrixReader::read(int count, QVector<double> &constants)

@@ -14,7 +14,7 @@
 class MopacForceMatrixReader
 {
 public:
-    explicit MopacForceMatrixReader(const QString &fileName);
+    explicit MopacForceMatrixReader(const InputFile &file);
 
     bool open() { return reader.open(); }
     /// Constants, mdyn/Angstrom, of atoms 2 to @p count + 1 in @p constants; when several jobs

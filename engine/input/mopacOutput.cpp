@@ -50,8 +50,8 @@ bool isSinglePointKeyword(std::string_view word)
 
 } // namespace
 
-MopacOutputReader::MopacOutputReader(const QString &fileName, bool keepTranslationVectors)
-    : reader(fileName)
+MopacOutputReader::MopacOutputReader(const InputFile &file, bool keepTranslationVectors)
+    : reader(file)
     , keepTranslationVectors(keepTranslationVectors)
 {}
 

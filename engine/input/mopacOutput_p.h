@@ -50,7 +50,7 @@ public:
     };
 
     /// @param keepTranslationVectors  keeps "Tv" rows as atoms
-    MopacOutputReader(const QString &fileName, bool keepTranslationVectors);
+    MopacOutputReader(const InputFile &file, bool keepTranslationVectors);
 
     bool open() { return reader.open(); }
     /// Reads the opened file to its end or to the first sign of a failed job.

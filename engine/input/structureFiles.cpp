@@ -67,10 +67,10 @@ QString unreadableLine(const QString &fileName, qint64 lineNumber, const QString
            fileName;
 }
 
-Kind kindOf(const QString &fileName)
+Kind kindOf(const InputFile &file)
 {
-    const Kind bySuffix = kindBySuffix(fileName);
-    LineReader reader(fileName);
+    const Kind bySuffix = kindBySuffix(file.fileName());
+    LineReader reader(file);
     if (bySuffix != Kind::Unknown || !reader.open())
         return bySuffix;
     constexpr int linesLookedAt = 200; // the title box of any MOPAC version is shorter
@@ -92,32 +92,30 @@ Kind kindOf(const QString &fileName)
             return Kind::Xyz;
         }
     }
-    const bool isMop =
-        LanqorInputData::getTypeOfGeometryFromMopFile(fileName) != LanqorInputData::NoGeometry;
-    return isMop ? Kind::Mop : Kind::Unknown;
+    bool isInternal = false;
+    return readMopKind(file, isInternal) ? Kind::Mop : Kind::Unknown;
 }
 
-Structure readXyz(const QString &fileName)
+Structure readXyz(const InputFile &file)
 {
-    LineReader reader(fileName);
+    LineReader reader(file);
     if (!reader.open())
-        return failed(missingFile(fileName));
-    const int count = LanqorInputData::numberOfAtomsFromXYZFile(fileName);
+        return failed(missingFile(file.fileName()));
+    const int count = reader.next() ? textFields::toInt(reader.line()) : 0;
     if (count < 1 || count > maximumAtoms)
         return failed(LanqorInputData::tr("\nThe first line of the .xyz file is not a number of "
                                           "atoms from 1 to %1: \n")
                           .arg(maximumAtoms) +
-                      fileName);
+                      file.fileName());
     Structure structure;
     Fields fields;
-    reader.next();
-    reader.next();
+    reader.next(); // the title
     while (structure.atoms.size() < count && reader.next()) {
         textFields::split(reader.line(), fields);
         Coord atom;
         if (!readPosition(fields, 1, atom)) {
             structure.error = unreadableLine(
-                fileName, reader.lineNumber(),
+                file.fileName(), reader.lineNumber(),
                 LanqorInputData::tr("an element and its x, y and z (decimal points, no commas)"));
             return structure;
         }
@@ -128,20 +126,20 @@ Structure readXyz(const QString &fileName)
         structure.error = LanqorInputData::tr("\nThe .xyz file announces %1 atoms and holds %2: \n")
                               .arg(count)
                               .arg(structure.atoms.size()) +
-                          fileName;
+                          file.fileName();
     return structure;
 }
 
-Structure readMol2(const QString &fileName)
+Structure readMol2(const InputFile &file)
 {
-    Mol2Reader reader(fileName);
+    Mol2Reader reader(file);
     if (!reader.open())
-        return failed(missingFile(fileName));
+        return failed(missingFile(file.fileName()));
     Mol2Molecule molecule;
     if (!reader.next(molecule))
         return failed(
             LanqorInputData::tr("\nCannot find the atoms (@<TRIPOS>ATOM) in the MOL2 file: \n") +
-            fileName);
+            file.fileName());
     Structure structure;
     structure.atoms = molecule.atoms;
     structure.residues = molecule.residues;

@@ -3,6 +3,7 @@
 #include <LanqorEngine/Coord.h>
 #include <LanqorEngine/CoordZMT.h>
 
+#include "input/lineReader_p.h"
 #include "input/textFields_p.h"
 
 #include <QString>
@@ -33,24 +34,24 @@ bool readPosition(const textFields::Fields &fields, std::size_t first, Coord &at
 QString unreadableLine(const QString &fileName, qint64 lineNumber, const QString &expected);
 
 /// Kind of a file by its suffix; without a telling one, by its first lines.
-Kind kindOf(const QString &fileName);
+Kind kindOf(const InputFile &file);
 
 /// Number of atoms, a title, then rows of symbol (or atomic number), x, y, z; further columns
 /// and further frames are passed over.
-Structure readXyz(const QString &fileName);
+Structure readXyz(const InputFile &file);
 /// The atoms of the first molecule of a MOL2 file.
-Structure readMol2(const QString &fileName);
+Structure readMol2(const InputFile &file);
 /// Rows of symbol, distance, angle, dihedral and three references; the first three atoms may
 /// leave out what they do not have, and optimisation flags may follow the values.
-Structure readZmt(const QString &fileName);
+Structure readZmt(const InputFile &file);
 /// A MOPAC input: comment lines "*", keywords, two title lines, then one row an atom up to a
 /// blank line, Cartesian or internal, with or without optimisation flags.
-Structure readMop(const QString &fileName, TranslationVectors vectors = TranslationVectors::Drop);
+Structure readMop(const InputFile &file, TranslationVectors vectors = TranslationVectors::Drop);
 
 /// Keyword lines of a MOPAC input, joined; false when the file cannot be opened.
-bool readMopKeywords(const QString &fileName, QString &keywords);
+bool readMopKeywords(const InputFile &file, QString &keywords);
 /// Whether the atoms of a MOPAC input are in internal coordinates; false when they cannot be
 /// read.
-bool readMopKind(const QString &fileName, bool &internal);
+bool readMopKind(const InputFile &file, bool &internal);
 
 } // namespace structureFiles

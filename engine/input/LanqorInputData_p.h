@@ -1,0 +1,66 @@
+#pragma once
+
+#include "LanqorInputData.h"
+#include "input/lineReader_p.h"
+
+#include <QCoreApplication>
+
+#include <optional>
+
+namespace structureFiles {
+struct Structure;
+}
+struct ExcitedStates;
+
+/// What a LanqorInputData has read, and the opening of its file when it is kept.
+class LanqorInputDataPrivate
+{
+    Q_DECLARE_TR_FUNCTIONS(LanqorInputData)
+
+public:
+    LanqorInputDataPrivate(LanqorInputData &owner, const QString &fileName)
+        : owner(owner)
+        , fileName(fileName)
+    {}
+
+    /// The file for the reader that comes next: the opening that is kept, or one of its own.
+    InputFile file() const { return keptFile ? *keptFile : InputFile(fileName); }
+
+    bool readMopacOutput(const InputFile &file, bool keepTv);
+    /// Keeps what a structure file holds; false with its error, if any.
+    bool takeStructure(const structureFiles::Structure &structure, const QString &format);
+    bool takeMol2(const structureFiles::Structure &structure);
+    /// Keeps orbitals and states.
+    void takeExcitedStates(const ExcitedStates &results);
+    void takeSpectrum(const ExcitedStates &results);
+    QString missingCoordinatesMessage() const;
+
+    LanqorInputData &owner;
+    QString fileName;
+    std::optional<InputFile> keptFile;
+    QString mopacCitation;
+    QVector<double> atomicCharges;
+    QVector<double> forceConstants;
+    QVector<double> oscForceVector;
+    QVector<double> energyVector;
+    double chargeOnSystem = 0.0;
+    double finalHeat = 0.0;
+    double ionPotential = 0.0;
+    double dipole = 0.0;
+    bool isOrcaTDDFT = false;
+    int selExcitateState = 1;
+    int coordNumber = 0;
+    int excitedStateCount = 0;
+    int homoMO = 0;
+    int lumoMO = 0;
+    int molecularOrbitalNumber = 0;
+    QVector<MolecularOrbitalOCC> molecularOrbitalsOCC;
+    QVector<MolecularOrbital> molecularOrbitals;
+    QVector<ExcitateState> singletStates;
+    QVector<ExcitateState> tripletStates;
+    QVector<QVector<double>> singletWeights;
+    QVector<QVector<double>> tripletWeights;
+    QVector<CoordZMT> coordZMT;
+    QVector<Coord> coord;
+    QVector<CoordSPH> coordSPH;
+};
