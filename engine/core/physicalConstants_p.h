@@ -24,6 +24,8 @@ constexpr double elementaryChargeSquared = 2.307077352370616e-19;
 constexpr double lightSpeed = 29979245800.0;
 /// 1/(hc): wavenumber, cm^-1, of an energy of one erg.
 constexpr double wavenumberPerErg = 5.03411751e+15;
+/// Nanometres in a centimetre: a wavelength in nm is this by its wavenumber in cm^-1.
+constexpr double nmPerCm = 1.0e7;
 /// Wavenumber, cm^-1, of one eV.
 constexpr double wavenumberPerEv = 8065.543937;
 /// Omega(lambda) is printed and entered in this unit, cm^2.

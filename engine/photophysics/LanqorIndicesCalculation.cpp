@@ -1,12 +1,15 @@
 #include "LanqorIndicesCalculation.h"
 
 #include "core/reportText_p.h"
+#include "photophysics/indicesTable_p.h"
 #include "photophysics/occupiedOrbitals_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QStringList>
 
 #include <algorithm>
 
@@ -25,30 +28,53 @@ QVector<double> toVector(const std::vector<double> &values)
 
 } // namespace
 
-LanqorIndicesCalculation::LanqorIndicesCalculation(QObject *parent, const QString &outputPath,
-                                                   const int &selector)
-    : LanqorAbstractObjCalculation(parent)
-    , outputPath(outputPath)
-    , selector(selector)
-{}
-
-LanqorIndicesCalculation::~LanqorIndicesCalculation() = default;
-
-bool LanqorIndicesCalculation::calculateIndices()
+class LanqorIndicesCalculationPrivate
 {
-    if (selector == GaussianOutput)
-        return calculateIndicesGAUSSIAN();
+    Q_DECLARE_TR_FUNCTIONS(LanqorIndicesCalculation)
+
+public:
+    LanqorIndicesCalculationPrivate(LanqorIndicesCalculation &owner, LanqorInputData *given,
+                                    const QString &outputPath, int selector)
+        : owner(owner)
+        , given(given)
+        , outputPath(outputPath)
+        , selector(selector)
+    {}
+
+    /// Forgets the indices and gives the reader of the output: the one that was given, or a new
+    /// one.
+    LanqorInputData &restart();
+    bool readMopacOutputFile();
+    bool readGaussianOutputFile();
+    bool finish();
+
+    LanqorIndicesCalculation &owner;
+    LanqorInputData *const given;
+    std::unique_ptr<LanqorInputData> own;
+    QString outputPath;
+    int selector;
+    bool isGaussian = false; // of the last calculation
+    QStringList atomLabels;  // by atom number, entry 0 empty
+    QVector<double> atomicCharge;
+    QVector<double> superDeslocalizability;
+};
+
+LanqorInputData &LanqorIndicesCalculationPrivate::restart()
+{
     atomicCharge.clear();
     superDeslocalizability.clear();
-    return readMopacOutputFile() && finish();
+    if (given)
+        return *given;
+    own = std::make_unique<LanqorInputData>(nullptr, outputPath);
+    return *own;
 }
 
-/// Fills labels and indices.
-bool LanqorIndicesCalculation::readMopacOutputFile()
+bool LanqorIndicesCalculationPrivate::readMopacOutputFile()
 {
-    LanqorInputData structure(nullptr, outputPath);
-    if (!structure.readMopacOutFile(false))
-        return failWith(structure.getLastError());
+    LanqorInputData &structure = restart();
+    isGaussian = false;
+    if (structure.getCoord().isEmpty() && !structure.readMopacOutFile(false))
+        return owner.failWith(structure.getLastError());
     atomLabels = QStringList{QString()};
     std::vector<int> functionsOfAtom(1, 0);
     for (const Coord &atom : structure.getCoord()) {
@@ -58,59 +84,110 @@ bool LanqorIndicesCalculation::readMopacOutputFile()
     std::vector<OccupiedOrbital> orbitals;
     QString error;
     if (!readMopacOrbitals(outputPath, atomLabels.size() - 1, orbitals, error))
-        return failWith(error);
+        return owner.failWith(error);
     const ReactivityIndices indices = calcMinimalBasisIndices(orbitals, functionsOfAtom);
     atomicCharge = toVector(indices.population);
     superDeslocalizability = toVector(indices.superdelocalizability);
     return true;
 }
 
-bool LanqorIndicesCalculation::calculateIndicesGAUSSIAN()
+bool LanqorIndicesCalculationPrivate::readGaussianOutputFile()
 {
-    atomicCharge.clear();
-    superDeslocalizability.clear();
+    restart();
+    isGaussian = true;
     std::vector<OccupiedOrbital> orbitals;
     QString error;
     if (!readGaussianOrbitals(outputPath, orbitals, atomLabels, error))
-        return failWith(error);
+        return owner.failWith(error);
     const ReactivityIndices indices = calcIndicesOfAllFunctions(orbitals, atomLabels.size() - 1);
     atomicCharge = toVector(indices.population);
     superDeslocalizability = toVector(indices.superdelocalizability);
-    return finish();
+    return true;
 }
 
 /// Writes the ".indeces" file. The folder of an output may be read-only: the indices stand.
-bool LanqorIndicesCalculation::finish()
+bool LanqorIndicesCalculationPrivate::finish()
 {
+    const QString fileName = owner.getIndicesFileName();
     QString error;
-    if (!reportText::writeFile(getIndicesFileName(), getIndicesTable(), error))
-        failWith(tr("The file \"%1\" cannot be written: %2").arg(getIndicesFileName(), error));
-    emitProgress(tr(" -> (Indices) Reactivity indices were calculated from the file: \n") +
-                 outputPath);
+    if (!reportText::writeFile(fileName, owner.getIndicesTable(), error))
+        owner.failWith(tr("The file \"%1\" cannot be written: %2").arg(fileName, error));
+    owner.emitProgress(tr(" -> (Indices) Reactivity indices were calculated from the file: \n") +
+                       outputPath);
     return true;
+}
+
+LanqorIndicesCalculation::LanqorIndicesCalculation(QObject *parent, const QString &outputPath,
+                                                   const int &selector)
+    : LanqorAbstractObjCalculation(parent)
+    , d(std::make_unique<LanqorIndicesCalculationPrivate>(*this, nullptr, outputPath, selector))
+{}
+
+LanqorIndicesCalculation::LanqorIndicesCalculation(QObject *parent, LanqorInputData *output,
+                                                   const int &selector)
+    : LanqorAbstractObjCalculation(parent)
+    , d(std::make_unique<LanqorIndicesCalculationPrivate>(
+          *this, output, output ? output->getFileName() : QString(), selector))
+{}
+
+LanqorIndicesCalculation::~LanqorIndicesCalculation() = default;
+
+bool LanqorIndicesCalculation::calculateIndices()
+{
+    if (d->selector == GaussianOutput)
+        return calculateIndicesGAUSSIAN();
+    return d->readMopacOutputFile() && d->finish();
+}
+
+bool LanqorIndicesCalculation::calculateIndicesGAUSSIAN()
+{
+    return d->readGaussianOutputFile() && d->finish();
+}
+
+QVector<double> LanqorIndicesCalculation::getAtomicCharge() const
+{
+    return d->atomicCharge;
+}
+
+QVector<double> LanqorIndicesCalculation::getSuperDeslocalizability() const
+{
+    return d->superDeslocalizability;
+}
+
+double LanqorIndicesCalculation::getAtomicCharge(const int &atom) const
+{
+    return d->atomicCharge.value(atom);
+}
+
+double LanqorIndicesCalculation::getSuperDeslocalizability(const int &atom) const
+{
+    return d->superDeslocalizability.value(atom);
 }
 
 double LanqorIndicesCalculation::getMinimumSuperDeslocalizability() const
 {
-    if (superDeslocalizability.size() < 3)
-        return 0.0;
-    return *std::min_element(superDeslocalizability.begin() + 2, superDeslocalizability.end());
+    const QVector<double> &values = d->superDeslocalizability;
+    return values.size() < 3 ? 0.0 : *std::min_element(values.begin() + 2, values.end());
+}
+
+IndicesResults LanqorIndicesCalculation::getResults() const
+{
+    IndicesResults results;
+    results.outputPath = d->outputPath;
+    results.energyUnit = d->isGaussian ? QStringLiteral("hartree") : QStringLiteral("eV");
+    for (int atom = 2; atom < d->atomicCharge.size(); ++atom)
+        results.atoms.append({atom, d->atomLabels.value(atom, QStringLiteral("?")),
+                              d->atomicCharge.at(atom), d->superDeslocalizability.at(atom)});
+    return results;
 }
 
 QString LanqorIndicesCalculation::getIndicesTable() const
 {
-    QString text = QLatin1String(reportText::indicesHeading);
-    for (int atom = 2; atom < atomicCharge.size(); ++atom) {
-        text += QString::number(atom).rightJustified(5) + QLatin1Char(' ') +
-                atomLabels.value(atom, QStringLiteral("?")).leftJustified(3) +
-                reportText::fixed(atomicCharge.at(atom), 6, 16) +
-                reportText::fixed(superDeslocalizability.at(atom), 6, 20) + QLatin1Char('\n');
-    }
-    return text;
+    return indicesTable(getResults());
 }
 
 QString LanqorIndicesCalculation::getIndicesFileName() const
 {
-    const QFileInfo output(outputPath);
+    const QFileInfo output(d->outputPath);
     return output.dir().filePath(output.completeBaseName() + QStringLiteral(".indeces"));
 }

@@ -1,10 +1,15 @@
 #pragma once
 
+#include <LanqorEngine/IndicesResults.h>
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
 
 #include <QString>
-#include <QStringList>
 #include <QVector>
+
+#include <memory>
+
+class LanqorIndicesCalculationPrivate;
+class LanqorInputData;
 
 /// Reactivity indices of the atoms of a complex, from the occupied orbitals of a closed-shell
 /// calculation with the ion as atom 1. They turn into charge factors and polarisabilities in
@@ -37,6 +42,9 @@ public:
     /// @param outputPath  output of the quantum-chemistry program
     /// @param selector  which program wrote it, of OutputType
     LanqorIndicesCalculation(QObject *parent, const QString &outputPath, const int &selector);
+    /// @param output  the reader of that output, which may hold the geometry already; not owned,
+    ///                and must outlive this object. Null: no output.
+    LanqorIndicesCalculation(QObject *parent, LanqorInputData *output, const int &selector);
     ~LanqorIndicesCalculation() override;
 
     /// Reads the output and computes the indices; then writes the ".indeces" file beside it.
@@ -47,16 +55,16 @@ public:
     bool calculateIndicesGAUSSIAN();
 
     /// By atom number; entries 0 and 1 are 0. Empty before a successful calculation.
-    QVector<double> getAtomicCharge() const { return atomicCharge; }
-    QVector<double> getSuperDeslocalizability() const { return superDeslocalizability; }
+    QVector<double> getAtomicCharge() const;
+    QVector<double> getSuperDeslocalizability() const;
     /// Of atom @p atom (1-based); 0 outside the molecule.
-    double getAtomicCharge(const int &atom) const { return atomicCharge.value(atom); }
-    double getSuperDeslocalizability(const int &atom) const
-    {
-        return superDeslocalizability.value(atom);
-    }
+    double getAtomicCharge(const int &atom) const;
+    double getSuperDeslocalizability(const int &atom) const;
     /// Smallest over the atoms 2 and on; 0 when there is none.
     double getMinimumSuperDeslocalizability() const;
+
+    /// All of the last calculation; no atoms before a successful one.
+    IndicesResults getResults() const;
 
     /// The table that the ".indeces" file holds: a heading, then for each atom from 2 on its
     /// number, symbol, charge and superdelocalizability.
@@ -65,12 +73,7 @@ public:
     QString getIndicesFileName() const;
 
 private:
-    bool readMopacOutputFile();
-    bool finish();
+    friend class LanqorIndicesCalculationPrivate;
 
-    QString outputPath;
-    int selector;
-    QStringList atomLabels; // by atom number, entry 0 empty
-    QVector<double> atomicCharge;
-    QVector<double> superDeslocalizability;
+    std::unique_ptr<LanqorIndicesCalculationPrivate> d;
 };

@@ -1,9 +1,14 @@
 #include "LanqorRL.h"
 
+#include "core/physicalConstants_p.h"
+#include "core/reportText_p.h"
 #include "photophysics/donorDistance_p.h"
+#include "photophysics/donorStatesReport_p.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -23,25 +28,68 @@ QString stateWithOrbitals(const QString &kind, int state, const QVector<int> &or
         .arg(numbers.join(QStringLiteral(", ")));
 }
 
-} // namespace
-
-LanqorRL::LanqorRL(QObject *parent, const QString &outputPath)
-    : LanqorAbstractObjCalculation(parent)
-    , outputPath(outputPath)
-    , minDistanceLnLigand(noDistance)
+/// @p rl  of the state; 0 where it is not known
+LigandState ligandState(const ExcitateState &state, const QVector<double> &weights, double rl)
 {
-    restart();
+    LigandState result;
+    result.energy = state.energy;
+    result.wavelength = state.energy > 0.0 ? lanqor::nmPerCm / state.energy : 0.0;
+    result.oscillatorStrength = state.oscillatorStrength;
+    result.rl = rl;
+    result.configurations = state.configurations;
+    result.weights = weights;
+    return result;
 }
 
-LanqorRL::~LanqorRL() = default;
+} // namespace
 
-void LanqorRL::restart()
+class LanqorRLPrivate
 {
-    delete inputData;
-    inputData = new LanqorInputData(this, outputPath);
-    connect(inputData, &LanqorAbstractObjCalculation::newObjCalculationMessage, this,
-            &LanqorRL::processStatus);
+    Q_DECLARE_TR_FUNCTIONS(LanqorRL)
+
+public:
+    LanqorRLPrivate(LanqorRL &owner, LanqorInputData *given, const QString &outputPath)
+        : owner(owner)
+        , given(given)
+        , outputPath(outputPath)
+    {
+        restart();
+    }
+
+    void restart();
+    bool calculate();
+    bool readOutput();
+    /// Place of the ion and its atom number, 0 for a point charge.
+    bool findIon(Coord &place, int &atom);
+    void calcAtomDistances(const Coord &ion, int ionAtom);
+    bool calcStateDistances();
+    /// Why there is no RL, with what the user may do about it.
+    QString reasonWithoutDistances() const;
+
+    LanqorRL &owner;
+    LanqorInputData *const given; // null: inputData is our own
+    QString outputPath;
+    int programType = LanqorInputData::UnknownOutput;
+    int selExcitateState = 1;
+    double minDistanceLnLigand = noDistance;
+    bool isCalculated = false;
+    QString missingDistances; // the reason
+    LanqorInputData *inputData = nullptr;
+    QVector<double> singletRL;     // by state number, entry 0 unused
+    QVector<double> tripletRL;     // by state number, entry 0 unused
+    QVector<double> atomDistances; // atom number - 1
+};
+
+void LanqorRLPrivate::restart()
+{
+    if (given) {
+        inputData = given;
+    } else {
+        delete inputData;
+        inputData = new LanqorInputData(&owner, outputPath);
+    }
     isCalculated = false;
+    missingDistances.clear();
     selExcitateState = inputData->getSelExcitateState();
     minDistanceLnLigand = noDistance;
     singletRL = {0.0};
@@ -49,10 +97,8 @@ void LanqorRL::restart()
     atomDistances.clear();
 }
 
-bool LanqorRL::calcRL(const int &programType)
+bool LanqorRLPrivate::calculate()
 {
-    restart();
-    this->programType = programType;
     Coord ion;
     int ionAtom = 0;
     if (!readOutput())
@@ -61,41 +107,38 @@ bool LanqorRL::calcRL(const int &programType)
     if (!findIon(ion, ionAtom))
         return false;
     calcAtomDistances(ion, ionAtom);
-    isCalculated = calcStateDistances();
-    return isCalculated;
+    return calcStateDistances();
 }
 
-bool LanqorRL::readOutput()
+bool LanqorRLPrivate::readOutput()
 {
-    bool isRead = false;
-    switch (programType) {
-    case LanqorInputData::ZindoOutput:
-        isRead = inputData->readCoordFromZindoOutFile() && inputData->readOutputZindo();
-        break;
-    case LanqorInputData::OrcaOutput:
-        isRead = inputData->readCoordFromOrcaOutFile() && inputData->readOutputOrca();
-        break;
-    case LanqorInputData::GaussianOutput:
-        isRead = inputData->readOutputGaussian();
-        break;
-    default:
-        return failWith(tr("\nUnknown program type %1: 0 stands for a ZINDO, 1 for an ORCA and 2 "
-                           "for a Gaussian output.")
-                            .arg(programType));
+    if (programType < LanqorInputData::ZindoOutput ||
+        programType > LanqorInputData::GaussianOutput) {
+        return owner.failWith(tr("\nUnknown program type %1: 0 stands for a ZINDO, 1 for "
+                                 "an ORCA and 2 for a Gaussian output.")
+                                  .arg(programType));
     }
-    if (!isRead) // the reader has emitted its message
-        setLastError(inputData->getLastError());
-    return isRead;
+    const bool hasStates =
+        inputData->getSingletStatesCount() + inputData->getTripletStatesCount() > 0;
+    if (hasStates && inputData->getMolecularOrbitalNumber() == 0) {
+        return owner.failWith(
+            tr("The molecular orbitals of the file %1 have not been read.").arg(outputPath));
+    }
+    if (hasStates ||
+        inputData->readExcitedStates(static_cast<LanqorInputData::ProgramType>(programType)))
+        return true;
+    owner.setLastError(inputData->getLastError()); // the reader has emitted its message
+    return false;
 }
 
-bool LanqorRL::findIon(Coord &place, int &atom)
+bool LanqorRLPrivate::findIon(Coord &place, int &atom)
 {
     const QVector<Coord> atoms = inputData->getCoord();
     if (programType == LanqorInputData::OrcaOutput && !inputData->getIsOrcaTDDFT()) {
         atom = 0;
         if (inputData->readChargePointFileOrca(place.x, place.y, place.z))
             return true;
-        setLastError(inputData->getLastError());
+        owner.setLastError(inputData->getLastError());
         return false;
     }
     for (int i = 0; i < atoms.size(); ++i) {
@@ -106,11 +149,12 @@ bool LanqorRL::findIon(Coord &place, int &atom)
             return true;
         }
     }
-    return failWith(tr("\nCannot find a lanthanide ion among the atoms of the output file: \n") +
-                    outputPath + tr("\nThe distances RL are those from the ion."));
+    return owner.failWith(
+        tr("\nCannot find a lanthanide ion among the atoms of the output file: \n") + outputPath +
+        tr("\nThe distances RL are those from the ion."));
 }
 
-void LanqorRL::calcAtomDistances(const Coord &ion, int ionAtom)
+void LanqorRLPrivate::calcAtomDistances(const Coord &ion, int ionAtom)
 {
     const QVector<Coord> atoms = inputData->getCoord();
     for (int i = 0; i < atoms.size(); ++i) {
@@ -124,7 +168,7 @@ void LanqorRL::calcAtomDistances(const Coord &ion, int ionAtom)
     }
 }
 
-bool LanqorRL::calcStateDistances()
+bool LanqorRLPrivate::calcStateDistances()
 {
     const int orbitalOffset = programType == LanqorInputData::OrcaOutput ? 0 : 1;
     QStringList incompleteStates;
@@ -143,16 +187,172 @@ bool LanqorRL::calcStateDistances()
     for (int i = 0; i < inputData->getTripletStatesCount(); ++i)
         add(inputData->getTripletExcitateStateVector(i), tr("triplet"), tripletRL);
     if (unknownAtom != 0) {
-        return failWith(
+        return owner.failWith(
             tr("\nThe molecular orbitals name atom %1, but the geometry has %2 atoms: \n")
                 .arg(unknownAtom)
                 .arg(atomDistances.size()) +
             outputPath);
     }
     if (!incompleteStates.isEmpty()) {
-        emitProgress(tr(" -> (RL Calculation) These states use molecular orbitals (numbers in "
-                        "brackets) that the output does not print; their RL leaves them out: ") +
-                     incompleteStates.join(QStringLiteral("; ")));
+        owner.emitProgress(tr(" -> (RL Calculation) These states use molecular orbitals (numbers "
+                              "in brackets) that the output does not print; their RL leaves them "
+                              "out: ") +
+                           incompleteStates.join(QStringLiteral("; ")));
     }
     return true;
+}
+
+QString LanqorRLPrivate::reasonWithoutDistances() const
+{
+    const QString reason = owner.getLastError().simplified();
+    if (inputData->getMolecularOrbitalNumber() == 0) {
+        return reason + tr(" RL needs the table of orbital coefficients (ORCA: %output "
+                           "print[p_mos] 1 end; Gaussian: pop=full).");
+    }
+    if (programType == LanqorInputData::OrcaOutput && !inputData->getIsOrcaTDDFT()) {
+        return reason + tr(" It holds the place of the ion and stands beside the output, under the "
+                           "same name with the suffix .pointcharge.");
+    }
+    return reason;
+}
+
+LanqorRL::LanqorRL(QObject *parent, const QString &outputPath)
+    : LanqorAbstractObjCalculation(parent)
+    , d(std::make_unique<LanqorRLPrivate>(*this, nullptr, outputPath))
+{}
+
+LanqorRL::LanqorRL(QObject *parent, LanqorInputData *excitedStates)
+    : LanqorAbstractObjCalculation(parent)
+    , d(std::make_unique<LanqorRLPrivate>(*this, excitedStates,
+                                          excitedStates ? excitedStates->getFileName() : QString()))
+{}
+
+LanqorRL::~LanqorRL() = default;
+
+bool LanqorRL::calcRL(const int &programType)
+{
+    d->restart();
+    d->programType = programType;
+    const QMetaObject::Connection heard =
+        connect(d->inputData, &LanqorAbstractObjCalculation::newObjCalculationMessage, this,
+                &LanqorRL::processStatus);
+    d->isCalculated = d->calculate();
+    disconnect(heard);
+    if (!d->isCalculated)
+        d->missingDistances = d->reasonWithoutDistances();
+    return d->isCalculated;
+}
+
+double LanqorRL::getSingletRL(const int &n) const
+{
+    return d->singletRL.value(n);
+}
+
+double LanqorRL::getTripletRL(const int &n) const
+{
+    return d->tripletRL.value(n);
+}
+
+double LanqorRL::getMinDistanceLnLigand() const
+{
+    return d->minDistanceLnLigand;
+}
+
+int LanqorRL::getStatesNumber() const
+{
+    return d->tripletRL.size();
+}
+
+int LanqorRL::getSelExcitateState() const
+{
+    return d->selExcitateState;
+}
+
+double LanqorRL::getSingletEnergy(const int &n) const
+{
+    return d->inputData->getSingletEnergy(n);
+}
+
+double LanqorRL::getTripletEnergy(const int &n) const
+{
+    return d->inputData->getTripletEnergy(n);
+}
+
+int LanqorRL::getSingletStatesCount() const
+{
+    return d->inputData->getSingletStatesCount();
+}
+
+int LanqorRL::getTripletStatesCount() const
+{
+    return d->inputData->getTripletStatesCount();
+}
+
+double LanqorRL::getAtomDistance(const int &atom) const
+{
+    return d->atomDistances.value(atom - 1);
+}
+
+int LanqorRL::getAtomDistancesCount() const
+{
+    return d->atomDistances.size();
+}
+
+const LanqorInputData *LanqorRL::getInputData() const
+{
+    return d->inputData;
+}
+
+QString LanqorRL::getComplexMismatch(const LanqorInputData &complex) const
+{
+    constexpr double tolerance = 0.1; // Angstrom
+    const QVector<CoordSPH> atoms = complex.getCoordSPH();
+    if (atoms.size() < 2)
+        return QString();
+    const auto isNearer = [](const CoordSPH &a, const CoordSPH &b) { return a.r < b.r; };
+    const double shortest = std::min_element(atoms.begin() + 1, atoms.end(), isNearer)->r;
+    if (!(shortest > 0.0 && std::abs(d->minDistanceLnLigand - shortest) > tolerance))
+        return QString();
+    return tr("the atom nearest to the ion is %1 A away in %2 but %3 A in %4: are these the same "
+              "complex in the same geometry?")
+        .arg(shortest, 0, 'f', 3)
+        .arg(complex.getFileName())
+        .arg(d->minDistanceLnLigand, 0, 'f', 3)
+        .arg(d->outputPath);
+}
+
+DonorStatesResults LanqorRL::getResults() const
+{
+    const LanqorInputData &data = *d->inputData;
+    DonorStatesResults results;
+    results.outputPath = d->outputPath;
+    results.reasonWithoutDistances =
+        d->isCalculated || !d->missingDistances.isEmpty()
+            ? d->missingDistances
+            : tr("\nThe distances RL have not been calculated.").trimmed();
+    results.minDistanceLnLigand = d->minDistanceLnLigand;
+    const auto rl = [this](double distance) { return d->isCalculated ? distance : 0.0; };
+    for (int i = 0; i < data.getSingletStatesCount(); ++i)
+        results.singlets.append(ligandState(data.getSingletExcitateStateVector(i),
+                                            data.getSingletWeights(i), rl(getSingletRL(i + 1))));
+    for (int i = 0; i < data.getTripletStatesCount(); ++i)
+        results.triplets.append(ligandState(data.getTripletExcitateStateVector(i),
+                                            data.getTripletWeights(i), rl(getTripletRL(i + 1))));
+    return results;
+}
+
+QString LanqorRL::createOutput(const QString &path)
+{
+    if (!d->isCalculated) {
+        failWith(tr("\nThe distances RL have not been calculated."));
+        return QString();
+    }
+    const QString text = donorStatesReport(getResults());
+    QString error;
+    if (!reportText::writeFile(path, text, error)) {
+        failWith(tr("\nThe report of the distances RL could not be written to the file: \n") +
+                 path + QLatin1Char('\n') + error);
+        return QString();
+    }
+    return text;
 }

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <LanqorEngine/DonorStatesResults.h>
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
 #include <LanqorEngine/LanqorInputData.h>
 
 #include <QString>
-#include <QVector>
+
+#include <memory>
+
+class LanqorRLPrivate;
 
 /// Donor-acceptor distances: how far from the lanthanide ion the excited states of the ligands
 /// sit, and how near the nearest ligand atom is.
@@ -21,9 +25,13 @@ public:
     /// @param outputPath  output of the excited-state calculation. The point-charge file of an
     ///                    ORCA run stands beside it, with the suffix ".pointcharge".
     LanqorRL(QObject *parent, const QString &outputPath);
+    /// @param excitedStates  the reader of that output, which may have read it already; not
+    ///                       owned, and must outlive this object. Null: no output.
+    LanqorRL(QObject *parent, LanqorInputData *excitedStates);
     ~LanqorRL() override;
 
-    /// Reads the output and computes the distances of all states.
+    /// Computes the distances of all states, and reads the output first unless the reader that
+    /// was given holds states already.
     /// @param programType  a LanqorInputData::ProgramType. The ion is atom 1 of a ZINDO output,
     ///                     the first lanthanide of a Gaussian output or of an ORCA TD-DFT output,
     ///                     and the point charge of any other ORCA output.
@@ -34,45 +42,39 @@ public:
 
     /// RL of state @p n (1-based, Angstrom); 0 for n = 0, for a state without printed
     /// orbitals and outside the list.
-    double getSingletRL(const int &n) const { return singletRL.value(n); }
-    double getTripletRL(const int &n) const { return tripletRL.value(n); }
+    double getSingletRL(const int &n) const;
+    double getTripletRL(const int &n) const;
     /// Shortest distance from the ion to another atom; 1000 when there is none.
-    double getMinDistanceLnLigand() const { return minDistanceLnLigand; }
+    double getMinDistanceLnLigand() const;
     /// Length of the list of triplet distances, its entry 0 included.
-    int getStatesNumber() const { return tripletRL.size(); }
+    int getStatesNumber() const;
     /// Number of the selected excited state: 1, the lowest excited singlet; 0 without singlets.
-    int getSelExcitateState() const { return selExcitateState; }
+    int getSelExcitateState() const;
     /// Energy of state @p n (1-based), which must not exceed the count of its list.
-    double getSingletEnergy(const int &n) const { return inputData->getSingletEnergy(n); }
-    double getTripletEnergy(const int &n) const { return inputData->getTripletEnergy(n); }
+    double getSingletEnergy(const int &n) const;
+    double getTripletEnergy(const int &n) const;
     /// States of each kind in the output, entry 0 not counted.
-    int getSingletStatesCount() const { return inputData->getSingletStatesCount(); }
-    int getTripletStatesCount() const { return inputData->getTripletStatesCount(); }
+    int getSingletStatesCount() const;
+    int getTripletStatesCount() const;
     /// Distance of atom @p atom (1-based) from the ion; 0 outside the list.
-    double getAtomDistance(const int &atom) const { return atomDistances.value(atom - 1); }
-    int getAtomDistancesCount() const { return atomDistances.size(); }
-    /// What was read; owned by this object and replaced by the next calcRL.
-    const LanqorInputData *getInputData() const { return inputData; }
+    double getAtomDistance(const int &atom) const;
+    int getAtomDistancesCount() const;
+    /// What was read: the reader that was given, or one that the next calcRL replaces.
+    const LanqorInputData *getInputData() const;
+    /// Empty when the atom nearest to the ion is as far away in @p complex, whose spherical
+    /// coordinates are known, as among the ligands here, within 0.1 Angstrom; otherwise a question
+    /// to the user that names both distances and files.
+    QString getComplexMismatch(const LanqorInputData &complex) const;
+
+    /// All of the last calcRL. When it failed, the states that were read and the reason.
+    DonorStatesResults getResults() const;
 
     /// Report: energies, wavelengths, oscillator strengths and RL of all states. Writes it to
     /// @p path and returns its text; empty when it cannot be written or before calcRL.
     QString createOutput(const QString &path);
 
 private:
-    void restart();
-    bool readOutput();
-    /// Place of the ion and its atom number, 0 for a point charge.
-    bool findIon(Coord &place, int &atom);
-    void calcAtomDistances(const Coord &ion, int ionAtom);
-    bool calcStateDistances();
+    friend class LanqorRLPrivate;
 
-    QString outputPath;
-    int programType = LanqorInputData::UnknownOutput;
-    int selExcitateState = 1;
-    double minDistanceLnLigand;
-    bool isCalculated = false;
-    LanqorInputData *inputData = nullptr;
-    QVector<double> singletRL;     // by state number, entry 0 unused
-    QVector<double> tripletRL;     // by state number, entry 0 unused
-    QVector<double> atomDistances; // atom number - 1
+    std::unique_ptr<LanqorRLPrivate> d;
 };

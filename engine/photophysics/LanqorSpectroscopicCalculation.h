@@ -1,28 +1,16 @@
 #pragma once
 
-#include <LanqorEngine/ByRank.h>
 #include <LanqorEngine/EnergyTransferChannels.h>
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
 #include <LanqorEngine/LanqorRL.h>
 #include <LanqorEngine/SpecPrintingOptions.h>
+#include <LanqorEngine/SpectroscopicResults.h>
 
 #include <QString>
-#include <QStringList>
 
-#include <array>
 #include <memory>
 
-class LanqorOmega;
-namespace transferRates {
-struct Formulas;
-struct Transfer;
-} // namespace transferRates
-namespace rateEquations {
-struct Scheme;
-} // namespace rateEquations
-namespace spectroscopicReport {
-struct Contents;
-} // namespace spectroscopicReport
+class LanqorSpectroscopicCalculationPrivate;
 
 /// Luminescence of a Eu3+ complex: radiative and non-radiative rates of 5D0, rates of energy
 /// transfer between ligand and ion, populations under continuous excitation and the emission
@@ -34,9 +22,9 @@ struct Contents;
 ///
 /// Transfer rates by the dipole-dipole, dipole-multipole and exchange mechanisms (O. L. Malta,
 /// J. Lumin. 71, 229 (1997)), each back-transfer in detailed balance at 300 K. They are known by
-/// slot: 0 to 4 singlet -> 5D4, 5G6, 5L6, 5D1, 5D0; 10 to 14 the same from the triplet; 5 the
-/// first of two triplets -> 5D4. The table of multipolar rates holds slots 0-2, 5 and 10-12, the
-/// table of exchange rates 3, 4, 13 and 14.
+/// the slots of LanqorTransferChannels: 0 to 4 singlet -> 5D4, 5G6, 5L6, 5D1, 5D0; 10 to 14 the
+/// same from the triplet; 5 the first of two triplets -> 5D4. The table of multipolar rates holds
+/// slots 0-2, 5 and 10-12, the table of exchange rates 3, 4, 13 and 14.
 class LANQORENGINE_EXPORT LanqorSpectroscopicCalculation : public LanqorAbstractObjCalculation
 {
     Q_OBJECT
@@ -67,9 +55,9 @@ public:
     void setOmegaValues(const double &omega2, const double &omega4, const double &omega6);
     /// Their forced electric dipole part in 1e-20 cm^2; dipole-dipole transfer rests on it.
     void setOmegaEdValues(const double &omega2, const double &omega4, const double &omega6);
-    void setRefractiveIndex(const double &index) { refractiveIndex = index; }
+    void setRefractiveIndex(const double &index);
     /// Measured lifetime of 5D0 in s; 0 when unknown, and the non-radiative rate is estimated.
-    void setLifeTime(const double &seconds) { lifeTime = seconds; }
+    void setLifeTime(const double &seconds);
     /// Exponent of the 4f-ligand overlap (3.5), used by models 0 and 1.
     void setNOverlapIntegral(const double &exponent);
     /// Exchange model: 0 (default) and 1 through the 4f-ligand overlap squared or to the fourth
@@ -79,15 +67,9 @@ public:
     void setETModel(const int &model);
     /// Two donor triplets: the selected one feeds 5D4 (slot 5), number 2 of the list all triplet
     /// channels (slots 10 to 14).
-    void setConsiderTwoTriplets(const bool &consider) { considerTwoTriplets = consider; }
-    void setEnergyTransferChannels(const EnergyTransferChannels &channels)
-    {
-        energyTransferChannels = channels;
-    }
-    void setSpecPrintingOptions(const SpecPrintingOptions &options)
-    {
-        specPrintingOptions = options;
-    }
+    void setConsiderTwoTriplets(const bool &consider);
+    void setEnergyTransferChannels(const EnergyTransferChannels &channels);
+    void setSpecPrintingOptions(const SpecPrintingOptions &options);
 
     /// Radiative rates of 5D0 by Omega and refractive index, then non-radiative rate and quantum
     /// efficiency by the lifetime, or by calcAnrad when the lifetime is 0. A non-radiative rate
@@ -125,15 +107,15 @@ public:
     double getOmega(const int &lambda) const;
     /// Its forced electric dipole part, cm^2.
     double getOmegaEd(const int &lambda) const;
-    double getArad() const { return arad; }
-    double getArad02() const { return arad02; }
-    double getArad04() const { return arad04; }
-    double getArad06() const { return arad06; }
-    double getAradMD() const { return aradMD; }
-    double getAnrad() const { return anrad; }
-    double getLifeTime() const { return lifeTime; }                   ///< s
-    double getQuantumEfficiency() const { return quantumEfficiency; } ///< percent
-    double getQuantumYield() const { return quantumYield; }           ///< percent
+    double getArad() const;
+    double getArad02() const;
+    double getArad04() const;
+    double getArad06() const;
+    double getAradMD() const;
+    double getAnrad() const;
+    double getLifeTime() const;          ///< s
+    double getQuantumEfficiency() const; ///< percent
+    double getQuantumYield() const;      ///< percent
     /// Percentage of the radiative rate that goes to 7FJ; 0 outside 1, 2, 4, 6.
     double getBranchingRatio(const int &J) const;
     /// Population of state @p i: S0, S1, first of two triplets, T1, 5D4, 5G6, 5L6, 5D1, 5D0. The
@@ -149,10 +131,16 @@ public:
     double getEnergyMismatch(const int &k) const;
 
     /// Numbers of the donor states in use (1-based).
-    int getSelectedSinglet() const { return selectedSinglet; }
-    int getSelectedTriplet() const { return selectedTriplet; }
+    int getSelectedSinglet() const;
+    int getSelectedTriplet() const;
+    /// The number that was asked for, if another state had to stand in for it; else 0.
+    int getReplacedSinglet() const;
+    int getReplacedTriplet() const;
     /// The excited states; null without an excited-state output.
-    const LanqorRL *getRLCalculation() const { return rlCalculation; }
+    const LanqorRL *getRLCalculation() const;
+
+    /// All of the last calculations.
+    SpectroscopicResults getResults() const;
 
     /// Report on intensity parameters, donor states, transfer rates and radiative rates. Returns
     /// the text and writes no file.
@@ -163,41 +151,7 @@ public:
     QString createOutFile(const QString &path);
 
 private:
-    bool readOmega(int chargeModel, const QString &inputPath, const QString &omegaPath);
-    bool readExcitedStates(int programType, const QString &rlPath);
-    void selectStates(int programType);
-    bool checkStates(const QString &rlPath);
-    void emitEarlyMessages();
-    bool runTransfer(const transferRates::Transfer &request);
-    bool refuseTransfer(const QString &reason);
-    bool prepareRates();
-    void solvePopulations(const rateEquations::Scheme &scheme, double aradUsed, double anradUsed);
-    void announceIdleChannels(const rateEquations::Scheme &scheme);
-    spectroscopicReport::Contents collectResults(const QString &path) const;
+    friend class LanqorSpectroscopicCalculationPrivate;
 
-    bool considerTwoTriplets = false;
-    EnergyTransferChannels energyTransferChannels;
-    int selectedTriplet = 0;
-    int selectedSinglet = 0;
-    bool areStatesChosen = false;
-    std::array<double, 8> branchingRatios = {}; // by J of 7FJ
-    double arad = 0.0;
-    double arad02 = 0.0;
-    double arad04 = 0.0;
-    double arad06 = 0.0;
-    double aradMD = 0.0;
-    double anrad = 0.0;
-    double refractiveIndex = 1.5;
-    double lifeTime = 0.0;
-    double quantumEfficiency = 0.0;
-    ByRank omega; // cm^2
-    std::array<double, 9> populations = {};
-    double quantumYield = 0.0;
-    std::unique_ptr<transferRates::Formulas> formulas;
-    std::unique_ptr<transferRates::Transfer> transfer;   // the last one
-    const rateEquations::Scheme *solvedScheme = nullptr; // of the populations
-    LanqorOmega *omegaCalculation = nullptr;
-    LanqorRL *rlCalculation = nullptr;
-    SpecPrintingOptions specPrintingOptions;
-    QStringList earlyMessages; // of the excited states
+    std::unique_ptr<LanqorSpectroscopicCalculationPrivate> d;
 };

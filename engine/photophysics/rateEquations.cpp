@@ -11,7 +11,7 @@ namespace rateEquations {
 
 namespace {
 
-// Typical rates of ligands and ion, s^-1.
+// Orders of magnitude that are typical of ligands and ion, s^-1; source of the numbers not known.
 constexpr double intersystemCrossing = 100000000.0; // S1 -> triplet, and between two triplets
 constexpr double singletDecay = 1000000.0;          // S1 -> S0
 constexpr double tripletDecay = 100000.0;           // T1 -> S0

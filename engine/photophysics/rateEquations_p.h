@@ -10,7 +10,7 @@
 /// F. R. Goncalves e Silva, Spectrochim. Acta A 54, 1593 (1998)); rates in s^-1.
 namespace rateEquations {
 
-/// Excitation S0 -> S1.
+/// Excitation S0 -> S1, s^-1; weak, so that S0 is hardly emptied. Source of the number not known.
 constexpr double excitationRate = 10000.0;
 
 /// Which states and channels a kinetic scheme holds. The levels of the ion among its states

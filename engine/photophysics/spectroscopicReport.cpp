@@ -1,12 +1,11 @@
 #include "photophysics/spectroscopicReport_p.h"
 
+#include "core/physicalConstants_p.h"
 #include "core/reportText_p.h"
+#include "intensity/europium_p.h"
 
 using reportText::exponential;
 using reportText::fixed;
-using namespace transferChannels;
-using transferRates::Donor;
-using transferRates::Transfer;
 
 namespace spectroscopicReport {
 
@@ -60,40 +59,40 @@ QString missingTransfer()
 }
 
 /// A label that says which state was chosen; values given by hand belong to no list.
-QString chosenState(const char *label, const Donor &donor)
+QString chosenState(const char *label, const DonorState &donor)
 {
     return cell(label, donor.number > 0 ? QString::number(donor.number) : QStringLiteral("-"),
                 donorColumn, "");
 }
 
 /// The energy label starts in the column after that of the chosen states.
-QString energyAndDistance(const char *energyLabel, const char *distanceLabel, const Donor &donor)
+QString energyAndDistance(const char *energyLabel, const char *distanceLabel,
+                          const DonorState &donor)
 {
     return cell(energyLabel, fixed(donor.energy, 2), 34, " cm^-1") +
-           cell(distanceLabel, fixed(donor.distance / lanqor::cmPerAngstrom, 4), 26, " Angs\n");
+           cell(distanceLabel, fixed(donor.rl, 4), 26, " Angs\n");
 }
 
-QString donorSection(const Transfer &transfer)
+QString donorSection(const SpectroscopicResults &results)
 {
     const QString heading = QStringLiteral("-------------------------------------------------\n"
                                            " Singlet and Triplet Excited States Energies and \n"
                                            " RL Parameters                                   \n"
                                            "-------------------------------------------------\n\n");
-    if (!transfer.isCalculated)
+    if (!results.isTransferCalculated)
         return heading + missingTransfer();
-    const transferRates::Donors &donors = transfer.donors;
     // Of two triplets the chosen one, which feeds 5D4, bears number 2.
-    const Donor &chosen = transfer.twoTriplets ? donors.firstTriplet : donors.triplet;
-    QString text = heading + chosenState("    Chosen Singlet Excited State =", donors.singlet) +
-                   energyAndDistance("    Singlet Energy:", "    RL Singlet:", donors.singlet) +
+    const DonorState &chosen = results.considerTwoTriplets ? results.firstTriplet : results.triplet;
+    QString text = heading + chosenState("    Chosen Singlet Excited State =", results.singlet) +
+                   energyAndDistance("    Singlet Energy:", "    RL Singlet:", results.singlet) +
                    chosenState("    Chosen Triplet Excited State =", chosen) +
                    energyAndDistance("    Triplet Energy:", "    RL Triplet:", chosen);
-    if (transfer.twoTriplets) {
+    if (results.considerTwoTriplets) {
         const QString margin(donorColumn, QLatin1Char(' '));
         text +=
-            margin + energyAndDistance("    Triplet Energy:", "    RL Triplet1:", donors.triplet);
+            margin + energyAndDistance("    Triplet Energy:", "    RL Triplet1:", results.triplet);
         text += margin +
-                energyAndDistance("    Triplet Energy:", "    RL Triplet2:", donors.firstTriplet);
+                energyAndDistance("    Triplet Energy:", "    RL Triplet2:", results.firstTriplet);
     }
     return text +
            QStringLiteral("\n RL: distance from the donor state located at the organic ligands \n"
@@ -104,94 +103,81 @@ enum class List { Overlaps, Rates };
 
 /// Name of a channel's donor. The lists of rates never number the triplet of 5G6 and 5L6: these
 /// are the labels by which the lines are looked up.
-QString donorName(const Channel &channel, bool twoTriplets, List list)
+QString donorName(const TransferChannel &channel, bool twoTriplets, List list)
 {
-    if (channel.donor == S1)
+    if (channel.donor == QLatin1String("S"))
         return QStringLiteral("Singlet");
-    if (channel.donor == FirstTriplet)
+    if (channel.donor == QLatin1String("Ta"))
         return QStringLiteral("Triplet2");
-    const bool isNumbered =
-        list == List::Overlaps || (channel.acceptor != Level5G6 && channel.acceptor != Level5L6);
+    const bool isNumbered = list == List::Overlaps || (channel.acceptor != QLatin1String("5G6") &&
+                                                       channel.acceptor != QLatin1String("5L6"));
     return twoTriplets && isNumbered ? QStringLiteral("Triplet1") : QStringLiteral("Triplet");
 }
 
-QString gamaLines(const QString &donorName, const Donor &donor)
+QString gamaLines(const QString &donorName, const DonorState &donor)
 {
     QString text = QStringLiteral("    at RL %1:").arg(donorName).leftJustified(22);
     for (const int lambda : {2, 4, 6})
         text += QStringLiteral("  gama(%1) =").arg(lambda) +
-                exponential(transferRates::gama(lambda, donor.distance), 2, 10) +
-                QStringLiteral(" cm^-4");
+                exponential(donor.gama[lambda], 2, 10) + QStringLiteral(" cm^-4");
     return text + QLatin1Char('\n');
 }
 
-QString gamaSection(const Transfer &transfer)
+QString gamaSection(const SpectroscopicResults &results)
 {
     const QString heading = QStringLiteral("---------------------\n"
                                            " gama(l) Parameters  \n"
                                            "---------------------\n\n");
-    if (!transfer.isCalculated)
+    if (!results.isTransferCalculated)
         return heading + missingTransfer();
-    QString text = heading + gamaLines(QStringLiteral("Singlet"), transfer.donors.singlet);
-    if (transfer.twoTriplets)
-        text += gamaLines(QStringLiteral("Triplet1"), transfer.donors.triplet) +
-                gamaLines(QStringLiteral("Triplet2"), transfer.donors.firstTriplet);
+    QString text = heading + gamaLines(QStringLiteral("Singlet"), results.singlet);
+    if (results.considerTwoTriplets)
+        text += gamaLines(QStringLiteral("Triplet1"), results.triplet) +
+                gamaLines(QStringLiteral("Triplet2"), results.firstTriplet);
     else
-        text += gamaLines(QStringLiteral("Triplet"), transfer.donors.triplet);
+        text += gamaLines(QStringLiteral("Triplet"), results.triplet);
     return text + QStringLiteral("\n\n");
 }
 
-std::vector<Channel> openChannels(const Transfer &transfer)
-{
-    std::vector<Channel> open;
-    for (const Channel &channel : channels)
-        if (transfer.isOpen(channel))
-            open.push_back(channel);
-    return open;
-}
-
-QString overlapSection(const Transfer &transfer, double bandHalfWidth)
+QString overlapSection(const SpectroscopicResults &results)
 {
     QString text = QStringLiteral("------------------------------------------------------\n"
                                   " Frank Condon's Factor (F), this factor depend on the \n"
                                   "------------------------------------------------------\n\n");
-    if (!transfer.isCalculated)
+    if (!results.isTransferCalculated)
         return text + missingTransfer();
-    const std::vector<Channel> open = openChannels(transfer);
-    for (std::size_t i = 0; i < open.size(); ++i) {
-        const Channel &channel = open[i];
-        const double mismatch =
-            transfer.tables.energyMismatch[static_cast<std::size_t>(channel.slot)];
-        const QString label = QStringLiteral("    F (%1 %2 %3) =")
-                                  .arg(donorName(channel, transfer.twoTriplets, List::Overlaps),
-                                       QLatin1String(channel.donor == FirstTriplet ? "->" : "-"),
-                                       QLatin1String(levelName(channel.acceptor)));
-        text += label.leftJustified(26) +
-                exponential(transferRates::F(mismatch, bandHalfWidth), 2, 10) +
-                QLatin1String(i + 1 < open.size() ? " erg^-1 \n" : " erg^-1");
+    for (int i = 0; i < results.transfers.size(); ++i) {
+        const TransferChannel &channel = results.transfers.at(i).channel;
+        const QString label =
+            QStringLiteral("    F (%1 %2 %3) =")
+                .arg(donorName(channel, results.considerTwoTriplets, List::Overlaps),
+                     QLatin1String(channel.donor == QLatin1String("Ta") ? "->" : "-"),
+                     channel.acceptor);
+        text += label.leftJustified(26) + exponential(results.transfers.at(i).overlap, 2, 10) +
+                QLatin1String(i + 1 < results.transfers.size() ? " erg^-1 \n" : " erg^-1");
     }
     return text + QStringLiteral("\n\n\n");
 }
 
-QString rateLines(const Transfer &transfer, const char *prefix, const char *lastUnit,
-                  double (transferRates::Tables::*rate)(const Channel &) const)
+QString rateLines(const SpectroscopicResults &results, const char *prefix, const char *lastUnit,
+                  double TransferResult::*rate)
 {
     QString text;
-    const std::vector<Channel> open = openChannels(transfer);
-    for (std::size_t i = 0; i < open.size(); ++i) {
+    for (int i = 0; i < results.transfers.size(); ++i) {
+        const TransferResult &transfer = results.transfers.at(i);
+        const bool isMultipolar = transfer.channel.mechanism == TransferMechanism::Multipolar;
         const QString label =
             QStringLiteral("      %1%2 (%3 -> %4) =")
-                .arg(QLatin1String(prefix),
-                     QLatin1String(open[i].mechanism == Mechanism::Multipolar ? "MM" : "EX"),
-                     donorName(open[i], transfer.twoTriplets, List::Rates),
-                     QLatin1String(levelName(open[i].acceptor)));
-        text += label.leftJustified(33) + exponential((transfer.tables.*rate)(open[i]), 2, 10) +
-                QLatin1String(i + 1 < open.size() ? " s^-1 \n" : lastUnit);
+                .arg(QLatin1String(prefix), QLatin1String(isMultipolar ? "MM" : "EX"),
+                     donorName(transfer.channel, results.considerTwoTriplets, List::Rates),
+                     transfer.channel.acceptor);
+        text += label.leftJustified(33) + exponential(transfer.*rate, 2, 10) +
+                QLatin1String(i + 1 < results.transfers.size() ? " s^-1 \n" : lastUnit);
     }
     return text;
 }
 
-QString transferRateSection(const Transfer &transfer)
+QString transferRateSection(const SpectroscopicResults &results)
 {
     const QString heading =
         QStringLiteral("------------------------------------------------------\n"
@@ -199,34 +185,33 @@ QString transferRateSection(const Transfer &transfer)
                        "    Wet from the Multipolar Mechanism (WetMM)         \n"
                        "    Wet from the Exchange Mechanism (WetEX)           \n"
                        "------------------------------------------------------\n\n");
-    if (!transfer.isCalculated)
+    if (!results.isTransferCalculated)
         return heading + missingTransfer();
     return heading + QStringLiteral("    Energy Transfer Rates\n") +
-           rateLines(transfer, "Wet", " s^-1  \n\n", &transferRates::Tables::forward) +
+           rateLines(results, "Wet", " s^-1  \n\n", &TransferResult::forwardRate) +
            QStringLiteral("    Energy Back-Transfer Rates\n") +
-           rateLines(transfer, "Wbt", " s^-1 \n\n", &transferRates::Tables::backward) +
+           rateLines(results, "Wbt", " s^-1 \n\n", &TransferResult::backwardRate) +
            QLatin1Char('\n');
 }
 
-QString radiativeSection(const Contents &contents)
+QString radiativeSection(const SpectroscopicResults &results)
 {
     QString text =
         QStringLiteral("-------------------------------------\n"
                        " Radiative emission rate (Arad) and  \n"
                        " Branchio Rates (beta)               \n"
                        "-------------------------------------\n\n") +
-        cell(" Refractive Index Used =", fixed(contents.refractiveIndex, 4), 34, "\n\n") +
-        cell(" Arad =", exponential(contents.arad, 2), 34, " s^-1\n\n") +
+        cell(" Refractive Index Used =", fixed(results.refractiveIndex, 4), 34, "\n\n") +
+        cell(" Arad =", exponential(results.arad, 2), 34, " s^-1\n\n") +
         QStringLiteral(" Beta values (contribution of each 5D0 -> 7FJ transition in percentage to "
                        "radiative decay rate)\n\n");
     for (int J = 1; J <= 6; ++J)
         text += QStringLiteral("    5D0 -> 7F%1:").arg(J) +
-                fixed(contents.branchingRatios[static_cast<std::size_t>(J)], 2, 10) +
-                QStringLiteral(" %\n");
+                fixed(results.branchingRatios.value(J), 2, 10) + QStringLiteral(" %\n");
     return text + QStringLiteral("\n\n");
 }
 
-QString nonRadiativeSection(const Contents &contents)
+QString nonRadiativeSection(const SpectroscopicResults &results)
 {
     constexpr int width = 46;
     constexpr double msPerSecond = 1000.0;
@@ -234,32 +219,34 @@ QString nonRadiativeSection(const Contents &contents)
                           " Nonradiative Decay Rate (Anrad) and   \n"
                           " Quantum Efficiency                    \n"
                           "---------------------------------------\n\n") +
-           cell("    Chosen Experimental Lifetime =", fixed(contents.lifeTime * msPerSecond, 4),
+           cell("    Chosen Experimental Lifetime =", fixed(results.lifeTime * msPerSecond, 4),
                 width, " ms\n\n") +
-           cell("    Anrad =", exponential(contents.anrad, 2), width, " s^-1\n\n") +
-           cell("    Quantum Efficiency =", fixed(contents.quantumEfficiency, 2), width,
-                " %\n\n\n");
+           cell("    Anrad =", exponential(results.anrad, 2), width, " s^-1\n\n") +
+           cell("    Quantum Efficiency =", fixed(results.quantumEfficiency, 2), width, " %\n\n\n");
 }
 
-/// Lines of the populations, in the order of the report.
-struct PopulationLine
+/// Labels of the populations.
+struct PopulationLabel
 {
-    State state;
+    const char *state;
     const char *label;
 };
-constexpr PopulationLine populationLines[] = {
-    {S0, "    Fundamental Singlet Population ="},
-    {S1, "\n    Excited Singlet Population     ="},
-    {FirstTriplet, "\n    Triplet 2 population           ="},
-    {T1, "\n    Triplet Population             ="},
-    {Level5D4, "\n    5D4 Population                 ="},
-    {Level5G6, "\n    5G6 Population                 ="},
-    {Level5L6, "\n    5L6 Population                 ="},
-    {Level5D1, "\n    5D1 Population                 ="},
-    {Level5D0, "\n    5D0 Population                 ="},
+constexpr PopulationLabel populationLabels[] = {
+    {"S0", "    Fundamental Singlet Population ="},
+    {"S1", "\n    Excited Singlet Population     ="},
+    {"Ta", "\n    Triplet 2 population           ="},
+    {"T", "\n    Triplet Population             ="},
 };
 
-QString populationSection(const Contents &contents)
+QString populationLabel(const QString &state)
+{
+    for (const PopulationLabel &known : populationLabels)
+        if (state == QLatin1String(known.state))
+            return QLatin1String(known.label);
+    return QStringLiteral("\n    %1 Population                 =").arg(state);
+}
+
+QString populationSection(const SpectroscopicResults &results)
 {
     QString text = QStringLiteral("--------------------------------------------------------------"
                                   "--------------\n"
@@ -267,64 +254,62 @@ QString populationSection(const Contents &contents)
                                   "Energy Transfer \n"
                                   "--------------------------------------------------------------"
                                   "--------------\n\n");
-    if (!contents.scheme)
+    if (results.populations.isEmpty())
         return text + QStringLiteral(" No populations were calculated.\n\n\n");
-    for (const PopulationLine &line : populationLines)
-        if (contents.scheme->holds(line.state))
-            text += QLatin1String(line.label) +
-                    exponential(contents.populations[static_cast<std::size_t>(line.state)], 4, 12);
+    for (const StatePopulation &entry : results.populations)
+        text += populationLabel(entry.state) + exponential(entry.population, 4, 12);
     return text + QStringLiteral("\n\n\n");
 }
 
-QString yieldSection(const Contents &contents)
+QString yieldSection(const SpectroscopicResults &results)
 {
     return QString(44, QLatin1Char('-')) + QStringLiteral("\nQuantum Yield:") +
-           fixed(contents.quantumYield, 4, 12) + QStringLiteral(" %\n");
+           fixed(results.quantumYield, 4, 12) + QStringLiteral(" %\n");
 }
 
 } // namespace
 
-QString transferReport(const Contents &contents, const SpecPrintingOptions &options)
+QString transferReport(const SpectroscopicResults &results, const SpecPrintingOptions &options)
 {
     QString text;
     if (options.printInputFile)
         text += QStringLiteral("The data shown below were calculated from the geometry and excited "
                                "states energies read in following file: \n") +
-                contents.inputPath + QStringLiteral("\n\n\n");
+                results.inputPath + QStringLiteral("\n\n\n");
     if (options.printOmega)
         text += QStringLiteral("-------------------------------------------------------\n"
                                " Theoretical Judd-Ofelt Intensity Parameters, omega(l) \n"
                                "-------------------------------------------------------\n\n") +
-                lambdaLines("omega", contents.omega);
+                lambdaLines("omega", results.omega);
     if (options.printOmegaED)
         text += QStringLiteral("-----------------------------------------------------------\n"
                                " Forced Electric Dipole Judd-Ofelt Parameters, omegaED (l)\n"
                                "-----------------------------------------------------------\n\n") +
-                lambdaLines("omegaED", contents.omegaEd);
+                lambdaLines("omegaED", results.omegaEd);
     if (options.printConstants)
         text += constantsSection();
     if (options.printDonorStates)
-        text += donorSection(contents.transfer);
+        text += donorSection(results);
     if (options.printGama)
-        text += gamaSection(contents.transfer);
+        text += gamaSection(results);
     if (options.printFranckCondon)
-        text += overlapSection(contents.transfer, contents.bandHalfWidth);
+        text += overlapSection(results);
     if (options.printTransferRates)
-        text += transferRateSection(contents.transfer);
+        text += transferRateSection(results);
     if (options.printArad)
-        text += radiativeSection(contents);
+        text += radiativeSection(results);
     return text;
 }
 
-QString populationReport(const Contents &contents, const SpecPrintingOptions &options)
+QString populationReport(const SpectroscopicResults &results, const SpecPrintingOptions &options)
 {
     QString text;
     if (options.printAnrad)
-        text += nonRadiativeSection(contents);
+        text += nonRadiativeSection(results);
     if (options.printPopulations)
-        text += populationSection(contents);
+        text += populationSection(results);
     if (options.printQuantumYield)
-        text += yieldSection(contents);
+        text += yieldSection(results);
     return text;
 }
 

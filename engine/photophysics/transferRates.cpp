@@ -5,27 +5,30 @@
 using lanqor::cmPerAngstrom;
 using lanqor::elementaryChargeSquared;
 using transferChannels::Channel;
-using transferChannels::Mechanism;
 using transferChannels::State;
 
 namespace transferRates {
 
 namespace {
 
+/// ln 2 and ln 2 / pi.
 constexpr double ln2 = 0.693147180559945;
 constexpr double ln2OverPi = 0.22063560015263695;
 
-/// Multiples of 1/hbar, erg^-1 s^-1.
+/// Multiples of 1/hbar, erg^-1 s^-1, with hbar = 1.054571726e-27 erg s (CODATA 2010).
 constexpr double twoPiOverHbar = 5.958044533407109e+27;
 constexpr double fourPiOverHbar = 1.1916089066814218e+28;
 constexpr double eightPiOverThreeHbar = 7.944059377876147e+27;
 
-/// Dipole strength of the ligand's transition, esu^2 cm^2, and e^2 times it.
+/// Dipole strength of the ligand's transition, esu^2 cm^2, the same for every ligand, and e^2 times
+/// it. 10 square debye, an allowed transition; source of the number not known.
 constexpr double ligandDipoleStrength = 1e-35;
 constexpr double chargeTimesDipoleStrength = 2.307077352370616e-54;
 
-/// Energy of one cm^-1 and kT at 300 K, erg.
+/// Energy of one cm^-1, erg: hc with h = 6.62606957417e-27 erg s (CODATA 2010, which gives nine
+/// digits).
 constexpr double ergPerWavenumber = 1.9864456845196332e-16;
+/// kT at 300 K, erg, with k = 1.3806488e-16 erg/K (CODATA 2010).
 constexpr double kT = 4.1419464000000004e-14;
 
 double integerPower(double x, int n)
@@ -57,7 +60,9 @@ double gama(int lambda, double R)
 
 double overlap4f4f(double R)
 {
-    return 2.0 * 155.6608 * std::exp(-(R / cmPerAngstrom) / 0.26226);
+    constexpr double factor = 155.6608; // dimensionless
+    constexpr double range = 0.26226;   // Angstrom
+    return 2.0 * factor * std::exp(-(R / cmPerAngstrom) / range);
 }
 
 double overlap4fLigand(double R0, double R, double n)
@@ -102,7 +107,7 @@ double Formulas::calcWetEX(double delta, int J, double S, double R, int g) const
     }
 }
 
-const Donor &Donors::of(State state) const
+const DonorState &Donors::of(State state) const
 {
     if (state == transferChannels::S1)
         return singlet;
@@ -112,20 +117,20 @@ const Donor &Donors::of(State state) const
 double Tables::forward(const Channel &channel) const
 {
     const auto slot = static_cast<std::size_t>(channel.slot);
-    return channel.mechanism == Mechanism::Multipolar ? forwardRates[slot]
-                                                      : exchangeForwardRates[slot];
+    return channel.mechanism == TransferMechanism::Multipolar ? forwardRates[slot]
+                                                              : exchangeForwardRates[slot];
 }
 
 double Tables::backward(const Channel &channel) const
 {
     const auto slot = static_cast<std::size_t>(channel.slot);
-    return channel.mechanism == Mechanism::Multipolar ? backwardRates[slot]
-                                                      : exchangeBackwardRates[slot];
+    return channel.mechanism == TransferMechanism::Multipolar ? backwardRates[slot]
+                                                              : exchangeBackwardRates[slot];
 }
 
 bool Transfer::isOpen(const Channel &channel) const
 {
-    return channel.flag ? openChannels.*channel.flag : twoTriplets;
+    return transferChannels::isOpen(channel.flag, openChannels, twoTriplets);
 }
 
 bool Transfer::considers(const Channel &channel) const
@@ -142,7 +147,7 @@ void setRates(const Formulas &formulas, const Channel &channel, double R, Tables
 {
     const auto slot = static_cast<std::size_t>(channel.slot);
     const double delta = tables.energyMismatch[slot];
-    if (channel.mechanism == Mechanism::Multipolar) {
+    if (channel.mechanism == TransferMechanism::Multipolar) {
         ByRank U2;
         U2[channel.rank] = channel.U2;
         const double rate = formulas.WetDD(delta, channel.J, R, U2, channel.g) +
@@ -163,11 +168,11 @@ void calcRates(const Formulas &formulas, Transfer &transfer)
     for (const Channel &channel : transferChannels::channels) {
         if (!transfer.considers(channel))
             continue;
-        const Donor &donor = transfer.donors.of(channel.donor);
+        const DonorState &donor = transfer.donors.of(channel.donor);
         transfer.tables.energyMismatch[static_cast<std::size_t>(channel.slot)] =
             donor.energy - transferChannels::acceptorEnergy(channel.acceptor);
         if (transfer.isOpen(channel))
-            setRates(formulas, channel, donor.distance, transfer.tables);
+            setRates(formulas, channel, donor.rl * cmPerAngstrom, transfer.tables);
     }
     transfer.isCalculated = true;
 }

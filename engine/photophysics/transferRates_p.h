@@ -3,6 +3,8 @@
 #include "intensity/europium_p.h"
 #include "photophysics/transferChannels_p.h"
 
+#include <LanqorEngine/SpectroscopicResults.h>
+
 #include <array>
 
 /// Rates of energy transfer from a ligand state to Eu3+ and back, in Gaussian units: energies
@@ -18,10 +20,12 @@ double F(double delta, double gamma);
 /// (lambda+1) (<r^lambda> <f||C(lambda)||f> (1 - sigma(lambda)))^2 / R^(2 (lambda+2)), cm^-4.
 double gama(int lambda, double R);
 
-/// Overlap of two 4f shells at a distance R, by an exponential law.
+/// Overlap of two 4f shells at a distance R: 2 * 155.6608 exp(-R / 0.26226 Angstrom). Source of the
+/// law and of its numbers not known.
 double overlap4f4f(double R);
 
-/// Overlap 0.05 (R0/R)^n of the 4f shell with a ligand orbital.
+/// Overlap 0.05 (R0/R)^n of the 4f shell with a ligand orbital (O. L. Malta, Chem. Phys. Lett. 87,
+/// 27 (1982)).
 double overlap4fLigand(double R0, double R, double n);
 
 /// exp(-delta / kT) at 300 K: ratio of a rate of back-transfer to that of transfer.
@@ -33,7 +37,7 @@ struct Formulas
     /// 0 and 1: exchange through the overlap 0.05 (R0/R)^n, squared or to the fourth power;
     /// 2: exchange shielded by the ion's closed shells. Exchange is 0 for any other.
     int etModel = 0;
-    double bandHalfWidth = 3250.0; ///< of the ligand's bands, cm^-1
+    double bandHalfWidth = 3250.0; ///< of the ligand's bands, cm^-1; source not known
     double nOverlapIntegral = 3.5; ///< exponent of the overlap, as in the simple overlap model
     double minDistance = 0.0;      ///< ion to nearest ligand atom, cm
     ByRank omegaEd;                ///< Omega(lambda) of the ED part, cm^2
@@ -48,21 +52,13 @@ struct Formulas
     bool needsMinDistance() const { return etModel == 0 || etModel == 1; }
 };
 
-/// A ligand state that gives energy.
-struct Donor
-{
-    int number = 0;        ///< in the list of its states (1-based); 0 for explicit values
-    double energy = 0.0;   ///< cm^-1
-    double distance = 0.0; ///< from the ion, cm
-};
-
 struct Donors
 {
-    Donor singlet;
-    Donor firstTriplet; ///< of two triplets only
-    Donor triplet;
+    DonorState singlet;
+    DonorState firstTriplet; ///< of two triplets only
+    DonorState triplet;
 
-    const Donor &of(transferChannels::State state) const;
+    const DonorState &of(transferChannels::State state) const;
 };
 
 constexpr int slotCount = 20;

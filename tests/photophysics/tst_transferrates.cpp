@@ -42,9 +42,9 @@ constexpr State triplet = {21500.0, 5.0};
 Transfer twoTriplets()
 {
     Transfer transfer;
-    transfer.donors.singlet = {1, singlet.energy, singlet.distance * angstrom};
-    transfer.donors.firstTriplet = {1, firstTriplet.energy, firstTriplet.distance * angstrom};
-    transfer.donors.triplet = {2, triplet.energy, triplet.distance * angstrom};
+    transfer.donors.singlet = {1, singlet.energy, singlet.distance, {}};
+    transfer.donors.firstTriplet = {1, firstTriplet.energy, firstTriplet.distance, {}};
+    transfer.donors.triplet = {2, triplet.energy, triplet.distance, {}};
     transfer.twoTriplets = true;
     return transfer;
 }

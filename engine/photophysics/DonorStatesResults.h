@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+/// An excited state of the ligands, as an output prints it, with its distance from the ion.
+struct LigandState
+{
+    double energy = 0.0;     ///< cm^-1
+    double wavelength = 0.0; ///< nm; 0 without an energy
+    double oscillatorStrength = 0.0;
+    /// Donor-acceptor distance, Angstrom; 0 for a state without printed orbitals.
+    double rl = 0.0;
+    /// Orbital numbers as printed, in pairs: from and to. A program that numbers orbitals from 1
+    /// prints 0 for none.
+    QVector<int> configurations;
+    /// Of these pairs; 0 where the program prints none.
+    QVector<double> weights;
+};
+
+/// What LanqorRL found. State number n stands at index n - 1.
+struct DonorStatesResults
+{
+    QString outputPath; ///< of the excited-state calculation
+    /// Empty when the distances are known; otherwise why all rl are 0.
+    QString reasonWithoutDistances;
+    /// From the ion to the nearest other atom, Angstrom; 1000 when there is none.
+    double minDistanceLnLigand = 0.0;
+    QVector<LigandState> singlets;
+    QVector<LigandState> triplets;
+};
