@@ -5,7 +5,10 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QXmlStreamReader>
 #include <QtTest>
+
+#include <cmath>
 
 namespace {
 
@@ -17,7 +20,9 @@ QMap<QString, QString> abroad(const QString &localeFolder)
             {QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8")},
             {QStringLiteral("LANGUAGE"), QStringLiteral("en")}, // of the messages of the system
             {QStringLiteral("TZ"), QStringLiteral("Asia/Kolkata")},
-            {QStringLiteral("OMP_NUM_THREADS"), QStringLiteral("7")}};
+            {QStringLiteral("OMP_NUM_THREADS"), QStringLiteral("7")},
+            {QStringLiteral("DISPLAY"), QString()}, // nor a platform that cannot be had
+            {QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("none")}};
 }
 
 /// Text without what differs from run to run: the version, the date, the speed of a fit and all of
@@ -39,6 +44,56 @@ QString originOf(const QString &name)
                                    : testSupport::sourceFile(name);
 }
 
+/// The numbers of a text to a tenth; of many about every fortieth.
+QString places(const QString &text)
+{
+    static const QRegularExpression number(QStringLiteral("-?\\d+(\\.\\d+)?(e-?\\d+)?"));
+    QStringList numbers;
+    for (auto match = number.globalMatch(text); match.hasNext();)
+        numbers << QString::number(
+            std::round(10.0 * match.next().captured().toDouble()) / 10.0 + 0.0, 'f', 1);
+    QString chosen;
+    for (int i = 0; i < numbers.size(); i += 1 + numbers.size() / 40)
+        chosen += numbers.at(i) + QLatin1Char(' ');
+    return chosen;
+}
+
+/// The shapes of an SVG picture, a line each: kind, colour, places and words; of other pictures how
+/// they begin.
+QString shapesOf(const QString &path)
+{
+    constexpr int emptyPicture = 5000; // bytes
+    const QByteArray bytes = testSupport::readAll(path);
+    if (!path.endsWith(QLatin1String("svg")))
+        return bytes.size() > emptyPicture
+                   ? QString::fromLatin1(bytes.mid(1, 3)) + QLatin1Char('\n')
+                   : QString();
+    QXmlStreamReader reader(bytes);
+    QString text;
+    QString colour;
+    QString frame;
+    while (!reader.atEnd()) {
+        if (reader.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        const QXmlStreamAttributes attributes = reader.attributes();
+        const auto value = [&attributes](const char *name) {
+            return attributes.value(QLatin1String(name)).toString() + QLatin1Char(' ');
+        };
+        const QString kind = reader.name().toString() + QLatin1Char(' ');
+        if (kind == QLatin1String("g ")) {
+            colour = value("stroke") + value("fill");
+            frame = value("transform").remove(QStringLiteral("matrix(1,0,0,1,0,0)"));
+        } else if (attributes.hasAttribute(QStringLiteral("vector-effect"))) {
+            text +=
+                kind + colour + places(frame + value("points") + value("d")) + QLatin1Char('\n');
+        } else if (kind == QLatin1String("text ")) {
+            text += kind + value("fill") + places(frame + value("x") + value("y")) +
+                    reader.readElementText() + QLatin1Char('\n');
+        }
+    }
+    return reader.hasError() ? QString() : text;
+}
+
 } // namespace
 
 /// What users see: stored sessions, in each of which
@@ -47,7 +102,8 @@ QString originOf(const QString &name)
 ///     $ lanqor ARGUMENTS      the program runs there and prints what follows,
 ///     --- messages            its standard error, if there is any,
 ///     --- exit status N       unless it is 0,
-///     --- file NAME           what it has written.
+///     --- file NAME           what it has written,
+///     --- picture NAME        the shapes of a picture that it has drawn.
 /// With LANQOR_STORE_OUTPUTS set they are stored anew.
 class TestStoredOutputs : public QObject
 {
@@ -55,7 +111,7 @@ class TestStoredOutputs : public QObject
 
     QTemporaryDir locales;
 
-    /// Does what the session tells; empty when a file of the corpus is not at hand.
+    /// Does what the session tells; empty when a file of the corpus or pictures are not at hand.
     QString repeat(const QString &session)
     {
         const QTemporaryDir folder;
@@ -78,16 +134,21 @@ class TestStoredOutputs : public QObject
             } else if (line.startsWith(QLatin1String("$ lanqor "))) {
                 const auto run = testSupport::runProgram(QProcess::splitCommand(operand),
                                                          folder.path(), abroad(locales.path()));
+                if (run.error.contains(QLatin1String("LANQOR_PLOTS=OFF")))
+                    return QString();
                 text += line + QLatin1Char('\n') + run.output;
                 if (!run.error.isEmpty())
                     text += QStringLiteral("--- messages\n") + run.error;
                 if (run.exitStatus != 0)
                     text += QStringLiteral("--- exit status %1\n").arg(run.exitStatus);
-            } else if (line.startsWith(QLatin1String("--- file "))) {
+            } else if (line.startsWith(QLatin1String("--- file ")) ||
+                       line.startsWith(QLatin1String("--- picture "))) {
                 const QString path = folder.filePath(operand);
                 text += line + QLatin1Char('\n');
                 if (QFileInfo::exists(path))
-                    text += QString::fromUtf8(testSupport::readAll(path));
+                    text += line.at(4) == QLatin1Char('p')
+                                ? shapesOf(path)
+                                : QString::fromUtf8(testSupport::readAll(path));
             }
         }
         return lasting(text.replace(folder.path(), QStringLiteral("FOLDER")));
@@ -124,7 +185,7 @@ private Q_SLOTS:
         const QString stored = QString::fromUtf8(testSupport::readAll(path));
         const QString repeated = repeat(stored);
         if (repeated.isEmpty())
-            QSKIP("needs LANQOR_CORPUS_DIR");
+            QSKIP("needs LANQOR_CORPUS_DIR or LANQOR_PLOTS");
         QVERIFY2(!repeated.contains(QLatin1String("exit status -")), "the program crashed");
         if (qEnvironmentVariableIsSet("LANQOR_STORE_OUTPUTS")) {
             QFile file(path);
