@@ -1,7 +1,7 @@
 #include "LanqorAradPartition.h"
 
 #include "intensity/radiativeRates_p.h"
-#include "intensity/simpleOverlapModel_p.h"
+#include "overlap/simpleOverlapModel_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 

@@ -1,9 +1,9 @@
 #include "LanqorOmega.h"
 
 #include "core/physicalConstants_p.h"
-#include "intensity/europium_p.h"
 #include "intensity/intensityReportReader_p.h"
-#include "intensity/simpleOverlapModel_p.h"
+#include "overlap/europium_p.h"
+#include "overlap/simpleOverlapModel_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 

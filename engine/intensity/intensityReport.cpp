@@ -5,10 +5,10 @@
 #include "intensity/LanqorAradPartition.h"
 #include "intensity/LanqorOmega.h"
 #include "intensity/citations_p.h"
-#include "intensity/europium_p.h"
 #include "intensity/intensityReportReader_p.h"
 #include "intensity/radiativeRates_p.h"
-#include "intensity/simpleOverlapModel_p.h"
+#include "overlap/europium_p.h"
+#include "overlap/simpleOverlapModel_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 

@@ -4,7 +4,7 @@
 
 #include "core/reportText_p.h"
 #include "intensity/LanqorOmega.h"
-#include "intensity/simpleOverlapModel_p.h"
+#include "overlap/simpleOverlapModel_p.h"
 
 #include <cmath>
 

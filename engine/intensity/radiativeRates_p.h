@@ -1,6 +1,6 @@
 #pragma once
 
-#include "intensity/europium_p.h"
+#include "overlap/europium_p.h"
 
 /// Spontaneous emission rates of the 5D0 level of Eu3+, s^-1 (B. R. Judd, Phys. Rev. 127, 750
 /// (1962); M. H. V. Werts, R. T. F. Jukes, J. W. Verhoeven, Phys. Chem. Chem. Phys. 4, 1542

@@ -1,8 +1,8 @@
 #include "LanqorBkq.h"
 
-#include "intensity/simpleOverlapModel_p.h"
 #include "levels/chargeFactors_p.h"
 #include "levels/fieldParameters_p.h"
+#include "overlap/simpleOverlapModel_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 

@@ -2,7 +2,7 @@
 
 #include "core/physicalConstants_p.h"
 #include "core/reportText_p.h"
-#include "intensity/europium_p.h"
+#include "overlap/europium_p.h"
 
 using reportText::exponential;
 using reportText::fixed;

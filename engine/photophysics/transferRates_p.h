@@ -1,6 +1,6 @@
 #pragma once
 
-#include "intensity/europium_p.h"
+#include "overlap/europium_p.h"
 #include "photophysics/transferChannels_p.h"
 
 #include <LanqorEngine/SpectroscopicResults.h>

@@ -2,8 +2,14 @@
 #include "core/chargeFactorBounds_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorResultTables.h>
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QtTest>
+
+#include <limits>
 
 /// Opens the protected slot of the base object.
 class RelayingCalculation : public LanqorAbstractObjCalculation
@@ -82,6 +88,30 @@ private Q_SLOTS:
         QCOMPARE(boundsOf(updateDirectFitBounds, "O Br Se"), (QVector<double>{0.001, 1.0}));
         QCOMPARE(boundsOf(updateQdcFitBounds, "O Br"), (QVector<double>{0.01, 2.0}));
         QCOMPARE(boundsOf(updateQdcFitBounds, "O Cl"), (QVector<double>{0.01, 1.0}));
+    }
+
+    void resultsAsJsonAndCsv()
+    {
+        const double third = 1.0 / 3.0;
+        const double infinite = std::numeric_limits<double>::infinity();
+        LanqorResultTables tables;
+        tables.addTable("atoms", {{"atom_from_1", ""}, {"name", ""}, {"distance", "Angstrom"}},
+                        {{2, "O, \"axial\"", third}, {3, "N", infinite}, {4}});
+        LanqorResultTables run;
+        run.addRecord("run", {{"version", ""}, {"yield", "%"}}, {"1.0", 1e-7});
+        run.append(tables);
+        const QJsonObject json = QJsonDocument::fromJson(run.toJson()).object();
+        QCOMPARE(json["run"]["yield"]["unit"].toString(), QStringLiteral("%"));
+        const QJsonArray atoms = json["atoms"].toArray();
+        QCOMPARE(atoms.size(), 3);
+        QCOMPARE(atoms[0]["atom_from_1"].toInt(), 2);
+        QCOMPARE(atoms[0]["distance"]["value"].toDouble(), third); // to the last bit
+        QVERIFY(atoms[1]["distance"]["value"].isNull());
+        QVERIFY(atoms[2]["name"].isNull());
+        QCOMPARE(run.toCsv(), QByteArray("# run\nquantity,value,unit\nversion,1.0,\nyield,1e-07,%"
+                                         "\n\n# atoms\natom_from_1,name,distance [Angstrom]\n"
+                                         "2,\"O, \"\"axial\"\"\",0.3333333333333333\n"
+                                         "3,N,inf\n4,,\n\n"));
     }
 };
 

@@ -1,4 +1,4 @@
-#include "intensity/simpleOverlapModel_p.h"
+#include "overlap/simpleOverlapModel_p.h"
 #include "testSpheres.h"
 
 #include <QtTest>

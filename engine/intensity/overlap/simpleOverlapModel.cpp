@@ -1,9 +1,9 @@
-#include "intensity/simpleOverlapModel_p.h"
+#include "overlap/simpleOverlapModel_p.h"
 
 #include "core/angles_p.h"
 #include "core/parity_p.h"
 #include "core/physicalConstants_p.h"
-#include "intensity/europium_p.h"
+#include "overlap/europium_p.h"
 
 #include <QCoreApplication>
 
