@@ -54,11 +54,9 @@ inline QString asMopacOutput(const QString &name, const QVector<Coord> &atoms)
 }
 
 /// Runs the annealing from @p x; @return the number of evaluations
-template <class Fit> int anneal(Fit &fit, QVector<double> x, int steps = 15000)
+template <class Fit> int anneal(Fit &fit, const QVector<double> &x, int steps = 15000)
 {
-    LanqorAbstractParametric *target = &fit;
-    double *start = x.data();
-    LanqorGSA annealing(nullptr, x.size(), start, target);
+    LanqorGSA annealing(nullptr, x, &fit);
     annealing.setNStopMax(steps);
     annealing.initializeGSA();
     return fit.getPointNumber();

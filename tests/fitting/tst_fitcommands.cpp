@@ -11,6 +11,7 @@ class TestFitCommands : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    /// Those starts too that wait for a thread.
     void interruptedFitsReportTheirBestPoint()
     {
         const QTemporaryDir directory;
@@ -18,7 +19,7 @@ private Q_SLOTS:
         QProcess process;
         process.start(QString::fromLocal8Bit(qgetenv("LANQOR_PROGRAM")),
                       QStringLiteral("fit omega %1 --omega2 20.5 --omega4 8.1 --points 100000000 "
-                                     "--starts 3 --report %2")
+                                     "--starts 30 --report %2")
                           .arg(fitSupport::mopacFile("eu_acac3_phen_am1_allvec.out"), report)
                           .split(QLatin1Char(' ')));
         QVERIFY(process.waitForStarted());

@@ -121,56 +121,47 @@ private Q_SLOTS:
     void setupFaults();
     void effectiveCharge();
     void filesOfTheFit();
-    void storedReport();
     void recoversChargeFactors();
-    void program();
+    void start();
 };
 
 void TestParametricStark::readers()
 {
+    const auto text = [](const QString &name, const QVector<int> &atoms,
+                         const QVector<double> &numbers) {
+        QStringList words{name};
+        for (const int atom : atoms)
+            words.append(QString::number(atom));
+        for (const double number : numbers)
+            words.append(QString::number(number, 'g', 10));
+        return words.join(QLatin1Char(' '));
+    };
+    QStringList got;
     QVector<ChargeFactorsGroup> start = {{QStringLiteral("old"), {1}, 1.0}};
     const QString base = fitFile(".chargefactors", "O1 2 3 0.85\n\n  N1  8 9\t1.25 \r\n"
                                                    "O1\nO2 0.5\nO3 2 x 0,85\n");
     QVERIFY(Fit::readChargeFactorsFile(base, start));
-    const QVector<QVector<int>> atoms = {{2, 3}, {8, 9}, {}, {}, {2, 0}};
-    const QVector<double> factors = {0.85, 1.25, 0.0, 0.5, 0.0};
-    QCOMPARE(start.size(), factors.size());
-    for (int i = 0; i < start.size(); ++i) {
-        QCOMPARE(start.at(i).atoms, atoms.at(i));
-        QCOMPARE(start.at(i).chargeFactor, factors.at(i));
-    }
-    QCOMPARE(start.at(0).name, QStringLiteral("O1"));
-
+    for (const ChargeFactorsGroup &group : start)
+        got.append(text(group.name, group.atoms, {group.chargeFactor}));
     QVector<ParametersGroup> read;
     fitFile(".groups", "oxygens 2 3 4\nempty\nnitrogens 8 9");
     QVERIFY(Fit::readParametersGroup(base, read));
-    QCOMPARE(read.size(), 3);
-    QCOMPARE(read.at(0).atoms, (QVector<int>{2, 3, 4}));
-    QCOMPARE(read.at(1).name, QStringLiteral("empty"));
-    QVERIFY(read.at(1).atoms.isEmpty());
-
+    for (const ParametersGroup &group : read)
+        got.append(text(group.name, group.atoms, {}));
     QVector<TransitionValues> transitions;
     fitFile(".exp", "1 302.5 455 379\n4 2.7e3 3100.25 -2900\n2 900\nx y z\n1 nan inf 1e999\n");
     QVERIFY(Fit::readTransitionValues(base, transitions));
-    const QVector<QVector<double>> expected = {{1, 302.5, 455, 379},
-                                               {4, 2700, 3100.25, -2900},
-                                               {2, 900, 0, 0},
-                                               {0, 0, 0, 0},
-                                               {1, 0, 0, 0}};
-    QCOMPARE(transitions.size(), expected.size());
-    for (int i = 0; i < expected.size(); ++i) {
-        const TransitionValues &t = transitions.at(i);
-        QCOMPARE((QVector<double>{double(t.level), t.energyLow, t.energyHigh, t.offset}),
-                 expected.at(i));
-    }
-
+    for (const TransitionValues &t : transitions)
+        got.append(text(QString(), {t.level}, {t.energyLow, t.energyHigh, t.offset}));
     QVector<GLimits> limits;
     fitFile(".limits", "O 0.1 1.5\nN 0.2 2\n");
     Fit::readGLimitsFile(base, limits);
-    QCOMPARE(limits.size(), 2);
-    QCOMPARE(limits.at(1).name, QStringLiteral("N"));
-    QCOMPARE(limits.at(1).minimum, 0.2);
-    QCOMPARE(limits.at(1).maximum, 2.0);
+    for (const GLimits &each : limits)
+        got.append(text(each.name, {}, {each.minimum, each.maximum}));
+    QCOMPARE(got, (QStringList{"O1 2 3 0.85", "N1 8 9 1.25", "O1 0", "O2 0.5", "O3 2 0 0",
+                               "oxygens 2 3 4", "empty", "nitrogens 8 9", " 1 302.5 455 379",
+                               " 4 2700 3100.25 -2900", " 2 900 0 0", " 0 0 0 0", " 1 0 0 0",
+                               "O 0.1 1.5", "N 0.2 2"}));
 }
 
 void TestParametricStark::missingFiles()
@@ -315,10 +306,8 @@ void TestParametricStark::effectiveCharge()
         const double d = 0.5 * (ligands + ion) * 1.889725988579;
         return 3.0 + 14.0 * std::exp(-0.5 * d * d);
     };
-    Fit complex(nullptr, structure(), 0);
-    COMPARE_NEAR(complex.getEffectiveCharge(), closedForm((6 * 1.016 + 2 * 1.19) / 8, 1.066),
-                 1e-12);
-    COMPARE_NEAR(complex.getEffectiveCharge(), 4.863, 1e-3);
+    COMPARE_NEAR(Fit(nullptr, structure(), 0).getEffectiveCharge(),
+                 closedForm((6 * 1.016 + 2 * 1.19) / 8, 1.066), 1e-12);
     const double radii[] = {0.947, 0.947, 1.01, 1.066, 1.12, 1.12};
     for (int N = 5; N <= 10; ++N) {
         Fit fit(nullptr, oxygenSphere(QStringLiteral("oxygens.xyz"), N), N);
@@ -369,25 +358,6 @@ void TestParametricStark::filesOfTheFit()
     QCOMPARE(lost.getBestChargeFactor(0), 0.5);
 }
 
-void TestParametricStark::storedReport()
-{
-    Fit fit(nullptr, structure(), 0);
-    fit.setParametersGroup(groups);
-    fit.setTransitionValues(
-        {transition(1, 303.0, 470.0, 379.0), transition(2, 950.0, 1145.0, 1040.0)});
-    fit.setRequiredCitations(QStringLiteral("cite this"));
-    fitSupport::evaluate(fit, {0.6, 0.9});
-    QString report = fit.getReport();
-    const QString head = LanqorInputData::LANQORTitle + QStringLiteral("\n\n\n");
-    QVERIFY(report.startsWith(head));
-    report.remove(0, head.size());
-    report.replace(structure(), QStringLiteral("eu_acac3_phen_am1_allvec.out"));
-    const QString stored = QString::fromUtf8(
-        testSupport::readAll(testSupport::dataFile(QStringLiteral("reports/stark_fit.txt"))));
-    const QString difference = testSupport::reportDifference(report, stored, 1e-6);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
-}
-
 void TestParametricStark::recoversChargeFactors()
 {
     Fit fit(nullptr, structure(), 0);
@@ -397,44 +367,24 @@ void TestParametricStark::recoversChargeFactors()
     COMPARE_NEAR(fit.getBestChargeFactor(1), 0.9, 0.003);
 }
 
-void TestParametricStark::program()
+void TestParametricStark::start()
 {
-    const QTemporaryDir directory;
-    const QString base = directory.filePath(QStringLiteral("complex"));
-    const auto write = [&base](const char *extension, const QByteArray &text) {
-        QFile file(base + QLatin1String(extension));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+    // By the first atom of the group, the last entry that names it; 0.5 without one; within the
+    // limits 0.1 to 1.5 of O and 0.2 to 2 of N.
+    Fit fit(nullptr, structure(), 0);
+    setUp(fit);
+    const auto given = [&fit](const QVector<int> &atoms, double g) {
+        return fit.makeStartingVector(
+            {{QStringLiteral("a"), {3, 9}, 0.7}, {QStringLiteral("b"), atoms, g}});
     };
-    const auto run = [&] {
-        return testSupport::runProgram({QStringLiteral("fit"), QStringLiteral("stark"), base,
-                                        structure(), QStringLiteral("--points"),
-                                        QStringLiteral("20")});
-    };
-    const auto noFiles = run();
-    QCOMPARE(noFiles.exitStatus, 1);
-    QVERIFY(noFiles.error.contains(base + QStringLiteral(".groups")));
-    QVERIFY(noFiles.output.isEmpty());
-
-    write(".groups", "oxygens 2 3 4 5 6 7\nnitrogens 8 9\n");
-    write(".exp", "1 303.30 466.60 379\n2 960.86 1146.59 1040 spare\n");
-    write(".chargefactors", "oxygens 2 3 4 5 6 7 0.59\nnitrogens 8 9 0.88\n");
-    write(".limits", "O 0.1 1.5\nN 0.2\n");
-    const auto malformed = run();
-    QCOMPARE(malformed.exitStatus, 1); // the missing maximum counts as 0
-    QVERIFY(malformed.error.contains(base + QStringLiteral(".exp, line 2: fields from \"spare\"")));
-    QVERIFY(malformed.error.contains(base + QStringLiteral(".limits, line 2: 1 of 3 fields")));
-
-    write(".limits", "O 0.1 1.5\nN 0.2 2.0\n");
-    const auto good = run();
-    QCOMPARE(good.exitStatus, 0);
-    QCOMPARE(QString::fromUtf8(testSupport::readAll(base + QStringLiteral(".stark"))), good.output);
-    const QByteArray progress = testSupport::readAll(base + QStringLiteral(".progress"));
-    QVERIFY(progress.startsWith("1  ")); // the start is the first improvement
-
-    write(".groups", "oxygens 2 3 4 5 6 7\n");
-    const auto incomplete = run();
-    QCOMPARE(incomplete.exitStatus, 1);
-    QVERIFY(incomplete.error.contains(QStringLiteral("N 8 is in no group")));
+    QCOMPARE(fit.makeStartingVector({}), (QVector<double>{0.5, 0.5}));
+    QCOMPARE(given({8, 2}, 0.6), (QVector<double>{0.6, 0.6}));
+    QCOMPARE(given({2}, 1.9), (QVector<double>{1.5, 0.5}));
+    QCOMPARE(given({8}, 0.1), (QVector<double>{0.5, 0.2}));
+    fit.setGLimits({});
+    QCOMPARE(given({8}, -0.1), (QVector<double>{0.5, 0.0}));
+    fit.setTransitionValues({});
+    QVERIFY(fit.makeStartingVector({}).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestParametricStark)
