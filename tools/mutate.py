@@ -178,7 +178,7 @@ class Workshop:
         return output
 
     def compiles(self, room):
-        targets = [f"tests/{folder}/all" for folder in TESTS_OF_ROOM[room]
+        targets = ["lanqor"] + [f"tests/{folder}/all" for folder in TESTS_OF_ROOM[room]
                    if (self.build / "tests" / folder).exists()]
         return run(["ninja", "-C", str(self.build), "-j", self.jobs, *targets], ROOT)[0] == 0
 

@@ -19,11 +19,6 @@ namespace {
 
 const QString chlorideComplex = QStringLiteral("mopac/eu_cl2_h2o6_am1_int.out");
 
-QStringList linesOf(const QString &file)
-{
-    return QString::fromUtf8(testSupport::readAll(file)).split(QLatin1Char('\n'));
-}
-
 QVector<Coord> atomsOf(const QString &file)
 {
     LanqorInputData data(nullptr, file);
@@ -98,35 +93,6 @@ class TestFilesConverter : public QObject
     }
 
 private Q_SLOTS:
-    void mopacJob()
-    {
-        LanqorFilesConverter converter(nullptr, dataFile(chlorideComplex));
-        testSupport::MessageSpy spy(converter);
-        QVERIFY(converter.convertFromOutToMop(path("plain.mop")));
-        const char *const expected[] = {"Conversion from .out file to .mop file",
-                                        "Cartesian coordinates  read successfully. The chemical "
-                                        "structure contains 21 atoms",
-                                        "Creating output file.",
-                                        "The output file created successfully."};
-        QCOMPARE(spy.messages.size(), 4);
-        for (int i = 0; i < 4; ++i)
-            QVERIFY2(
-                spy.messages.at(i).endsWith(QLatin1String(" -> (Lanqor Files Converter Module) ") +
-                                            QLatin1String(expected[i])),
-                qPrintable(spy.messages.at(i)));
-        const QByteArray header = "AM1 PRECISE XYZ T=10D BFGS GNORM=0.25 +   \n"
-                                  "NOLOG GEO-OK SCFCRT=1.D-10    ";
-        const QByteArray ion =
-            "\n\n\nEu       0.000000000 1      0.000000000 1      0.000000000 1\n";
-        QVERIFY(testSupport::readAll(path("plain.mop")).startsWith(header + ion));
-        converter.setExtraMopacKeywords(QStringLiteral("SPARKLE CHARGE=1"));
-        QVERIFY(converter.convertFromOutToMop(path("sparkle.mop")));
-        QVERIFY(testSupport::readAll(path("sparkle.mop"))
-                    .startsWith(header + "SPARKLE CHARGE=1" + ion));
-        QVERIFY(difference(atomsOf(path("sparkle.mop")), atomsOf(dataFile(chlorideComplex))) <
-                1e-9);
-    }
-
     // MOPAC itself reads the written job: all atoms, the ion first, and the energy of a plain
     // job of the same coordinates.
     void mopacReadsTheJob()
@@ -177,24 +143,6 @@ private Q_SLOTS:
         QVERIFY(difference(atomsOf(path("back.xyz")), atomsOf(dataFile(chlorideComplex))) < 1e-5);
     }
 
-    void gaussianJob()
-    {
-        LanqorFilesConverter converter(nullptr, dataFile(chlorideComplex));
-        QVERIFY(converter.convertFromOutToGjf(path("complex.gjf")));
-        const QString text = QString::fromUtf8(testSupport::readAll(path("complex.gjf")));
-        QVERIFY(text.startsWith(QStringLiteral(
-            "%chk=complex.chk\n%nproc=8\n%mem=4GB\n"
-            "#td=(nstates=10,50-50) scf=(maxcyc=800) LC-wPBE/genecp pseudo=read guess=core "
-            "pop=full\n"
-            "\n Title Card Required \n\n"
-            "1 1\n")));
-        QVERIFY(text.endsWith(QStringLiteral("\n\nCl O H 0 \n6-31+G(d)\n****\nEu 0 \nMWB52\n****\n"
-                                             "\nEu 0 \nMWB52\n\n")));
-        converter.setCharge(-2);
-        QVERIFY(converter.convertFromOutToGjf(path("complex.gjf")));
-        QVERIFY(linesOf(path("complex.gjf")).contains(QStringLiteral("-2 1")));
-    }
-
     // Large-core potentials of Dolg et al.: as many electrons in the core as Xe would have
     // without 5s, 5p (46), and the 4f electrons of the trivalent ion.
     void pseudopotentialOfEveryLanthanide()
@@ -217,28 +165,8 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo::exists(path("water.gjf")));
     }
 
-    void zindoJob()
+    void zindoJobNeedsTheFilledLevels()
     {
-        LanqorFilesConverter converter(nullptr, dataFile(chlorideComplex));
-        QVERIFY2(converter.convertFromOutToInp(path("job.inp")),
-                 qPrintable(converter.getLastError()));
-        const QStringList lines = linesOf(path("job.inp"));
-        for (const char *line :
-             {"  cis calculation ( for spectrum )", " $TITLEI", " $CONTRL",
-              " SCFTYP=RHF RUNTYP=CI ENTTYP=COORD UNITS=ANGS", " ONAME=lixo VEC=9 IPRINT=0",
-              " MULT=1  ITMAX=200  SCFTOL=0.00001  IAPX=3  INTTYP=1",
-              " INTFA(1)= 1.0  1.2675  0.585  1.0  1.0  1.0", " $DATAIN", " $CIINPU",
-              // 2 Cl- (8 electrons each) and 6 water (8 each); 21 centres with the point charge
-              " NEL=64", " NAT=21"})
-            QVERIFY2(lines.contains(QLatin1String(line)), line);
-        QCOMPARE(lines.count(QStringLiteral(" $END")), 4);
-        // 12 H of one function, 8 others of four: 44 orbitals, 32 filled; the window is 3-44.
-        QVERIFY(lines.contains(QStringLiteral(" DYNAL(1)=    1   12    8    0    0   721   44")));
-        QCOMPARE(lines.count(QStringLiteral("   21    3   32   33   44")), 2);
-        const QStringList ion = lines.at(lines.indexOf(QStringLiteral(" $DATAIN")) + 1)
-                                    .split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        QVERIFY(ion.size() == 5 && ion.at(3) == QLatin1String("0") && ion.at(4).toDouble() == 3.0);
-
         QByteArray bytes = testSupport::readAll(dataFile(chlorideComplex));
         bytes.replace("NO. OF FILLED LEVELS", "NO. OF EMPTY LEVELS ");
         LanqorFilesConverter without(nullptr, scratchFile(QStringLiteral("nolevels.out"), bytes));
@@ -246,31 +174,6 @@ private Q_SLOTS:
         QCOMPARE(without.getLastError(),
                  QStringLiteral("NO. OF FILLED LEVELS was not find in mopac output"));
         QVERIFY(!QFileInfo::exists(path("none.inp")));
-    }
-
-    void orcaJob()
-    {
-        LanqorFilesConverter converter(nullptr, dataFile(chlorideComplex));
-        QVERIFY(converter.convertFromOutToInpOrca(path("job.orcinp"), true, false, -2, 25, 10));
-        const QString text = QString::fromUtf8(testSupport::readAll(path("job.orcinp")));
-        QVERIFY(text.startsWith(QStringLiteral(
-            "!RHF ZINDO/S TightSCF DIIS PrintBasis\n%method\n\tfrozencore fc_ewin\nend\n%cis\n"
-            "\tewin -3.000000,3.000000\n\tTriplets false\n\tmaxdim 10\n\tnroots 25\nend\n"
-            "%output\n\tprint[p_mos] 1\nend\n%pointcharges \"job.pointcharge\"\n*xyz -2 1\nCl")));
-        QVERIFY(text.endsWith(QStringLiteral("\n*\n")));
-        QVERIFY(!text.contains(QLatin1String("Eu")));
-        const QStringList charges = linesOf(path("job.pointcharge"));
-        QCOMPARE(charges.at(0), QStringLiteral("1"));
-        QCOMPARE(charges.at(1).split(QLatin1Char(' '), Qt::SkipEmptyParts).size(), 4);
-
-        QVERIFY(converter.convertFromOutToInpOrca(path("ion.orcinp"), false, true, 1, 5, 5));
-        const QString withIon = QString::fromUtf8(testSupport::readAll(path("ion.orcinp")));
-        QVERIFY(withIon.contains(QLatin1String("\tTriplets true\n")));
-        QVERIFY(withIon.contains(QLatin1String("*xyz 1 1\nEu")));
-        QVERIFY(!withIon.contains(QLatin1String("%pointcharges")));
-        QVERIFY(!QFileInfo::exists(path("ion.pointcharge")));
-        QVERIFY(!converter.convertFromOutToInpOrca(path("no.orcinp"), true, true, 0, 0, 5));
-        QVERIFY(!QFileInfo::exists(path("no.orcinp")));
     }
 
     void orcaJobFromOrcaOutput()
@@ -324,33 +227,6 @@ private Q_SLOTS:
         QVERIFY(!bad.convertFromZmtToXYZ());
         QVERIFY(bad.getLastError().endsWith(
             QLatin1String(" THIS IS A FATAL ERROR, RUN STOPPED IN GMETRY")));
-    }
-
-    void sphericalCoordinates()
-    {
-        const QString file =
-            scratchFile(QStringLiteral("two.xyz"), "3\n\nEu 1 1 1\nO 1 1 3.5\nN 1 -1.5 1\n");
-        LanqorFilesConverter converter(nullptr, file);
-        QVERIFY(converter.convertFromOutToSph(path("two.sph")));
-        const QStringList lines = linesOf(path("two.sph"));
-        const QStringList above = lines.at(1).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        const QStringList beside = lines.at(2).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        QVERIFY(above.at(0) == QLatin1String("O") && above.at(1).toDouble() == 2.5 &&
-                above.at(2).toDouble() == 0.0);
-        QVERIFY(beside.at(2).toDouble() == 90.0 && beside.at(3).toDouble() == 270.0);
-    }
-
-    void translationVectors()
-    {
-        const QByteArray mop = "AM1 SPARKLE XYZ\n\n\n Eu 0 1 0 1 0 1\n O 2.4 1 0 1 0 1\n"
-                               " Tv 13 1 0 1 0 1\n Tv 0 1 13 1 0 1\n";
-        LanqorFilesConverter converter(nullptr, scratchFile(QStringLiteral("tv.mop"), mop));
-        QVERIFY(converter.convertFromMopToXYZ(path("with.xyz"), true));
-        QVERIFY(converter.convertFromMopToXYZ(path("without.xyz"), false));
-        QCOMPARE(linesOf(path("with.xyz")).filter(QStringLiteral("Tv")).size(), 2);
-        QCOMPARE(linesOf(path("with.xyz")).at(0), QStringLiteral("4"));
-        QCOMPARE(linesOf(path("without.xyz")).filter(QStringLiteral("Tv")).size(), 0);
-        QCOMPARE(linesOf(path("without.xyz")).at(0), QStringLiteral("2"));
     }
 
     void structureFilesToXyz()

@@ -172,22 +172,15 @@ private Q_SLOTS:
         QCOMPARE(data.getCoord().size(), 49);
     }
 
-    void unorderedMopacOutput()
+    // The printed ligands are those that the partition of the radiative rate takes.
+    void ligandsOfThePartition()
     {
         LanqorOrganizeMolecules structure(
             nullptr, dataFile(QStringLiteral("mopac/eu_terpy_acac_no3_2_am1_int_unordered.out")));
-        testSupport::MessageSpy spy(structure);
-        QVERIFY2(structure.organize(), qPrintable(structure.getLastError()));
-        QCOMPARE(structure.getLigands(),
-                 QStringList({QStringLiteral("C5H7O2 2 3"), QStringLiteral("NO3_1 4 5"),
-                              QStringLiteral("NO3_2 6 7"), QStringLiteral("C15H11N3 8 9 10")}));
-        QCOMPARE(spy.messages.size(), 1); // not a word of the N of the nitrates
         const QString file = folder.filePath(QStringLiteral("ordered.xyz"));
-        QVERIFY(structure.createOutputFile(file));
+        QVERIFY(structure.organize() && structure.createOutputFile(file));
         LanqorInputData data(nullptr, file);
         QVERIFY(data.readXYZFile() && data.createSphericalCoordinate());
-        QCOMPARE(data.getCoordNumber(), 9);
-        QVERIFY(data.getAtomOrderError().isEmpty());
         LanqorInputData *geometry = &data;
         LanqorAradPartition partition(nullptr, geometry, 9, 1.5);
         QVERIFY2(partition.setLigandsVector(structure.getLigands()),
