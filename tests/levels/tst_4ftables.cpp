@@ -77,7 +77,6 @@ class Test4fTables : public QObject
 private Q_SLOTS:
     void regenerated();
     void publishedCoefficients();
-    void knownRacahCoefficients();
 };
 
 void Test4fTables::regenerated()
@@ -116,46 +115,6 @@ void Test4fTables::publishedCoefficients()
                     product += parent.value() * b->value(parent.key());
                 COMPARE_NEAR(product, a.key() == b.key() ? 1.0 : 0.0, 1e-14);
             }
-    }
-}
-
-void Test4fTables::knownRacahCoefficients()
-{
-    // f^2 and f^3 (G. Racah, Phys. Rev. 76, 1352 (1949)): term, E0, E1, E2, E3.
-    const QVector<QVector<double>> f2{{1, 0, 0, 33}, {1, 0, 0, 0},     {1, 0, 0, -9},
-                                      {1, 9, 0, 0},  {1, 2, 286, -11}, {1, 2, -260, -4},
-                                      {1, 2, 70, 7}};
-    const QVector<Row> f2Rows = rows(table(2, "ele"));
-    QCOMPARE(f2Rows.size(), f2.size());
-    for (int i = 0; i < f2.size(); ++i)
-        for (int k = 0; k < 4; ++k)
-            COMPARE_NEAR(f2Rows.at(i).at(k + 2).toDouble(), f2.at(i).at(k), 1e-11);
-    const QVector<Row> f3Rows = rows(table(3, "ele"));
-    const double f3[] = {0, 33, 0, 12, -21};
-    for (int i = 0; i < 5; ++i) {
-        COMPARE_NEAR(f3Rows.at(i).at(2).toDouble(), 3.0, 1e-12);
-        COMPARE_NEAR(f3Rows.at(i).at(5).toDouble(), f3[i], 1e-11);
-    }
-    // The trace of the interaction over all states of a shell, per pair of electrons, does not
-    // depend on n: the sum of (2S+1)(2L+1) e_i is C(12, n-2) times that of f^2.
-    const QString letters = QStringLiteral("SPDFGHIKLMNOQ");
-    double ofPair[4] = {};
-    double binomial = 1.0; // C(12, n-2)
-    for (int n = 2; n <= 7; ++n) {
-        double trace[4] = {};
-        for (const Row &row : rows(table(n, "ele")))
-            if (row.at(0) == row.at(1)) {
-                const int multiplicity = row.at(0).left(1).toInt();
-                const int L = letters.indexOf(row.at(0).at(1));
-                for (int k = 0; k < 4; ++k)
-                    trace[k] += multiplicity * (2 * L + 1) * row.at(k + 2).toDouble();
-            }
-        for (int k = 0; k < 4; ++k) {
-            if (n == 2)
-                ofPair[k] = trace[k];
-            COMPARE_NEAR(trace[k], binomial * ofPair[k], 1e-8);
-        }
-        binomial *= (14.0 - n) / (n - 1.0);
     }
 }
 

@@ -86,7 +86,6 @@ private Q_SLOTS:
     void groundLevelOfGadolinium();
     void referenceLevels();
     void statesOfOneJ();
-    void sameBitsInEveryRun();
     void missingParameters();
     void missingTables();
     void tablesAreReadToTheEmptyLine();
@@ -271,28 +270,6 @@ void TestEnergyLevels::statesOfOneJ()
     QVERIFY(leading > 100 && leading < 295);
 }
 
-void TestEnergyLevels::sameBitsInEveryRun()
-{
-    // The angular parts are kept from the first run on; another object starts anew.
-    LanqorEnergyLevels used(nullptr, 8);
-    setParameters(used, {390.0, 58.0, 5.9, 1500.0});
-    QVERIFY(used.calcEnergyLevels(3.0));
-    setParameters(used, {401.58881, 60.802078, 6.0124892, 1709.5});
-    QVERIFY(used.calcEnergyLevels(-1.0));
-    LanqorEnergyLevels fresh(nullptr, 8);
-    setParameters(fresh, {401.58881, 60.802078, 6.0124892, 1709.5});
-    QVERIFY(fresh.calcEnergyLevels(-1.0));
-    const QVector<MixedState> a = used.getMixedStatesVector();
-    const QVector<MixedState> b = fresh.getMixedStatesVector();
-    QCOMPARE(a.size(), b.size());
-    for (int i = 0; i < a.size(); ++i) {
-        QCOMPARE(a.at(i).label, b.at(i).label);
-        QVERIFY(a.at(i).energy == b.at(i).energy);
-        for (int k = 0; k < a.at(i).components.size(); ++k)
-            QVERIFY(a.at(i).components.at(k).coefficient == b.at(i).components.at(k).coefficient);
-    }
-}
-
 void TestEnergyLevels::missingParameters()
 {
     LanqorEnergyLevels shell(nullptr, 2);
@@ -456,19 +433,6 @@ void TestEnergyLevels::report()
     // An impossible file is not reported.
     QCOMPARE(one.createOutputFile(QStringLiteral("/nowhere/levels.txt")), text);
     QCOMPARE(one.getLastError(), QString());
-
-    LanqorEnergyLevels pr(nullptr, 2);
-    setParameters(pr, {305.21955, 46.276753, 4.434816, 740.75});
-    QVERIFY(pr.calcEnergyLevels(-1.0));
-    const QStringList lines = pr.createOutputFile(QString()).split(QLatin1Char('\n'));
-    QCOMPARE(lines.size(), 3 * 13 + 1);
-    QCOMPARE(lines.at(3), QStringLiteral("2  2083"));
-    QCOMPARE(lines.at(4), QStringLiteral("|3H5> = +1.0000|3H5> "));
-    QCOMPARE(lines.at(5), QStringLiteral("*********************"));
-    // 3P0 and 1S0 mix: two components of opposite sign between them, the larger first.
-    const QRegularExpression mixed(
-        QStringLiteral("^\\|3P0> = [+-]0\\.99\\d\\d\\|3P0> [+-]0\\.\\d{4}\\|1S0> $"));
-    QCOMPARE(lines.filter(mixed).size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestEnergyLevels)

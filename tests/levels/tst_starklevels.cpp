@@ -58,16 +58,6 @@ Sphere randomSphere(unsigned seed, int count)
     return {atoms, testSpheres::randomValues(random, count, 0.1, 1.2)};
 }
 
-/// Squares of <7FJ||U(k)||7FJ> for k = 2, 4, 6: W. T. Carnall et al. (1968), other digits are
-/// published as well.
-double squaredU(int k, int J)
-{
-    const double squares[6][3] = {{0.1541, 0, 0},           {0.1, 0.1219, 0},
-                                  {0.0275, 0.026, 0.0281},  {0.0117, 0.2841, 0.3528},
-                                  {0.2762, 0.2063, 0.3225}, {1.2029, 0.394, 0.0294}};
-    return J == 0 ? 0.0 : squares[J - 1][k / 2 - 1];
-}
-
 /// <f||C(k)||f> = 7 (3 k 3; 0 0 0) (-1)^3 in closed form.
 double reducedC(int k)
 {
@@ -109,7 +99,7 @@ MatrixXcd operatorMatrix(const Sphere &sphere, int J)
     for (int k = 2; k <= std::min(6, 2 * J); k += 2) {
         const QVector<MatrixXcd> T = tensorComponents(J, k);
         for (int q = -k; q <= k; ++q)
-            H += sphere.B(k, q) * reducedC(k) * std::sqrt(squaredU(k, J)) * T.at(q + k);
+            H += sphere.B(k, q) * reducedC(k) * LanqorStarkLevels::U(k, J) * T.at(q + k);
     }
     return H;
 }
@@ -168,7 +158,6 @@ private Q_SLOTS:
     void withoutInput();
     void valuesAreCopied();
     void storedReport();
-    void program();
 };
 
 void TestStarkLevels::operatorsWithoutSymbols()
@@ -334,26 +323,6 @@ void TestStarkLevels::storedReport()
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
     QVERIFY(levels.createOutFile(QStringLiteral("/no/such/folder/report.txt")).isEmpty());
     QVERIFY(levels.getLastError().contains(QStringLiteral("/no/such/folder/report.txt")));
-}
-
-void TestStarkLevels::program()
-{
-    const auto run = [](const char *file, const char *options) {
-        const QStringList words = QString::fromLatin1(options).split(QLatin1Char(' '));
-        return testSupport::runProgram(
-            QStringList{QStringLiteral("stark"), testSupport::dataFile(QLatin1String(file))} +
-            words);
-    };
-    const char *const complex = "mopac/eu_acac3_phen_am1_allvec.out";
-    const QString splitting = QStringLiteral(" 7F1  splitting     163.29\n");
-    const auto good = run(complex, "--g O=0.6,N=0.9");
-    QCOMPARE(good.exitStatus, 0);
-    QVERIFY(good.output.contains(splitting));
-    QVERIFY(!run(complex, "--g O=0.6,N=0.9 --ro0 0.05").output.contains(splitting));
-    const auto incomplete = run(complex, "--g O=0.6");
-    QCOMPARE(incomplete.exitStatus, 2);
-    QVERIFY(incomplete.error.contains(QStringLiteral("atom 8")));
-    QCOMPARE(run(complex, "--g O=1,N=1 --ro0 1").exitStatus, 2);
 }
 
 QTEST_GUILESS_MAIN(TestStarkLevels)

@@ -53,7 +53,6 @@ private Q_SLOTS:
     void termSelectionRules();
     void moreThanHalfFilled();
     void angularMomentum();
-    void levelsOfATerm();
     void spinOperator();
     void slaterCoefficients();
     void publishedStrengths();
@@ -115,25 +114,6 @@ void TestUnitaryMatrixElement::angularMomentum()
             const double expected =
                 same ? std::sqrt(bra.L * (bra.L + 1.0) * (2.0 * bra.L + 1.0) / 84.0) : 0.0;
             COMPARE_NEAR(U::unitaryMatrixElement(4, 1.0, bra, ket, f4), expected, 1e-13);
-        }
-}
-
-void TestUnitaryMatrixElement::levelsOfATerm()
-{
-    // sum over J' of <J||U(k)||J'>^2 = (2J+1)/(2L+1) <L||U(k)||L'>^2 within one pair of terms.
-    const LanqorEnergyLevels f6(nullptr, 6);
-    SpectroscopicTerm bra = term("5D1");
-    SpectroscopicTerm ket = term("5G2");
-    for (int k = 2; k <= 6; k += 2)
-        for (double J : LanqorEnergyLevels::getJVector(bra.S, bra.L)) {
-            bra.J = J;
-            double sum = 0.0;
-            for (double other : LanqorEnergyLevels::getJVector(ket.S, ket.L)) {
-                ket.J = other;
-                sum += square(U::unitaryMatrixElementCouppling(6, k, bra, ket, f6));
-            }
-            const double whole = square(U::unitaryMatrixElement(6, k, bra, ket, f6));
-            COMPARE_NEAR(sum, (2.0 * J + 1.0) / (2.0 * bra.L + 1.0) * whole, 1e-13);
         }
 }
 
