@@ -48,14 +48,14 @@ int starkCommand(const QStringList &arguments)
     const double ro0 = cli::readOverlap(options);
 
     LanqorInputData geometry(nullptr, fileName);
+    geometry.setKeepFileOpen(true);
     cli::showMessages(geometry);
     const int coordNumber = cli::readSphere(options, geometry, fileName);
-    QVector<double> chargeFactors =
+    const QVector<double> chargeFactors =
         cli::readAtomValues(geometry, coordNumber, QStringLiteral("--g"), options.text("g"));
-    double *chargeFactorArray = chargeFactors.data();
 
-    LanqorStarkLevels levels(fileName, coordNumber);
-    levels.setChargeFactors(chargeFactorArray);
+    LanqorStarkLevels levels(&geometry, coordNumber);
+    levels.setChargeFactors(chargeFactors);
     levels.setRO0(ro0);
     levels.calculateStarkLevels();
     const QString report = levels.createOutFile(options.text("report"));

@@ -23,7 +23,7 @@ class LanqorBkqPrivate
 {
 public:
     void readStructure(const QString &fileName, int value);
-    void takeGeometry(const LanqorInputData &geometry, const QString &fileName, int value);
+    void takeGeometry(const LanqorInputData &geometry, int value);
     int atomsNumber() const { return sphere ? sphere->coordNumber() : 0; }
 
     QString lastError;
@@ -38,13 +38,12 @@ void LanqorBkqPrivate::readStructure(const QString &fileName, int value)
 {
     LanqorInputData geometry(nullptr, fileName);
     if (geometry.readStructureFile() && geometry.createSphericalCoordinate())
-        takeGeometry(geometry, fileName, value);
+        takeGeometry(geometry, value);
     else
         lastError = geometry.getLastError();
 }
 
-void LanqorBkqPrivate::takeGeometry(const LanqorInputData &geometry, const QString &fileName,
-                                    int value)
+void LanqorBkqPrivate::takeGeometry(const LanqorInputData &geometry, int value)
 {
     const QVector<Coord> atoms = geometry.getCoord();
     for (const Coord &atom : atoms)
@@ -63,13 +62,24 @@ void LanqorBkqPrivate::takeGeometry(const LanqorInputData &geometry, const QStri
         sphere = std::make_shared<const simpleOverlapModel::CoordinationSphere>(
             geometry.getCoordSPH(), coordNumber);
     else
-        lastError = fileName + QStringLiteral(": ") + lastError;
+        lastError = geometry.getFileName() + QStringLiteral(": ") + lastError;
 }
 
 LanqorBkq::LanqorBkq(const QString &fileName, const int &value)
     : d(std::make_unique<LanqorBkqPrivate>())
 {
     d->readStructure(fileName, value);
+}
+
+LanqorBkq::LanqorBkq(LanqorInputData *geometry, const int &value)
+    : d(std::make_unique<LanqorBkqPrivate>())
+{
+    if (!geometry || geometry->getCoord().isEmpty())
+        d->lastError = tr("There is no geometry.");
+    else if (geometry->getCoordSPH().isEmpty() && !geometry->createSphericalCoordinate())
+        d->lastError = geometry->getLastError();
+    else
+        d->takeGeometry(*geometry, value);
 }
 
 LanqorBkq::LanqorBkq(const LanqorBkq &other)

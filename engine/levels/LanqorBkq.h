@@ -9,6 +9,7 @@
 #include <memory>
 
 class LanqorBkqPrivate;
+class LanqorInputData;
 
 /// Even-rank crystal-field parameters of a Eu3+ complex by the simple overlap model (O. L. Malta,
 /// Chem. Phys. Lett. 88, 353 (1982)), atom by atom, cm^-1:
@@ -26,6 +27,9 @@ public:
     ///                  and content; Eu is atom 1, the coordinated atoms follow
     /// @param value  coordination number A; 0: counted by the bonding distances
     LanqorBkq(const QString &fileName, const int &value);
+    /// Of a geometry that was read already; spherical coordinates are added when they are missing.
+    /// @p geometry is not kept.
+    LanqorBkq(LanqorInputData *geometry, const int &value);
     LanqorBkq(const LanqorBkq &other);
     LanqorBkq &operator=(const LanqorBkq &other);
     ~LanqorBkq();

@@ -7,6 +7,8 @@
 #include "levels/starkMatrix_p.h"
 #include "levels/starkReport_p.h"
 
+#include <LanqorEngine/LanqorInputData.h>
+
 #include <Eigen/Eigenvalues>
 
 #include <QCoreApplication>
@@ -134,6 +136,11 @@ bool LanqorStarkLevelsPrivate::diagonalize()
 
 LanqorStarkLevels::LanqorStarkLevels(const QString &fileName, const int &value)
     : d(std::make_unique<LanqorStarkLevelsPrivate>(fileName, LanqorBkq(fileName, value)))
+{}
+
+LanqorStarkLevels::LanqorStarkLevels(LanqorInputData *geometry, const int &value)
+    : d(std::make_unique<LanqorStarkLevelsPrivate>(geometry ? geometry->getFileName() : QString(),
+                                                   LanqorBkq(geometry, value)))
 {}
 
 LanqorStarkLevels::LanqorStarkLevels(const LanqorStarkLevels &other)

@@ -28,6 +28,8 @@ public:
     /// getLastError().
     /// @param value  coordination number A; 0: counted by the bonding distances
     LanqorStarkLevels(const QString &fileName, const int &value);
+    /// Of a geometry that was read already, see LanqorBkq; @p geometry is not kept.
+    LanqorStarkLevels(LanqorInputData *geometry, const int &value);
     LanqorStarkLevels(const LanqorStarkLevels &other);
     LanqorStarkLevels &operator=(const LanqorStarkLevels &other);
     ~LanqorStarkLevels();

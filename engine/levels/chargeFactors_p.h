@@ -13,7 +13,9 @@ public:
     {}
     explicit ChargeFactors(const QVector<double> &vector)
         : vector(vector)
-    {}
+    {
+        this->vector.detach(); // the caller may hold a pointer to the shared data
+    }
 
     bool isSet() const { return array || !vector.isEmpty(); }
     double at(int atom) const { return array ? array[atom] : vector.at(atom); }

@@ -2,6 +2,7 @@
 #include "determinantLevels.h"
 
 #include <LanqorEngine/LanqorEnergyLevels.h>
+#include <LanqorEngine/LanqorFreeIonParameters.h>
 
 #include <QDir>
 #include <QJsonArray>
@@ -86,6 +87,7 @@ private Q_SLOTS:
     void groundLevelOfGadolinium();
     void referenceLevels();
     void statesOfOneJ();
+    void parametersOfIons();
     void missingParameters();
     void missingTables();
     void tablesAreReadToTheEmptyLine();
@@ -268,6 +270,37 @@ void TestEnergyLevels::statesOfOneJ()
     for (const MixedState &state : shell.getMixedStatesVector())
         leading += state.label == state.components.first().label ? 1 : 0;
     QVERIFY(leading > 100 && leading < 295);
+}
+
+void TestEnergyLevels::parametersOfIons()
+{
+    using Ions = LanqorFreeIonParameters;
+    const QStringList symbols = Ions::getSymbols();
+    for (int n = 0; n <= 14; ++n) {
+        const FreeIonParameters ion = Ions::getParameters(n);
+        QCOMPARE(ion.electrons, n >= 1 && n <= 13 ? n : 0);
+        QCOMPARE(Ions::getParameters(symbols.value(n - 1).toLower()).zeta, ion.zeta);
+    }
+    const FreeIonParameters er = Ions::getParameters(QStringLiteral("Er"));
+    QCOMPARE(er.symbol, QStringLiteral("Er"));
+    // E1 of W. T. Carnall et al. (1968) from the integrals, in either convention.
+    const double F6 = Ions::toSubscript(6, 25.0 * Ions::toSuperscript(6, er.F6)) / 25.0;
+    COMPARE_NEAR((70.0 * er.F2 + 231.0 * er.F4 + 2002.0 * F6) / 9.0, 6769.9, 1e-9);
+    COMPARE_NEAR(Ions::toSubscript(2, 22500.0) + Ions::toSubscript(4, 1089.0), 101.0, 1e-12);
+    COMPARE_NEAR(Ions::toSuperscript(6, 25.0), 184041.0, 1e-9);
+    QCOMPARE(Ions::toSubscript(3, 1.0), 0.0);
+
+    LanqorEnergyLevels shell(nullptr, 11);
+    shell.setParameters(er);
+    QVERIFY(shell.calcEnergyLevels(-1.0));
+    const FreeIonLevelsResults results = shell.getResults();
+    QCOMPARE(results.parameters.source, er.source);
+    QCOMPARE(results.levels.at(1).J, 6.5);
+    shell.setZetaParameters(2000.0);
+    QCOMPARE(shell.getResults().parameters.zeta, 2380.7); // of the calculation
+    QVERIFY(shell.calcEnergyLevels(0.5));
+    QCOMPARE(shell.getResults().parameters.zeta, 2000.0);
+    QCOMPARE(shell.getResults().parameters.source, QString());
 }
 
 void TestEnergyLevels::missingParameters()
