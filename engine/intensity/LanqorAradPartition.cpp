@@ -3,9 +3,13 @@
 #include "intensity/radiativeRates_p.h"
 #include "overlap/simpleOverlapModel_p.h"
 
+#include <LanqorEngine/AradPartitionResults.h>
 #include <LanqorEngine/LanqorInputData.h>
 
+#include <Eigen/Core>
+
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 using simpleOverlapModel::Complex;
@@ -25,46 +29,65 @@ QStringList fieldsOf(const QString &description)
 
 } // namespace
 
-LanqorAradPartition::LanqorAradPartition(QObject *parent, LanqorInputData *&geometry,
-                                         const int &coordNumber, const double &refractiveIndex)
-    : LanqorAbstractObjCalculation(parent)
-    , inputData(geometry)
-    , coordNumber(coordNumber)
-    , refractiveIndex(refractiveIndex)
+class LanqorAradPartitionPrivate
 {
-    if (!inputData) {
-        failWith(tr("The partition of the radiative rate was given no geometry."));
-        return;
-    }
-    const QVector<CoordSPH> positions = inputData->getCoordSPH();
-    if (positions.isEmpty() || positions.size() != inputData->getCoord().size())
-        failWith(tr("The partition of the radiative rate needs the spherical coordinates of all "
-                    "atoms."));
-    else if (positions.first().label != QLatin1String("Eu"))
-        failWith(positions.first().label + tr(" atoms[0] isn't Eu"));
-    else if (const QString error = simpleOverlapModel::sphereError(positions, coordNumber);
-             !error.isEmpty())
-        failWith(error);
-    else
-        sphere = std::make_unique<CoordinationSphere>(positions, coordNumber);
+public:
+    /// Takes the sphere of a geometry; the reason when it has none, empty on success.
+    QString takeGeometry(const LanqorInputData *geometry);
+    /// Copies g and alpha of atoms 2 to N+1.
+    void takeChargeFactorAndAlpha(const double *g, const double *a);
+    bool isCoordinated(int atom) const;
+    double E(int lambda, int i, int j) const;
+    double EL(int lambda, int a, int b) const;
+    double AL(int lambda, int a, int b) const;
+
+    int coordNumber = 0;
+    double refractiveIndex = 1.5;
+    QVector<double> chargeFactor; // by atom number
+    QVector<double> alpha;        // by atom number, cm^3
+    QVector<Ligand> ligands;
+    QStringList labels; // by atom number, atom 1 at index 0
+    std::unique_ptr<CoordinationSphere> sphere;
+
+private:
+    double K(int lambda, int t, int i) const;
+    void calcPairTerms();
+
+    /// E(lambda,i,j), cm^2, of lambda = 2, 4, 6 with atom 2 at index 0; empty before g and alpha
+    /// are set.
+    std::array<Eigen::MatrixXd, 3> pairTerms;
+};
+
+QString LanqorAradPartitionPrivate::takeGeometry(const LanqorInputData *geometry)
+{
+    if (!geometry)
+        return LanqorAradPartition::tr("The partition of the radiative rate was given no "
+                                       "geometry.");
+    const QVector<CoordSPH> positions = geometry->getCoordSPH();
+    if (positions.isEmpty() || positions.size() != geometry->getCoord().size())
+        return LanqorAradPartition::tr("The partition of the radiative rate needs the spherical "
+                                       "coordinates of all atoms.");
+    if (positions.first().label != QLatin1String("Eu"))
+        return positions.first().label + LanqorAradPartition::tr(" atoms[0] isn't Eu");
+    QString error = simpleOverlapModel::sphereError(positions, coordNumber);
+    if (!error.isEmpty())
+        return error;
+    sphere = std::make_unique<CoordinationSphere>(positions, coordNumber);
+    for (const CoordSPH &position : positions)
+        labels.append(position.label);
+    return QString();
 }
 
-LanqorAradPartition::~LanqorAradPartition() = default;
-
-void LanqorAradPartition::setChargeFactorAndAlpha(double *&chargeFactors, double *&alphas)
+void LanqorAradPartitionPrivate::takeChargeFactorAndAlpha(const double *g, const double *a)
 {
-    if (!sphere || !chargeFactors || !alphas)
-        return;
     chargeFactor.fill(0.0, coordNumber + 2);
     alpha.fill(0.0, coordNumber + 2);
-    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-        chargeFactor[atom] = chargeFactors[atom];
-        alpha[atom] = alphas[atom];
-    }
+    std::copy_n(g + 2, coordNumber, chargeFactor.begin() + 2);
+    std::copy_n(a + 2, coordNumber, alpha.begin() + 2);
     calcPairTerms();
 }
 
-double LanqorAradPartition::K(const int &lambda, const int &t, const int &i) const
+double LanqorAradPartitionPrivate::K(int lambda, int t, int i) const
 {
     return sphere->K(lambda, t, i, chargeFactor.at(i), alpha.at(i));
 }
@@ -72,7 +95,7 @@ double LanqorAradPartition::K(const int &lambda, const int &t, const int &i) con
 /// B(lambda,t,p) is a sum over atoms, so |B|^2 is one over pairs: with the real and imaginary
 /// parts of the atoms' terms as the rows of a matrix V, each row times
 /// sqrt((2 lambda + 1) w(p)/(2t+1)), all E(lambda,i,j) are the matrix V^T V.
-void LanqorAradPartition::calcPairTerms()
+void LanqorAradPartitionPrivate::calcPairTerms()
 {
     for (std::size_t n = 0; n < lambdas.size(); ++n) {
         const int lambda = lambdas[n];
@@ -94,9 +117,68 @@ void LanqorAradPartition::calcPairTerms()
     }
 }
 
-bool LanqorAradPartition::isCoordinated(const int &atom) const
+bool LanqorAradPartitionPrivate::isCoordinated(int atom) const
 {
     return atom >= 2 && atom <= coordNumber + 1;
+}
+
+double LanqorAradPartitionPrivate::E(int lambda, int i, int j) const
+{
+    const auto found = std::find(lambdas.begin(), lambdas.end(), lambda);
+    if (found == lambdas.end() || !isCoordinated(i) || !isCoordinated(j))
+        return 0.0;
+    const Eigen::MatrixXd &terms = pairTerms[static_cast<std::size_t>(found - lambdas.begin())];
+    return terms.size() == 0 ? 0.0 : terms(i - 2, j - 2);
+}
+
+double LanqorAradPartitionPrivate::EL(int lambda, int a, int b) const
+{
+    double sum = 0.0;
+    for (const int i : ligands.value(a).atoms) {
+        for (const int j : ligands.value(b).atoms)
+            sum += E(lambda, i, j);
+    }
+    return sum;
+}
+
+double LanqorAradPartitionPrivate::AL(int lambda, int a, int b) const
+{
+    return radiativeRates::constArad(lambda, refractiveIndex) * EL(lambda, a, b);
+}
+
+LanqorAradPartition::LanqorAradPartition(QObject *parent, LanqorInputData *&geometry,
+                                         const int &coordNumber, const double &refractiveIndex)
+    : LanqorAbstractObjCalculation(parent)
+    , d(std::make_unique<LanqorAradPartitionPrivate>())
+{
+    d->coordNumber = coordNumber;
+    d->refractiveIndex = refractiveIndex;
+    const QString error = d->takeGeometry(geometry);
+    if (!error.isEmpty())
+        failWith(error);
+}
+
+LanqorAradPartition::~LanqorAradPartition() = default;
+
+void LanqorAradPartition::setChargeFactorAndAlpha(double *&chargeFactors, double *&alphas)
+{
+    if (d->sphere && chargeFactors && alphas)
+        d->takeChargeFactorAndAlpha(chargeFactors, alphas);
+}
+
+bool LanqorAradPartition::setChargeFactorAndAlpha(const QVector<double> &chargeFactors,
+                                                  const QVector<double> &alphas)
+{
+    const int entries = d->coordNumber + 2;
+    if (!d->sphere || std::min(chargeFactors.size(), alphas.size()) < entries)
+        return failWith(tr("The partition of the radiative rate needs a coordination sphere and, "
+                           "as vectors of %1 entries by atom number, charge factors and "
+                           "polarizabilities; there are %2 and %3 entries.")
+                            .arg(entries)
+                            .arg(chargeFactors.size())
+                            .arg(alphas.size()));
+    d->takeChargeFactorAndAlpha(chargeFactors.constData(), alphas.constData());
+    return true;
 }
 
 bool LanqorAradPartition::setLigandsVector(const QString &text)
@@ -106,7 +188,7 @@ bool LanqorAradPartition::setLigandsVector(const QString &text)
 
 bool LanqorAradPartition::setLigandsVector(const QStringList &descriptions)
 {
-    ligands.clear();
+    d->ligands.clear();
     QVector<Ligand> groups;
     QVector<int> taken;
     for (int line = 1; line <= descriptions.size(); ++line) {
@@ -118,12 +200,12 @@ bool LanqorAradPartition::setLigandsVector(const QStringList &descriptions)
         for (const QString &field : fields.mid(1)) {
             bool isNumber = false;
             const int atom = field.toInt(&isNumber);
-            if (!isNumber || !isCoordinated(atom))
+            if (!isNumber || !d->isCoordinated(atom))
                 return failWith(tr("Line %1 of the ligands: \"%2\" is not the number of a "
                                    "coordinated atom (2 to %3).")
                                     .arg(line)
                                     .arg(field)
-                                    .arg(coordNumber + 1));
+                                    .arg(d->coordNumber + 1));
             if (taken.contains(atom))
                 return failWith(
                     tr("Line %1 of the ligands: atom %2 is named twice.").arg(line).arg(atom));
@@ -137,42 +219,38 @@ bool LanqorAradPartition::setLigandsVector(const QStringList &descriptions)
     }
     if (groups.isEmpty())
         return failWith(tr("The text of the ligands holds no group."));
-    ligands = groups;
+    d->ligands = groups;
     return true;
+}
+
+int LanqorAradPartition::getLigandsNumber() const
+{
+    return d->ligands.size();
+}
+
+Ligand LanqorAradPartition::getLigand(const int &i) const
+{
+    return d->ligands.value(i);
+}
+
+QString LanqorAradPartition::getLigandsName(const int &i) const
+{
+    return d->ligands.value(i).name;
+}
+
+QVector<int> LanqorAradPartition::getLigandAtoms(const int &i) const
+{
+    return d->ligands.value(i).atoms;
 }
 
 double LanqorAradPartition::calcConstArad(const int &lambda) const
 {
-    return radiativeRates::constArad(lambda, refractiveIndex);
-}
-
-double LanqorAradPartition::E(const int &lambda, const int &i, const int &j) const
-{
-    const auto found = std::find(lambdas.begin(), lambdas.end(), lambda);
-    if (found == lambdas.end() || !isCoordinated(i) || !isCoordinated(j))
-        return 0.0;
-    const Eigen::MatrixXd &terms = pairTerms[static_cast<std::size_t>(found - lambdas.begin())];
-    return terms.size() == 0 ? 0.0 : terms(i - 2, j - 2);
-}
-
-double LanqorAradPartition::EL(const int &lambda, const int &a, const int &b) const
-{
-    double sum = 0.0;
-    for (const int i : getLigandAtoms(a)) {
-        for (const int j : getLigandAtoms(b))
-            sum += E(lambda, i, j);
-    }
-    return sum;
-}
-
-double LanqorAradPartition::AL(const int &lambda, const int &a, const int &b) const
-{
-    return calcConstArad(lambda) * EL(lambda, a, b);
+    return radiativeRates::constArad(lambda, d->refractiveIndex);
 }
 
 double LanqorAradPartition::aradLambdaByAtom(const int &lambda, const int &i, const int &j) const
 {
-    return calcConstArad(lambda) * E(lambda, i, j);
+    return calcConstArad(lambda) * d->E(lambda, i, j);
 }
 
 double LanqorAradPartition::aradByAtom(const int &i, const int &j) const
@@ -187,14 +265,14 @@ double LanqorAradPartition::aradByLigand(const int &a, const int &b) const
 {
     double rate = 0.0;
     for (const int lambda : lambdas)
-        rate += AL(lambda, a, b);
+        rate += d->AL(lambda, a, b);
     return rate;
 }
 
 double LanqorAradPartition::getSumByAtom(const int &i) const
 {
     double share = 0.0;
-    for (int j = 2; j <= coordNumber + 1; ++j)
+    for (int j = 2; j <= d->coordNumber + 1; ++j)
         share += aradByAtom(i, j);
     return share;
 }
@@ -202,7 +280,29 @@ double LanqorAradPartition::getSumByAtom(const int &i) const
 double LanqorAradPartition::getSumByLigand(const int &a) const
 {
     double share = 0.0;
-    for (int b = 0; b < ligands.size(); ++b)
+    for (int b = 0; b < d->ligands.size(); ++b)
         share += aradByLigand(a, b);
     return share;
+}
+
+AradPartitionResults LanqorAradPartition::getResults() const
+{
+    AradPartitionResults results;
+    results.refractiveIndex = d->refractiveIndex;
+    for (const int lambda : lambdas)
+        results.rateConstants[lambda] = calcConstArad(lambda);
+    const int lastAtom = d->sphere ? d->coordNumber + 1 : 1;
+    for (int i = 2; i <= lastAtom; ++i) {
+        AradPartitionResults::AtomShare share{i, d->labels.at(i - 1), getSumByAtom(i), {}};
+        for (int j = 2; j <= lastAtom; ++j)
+            share.pairs.append(aradByAtom(i, j));
+        results.atoms.append(share);
+    }
+    for (int a = 0; a < d->ligands.size(); ++a) {
+        AradPartitionResults::GroupShare share{d->ligands.at(a), getSumByLigand(a), {}};
+        for (int b = 0; b < d->ligands.size(); ++b)
+            share.pairs.append(aradByLigand(a, b));
+        results.groups.append(share);
+    }
+    return results;
 }

@@ -7,15 +7,11 @@
 #include <QStringList>
 #include <QVector>
 
-#include <Eigen/Core>
-
-#include <array>
 #include <memory>
 
+class LanqorAradPartitionPrivate;
 class LanqorInputData;
-namespace simpleOverlapModel {
-class CoordinationSphere;
-}
+struct AradPartitionResults;
 
 /// Chemical partition of the forced-electric-dipole emission rate Arad(ED) of 5D0 of Eu3+ over
 /// coordinated atoms and groups of them.
@@ -42,6 +38,10 @@ public:
 
     /// Copies g and alpha (cm^3) of atoms 2 to N+1 from arrays of N+2 entries.
     void setChargeFactorAndAlpha(double *&chargeFactors, double *&alphas);
+    /// The same from vectors by atom number. False when there is no coordination sphere or one of
+    /// them has less than N+2 entries; then those of before stay.
+    bool setChargeFactorAndAlpha(const QVector<double> &chargeFactors,
+                                 const QVector<double> &alphas);
 
     /// Defines the groups, one in each entry: a name, then atom numbers, with blanks or commas
     /// between them; "#" starts a comment and entries without text are skipped. An atom may
@@ -50,10 +50,10 @@ public:
     bool setLigandsVector(const QStringList &descriptions);
     /// The same from a text with one group per line.
     bool setLigandsVector(const QString &text);
-    int getLigandsNumber() const { return ligands.size(); }
-    Ligand getLigand(const int &i) const { return ligands.value(i); }
-    QString getLigandsName(const int &i) const { return ligands.value(i).name; }
-    QVector<int> getLigandAtoms(const int &i) const { return ligands.value(i).atoms; }
+    int getLigandsNumber() const;
+    Ligand getLigand(const int &i) const;
+    QString getLigandsName(const int &i) const;
+    QVector<int> getLigandAtoms(const int &i) const;
 
     /// Rate per unit of Omega(lambda), s^-1 cm^-2; 0 for lambda other than 2, 4, 6.
     double calcConstArad(const int &lambda) const;
@@ -69,22 +69,9 @@ public:
     /// Share of group a in Arad(ED): its pairs with itself and with every other group.
     double getSumByLigand(const int &a) const;
 
-private:
-    double K(const int &lambda, const int &t, const int &i) const;
-    void calcPairTerms();
-    bool isCoordinated(const int &atom) const;
-    double E(const int &lambda, const int &i, const int &j) const;
-    double EL(const int &lambda, const int &a, const int &b) const;
-    double AL(const int &lambda, const int &a, const int &b) const;
+    /// Shares and pairs of all atoms and groups.
+    AradPartitionResults getResults() const;
 
-    LanqorInputData *inputData = nullptr;
-    int coordNumber = 0;
-    double refractiveIndex = 1.5;
-    QVector<double> chargeFactor;
-    QVector<double> alpha;
-    QVector<Ligand> ligands;
-    std::unique_ptr<simpleOverlapModel::CoordinationSphere> sphere;
-    /// E(lambda,i,j), cm^2, of lambda = 2, 4, 6 with atom 2 at index 0; empty before g and alpha
-    /// are set.
-    std::array<Eigen::MatrixXd, 3> pairTerms;
+private:
+    std::unique_ptr<LanqorAradPartitionPrivate> d;
 };

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <LanqorEngine/CoordSPH.h>
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
-#include <LanqorEngine/MyComplex.h>
 #include <LanqorEngine/OmegaPrintingOptions.h>
 
 #include <QString>
@@ -11,12 +9,9 @@
 
 #include <memory>
 
-class IntensityReport;
 class LanqorInputData;
-namespace simpleOverlapModel {
-class CoordinationSphere;
-class LatticeSums;
-} // namespace simpleOverlapModel
+class LanqorOmegaPrivate;
+struct OmegaResults;
 
 /// Theoretical Judd-Ofelt intensity parameters Omega(2), Omega(4) and Omega(6) of a Eu3+ complex
 /// from its geometry, by the simple overlap model (O. L. Malta, Chem. Phys. Lett. 87, 27 (1982);
@@ -58,6 +53,13 @@ public:
     ///                      recomputed one: it belongs to another geometry.
     LanqorOmega(QObject *parent, const int &chargeModel, const QString &outFile,
                 const QString &geometryFile);
+    /// Takes a geometry that was read already; no file is read but, for the last two sources of g
+    /// and alpha, the force constants of geometry->getFileName().
+    /// @param geometry    not owned; must outlive this object. Its spherical coordinates are made
+    ///                    if they are missing; null: no geometry, every calculation fails
+    /// @param reportFile  empty, or a report as above
+    LanqorOmega(QObject *parent, const int &chargeModel, LanqorInputData *geometry,
+                const QString &reportFile = QString());
     ~LanqorOmega() override;
 
     /// Index n of the medium, for the radiative rates of the report; 1.5 at the start.
@@ -74,6 +76,10 @@ public:
     void setLigandAtomsByLigandVector(const QStringList &ligands);
     /// Copies g and alpha (cm^3) of atoms 2 to N+1 from arrays of N+2 entries.
     void setChargeFactorAndAlpha(double *&chargeFactors, double *&alphas);
+    /// The same from vectors by atom number. False when there is no geometry or one of them has
+    /// less than N+2 entries; then no g and alpha are set.
+    bool setChargeFactorAndAlpha(const QVector<double> &chargeFactors,
+                                 const QVector<double> &alphas);
     /// Sets N, which starts as the number of atoms within the bond cut-offs. Call it before
     /// handing over arrays.
     void setCoordNumber(const int &number);
@@ -91,73 +97,26 @@ public:
     /// @p fileName unless that is empty. Empty on failure: also when g and alpha, N or the QDC
     /// values were changed since and no longer belong to these Omega.
     QString createOutFile(const QString &fileName);
+    /// Everything that the last calculation gave, at the present refractive index, groups and
+    /// printing options; empty when there was none or it failed.
+    OmegaResults getResults() const;
 
     /// Omega(lambda), cm^2, lambda = 2, 4, 6.
-    double getOmega(const int &lambda) const { return omega.value(lambda); }
+    double getOmega(const int &lambda) const;
     /// The same by the forced electric dipole mechanism alone.
-    double getOmegaED(const int &lambda) const { return omegaED.value(lambda); }
+    double getOmegaED(const int &lambda) const;
     /// The same by dynamic coupling alone.
-    double getOmegaDC(const int &lambda) const { return omegaDC.value(lambda); }
+    double getOmegaDC(const int &lambda) const;
     /// Polarisability, cm^3.
-    double getAlpha(const int &atom) const { return alpha.value(atom); }
-    double getChargeFactor(const int &atom) const { return chargeFactor.value(atom); }
-    int getCoordNumber() const { return coordNumber; }
+    double getAlpha(const int &atom) const;
+    double getChargeFactor(const int &atom) const;
+    int getCoordNumber() const;
     /// Symbol of an atom of the geometry; empty outside it.
-    QString getAtomLabel(const int &atom) const { return positions.value(atom - 1).label; }
-    int getChargeModel() const { return chargeModel; }
+    QString getAtomLabel(const int &atom) const;
+    int getChargeModel() const;
     /// Citation printed in the MOPAC output of the geometry; empty when there is none.
     QString getMopacCitation() const;
 
 private:
-    friend class IntensityReport;
-
-    bool setInitialValues();
-    bool readGeometry(const QString &structureFile);
-    void announceGeometryOnly();
-    bool takeReport(const QString &reportFile);
-    bool prepareSphere();
-    bool calcChargeFactorAndAlpha(double &minDistance);
-    void calcFromQDC();
-    double chargeFactorQDC(const int &atom) const;
-    double alphaQDC(const int &atom) const;
-    bool hasReactivityIndices() const;
-    bool agreesWithQDC() const;
-    bool calcFromBonds(const double &minDistance, const QVector<double> &forceConstants);
-    void clearResults();
-
-    /// Terms and sums of the last calculation, for the report.
-    MyComplex gamma(const int &t, const int &p, const int &j) const;
-    MyComplex GAMMA(const int &t, const int &p, const int &j) const;
-    MyComplex BEd(const int &lambda, const int &t, const int &p) const;
-    MyComplex BDc(const int &lambda, const int &t, const int &p) const;
-    MyComplex Bkq(const int &lambda, const int &t, const int &p) const;
-    double tet(const int &t, const int &lambda) const;
-
-    QVector<double> omega;
-    QVector<double> omegaED;
-    QVector<double> omegaDC;
-    int coordNumber = 0;
-    bool isCoordNumberCounted = false;
-    QVector<double> chargeFactor;
-    QVector<double> alpha;
-    double refractiveIndex = 1.5;
-    QVector<double> atomicCharges;
-    QVector<double> superDeslocalizability;
-    bool hasParametersQDC = false;
-    double parameterQ = 0.0;
-    double parameterD = 0.0;
-    double parameterC = 0.0;
-    QStringList ligandAtoms;
-    OmegaPrintingOptions printingOptions;
-    QString requiredCitations;
-    int chargeModel = 0;
-    QString outFile;
-    QString geometryFile;   // the file whose geometry is in force
-    QString geometryError;  // why there is none
-    QString atomOrderError; // which counted atoms are not atoms 2 to N+1
-    LanqorInputData *inputData = nullptr;
-    QVector<CoordSPH> positions;                                    // atom 1 first
-    std::unique_ptr<simpleOverlapModel::CoordinationSphere> sphere; // of positions and N
-    std::unique_ptr<simpleOverlapModel::LatticeSums> sums;          // of the last calculation
-    bool isCalculated = false;
+    std::unique_ptr<LanqorOmegaPrivate> d;
 };

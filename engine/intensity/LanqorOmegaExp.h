@@ -5,7 +5,10 @@
 
 #include <QString>
 
-#include <array>
+#include <memory>
+
+class LanqorOmegaExpPrivate;
+struct OmegaExpResults;
 
 /// Experimental intensity parameters of a Eu3+ compound from its emission spectrum.
 ///
@@ -50,14 +53,14 @@ public:
     /// are then all 0.
     bool calcOmegaExp();
 
-    double getOmega2Exp() const { return omega2Exp; } ///< cm^2
-    double getOmega4Exp() const { return omega4Exp; } ///< cm^2
+    double getOmega2Exp() const; ///< cm^2
+    double getOmega4Exp() const; ///< cm^2
     /// 178305 / S(2); infinite when S(2) is 0.
-    double getR02() const { return r02; }
-    double getAradExp() const { return aradExp; } ///< total radiative rate, s^-1
-    double getRefractiveIndex() const { return refractiveIndex; }
-    double getLifeTime() const { return lifeTime; } ///< ms
-    QString getFileName() const { return fileName; }
+    double getR02() const;
+    double getAradExp() const; ///< total radiative rate, s^-1
+    double getRefractiveIndex() const;
+    double getLifeTime() const; ///< ms
+    QString getFileName() const;
     /// Area of 5D0 -> 7FJ, J = 0 .. 5; 0 for any other J.
     double getAreaOfTransition(const int &J) const;
     /// Barycentre of 5D0 -> 7FJ, cm^-1, J = 0 .. 5; 0 for any other J.
@@ -69,17 +72,10 @@ public:
     ///         written
     QString createOutputFile(const QString &outFile);
 
-private:
-    QString inputError() const;
-    void forgetResults();
+    /// Everything that the last calculation gave, with what the lifetime adds; empty when there was
+    /// none or it failed.
+    OmegaExpResults getResults() const;
 
-    QString fileName;
-    std::array<double, 6> area{};       // by J
-    std::array<double, 6> barycenter{}; // by J, cm^-1
-    double omega2Exp = 0.0;
-    double omega4Exp = 0.0;
-    double r02 = 0.0;
-    double aradExp = 0.0;
-    double refractiveIndex;
-    double lifeTime = 0.0; // ms
+private:
+    std::unique_ptr<LanqorOmegaExpPrivate> d;
 };

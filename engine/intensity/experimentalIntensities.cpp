@@ -3,8 +3,6 @@
 #include "core/physicalConstants_p.h"
 #include "intensity/radiativeRates_p.h"
 
-#include <cmath>
-
 namespace experimentalIntensities {
 
 namespace {
@@ -65,11 +63,6 @@ Decay decay(double arad, double lifeTime)
     result.anrad = totalRate - arad;
     result.efficiency = 100.0 * arad / (arad + result.anrad);
     return result;
-}
-
-bool isFinite(const Decay &decay)
-{
-    return std::isfinite(decay.anrad) && std::isfinite(decay.efficiency);
 }
 
 } // namespace experimentalIntensities

@@ -41,6 +41,5 @@ struct Decay
 };
 /// @param lifeTime  of 5D0, ms, not 0
 Decay decay(double arad, double lifeTime);
-bool isFinite(const Decay &decay);
 
 } // namespace experimentalIntensities

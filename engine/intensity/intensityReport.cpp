@@ -2,15 +2,11 @@
 
 #include "core/physicalConstants_p.h"
 #include "core/reportText_p.h"
-#include "intensity/LanqorAradPartition.h"
-#include "intensity/LanqorOmega.h"
 #include "intensity/citations_p.h"
 #include "intensity/intensityReportReader_p.h"
-#include "intensity/radiativeRates_p.h"
-#include "overlap/europium_p.h"
-#include "overlap/simpleOverlapModel_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/OmegaResults.h>
 
 #include <algorithm>
 
@@ -19,8 +15,6 @@ using reportText::fixed;
 
 namespace {
 
-constexpr int lambdas[] = {2, 4, 6};
-
 QString ruled(const QString &title, int width)
 {
     const QString rule(width, QLatin1Char('-'));
@@ -28,14 +22,25 @@ QString ruled(const QString &title, int width)
 }
 
 /// Lines "name(l) = value" of Omega(lambda) in 1e-20 cm^2.
-QString intensityLines(const QString &name, const QVector<double> &byLambda)
+QString intensityLines(const QString &name, const ByRank &byLambda)
 {
     QString text;
-    for (const int l : lambdas)
+    for (const int l : {2, 4, 6})
         text += QStringLiteral("%1(%2) = %3e-20 cm^2\n")
                     .arg(name)
                     .arg(l)
-                    .arg(fixed(byLambda.at(l) / lanqor::omegaUnitCm2, 2, 7));
+                    .arg(fixed(byLambda[l] / lanqor::omegaUnitCm2, 2, 7));
+    return text + QLatin1Char('\n');
+}
+
+/// Rows "name(atom) = value" of one quantity, 4 decimals.
+QString atomRows(const char *name, const QVector<OmegaResults::Atom> &atoms,
+                 double OmegaResults::Atom::*quantity)
+{
+    QString text;
+    for (const OmegaResults::Atom &atom : atoms)
+        text += QStringLiteral("     %1(%2) = ").arg(QLatin1String(name)).arg(atom.number) +
+                fixed(atom.*quantity, 4, atom.number < 10 ? 8 : 7) + QLatin1Char('\n');
     return text + QLatin1Char('\n');
 }
 
@@ -77,22 +82,22 @@ private:
 
 } // namespace
 
-IntensityReport::IntensityReport(LanqorOmega &calculation)
-    : calculation(calculation)
+IntensityReport::IntensityReport(const OmegaResults &results)
+    : results(results)
 {}
 
 int IntensityReport::lastAtom() const
 {
-    return calculation.coordNumber + 1;
+    return results.atoms.size() + 1;
 }
 
 QString IntensityReport::text() const
 {
-    const OmegaPrintingOptions &options = calculation.printingOptions;
+    const OmegaPrintingOptions &options = results.printingOptions;
     QString text = head();
     if (options.printSphericalCoordinates)
         text += sphericalCoordinates();
-    if (calculation.hasParametersQDC)
+    if (results.qdc.isSet)
         text += parametersQDC() + reactivityIndices();
     if (options.printChargeFactors)
         text += chargeFactors();
@@ -131,7 +136,7 @@ QString IntensityReport::head() const
 {
     return LanqorInputData::LANQORTitle + QStringLiteral("\n\n\n") +
            QLatin1String(intensityReportText::geometryLine) + QLatin1Char('\n') +
-           calculation.geometryFile + QStringLiteral("\n\n");
+           results.geometryFile + QStringLiteral("\n\n");
 }
 
 QString IntensityReport::sphericalCoordinates() const
@@ -141,40 +146,39 @@ QString IntensityReport::sphericalCoordinates() const
                                   "------------------------------------------------------\n\n"
                                   "ATOM        R          theta         phi\n"
                                   "        (Angstroms)  (degrees)    (degrees)\n");
-    for (int atom = 1; atom <= lastAtom(); ++atom) {
-        const CoordSPH &position = calculation.positions.at(atom - 1);
+    QVector<CoordSPH> positions = {results.ion};
+    for (const OmegaResults::Atom &atom : results.atoms)
+        positions.append(atom.position);
+    for (const CoordSPH &position : positions)
         text += position.label.leftJustified(4) + fixed(position.r, 4, 12) +
                 fixed(position.theta, 2, 13) + fixed(position.phi, 2, 13) + QLatin1Char('\n');
-    }
     return text + QLatin1Char('\n');
 }
 
 QString IntensityReport::parametersQDC() const
 {
     const QString title = QStringLiteral("              QDC Ajusted Values [Ref. QDC]           ");
-    const QString ratio = calculation.parameterC == 0.0
-                              ? QStringLiteral("not defined (C = 0)").rightJustified(12)
-                              : fixed(calculation.parameterD / calculation.parameterC, 4, 12);
+    const OmegaResults::Qdc &qdc = results.qdc;
+    const QString ratio = qdc.C == 0.0 ? QStringLiteral("not defined (C = 0)").rightJustified(12)
+                                       : fixed(qdc.D / qdc.C, 4, 12);
     return ruled(title, title.size()) +
            QStringLiteral(" au^-1 = inverse atomic units       A^3 = cubic Angstroms\n\n") +
-           QStringLiteral(" Q =") + fixed(calculation.parameterQ, 6, 21) +
-           QStringLiteral(" au^-1\n D =") + fixed(calculation.parameterD, 6, 21) +
-           QStringLiteral(" au^-1.A^3\n C =") + fixed(calculation.parameterC, 6, 21) +
+           QStringLiteral(" Q =") + fixed(qdc.Q, 6, 21) + QStringLiteral(" au^-1\n D =") +
+           fixed(qdc.D, 6, 21) + QStringLiteral(" au^-1.A^3\n C =") + fixed(qdc.C, 6, 21) +
            QStringLiteral(" A^3\n Ratio D/C =") + ratio + QStringLiteral("\n\n");
 }
 
 QString IntensityReport::reactivityIndices() const
 {
-    if (!calculation.hasReactivityIndices())
+    if (!results.qdc.hasIndices)
         return QString();
     QString text = QLatin1String(reportText::indicesHeading);
-    for (int atom = 2; atom <= lastAtom(); ++atom) {
-        const int width = atom < 10 ? 9 : 8;
-        text += QStringLiteral(" atomic charges(%1) = ").arg(atom) +
-                fixed(calculation.atomicCharges.at(atom), 4, width) +
-                QStringLiteral("      SDE(%1) = ").arg(atom) +
-                fixed(calculation.superDeslocalizability.at(atom), 4, width + 2) +
-                QLatin1Char('\n');
+    for (const OmegaResults::Atom &atom : results.atoms) {
+        const int width = atom.number < 10 ? 9 : 8;
+        text += QStringLiteral(" atomic charges(%1) = ").arg(atom.number) +
+                fixed(atom.atomicCharge, 4, width) +
+                QStringLiteral("      SDE(%1) = ").arg(atom.number) +
+                fixed(atom.superdelocalizability, 4, width + 2) + QLatin1Char('\n');
     }
     return text + QLatin1Char('\n');
 }
@@ -182,13 +186,13 @@ QString IntensityReport::reactivityIndices() const
 QString IntensityReport::chargeFactors() const
 {
     QString text = ruled(QLatin1String(intensityReportText::chargeFactorTitle), 66);
-    for (int atom = 2; atom <= lastAtom(); ++atom) {
+    for (const OmegaResults::Atom &atom : results.atoms) {
         const QString equals =
-            atom < 10 ? QStringLiteral("%1)  = ").arg(atom) : QStringLiteral("%1) = ").arg(atom);
-        text += QStringLiteral(" g(") + equals + fixed(calculation.chargeFactor.at(atom), 4, 8) +
+            (atom.number < 10 ? QStringLiteral("%1)  = ") : QStringLiteral("%1) = "))
+                .arg(atom.number);
+        text += QStringLiteral(" g(") + equals + fixed(atom.chargeFactor, 4, 8) +
                 QStringLiteral("       alpha(") + equals +
-                fixed(calculation.alpha.at(atom) / lanqor::cm3PerCubicAngstrom, 4, 8) +
-                QLatin1Char('\n');
+                fixed(atom.alpha / lanqor::cm3PerCubicAngstrom, 4, 8) + QLatin1Char('\n');
     }
     return text + QLatin1Char('\n');
 }
@@ -198,7 +202,7 @@ QString IntensityReport::omega() const
     return QStringLiteral("-------------------------------------------------------\n"
                           " Theoretical Judd-Ofelt Intensity Parameters, omega(l) \n"
                           "-------------------------------------------------------\n\n") +
-           intensityLines(QStringLiteral("omega"), calculation.omega);
+           intensityLines(QStringLiteral("omega"), results.omega);
 }
 
 QString IntensityReport::omegaDC() const
@@ -206,7 +210,7 @@ QString IntensityReport::omegaDC() const
     return QStringLiteral("-----------------------------------------------------\n"
                           " Dynamics Coupling Judd-Ofelt Parameters, omegaDC(l) \n"
                           "-----------------------------------------------------\n\n") +
-           intensityLines(QStringLiteral("omegaDC"), calculation.omegaDC);
+           intensityLines(QStringLiteral("omegaDC"), results.omegaDC);
 }
 
 QString IntensityReport::omegaED() const
@@ -214,13 +218,22 @@ QString IntensityReport::omegaED() const
     return QStringLiteral("-----------------------------------------------------------\n"
                           " Forced Electric Dipole Judd-Ofelt Parameters, omegaED (l) \n"
                           "-----------------------------------------------------------\n\n") +
-           intensityLines(QStringLiteral("omegaED"), calculation.omegaED);
+           intensityLines(QStringLiteral("omegaED"), results.omegaED);
 }
 
 QString IntensityReport::constants() const
 {
-    using namespace europium;
-    const auto teta = [this](int t, int lambda) { return fixed(calculation.tet(t, lambda), 3, 7); };
+    const OmegaResults::Constants &constants = results.constants;
+    const ByRank &reducedC = constants.reducedElements;
+    const ByRank &shielding = constants.shielding;
+    const ByRank &radialR = constants.radialIntegrals;
+    QString thetas;
+    for (const OmegaResults::Constants::Theta &theta : constants.thetas)
+        thetas += QStringLiteral("%1    teta(%2,%3) =")
+                      .arg(theta.t < theta.lambda ? QStringLiteral("\n") : QString())
+                      .arg(theta.t)
+                      .arg(theta.lambda) +
+                  fixed(theta.value, 3, 7);
     const QString indent(29, QLatin1Char(' '));
     const QString sigmaIndent(31, QLatin1Char(' '));
     const QString radialIndent(20, QLatin1Char(' '));
@@ -238,58 +251,35 @@ QString IntensityReport::constants() const
            QStringLiteral(" cm^2\n") + radialIndent + QStringLiteral("r(4) =") +
            exponential(radialR[4], 3, 11) + QStringLiteral(" cm^4\n") + radialIndent +
            QStringLiteral("r(6) =") + exponential(radialR[6], 3, 11) + QStringLiteral(" cm^6\n") +
-           radialIndent + QStringLiteral("r(8) =") + exponential(radialR8, 3, 11) +
+           radialIndent + QStringLiteral("r(8) =") + exponential(constants.radialIntegral8, 3, 11) +
            QStringLiteral(" cm^8\n\n") +
-           QStringLiteral(" Numberic Factors of Europium Ion, teta(t,l):\n    teta(1,2) =") +
-           teta(1, 2) + QStringLiteral("    teta(3,2) =") + teta(3, 2) +
-           QStringLiteral("\n    teta(3,4) =") + teta(3, 4) + QStringLiteral("    teta(5,4) =") +
-           teta(5, 4) + QStringLiteral("\n    teta(5,6) =") + teta(5, 6) +
-           QStringLiteral("    teta(7,6) =") + teta(7, 6) + QStringLiteral("\n\n Delta E = ") +
-           exponential(deltaE, 4) +
+           QStringLiteral(" Numberic Factors of Europium Ion, teta(t,l):") + thetas +
+           QStringLiteral("\n\n Delta E = ") + exponential(constants.deltaE, 4) +
            QStringLiteral(
                "\n\n Delta E is a constant, approximately given by the energy difference between "
                "the barycenters\n of the ground 4fN and first opposite parity excited of "
                "configuration 4f(N-1)5d of the europium ion)\n\n");
 }
 
-QString IntensityReport::atomRows(const QString &name, const QVector<double> &values) const
-{
-    QString text;
-    for (int atom = 2; atom <= lastAtom(); ++atom)
-        text += QStringLiteral("     %1(%2) = ").arg(name).arg(atom) +
-                fixed(values.at(atom), 4, atom < 10 ? 8 : 7) + QLatin1Char('\n');
-    return text + QLatin1Char('\n');
-}
-
 QString IntensityReport::overlapModel() const
 {
-    QVector<double> rho(2, 0.0);
-    QVector<double> beta(2, 0.0);
-    for (int atom = 2; atom <= lastAtom(); ++atom) {
-        rho.append(calculation.sphere->rho(atom));
-        beta.append(calculation.sphere->beta(atom));
-    }
     return QStringLiteral("---------------------------------------------------\n"
                           " Quantities associated to the Simple Overlap Model \n"
                           "---------------------------------------------------\n\n"
                           "    Overlap (degree of covalency of the metal-ligand bond), ro(i), i "
                           "standing for each ligand atom.\n\n") +
-           atomRows(QStringLiteral("ro"), rho) +
+           atomRows("ro", results.atoms, &OmegaResults::Atom::rho) +
            QStringLiteral("    Beta factor (according to the SOM the beta factor is introduced as "
                           "a parameter to account for the fact that the charge\n"
                           "    of the overlap region does not lie at the middle of the "
                           "metal-ligand bond, but at R/(2 beta) from the ion), i standing for\n"
                           "    each ligand atom.\n\n") +
-           atomRows(QStringLiteral("beta"), beta);
+           atomRows("beta", results.atoms, &OmegaResults::Atom::beta);
 }
 
 QString IntensityReport::radiativeRates() const
 {
-    ByRank byLambda;
-    for (const int l : lambdas)
-        byLambda[l] = calculation.getOmega(l);
-    const radiativeRates::Rates rates =
-        radiativeRates::calcRates(byLambda, calculation.refractiveIndex);
+    const RadiativeRates &rates = results.rates;
     const auto line = [](const char *name, double rate) {
         return QLatin1String(name) + fixed(rate, 2, 12) + QStringLiteral(" s^-1\n\n");
     };
@@ -298,7 +288,7 @@ QString IntensityReport::radiativeRates() const
     return ruled(title, title.size()) +
            QStringLiteral(" ED electric dipole, MD magnetic dipole\n\n"
                           " Chosen Refractive Index =") +
-           fixed(calculation.refractiveIndex, 4, 10) + QStringLiteral("\n\n") +
+           fixed(results.refractiveIndex, 4, 10) + QStringLiteral("\n\n") +
            line(" Arad(ED02) (5D0->7F2)        =", rates.ed02) +
            line(" Arad(ED04) (5D0->7F4)        =", rates.ed04) +
            line(" Arad(ED06) (5D0->7F6)        =", rates.ed06) +
@@ -309,63 +299,37 @@ QString IntensityReport::radiativeRates() const
 
 QString IntensityReport::partition() const
 {
-    LanqorAradPartition partition(nullptr, calculation.inputData, calculation.coordNumber,
-                                  calculation.refractiveIndex);
-    double *g = calculation.chargeFactor.data();
-    double *alpha = calculation.alpha.data();
-    partition.setChargeFactorAndAlpha(g, alpha);
-
     const QString rule =
         QStringLiteral("---------------------------------------------------------------\n");
     QString text = QLatin1Char('\n') + rule +
                    QStringLiteral("    Chemical Partition of Arad(ED)    [Ref. CP]\n") + rule +
                    QLatin1Char('\n');
+    const AradPartitionResults &partition = results.partition;
     RateTable byAtom;
-    for (int atom = 2; atom <= lastAtom(); ++atom)
-        byAtom.append(calculation.positions.at(atom - 1).label + QLatin1Char(' ') +
-                          QString::number(atom),
-                      partition.getSumByAtom(atom));
+    for (const AradPartitionResults::AtomShare &share : partition.atoms)
+        byAtom.append(share.label + QLatin1Char(' ') + QString::number(share.atom), share.rate);
     text +=
         byAtom.text(QStringLiteral("Chemical Partition by Atom (s^-1)"), QStringLiteral("Atom"));
 
     const QString title = QStringLiteral("Chemical Partition by Grouping (s^-1)");
-    if (calculation.ligandAtoms.isEmpty())
-        return text + title + QStringLiteral("\n\n No groups of atoms were given.\n\n");
-    if (!partition.setLigandsVector(calculation.ligandAtoms)) {
-        calculation.processStatus(partition.getLastError());
-        return text + title + QStringLiteral("\n\n ") + partition.getLastError() +
+    if (partition.groups.isEmpty())
+        return text + title + QStringLiteral("\n\n ") +
+               (partition.groupError.isEmpty() ? QStringLiteral("No groups of atoms were given.")
+                                               : partition.groupError) +
                QStringLiteral("\n\n");
-    }
     RateTable byGroup;
-    for (int a = 0; a < partition.getLigandsNumber(); ++a)
-        byGroup.append(partition.getLigandsName(a), partition.getSumByLigand(a));
+    for (const AradPartitionResults::GroupShare &share : partition.groups)
+        byGroup.append(share.group.name, share.rate);
     return text + byGroup.text(title, QStringLiteral("Group"));
 }
 
 QString IntensityReport::citations() const
 {
-    const QString mopacCitation = calculation.getMopacCitation();
-    if (calculation.requiredCitations.isEmpty())
-        return citations::required(mopacCitation, citations::intensityModel());
+    const QString &required = results.requiredCitations;
+    if (required.isEmpty())
+        return citations::required(results.mopacCitation, citations::intensityModel());
     // The text of a fit holds the citation already.
-    if (mopacCitation.isEmpty() || calculation.requiredCitations.contains(mopacCitation))
-        return calculation.requiredCitations + QLatin1Char('\n');
-    return calculation.requiredCitations + QStringLiteral("\n\n") + mopacCitation +
-           QLatin1Char('\n');
-}
-
-QString LanqorOmega::createOutFile(const QString &fileName)
-{
-    if (!isCalculated || !agreesWithQDC()) {
-        failWith(tr("There is no report: the intensity parameters of the present geometry, charge "
-                    "factors and polarizabilities were not calculated."));
-        return QString();
-    }
-    const QString text = IntensityReport(*this).text();
-    QString error;
-    if (!fileName.isEmpty() && !reportText::writeFile(fileName, text, error)) {
-        failWith(tr("The report %1 cannot be written: %2.").arg(fileName, error));
-        return QString();
-    }
-    return text;
+    if (results.mopacCitation.isEmpty() || required.contains(results.mopacCitation))
+        return required + QLatin1Char('\n');
+    return required + QStringLiteral("\n\n") + results.mopacCitation + QLatin1Char('\n');
 }

@@ -3,8 +3,10 @@
 #include "intensity/intensityReport_p.h"
 
 #include "core/reportText_p.h"
-#include "intensity/LanqorOmega.h"
-#include "overlap/simpleOverlapModel_p.h"
+
+#include <LanqorEngine/OmegaResults.h>
+
+#include <QStringList>
 
 #include <cmath>
 
@@ -12,8 +14,6 @@ using reportText::exponential;
 using reportText::fixed;
 
 namespace {
-
-constexpr int oddRanks[] = {1, 3, 5, 7};
 
 /// "name(a,b,c)".
 QString indexed(const QString &name, std::initializer_list<int> indices)
@@ -30,6 +30,11 @@ int padding(int atom, int lastAtom)
     return atom < 10 && lastAtom >= 10 ? 1 : 0;
 }
 
+double modulus(const MyComplex &value)
+{
+    return std::hypot(value.real, value.imag);
+}
+
 /// A line with the modulus and the parts of a complex number.
 struct ComplexLine
 {
@@ -42,9 +47,8 @@ struct ComplexLine
     {
         const int width = 11 + leading;
         return QLatin1Char('|') + modulusName + QStringLiteral("| = ") +
-               exponential(std::hypot(value.real, value.imag), 3, width) + unit +
-               QStringLiteral("      ") + name + QStringLiteral(" = ") +
-               exponential(value.real, 3, width) + QStringLiteral(" + ") +
+               exponential(modulus(value), 3, width) + unit + QStringLiteral("      ") + name +
+               QStringLiteral(" = ") + exponential(value.real, 3, width) + QStringLiteral(" + ") +
                exponential(value.imag, 3, 11) + QLatin1Char('i') + unit + QLatin1Char('\n');
     }
 };
@@ -56,46 +60,42 @@ struct LatticeLines
     bool ofSums = false;
 };
 
-/// Lattice terms by t and p: of each atom, then their sums. @p units has one unit for each t,
-/// @p term gives the term of (t, p, atom).
-template <typename Term>
-QString latticeLines(const QString &name, const QStringList &units, int lastAtom,
-                     const LatticeLines &wanted, const Term &term)
+/// Lattice terms of one mechanism by t and p: of each atom, then their sums. @p units has one unit
+/// for each t.
+QString latticeLines(const QString &name, const QStringList &units,
+                     const QVector<OmegaResults::LatticeTerm> &terms,
+                     QVector<MyComplex> OmegaResults::LatticeTerm::*ofAtoms,
+                     MyComplex OmegaResults::LatticeTerm::*sum, const LatticeLines &wanted)
 {
     QString atomLines;
     QString sumLines;
-    for (const int t : oddRanks) {
-        const QString unit = QLatin1Char(' ') + units.at(t / 2);
-        for (int p = 0; p <= t; ++p) {
-            MyComplex sum;
-            for (int j = 2; j <= lastAtom; ++j) {
-                const MyComplex value = term(t, p, j);
-                sum.real += value.real;
-                sum.imag += value.imag;
-                const QString label = indexed(name, {t, p, j});
-                atomLines += ComplexLine{label, label, unit, padding(j, lastAtom)}.text(value);
-            }
-            const QString label = indexed(name, {t, p});
-            sumLines += ComplexLine{label, QStringLiteral("Sum ") + label, unit, 0}.text(sum);
+    for (const OmegaResults::LatticeTerm &term : terms) {
+        const QString unit = QLatin1Char(' ') + units.at(term.t / 2);
+        const QVector<MyComplex> &values = term.*ofAtoms;
+        const int lastAtom = values.size() - 1;
+        for (int j = 2; j <= lastAtom; ++j) {
+            const QString label = indexed(name, {term.t, term.p, j});
+            atomLines += ComplexLine{label, label, unit, padding(j, lastAtom)}.text(values.at(j));
         }
+        const QString label = indexed(name, {term.t, term.p});
+        sumLines += ComplexLine{label, QStringLiteral("Sum ") + label, unit, 0}.text(term.*sum);
     }
     return (wanted.ofAtoms ? atomLines + QLatin1Char('\n') : QString()) +
            (wanted.ofSums ? sumLines + QLatin1Char('\n') : QString());
 }
 
 /// Amplitudes B(lambda,t,p) with t from lambda + @p firstStep to lambda + 1.
-template <typename Amplitude>
 QString amplitudeLines(const QString &suffix, const QString &unit, int firstStep,
-                       const Amplitude &amplitude)
+                       const QVector<OmegaResults::Amplitude> &amplitudes,
+                       MyComplex OmegaResults::Amplitude::*part)
 {
     QString text;
-    for (int lambda = 2; lambda <= 6; lambda += 2) {
-        for (int t = lambda + firstStep; t <= lambda + 1; t += 2) {
-            for (int p = 0; p <= t; ++p) {
-                const QString label = indexed(QStringLiteral("B"), {lambda, t, p}) + suffix;
-                text += ComplexLine{label, label, unit, 0}.text(amplitude(lambda, t, p));
-            }
-        }
+    for (const OmegaResults::Amplitude &amplitude : amplitudes) {
+        if (amplitude.t < amplitude.lambda + firstStep)
+            continue;
+        const QString label =
+            indexed(QStringLiteral("B"), {amplitude.lambda, amplitude.t, amplitude.p}) + suffix;
+        text += ComplexLine{label, label, unit, 0}.text(amplitude.*part);
     }
     return text + QLatin1Char('\n');
 }
@@ -108,17 +108,15 @@ QString IntensityReport::sphericalHarmonics() const
         QStringLiteral("---------------------------------------------------------------------\n"
                        " Spherical Harmonicals Y(t,p,i), where i represents the ligand atoms \n"
                        "---------------------------------------------------------------------\n\n");
-    for (const int t : oddRanks) {
-        for (int p = 0; p <= t; ++p) {
-            for (int j = 2; j <= lastAtom(); ++j) {
-                const QString label = indexed(QStringLiteral("Y"), {t, p, j});
-                const int leading = padding(j, lastAtom());
-                const auto value = calculation.sphere->harmonic(t, p, j);
-                text += QLatin1Char('|') + label + QStringLiteral("| = ") +
-                        exponential(std::abs(value), 3, 10 + leading) + QStringLiteral("      ") +
-                        label + QStringLiteral(" = ") + fixed(value.real(), 4, 8 + leading) +
-                        QStringLiteral(" + ") + fixed(value.imag(), 4, 8) + QStringLiteral("i\n");
-            }
+    for (const OmegaResults::LatticeTerm &term : results.latticeTerms) {
+        for (int j = 2; j <= lastAtom(); ++j) {
+            const QString label = indexed(QStringLiteral("Y"), {term.t, term.p, j});
+            const int leading = padding(j, lastAtom());
+            const MyComplex &value = term.harmonics.at(j);
+            text += QLatin1Char('|') + label + QStringLiteral("| = ") +
+                    exponential(modulus(value), 3, 10 + leading) + QStringLiteral("      ") +
+                    label + QStringLiteral(" = ") + fixed(value.real, 4, 8 + leading) +
+                    QStringLiteral(" + ") + fixed(value.imag, 4, 8) + QStringLiteral("i\n");
         }
     }
     return text + QLatin1Char('\n');
@@ -126,28 +124,30 @@ QString IntensityReport::sphericalHarmonics() const
 
 QString IntensityReport::latticeTermsDC() const
 {
-    const OmegaPrintingOptions &options = calculation.printingOptions;
+    const OmegaPrintingOptions &options = results.printingOptions;
     return QStringLiteral("---------------------------\n"
                           "   Parameters GAMA(t,p,i)  \n"
                           "---------------------------\n\n") +
            latticeLines(QStringLiteral("GAMA"),
                         {QStringLiteral("cm   "), QStringLiteral("cm^-1"), QStringLiteral("cm^-3"),
                          QStringLiteral("cm^-5")},
-                        lastAtom(), {options.printGAMA, options.printSumGAMA},
-                        [this](int t, int p, int j) { return calculation.GAMMA(t, p, j); });
+                        results.latticeTerms, &OmegaResults::LatticeTerm::GAMMA,
+                        &OmegaResults::LatticeTerm::GAMMASum,
+                        {options.printGAMA, options.printSumGAMA});
 }
 
 QString IntensityReport::latticeTermsED() const
 {
-    const OmegaPrintingOptions &options = calculation.printingOptions;
+    const OmegaPrintingOptions &options = results.printingOptions;
     return QStringLiteral("----------------------------------------------\n"
                           " Odd-rank ligand field parameters, gama(t,p,i)\n"
                           "----------------------------------------------\n\n") +
            latticeLines(QStringLiteral("gama"),
                         {QStringLiteral("erg cm^-1"), QStringLiteral("erg cm^-3"),
                          QStringLiteral("erg cm^-5"), QStringLiteral("erg cm^-7")},
-                        lastAtom(), {options.printgama, options.printSumgama},
-                        [this](int t, int p, int j) { return calculation.gamma(t, p, j); });
+                        results.latticeTerms, &OmegaResults::LatticeTerm::gamma,
+                        &OmegaResults::LatticeTerm::gammaSum,
+                        {options.printgama, options.printSumgama});
 }
 
 QString IntensityReport::amplitudesDC() const
@@ -156,9 +156,8 @@ QString IntensityReport::amplitudesDC() const
     return QStringLiteral("-------------------------------------------------\n"
                           "  Dynamics Coupling Bltp Parameters, B(l,t,p) DC \n"
                           "-------------------------------------------------\n\n") +
-           amplitudeLines(
-               QStringLiteral(" DC"), QStringLiteral(" cm"), 1,
-               [this](int lambda, int t, int p) { return calculation.BDc(lambda, t, p); });
+           amplitudeLines(QStringLiteral(" DC"), QStringLiteral(" cm"), 1, results.amplitudes,
+                          &OmegaResults::Amplitude::dynamicCoupling);
 }
 
 QString IntensityReport::amplitudesED() const
@@ -166,9 +165,8 @@ QString IntensityReport::amplitudesED() const
     return QStringLiteral("----------------------------------------------\n"
                           " Electric Dipole Bltp Parameters, B(l,t,p) ED \n"
                           "----------------------------------------------\n\n") +
-           amplitudeLines(
-               QStringLiteral(" ED"), QStringLiteral(" cm"), -1,
-               [this](int lambda, int t, int p) { return calculation.BEd(lambda, t, p); });
+           amplitudeLines(QStringLiteral(" ED"), QStringLiteral(" cm"), -1, results.amplitudes,
+                          &OmegaResults::Amplitude::electricDipole);
 }
 
 QString IntensityReport::amplitudes() const
@@ -177,9 +175,8 @@ QString IntensityReport::amplitudes() const
     return QStringLiteral("-------------------------------------------------------\n"
                           " Bltp parameters (B(l,t,p) = B(l,t,p) ED + B(l,t,p) DC)\n"
                           "-------------------------------------------------------\n\n") +
-           amplitudeLines(QString(), QStringLiteral(" cm^2"), -1, [this](int lambda, int t, int p) {
-               return calculation.Bkq(lambda, t, p);
-           });
+           amplitudeLines(QString(), QStringLiteral(" cm^2"), -1, results.amplitudes,
+                          &OmegaResults::Amplitude::total);
 }
 
 QString IntensityReport::crystalField() const
@@ -187,18 +184,13 @@ QString IntensityReport::crystalField() const
     QString text = QStringLiteral("----------------------------------------------\n"
                                   "    Bkq ligand field parameters, Bkq(k,q)   \n"
                                   "----------------------------------------------\n\n");
-    for (int k = 2; k <= 6; k += 2) {
-        for (int q = 0; q <= k; ++q) {
-            simpleOverlapModel::Complex sum;
-            for (int j = 2; j <= lastAtom(); ++j)
-                sum += calculation.sphere->crystalField(k, q, j, calculation.chargeFactor.at(j),
-                                                        simpleOverlapModel::nearestOverlap);
-            const QString label = indexed(QStringLiteral("Bkq"), {k, q});
-            text += QLatin1Char('|') + label + QStringLiteral("| = ") +
-                    fixed(std::abs(sum), 2, 10) + QStringLiteral(" cm^-1      ") + label +
-                    QStringLiteral(" = ") + fixed(sum.real(), 2, 10) + QStringLiteral(" + ") +
-                    fixed(sum.imag(), 2, 10) + QStringLiteral("i cm^-1\n");
-        }
+    for (const OmegaResults::CrystalFieldParameter &parameter : results.crystalField) {
+        const MyComplex &value = parameter.value;
+        const QString label = indexed(QStringLiteral("Bkq"), {parameter.k, parameter.q});
+        text += QLatin1Char('|') + label + QStringLiteral("| = ") + fixed(modulus(value), 2, 10) +
+                QStringLiteral(" cm^-1      ") + label + QStringLiteral(" = ") +
+                fixed(value.real, 2, 10) + QStringLiteral(" + ") + fixed(value.imag, 2, 10) +
+                QStringLiteral("i cm^-1\n");
     }
     return text + QLatin1Char('\n');
 }

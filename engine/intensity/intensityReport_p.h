@@ -1,17 +1,16 @@
 #pragma once
 
 #include <QString>
-#include <QVector>
 
-class LanqorOmega;
+struct OmegaResults;
 
-/// The text of the report of a finished intensity calculation: one function for each section,
-/// in the order of the report.
+/// The text of the report of an intensity calculation: one function for each section, in the order
+/// of the report.
 class IntensityReport
 {
 public:
-    /// @param calculation  finished; must outlive this object
-    explicit IntensityReport(LanqorOmega &calculation);
+    /// @param results  of a finished calculation; must outlive this object
+    explicit IntensityReport(const OmegaResults &results);
 
     QString text() const;
 
@@ -37,9 +36,7 @@ private:
     QString crystalField() const;
     QString citations() const;
 
-    /// Rows "name(atom) = value" of one quantity, 4 decimals.
-    QString atomRows(const QString &name, const QVector<double> &values) const;
     int lastAtom() const;
 
-    LanqorOmega &calculation;
+    const OmegaResults &results;
 };

@@ -1,17 +1,14 @@
 #include "intensity/omegaExpReport_p.h"
 
-#include "LanqorOmegaExp.h"
-
 #include "core/physicalConstants_p.h"
 #include "core/reportText_p.h"
-#include "intensity/experimentalIntensities_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/OmegaExpResults.h>
 
 #include <algorithm>
 #include <cmath>
 
-using experimentalIntensities::transitionCount;
 using reportText::fixed;
 
 namespace {
@@ -21,21 +18,22 @@ QString rule()
     return QStringLiteral("---------------------------------------------------\n");
 }
 
-QString head(const LanqorOmegaExp &calculation)
+QString head(const OmegaExpResults &results)
 {
     return LanqorInputData::LANQORTitle + QStringLiteral("\n\n\n") +
            QStringLiteral(" The data shown below were calculated from the file: \n    ") +
-           calculation.getFileName() + QStringLiteral("\n\n") +
+           results.fileName + QStringLiteral("\n\n") +
            QStringLiteral(" Refractive Index of the Medium Used: ") +
-           fixed(calculation.getRefractiveIndex(), 4) + QStringLiteral("\n\n");
+           fixed(results.refractiveIndex, 4) + QStringLiteral("\n\n");
 }
 
-QString barycentres(const LanqorOmegaExp &calculation)
+QString barycentres(const OmegaExpResults &results)
 {
     QString text = rule();
-    for (int J = 0; J < transitionCount; ++J)
-        text += QStringLiteral("    Sigma(5D0 -> 7F%1) = ").arg(J) +
-                fixed(calculation.getBarycenterOfEnergy(J), 2, 10) + QStringLiteral(" cm^-1\n");
+    int J = 0;
+    for (const OmegaExpResults::Transition &transition : results.transitions)
+        text += QStringLiteral("    Sigma(5D0 -> 7F%1) = ").arg(J++) +
+                fixed(transition.barycenter, 2, 10) + QStringLiteral(" cm^-1\n");
     return text;
 }
 
@@ -46,45 +44,42 @@ int areaDecimals(double area)
     return std::clamp(5 - static_cast<int>(std::floor(std::log10(area))), 2, most);
 }
 
-QString areas(const LanqorOmegaExp &calculation)
+QString areas(const OmegaExpResults &results)
 {
-    const int decimals = areaDecimals(calculation.getAreaOfTransition(1));
+    const int decimals = areaDecimals(results.transitions[1].area);
     QString text = rule();
-    for (int J = 0; J < transitionCount; ++J)
-        text += (J > 0 ? QStringLiteral("\n") : QString()) +
-                QStringLiteral("    5D0 -> 7F%1 = ").arg(J) +
-                fixed(calculation.getAreaOfTransition(J), decimals, 18);
-    return text + QStringLiteral("\n");
+    int J = 0;
+    for (const OmegaExpResults::Transition &transition : results.transitions)
+        text += QStringLiteral("    5D0 -> 7F%1 = ").arg(J++) +
+                fixed(transition.area, decimals, 18) + QLatin1Char('\n');
+    return text;
 }
 
-QString parameters(const LanqorOmegaExp &calculation)
+QString parameters(const OmegaExpResults &results)
 {
     return rule() + QStringLiteral("    Intensity Ratio I(5D0 -> 7F2) / I(5D0 -> 7F1) = ") +
-           fixed(calculation.getAreaOfTransition(2) / calculation.getAreaOfTransition(1), 4) +
+           fixed(results.transitions[2].area / results.transitions[1].area, 4) +
            QStringLiteral("\n\n    omega(2) =") +
-           fixed(calculation.getOmega2Exp() / lanqor::omegaUnitCm2, 4, 10) +
+           fixed(results.omega2 / lanqor::omegaUnitCm2, 4, 10) +
            QStringLiteral("e-20 cm^2 \n    omega(4) =") +
-           fixed(calculation.getOmega4Exp() / lanqor::omegaUnitCm2, 4, 10) +
-           QStringLiteral("e-20 cm^2 \n\n    Arad = ") + fixed(calculation.getAradExp(), 2) +
+           fixed(results.omega4 / lanqor::omegaUnitCm2, 4, 10) +
+           QStringLiteral("e-20 cm^2 \n\n    Arad = ") + fixed(results.arad, 2) +
            QStringLiteral(" s^-1\n\n");
 }
 
-QString decay(const LanqorOmegaExp &calculation)
+QString decay(const OmegaExpResults &results)
 {
     const QString heading = rule() +
                             QStringLiteral("Experimental Lifetime and Quantum Efficiency\n") +
                             rule() + QStringLiteral("    Experimental Lifetime Used = ");
-    if (calculation.getLifeTime() == 0.0)
+    if (results.lifeTime == 0.0)
         return heading + QStringLiteral("not given\n\n"
                                         "    Anrad = not given\n\n"
                                         "    Quantum Efficiency = not given\n");
-    const auto result =
-        experimentalIntensities::decay(calculation.getAradExp(), calculation.getLifeTime());
-    QString text = heading + fixed(calculation.getLifeTime(), 4) +
-                   QStringLiteral(" ms\n\n    Anrad = ") + fixed(result.anrad, 2) +
-                   QStringLiteral(" s^-1\n\n    Quantum Efficiency = ") +
-                   fixed(result.efficiency, 2) + QStringLiteral(" %\n");
-    if (result.anrad < 0.0)
+    QString text = heading + fixed(results.lifeTime, 4) + QStringLiteral(" ms\n\n    Anrad = ") +
+                   fixed(results.anrad, 2) + QStringLiteral(" s^-1\n\n    Quantum Efficiency = ") +
+                   fixed(results.quantumEfficiency, 2) + QStringLiteral(" %\n");
+    if (results.anrad < 0.0)
         text += QStringLiteral("\n    Arad exceeds 1/lifetime: areas and lifetime do not fit each "
                                "other.\n");
     return text;
@@ -92,8 +87,8 @@ QString decay(const LanqorOmegaExp &calculation)
 
 } // namespace
 
-QString omegaExpReport(const LanqorOmegaExp &calculation)
+QString omegaExpReport(const OmegaExpResults &results)
 {
-    return head(calculation) + barycentres(calculation) + areas(calculation) +
-           parameters(calculation) + decay(calculation);
+    return head(results) + barycentres(results) + areas(results) + parameters(results) +
+           decay(results);
 }

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-class LanqorOmegaExp;
+struct OmegaExpResults;
 
-/// Text of the report of a finished calculation of experimental intensity parameters.
-QString omegaExpReport(const LanqorOmegaExp &calculation);
+/// Text of the report of experimental intensity parameters.
+QString omegaExpReport(const OmegaExpResults &results);

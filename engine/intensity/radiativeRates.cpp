@@ -1,5 +1,7 @@
 #include "intensity/radiativeRates_p.h"
 
+#include "overlap/europium_p.h"
+
 namespace radiativeRates {
 
 namespace {
@@ -38,9 +40,9 @@ double magneticDipoleRate(double n)
     return ratePerStrength(europium::magneticDipoleSigma) * n * n * n * magneticDipoleStrength;
 }
 
-Rates calcRates(const ByRank &omega, double n)
+RadiativeRates calcRates(const ByRank &omega, double n)
 {
-    Rates rates;
+    RadiativeRates rates;
     rates.md = magneticDipoleRate(n);
     rates.ed02 = constArad(2, n) * omega[2];
     rates.ed04 = constArad(4, n) * omega[4];

@@ -1,23 +1,12 @@
 #pragma once
 
-#include "overlap/europium_p.h"
+#include <LanqorEngine/ByRank.h>
+#include <LanqorEngine/RadiativeRates.h>
 
 /// Spontaneous emission rates of the 5D0 level of Eu3+, s^-1 (B. R. Judd, Phys. Rev. 127, 750
 /// (1962); M. H. V. Werts, R. T. F. Jukes, J. W. Verhoeven, Phys. Chem. Chem. Phys. 4, 1542
 /// (2002)). A medium is described by its refractive index n.
 namespace radiativeRates {
-
-/// Partial rates, named after the lower level 7FJ.
-struct Rates
-{
-    double md = 0.0;   ///< magnetic dipole, 7F1
-    double ed02 = 0.0; ///< forced electric dipole, 7F2
-    double ed04 = 0.0; ///< 7F4
-    double ed06 = 0.0; ///< 7F6
-
-    double electricDipole() const { return ed02 + ed04 + ed06; }
-    double total() const { return md + ed02 + ed04 + ed06; }
-};
 
 /// chi = n (n^2 + 2)^2 / 9: Lorentz's local field on an electric dipole.
 double localField(double n);
@@ -30,7 +19,7 @@ double constArad(int lambda, double n);
 /// 64 pi^4 sigma^3 / (3h) * n^3 * S(MD): independent of the ligands.
 double magneticDipoleRate(double n);
 
-/// All rates from Omega(lambda) in cm^2, by lambda.
-Rates calcRates(const ByRank &omega, double n);
+/// All rates from Omega(lambda), cm^2.
+RadiativeRates calcRates(const ByRank &omega, double n);
 
 } // namespace radiativeRates

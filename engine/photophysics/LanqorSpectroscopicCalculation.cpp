@@ -237,7 +237,7 @@ void LanqorSpectroscopicCalculation::calcArad()
         emitProgress(tr(" -> (Spectroscopic Calculation) The intensity parameters are zero: the "
                         "radiative rate is that of the magnetic dipole alone. \n"));
     d->partialRates = radiativeRates::calcRates(d->omega, d->refractiveIndex);
-    const radiativeRates::Rates &rates = d->partialRates;
+    const RadiativeRates &rates = d->partialRates;
     d->arad = rates.total();
     const auto percent = [this](double rate) { return 100.0 * rate / d->arad; };
     d->branchingRatios = {0.0,

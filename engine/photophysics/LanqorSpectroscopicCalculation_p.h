@@ -44,7 +44,7 @@ public:
     int replacedSinglet = 0;
     bool areStatesChosen = false;
     std::array<double, 8> branchingRatios = {}; // by J of 7FJ
-    radiativeRates::Rates partialRates;
+    RadiativeRates partialRates;
     double arad = 0.0;
     double anrad = 0.0;
     double refractiveIndex = 1.5;

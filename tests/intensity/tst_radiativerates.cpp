@@ -1,11 +1,10 @@
 #include "TestSupport.h"
+#include "overlap/europium_p.h"
 #include "intensity/radiativeRates_p.h"
 
 #include <QtTest>
 
 #include <cmath>
-
-using radiativeRates::Rates;
 
 /// Radiative rates of 5D0 against the rate of a classical form of the same law, in other units.
 class TestRadiativeRates : public QObject
@@ -47,7 +46,8 @@ void TestRadiativeRates::publishedRates()
     COMPARE_NEAR(radiativeRates::magneticDipoleRate(3.0) / radiativeRates::magneticDipoleRate(1.5),
                  8.0, 1e-14);
     // A beta-diketonate diaqua complex of Eu3+ with Omega(2) 33, Omega(4) 4.6.
-    const Rates rates = radiativeRates::calcRates({0, 0, 33e-20, 0, 4.6e-20, 0, 1e-20}, 1.5);
+    const RadiativeRates rates =
+        radiativeRates::calcRates({0, 0, 33e-20, 0, 4.6e-20, 0, 1e-20}, 1.5);
     COMPARE_NEAR(rates.total() - rates.ed06, 1109.0, 0.5);
     COMPARE_NEAR(100.0 * (rates.total() - rates.ed06) * 0.26e-3, 28.8, 0.05);
     COMPARE_NEAR(rates.ed06, radiativeRates::constArad(6, 1.5) * 1e-20, 1e-12);

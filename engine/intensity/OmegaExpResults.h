@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+
+/// Results of LanqorOmegaExp.
+struct OmegaExpResults
+{
+    /// A band 5D0 -> 7FJ.
+    struct Transition
+    {
+        double area = 0.0;       ///< emitted power in any one unit
+        double barycenter = 0.0; ///< cm^-1; 0 when there is none
+        double rate = 0.0;       ///< A(J), s^-1
+    };
+
+    bool isCalculated = false;               ///< otherwise the numbers are those of no calculation
+    QString fileName;                        ///< of the spectrum
+    double refractiveIndex = 0.0;            ///< of the medium
+    std::array<Transition, 6> transitions{}; ///< by J
+    double omega2 = 0.0;                     ///< cm^2
+    double omega4 = 0.0;                     ///< cm^2
+    double r02 = 0.0;                        ///< 178305 / S(2); infinite when S(2) is 0
+    double arad = 0.0;                       ///< radiative rate, s^-1
+    double lifeTime = 0.0;          ///< measured, ms; 0 when there is none, and then no decay
+    double anrad = 0.0;             ///< non-radiative rate 1/lifetime - Arad, s^-1
+    double quantumEfficiency = 0.0; ///< Arad / (Arad + Anrad), %
+};
