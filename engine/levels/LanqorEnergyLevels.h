@@ -14,6 +14,7 @@
 #include <memory>
 
 class LanqorEnergyLevelsPrivate;
+class LanqorResultTables;
 
 /// Free-ion energy levels of 4f^n in intermediate coupling.
 ///
@@ -79,6 +80,8 @@ public:
 
     /// The last calculation.
     FreeIonLevelsResults getResults() const;
+    /// Record "free_ion" and tables "levels" and "composition".
+    static LanqorResultTables makeTables(const FreeIonLevelsResults &results);
     /// Levels of the last calculation with their composition. Also written to @p fileName unless
     /// it is empty; a file that cannot be written is not reported.
     QString createOutputFile(const QString &fileName) const;

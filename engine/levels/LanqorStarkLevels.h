@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class LanqorResultTables;
 class LanqorStarkLevelsPrivate;
 
 /// Stark levels of the manifolds 7F0 .. 7F6 of Eu3+ in the crystal field of the coordinated atoms,
@@ -80,6 +81,9 @@ public:
     MyComplex getFieldParameter(const int &k, const int &q) const;
     /// The last calculation; no manifolds without one.
     StarkResults getResults() const;
+    /// Record "crystal_field" and tables "atoms", "crystal_field_parameters", "manifolds" and
+    /// "stark_levels".
+    static LanqorResultTables makeTables(const StarkResults &results);
     /// Charge factors, parameters, strength, sorted levels and splittings of the last calculation,
     /// also written to @p outFile unless that is empty.
     /// @return empty when there are no levels or the file cannot be written

@@ -88,7 +88,7 @@ double matrixElementElectrostaticInteraction(const AngularElement &element,
                                              const Parameters &parameters)
 {
     const auto &[F0, F2, F4, F6, zeta] = parameters;
-    // Racah's E0 to E3.
+    // E0 to E3 (G. Racah, Phys. Rev. 76, 1352 (1949)), cm^-1.
     const double racah[] = {
         F0 - 10.0 * F2 - 33.0 * F4 - 286.0 * F6, (70.0 * F2 + 231.0 * F4 + 2002.0 * F6) / 9.0,
         (F2 - 3.0 * F4 + 7.0 * F6) / 9.0, (5.0 * F2 + 6.0 * F4 - 91.0 * F6) / 3.0};

@@ -12,8 +12,10 @@ constexpr int maximumJ = 6;
 constexpr int ranks[] = {2, 4, 6};
 
 /// <7FJ||U(k)||7FJ>, the positive square root of its tabulated square, k = 2, 4, 6 and J = 1 .. 6;
-/// any other, or k > 2J, gives 0. Squares in intermediate coupling; some of the true elements are
-/// negative. Kept, for results are compared across versions.
+/// any other, or k > 2J, gives 0. Squares in intermediate coupling, dimensionless; the source of
+/// the digits is not known, those of W. T. Carnall, P. R. Fields, K. Rajnak, J. Chem. Phys. 49,
+/// 4450 (1968) are near. Some of the true elements are negative. Kept, for results are compared
+/// across versions.
 double reducedU(int k, int J);
 
 /// What stands beside B(k,q), q = M - M', in the matrix element:

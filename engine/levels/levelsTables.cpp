@@ -1,0 +1,89 @@
+#include "LanqorEnergyLevels.h"
+#include "LanqorStarkLevels.h"
+
+#include <LanqorEngine/LanqorResultTables.h>
+
+// The records of this room as tables.
+
+namespace {
+
+constexpr const char *wavenumber = "cm^-1";
+
+ResultColumn column(const char *key, const char *unit = "")
+{
+    return {QLatin1String(key), QLatin1String(unit)};
+}
+
+/// Nothing for a text that is not told.
+QVariant told(const QString &text)
+{
+    return text.isEmpty() ? QVariant() : text;
+}
+
+} // namespace
+
+LanqorResultTables LanqorEnergyLevels::makeTables(const FreeIonLevelsResults &results)
+{
+    const FreeIonParameters &ion = results.parameters;
+    LanqorResultTables tables;
+    tables.addRecord(QStringLiteral("free_ion"),
+                     {column("ion"), column("electrons"),
+                      column("slater_integral_subscript_0", wavenumber),
+                      column("slater_integral_subscript_2", wavenumber),
+                      column("slater_integral_subscript_4", wavenumber),
+                      column("slater_integral_subscript_6", wavenumber), column("zeta", wavenumber),
+                      column("source")},
+                     {told(ion.symbol), ion.electrons, results.F0, ion.F2, ion.F4, ion.F6, ion.zeta,
+                      told(ion.source)});
+    QVector<QVector<QVariant>> levels;
+    QVector<QVector<QVariant>> components;
+    for (const FreeIonLevelsResults::Level &level : results.levels) {
+        levels.append({level.number, level.label, level.J, level.energy});
+        for (const CoeffAndLabel &component : level.components)
+            components.append({level.number, component.label, component.coefficient,
+                               100.0 * component.coefficient * component.coefficient});
+    }
+    tables.addTable(
+        QStringLiteral("levels"),
+        {column("level_from_1"), column("label"), column("j"), column("energy", wavenumber)},
+        levels);
+    tables.addTable(QStringLiteral("composition"),
+                    {column("level_from_1"), column("component"), column("coefficient", "1"),
+                     column("weight", "%")},
+                    components);
+    return tables;
+}
+
+LanqorResultTables LanqorStarkLevels::makeTables(const StarkResults &results)
+{
+    LanqorResultTables tables;
+    tables.addRecord(
+        QStringLiteral("crystal_field"),
+        {column("structure_file"), column("coordination_number"),
+         column("overlap_of_nearest_atom", "1"), column("crystal_field_strength", wavenumber)},
+        {results.structureFile, results.coordNumber, results.ro0, results.crystalFieldStrength});
+    QVector<QVector<QVariant>> rows;
+    for (const StarkResults::Atom &atom : results.atoms)
+        rows.append({atom.number, atom.element, atom.chargeFactor});
+    tables.addTable(QStringLiteral("atoms"),
+                    {column("atom_from_1"), column("element"), column("charge_factor", "1")}, rows);
+    rows.clear();
+    for (const StarkResults::FieldParameter &B : results.fieldParameters)
+        rows.append({B.k, B.q, B.real, B.imaginary});
+    tables.addTable(QStringLiteral("crystal_field_parameters"),
+                    {column("k"), column("q"), column("real_part", wavenumber),
+                     column("imaginary_part", wavenumber)},
+                    rows);
+    rows.clear();
+    QVector<QVector<QVariant>> levels;
+    for (const StarkResults::Manifold &manifold : results.manifolds) {
+        rows.append({manifold.J, manifold.splitting});
+        for (int i = 0; i < manifold.levels.size(); ++i)
+            levels.append({manifold.J, i + 1, manifold.levels.at(i)});
+    }
+    tables.addTable(QStringLiteral("manifolds"), {column("j"), column("splitting", wavenumber)},
+                    rows);
+    tables.addTable(QStringLiteral("stark_levels"),
+                    {column("j"), column("level_from_1"), column("energy", wavenumber)}, levels);
+    return tables;
+}
