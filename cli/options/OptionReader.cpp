@@ -8,7 +8,7 @@
 namespace cli {
 
 OptionReader::OptionReader(const char *command)
-    : program(QStringLiteral("lanqor ") + QLatin1String(command))
+    : name(QLatin1String(command))
 {}
 
 void OptionReader::setDescription(const QString &text)
@@ -32,6 +32,18 @@ void OptionReader::addOptions(const QList<QCommandLineOption> &options)
     parser.addOptions(options);
 }
 
+void OptionReader::addResultOptions()
+{
+    parser.addOptions({
+        {QStringLiteral("json"),
+         tr("Write the results as JSON to this file; - is standard output, in place of the text."),
+         tr("file")},
+        {QStringLiteral("csv"), tr("Write them as CSV, one table after another, likewise."),
+         tr("file")},
+    });
+    hasResultOptions = true;
+}
+
 void OptionReader::setHint(const QString &text)
 {
     hint = text;
@@ -42,10 +54,16 @@ void OptionReader::parse(const QStringList &arguments)
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Show this help."));
     parser.addOption(help);
+    const QString program = QStringLiteral("lanqor ") + name;
     if (!parser.parse(QStringList(program) + arguments))
         throw UsageError{QStringLiteral("%1\nSee \"%2 --help\".").arg(parser.errorText(), program)};
-    if (!parser.isSet(help))
+    if (!parser.isSet(help)) {
+        if (hasResultOptions) {
+            readResultFile("json");
+            readResultFile("csv");
+        }
         return;
+    }
     // The usage line of the parser names the executable only.
     QString text = parser.helpText();
     const int end = text.indexOf(QLatin1Char('\n'));
@@ -134,6 +152,41 @@ QVector<double> OptionReader::numbers(const char *option) const
 QString OptionReader::outputFile(const char *option) const
 {
     return text(option).isEmpty() ? QString() : QFileInfo(text(option)).absoluteFilePath();
+}
+
+QString OptionReader::command() const
+{
+    return name;
+}
+
+QString OptionReader::resultFile(const char *option) const
+{
+    return resultFiles.value(QLatin1String(option));
+}
+
+/// A command may change the folder before it writes. A file of results must be none that the
+/// command line names besides.
+void OptionReader::readResultFile(const char *option)
+{
+    if (!isSet(option))
+        return;
+    const auto pathOf = [](const QString &file) {
+        return file == QLatin1String("-") ? file : QFileInfo(file).absoluteFilePath();
+    };
+    const QString file = text(option);
+    if (file.isEmpty())
+        refuse(tr("--%1 needs a file, or - for standard output").arg(QLatin1String(option)));
+    QStringList others = parser.positionalArguments();
+    for (const QString &other : parser.optionNames())
+        if (other != QLatin1String(option))
+            others += parser.values(other);
+    for (const QString &other : qAsConst(others)) {
+        const bool isSameFile = QFileInfo::exists(file) && QFileInfo(other) == QFileInfo(file);
+        if (pathOf(other) == pathOf(file) || isSameFile)
+            refuse(tr("--%1 %2: the command line names this place a second time")
+                       .arg(QLatin1String(option), file));
+    }
+    resultFiles.insert(QLatin1String(option), pathOf(file));
 }
 
 void OptionReader::refuse(const QString &message) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCommandLineParser>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -22,6 +23,8 @@ public:
                      const QString &syntax = QString());
     void addOption(const QCommandLineOption &option);
     void addOptions(const QList<QCommandLineOption> &options);
+    /// Adds --json and --csv, the places of the results as data; showResults() serves them.
+    void addResultOptions();
     /// Ends every message of this reader.
     void setHint(const QString &text);
 
@@ -51,11 +54,20 @@ public:
     /// The absolute path of a file that is written; empty when the option is not given.
     QString outputFile(const char *option) const;
 
+    /// The subcommand's name.
+    QString command() const;
+    /// The place of --json or --csv: an absolute path, "-", or empty without the option.
+    QString resultFile(const char *option) const;
+
     [[noreturn]] void refuse(const QString &message) const;
 
 private:
+    void readResultFile(const char *option);
+
     QCommandLineParser parser;
-    QString program;
+    QString name;
+    bool hasResultOptions = false;
+    QMap<QString, QString> resultFiles; ///< by option
     QString hint;
 };
 
