@@ -8,18 +8,9 @@
 #include <cmath>
 #include <complex>
 
-/// Omega(lambda) by the sums of the model as they are written, every harmonic, power and
-/// overlap evaluated anew in every term: slow, and independent of the library's kernel.
+/// Omega(lambda) as a sum over pairs of atoms, every power and overlap evaluated anew in every
+/// term: slow, without harmonics, and independent of the library's kernel.
 namespace plainOmega {
-
-/// Orthonormal, with the Condon-Shortley phase; m >= 0.
-inline std::complex<double> harmonic(int l, int m, const CoordSPH &atom)
-{
-    const auto degree = static_cast<unsigned>(l);
-    const auto order = static_cast<unsigned>(m);
-    return std::sph_legendre(degree, order, atom.theta * M_PI / 180.0) *
-           std::polar(1.0, m * atom.phi * M_PI / 180.0);
-}
 
 /// Values of the model for Eu3+, in the order of the ranks.
 inline double radial(int k)
@@ -60,7 +51,7 @@ inline double beta(const CoordSPH &atom, double minimum)
     return 1.0;
 }
 
-/// Real weight of conj(Y(t,p)) of an atom in B(lambda,t,p), of both mechanisms.
+/// Weight of conj(Y(t,p)) of an atom in B(lambda,t,p), of both mechanisms.
 struct Weights
 {
     double ed = 0.0;
@@ -85,54 +76,21 @@ inline Weights weights(int lambda, int t, const CoordSPH &atom, double minimum, 
     return result;
 }
 
-struct Result
-{
-    ByRank total;
-    ByRank ed;
-    ByRank dc;
-};
-
-/// @p atoms from the ion on; g and alpha (cm^3) by atom number.
-inline Result omega(const QVector<CoordSPH> &atoms, const QVector<double> &g,
-                    const QVector<double> &alpha)
-{
-    const double minimum = nearest(atoms);
-    Result result;
-    for (int lambda = 2; lambda <= 6; lambda += 2) {
-        for (int t = lambda - 1; t <= lambda + 1; t += 2) {
-            for (int p = -t; p <= t; ++p) {
-                std::complex<double> ed;
-                std::complex<double> dc;
-                for (int j = 1; j < atoms.size(); ++j) {
-                    const Weights w =
-                        weights(lambda, t, atoms.at(j), minimum, g.at(j + 1), alpha.at(j + 1));
-                    const std::complex<double> y =
-                        p >= 0 ? std::conj(harmonic(t, p, atoms.at(j)))
-                               : (p % 2 ? -1.0 : 1.0) * harmonic(t, -p, atoms.at(j));
-                    ed += w.ed * y;
-                    dc += w.dc * y;
-                }
-                const double factor = (2 * lambda + 1.0) / (2 * t + 1);
-                result.ed[lambda] += factor * std::norm(ed);
-                result.dc[lambda] += factor * std::norm(dc);
-                result.total[lambda] += factor * std::norm(ed + dc);
-            }
-        }
-    }
-    return result;
-}
-
-/// A pair's part of Omega(lambda) and the sum of its absolute terms.
-struct PairTerm
+/// A part of Omega(lambda), by all, by forced electric dipole and by dynamic coupling, and the sum
+/// of the absolute terms of the first.
+struct Term
 {
     double value = 0.0;
+    double ed = 0.0;
+    double dc = 0.0;
     double absolute = 0.0;
 };
 
-/// The same sums without harmonics: by the addition theorem the sum over p is a Legendre
-/// polynomial of the angle between atoms @p i and @p j at the ion.
-inline PairTerm legendreTerm(const QVector<CoordSPH> &atoms, const QVector<double> &g,
-                             const QVector<double> &alpha, int lambda, int i, int j)
+/// That of a pair: by the addition theorem the sum over p is a Legendre polynomial of the angle
+/// between atoms @p i and @p j at the ion. @p atoms from the ion on; g and alpha (cm^3) by atom
+/// number.
+inline Term pairTerm(const QVector<CoordSPH> &atoms, const QVector<double> &g,
+                     const QVector<double> &alpha, int lambda, int i, int j)
 {
     const CoordSPH &a = atoms.at(i - 1);
     const CoordSPH &b = atoms.at(j - 1);
@@ -140,16 +98,43 @@ inline PairTerm legendreTerm(const QVector<CoordSPH> &atoms, const QVector<doubl
     const double cosine =
         std::cos(a.theta * rad) * std::cos(b.theta * rad) +
         std::sin(a.theta * rad) * std::sin(b.theta * rad) * std::cos((a.phi - b.phi) * rad);
-    PairTerm term;
+    Term term;
     for (int t = lambda - 1; t <= lambda + 1; t += 2) {
         const Weights ofA = weights(lambda, t, a, nearest(atoms), g.at(i), alpha.at(i));
         const Weights ofB = weights(lambda, t, b, nearest(atoms), g.at(j), alpha.at(j));
-        const double part = (2 * lambda + 1.0) / (4.0 * M_PI) * (ofA.ed + ofA.dc) *
-                            (ofB.ed + ofB.dc) * std::legendre(static_cast<unsigned>(t), cosine);
+        const double angular =
+            (2 * lambda + 1.0) / (4.0 * M_PI) * std::legendre(static_cast<unsigned>(t), cosine);
+        const double part = angular * (ofA.ed + ofA.dc) * (ofB.ed + ofB.dc);
         term.value += part;
+        term.ed += angular * ofA.ed * ofB.ed;
+        term.dc += angular * ofA.dc * ofB.dc;
         term.absolute += std::abs(part);
     }
     return term;
+}
+
+struct Result
+{
+    ByRank total;
+    ByRank ed;
+    ByRank dc;
+    ByRank absolute;
+};
+
+inline Result omega(const QVector<CoordSPH> &atoms, const QVector<double> &g,
+                    const QVector<double> &alpha)
+{
+    Result result;
+    for (const int lambda : {2, 4, 6})
+        for (int i = 2; i <= atoms.size(); ++i)
+            for (int j = 2; j <= atoms.size(); ++j) {
+                const Term term = pairTerm(atoms, g, alpha, lambda, i, j);
+                result.total[lambda] += term.value;
+                result.ed[lambda] += term.ed;
+                result.dc[lambda] += term.dc;
+                result.absolute[lambda] += term.absolute;
+            }
+    return result;
 }
 
 } // namespace plainOmega

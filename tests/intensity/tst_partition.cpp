@@ -70,8 +70,8 @@ void TestPartition::pairTermsAndShares()
             for (int j = 2; j <= 9; ++j) {
                 for (const int lambda : {2, 4, 6}) {
                     const double constant = c.partition.calcConstArad(lambda);
-                    const auto term = plainOmega::legendreTerm(c.geometry->getCoordSPH(), c.g,
-                                                               c.alpha, lambda, i, j);
+                    const auto term =
+                        plainOmega::pairTerm(c.geometry->getCoordSPH(), c.g, c.alpha, lambda, i, j);
                     COMPARE_NEAR(c.partition.aradLambdaByAtom(lambda, i, j), constant * term.value,
                                  1e-12 * constant * term.absolute);
                 }
