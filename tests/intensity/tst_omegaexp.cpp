@@ -1,4 +1,3 @@
-#include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOmegaExp.h>
 
 #include "TestSupport.h"
@@ -10,7 +9,6 @@
 #include <cmath>
 #include <functional>
 
-using testSupport::ProgramRun;
 using Values = std::array<double, 6>;
 
 namespace {
@@ -96,7 +94,6 @@ private Q_SLOTS:
     void coverage();
     void brokenSpectra();
     void damagedSpectra();
-    void program();
 };
 
 void TestOmegaExp::publishedCase()
@@ -164,12 +161,6 @@ void TestOmegaExp::reports()
     const QString file = testSupport::scratchFile("report.txt", QByteArray());
     const QString report = calculation.createOutputFile(file);
     QCOMPARE(QString::fromUtf8(testSupport::readAll(file)), report);
-    const QString head = LanqorInputData::LANQORTitle + "\n\n\n";
-    QVERIFY(report.startsWith(head));
-    const QString stored =
-        QString::fromUtf8(testSupport::readAll(testSupport::dataFile("reports/omega_exp.txt")));
-    const QString difference = testSupport::reportDifference(report.mid(head.size()), stored, 1e-6);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
     const QString unwritable = "/no/such/folder/report.txt";
     QVERIFY(calculation.createOutputFile(unwritable).isEmpty());
     QVERIFY(calculation.getLastError().contains(unwritable));
@@ -329,40 +320,6 @@ void TestOmegaExp::damagedSpectra()
             results += std::isfinite(calculation.getOmega2Exp()) ? 1 : -10000;
     });
     QVERIFY(results > 0);
-}
-
-void TestOmegaExp::program()
-{
-    const auto run = [](const QString &arguments) {
-        return testSupport::runProgram(
-            QString("omega-exp " + arguments).split(' ', Qt::SkipEmptyParts));
-    };
-    const QString barycentres = " --barycentres 0,16921,16267,0,14470,0";
-    const QString omega2 = "omega(2) =   17.5739e-20 cm^2 ";
-    QVERIFY(run("--areas 0,1,10,0,1,0" + barycentres).output.contains(omega2));
-    // Photon counts S/sigma of the same emission give the same parameters.
-    const QString counts = QStringLiteral("--photon-counts --areas 0,%1,%2,0,%3,0")
-                               .arg(1 / 16921.0, 0, 'g', 15)
-                               .arg(10 / 16267.0, 0, 'g', 15)
-                               .arg(1 / 14470.0, 0, 'g', 15);
-    QVERIFY(run(counts + barycentres).output.contains(omega2));
-    const QString table = testSupport::scratchFile(
-        "bands.txt", "# J area barycentre\n1 1 16921\n4 1 14470 # weak\n\n2 10 16267\n");
-    QVERIFY(run(table).output.contains(omega2));
-    const QString spectrum = "--spectrum " + scratchSpectrum(spectrumText());
-    QVERIFY(run(spectrum + " --lifetime 0.5 --windows 1=584-603,2=15620-16570")
-                .output.contains("I(5D0 -> 7F1) = 8.7000"));
-
-    const ProgramRun noFile = run("--spectrum /no/such/spectrum.txt");
-    QCOMPARE(noFile.exitStatus, 1);
-    QVERIFY(noFile.error.contains("/no/such/spectrum.txt"));
-    const QString twice = testSupport::scratchFile("wrong.txt", "1 1 16921\n1 2 16900\n");
-    QVERIFY(run(twice).error.contains("line 2"));
-    for (const QString &wrong :
-         {QString(), QString("--areas 1,2"), table + " --n 0.5", table + " --lifetime -1",
-          table + " --axis nm", table + ' ' + spectrum, spectrum + " --windows 6=800-830",
-          spectrum + " --axis eV"})
-        QCOMPARE(run(wrong).exitStatus, 2);
 }
 
 QTEST_GUILESS_MAIN(TestOmegaExp)
