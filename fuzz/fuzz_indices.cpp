@@ -1,6 +1,6 @@
 #include "fuzzFile.h"
 
-#include "photophysics/occupiedOrbitals_p.h"
+#include "photophysics/reactivityIndices_p.h"
 
 #include <cmath>
 

@@ -2,8 +2,7 @@
 
 #include "core/physicalConstants_p.h"
 #include "fitting/intensityFit_p.h"
-#include "input/lineReader_p.h"
-#include "input/textFields_p.h"
+#include "input/fitFiles_p.h"
 
 #include <LanqorEngine/LanqorOmega.h>
 
@@ -50,13 +49,8 @@ LanqorParametric::~LanqorParametric() = default;
 
 void LanqorParametricPrivate::readWeightFile()
 {
-    LineReader lines(QStringLiteral("pesos.txt"));
-    if (!lines.open())
-        return;
-    for (double &weight : weights) {
-        const double value = lines.next() ? textFields::toDouble(lines.line()) : 0.0;
-        weight = value == 0.0 ? 1.0 : value;
-    }
+    if (const auto read = fitFiles::readWeights(QStringLiteral("pesos.txt")))
+        std::copy(read->begin(), read->end(), weights);
 }
 
 void LanqorParametric::setGroupsAndAtoms(const QMap<int, QStringList> &groups)

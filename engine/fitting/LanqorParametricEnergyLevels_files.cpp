@@ -1,17 +1,13 @@
 #include "LanqorParametricEnergyLevels.h"
 
 #include "fitting/measuredLevel_p.h"
-#include "input/lineReader_p.h"
-#include "input/textFields_p.h"
+#include "input/fitFiles_p.h"
 
 #include <LanqorEngine/LanqorSpectroscopicTermUtil.h>
 
 #include <cmath>
 
 namespace {
-
-/// More than any ion has levels.
-constexpr int maximumLines = 10000;
 
 /// 0 for what is no finite number.
 double number(const QString &text)
@@ -51,21 +47,13 @@ double LanqorParametricEnergyLevels::getJDoubleFromString(const QString &text)
 bool LanqorParametricEnergyLevels::readEnergyLevelsExp(const QString &fileName,
                                                        QVector<EnergyLevelsExp> &levels)
 {
-    LineReader reader(fileName);
-    if (!reader.open())
+    const auto measured = fitFiles::readMeasuredLevels(fileName);
+    if (!measured)
         return false;
-    QVector<EnergyLevelsExp> found;
-    textFields::Fields fields;
-    while (reader.next()) {
-        if (reader.lineNumber() > maximumLines)
-            return false;
-        textFields::split(reader.line(), fields);
-        if (reader.lineNumber() == 1 || fields.empty())
-            continue;
-        EnergyLevelsExp level = measuredLevel(textFields::toString(fields.front()));
-        level.energy = textFields::toDouble(fields.back());
-        found.append(level);
+    levels.clear();
+    for (const fitFiles::MeasuredLevel &row : *measured) {
+        levels.append(measuredLevel(row.label));
+        levels.last().energy = row.energy;
     }
-    levels = found;
     return true;
 }

@@ -50,6 +50,23 @@ bool isSinglePointKeyword(std::string_view word)
 
 } // namespace
 
+/// "           NO. OF FILLED LEVELS    =         46".
+bool isMopacFilledLevels(std::string_view line)
+{
+    return contains(line, "NO. OF FILLED LEVELS");
+}
+
+std::optional<int> mopacFilledLevels(std::string_view line)
+{
+    if (!isMopacFilledLevels(line))
+        return std::nullopt;
+    textFields::Fields parts;
+    textFields::split(line, "=", parts);
+    bool ok = false;
+    const int number = parts.size() > 1 ? textFields::toInt(parts[1], &ok) : 0;
+    return ok ? std::optional<int>(number) : std::nullopt;
+}
+
 MopacOutputReader::MopacOutputReader(const InputFile &file, bool keepTranslationVectors)
     : reader(file)
     , keepTranslationVectors(keepTranslationVectors)

@@ -26,6 +26,11 @@ struct MopacResults
     QVector<CoordZMT> zMatrix;             ///< its Z-matrix when the job used one
 };
 
+/// The line that tells the number of doubly occupied orbitals of a closed shell.
+bool isMopacFilledLevels(std::string_view line);
+/// Its number; nothing on any other line, and when it is no number.
+std::optional<int> mopacFilledLevels(std::string_view line);
+
 /// Reads a MOPAC text output (versions 7, 2002, 2012, 2016, 22) in one pass.
 ///
 /// An output holds one or more jobs, each headed by a "CALCULATION RESULTS" title (old versions

@@ -2,8 +2,8 @@
 
 #include "core/physicalConstants_p.h"
 #include "core/reportText_p.h"
+#include "input/intensityReportReader_p.h"
 #include "intensity/LanqorOmega_p.h"
-#include "intensity/intensityReportReader_p.h"
 #include "intensity/intensityReport_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>

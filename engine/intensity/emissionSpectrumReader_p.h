@@ -12,11 +12,8 @@ struct ReadResult
     QString error; ///< why the file holds no spectrum; empty when it does
 };
 
-/// Reads the first two columns of an instrument's text file: abscissa and intensity, separated by
-/// blanks, tabs, semicolons or commas. A comma counts as the decimal sign where the columns are
-/// separated otherwise; a file with decimal points and commas is refused. Lines before the first
-/// two numbers are a heading, lines after the last ones a trailer; "#" starts a comment. The
-/// abscissa must ascend or descend throughout.
+/// Reads the table of a spectrum and tells its axis. or takes that which is asked for; the
+/// form of the file is that of readSpectrumTable().
 ReadResult readFile(const QString &fileName, EmissionSpectrumOptions::Axis axis);
 
 } // namespace emissionSpectrum

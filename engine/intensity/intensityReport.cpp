@@ -2,8 +2,8 @@
 
 #include "core/physicalConstants_p.h"
 #include "core/reportText_p.h"
+#include "input/intensityReportReader_p.h"
 #include "intensity/citations_p.h"
-#include "intensity/intensityReportReader_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/OmegaResults.h>

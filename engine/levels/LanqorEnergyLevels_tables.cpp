@@ -1,11 +1,8 @@
 #include "LanqorEnergyLevels_p.h"
 
-#include "input/lineReader_p.h"
-#include "input/textFields_p.h"
+#include "input/fShellTable_p.h"
 
 #include <QSet>
-
-#include <cmath>
 
 using LanqorSpectroscopicTermUtil::termFromLabel;
 using LanqorSpectroscopicTermUtil::termLetterList;
@@ -15,75 +12,7 @@ namespace {
 // The largest shell has 119 terms and 3724 lines of coefficients. The limits keep a damaged table
 // from taking hours and gigabytes.
 constexpr int maximumTerms = 1000;
-constexpr int maximumLines = 20000;
 constexpr int maximumCoefficients = 40000;
-
-/// The lines of a table, which ends at the first empty one or at the end of the file.
-class TableReader
-{
-public:
-    explicit TableReader(const QString &fileName)
-        : fileName(fileName)
-        , reader(fileName)
-    {}
-
-    bool open()
-    {
-        if (reader.open())
-            return true;
-        fail(reader.errorString());
-        return false;
-    }
-
-    /// Moves to the next line; false at the end of the table and after a failure.
-    bool next()
-    {
-        if (!error.isEmpty() || !reader.next() || reader.line().empty())
-            return false;
-        if (reader.lineNumber() > maximumLines) {
-            fail(LanqorEnergyLevels::tr("more than %1 lines").arg(maximumLines));
-            return false;
-        }
-        textFields::split(reader.line(), fields);
-        return true;
-    }
-
-    bool contains(const QByteArray &text) const
-    {
-        return textFields::contains(reader.line(), {text.constData(), std::size_t(text.size())});
-    }
-
-    /// A field counted from 0; empty when the line has fewer.
-    QString text(std::size_t field) const
-    {
-        return field < fields.size() ? textFields::toString(fields[field]) : QString();
-    }
-
-    /// 0 for what is no number; one that is not finite is a failure.
-    double number(std::size_t field)
-    {
-        const double value = text(field).toDouble();
-        if (std::isfinite(value))
-            return value;
-        fail(LanqorEnergyLevels::tr("line %1: a number is not finite").arg(reader.lineNumber()));
-        return 0.0;
-    }
-
-    void fail(const QString &reason)
-    {
-        error = QStringLiteral("Energy Levels Calculation\n") + fileName + QStringLiteral("  ") +
-                reason;
-    }
-
-    /// Empty while all went well.
-    QString errorText() const { return error; }
-
-private:
-    QString fileName;
-    LineReader reader;
-    textFields::Fields fields;
-    QString error;
-};
 
 } // namespace
 
@@ -112,7 +41,7 @@ QString LanqorEnergyLevelsPrivate::readTables()
 
 QString LanqorEnergyLevelsPrivate::readElectrostaticMatrix()
 {
-    TableReader table(eleFileName);
+    FShellTableReader table(eleFileName);
     if (table.open())
         while (table.next()) {
             ElectrostaticElement element;
@@ -129,7 +58,7 @@ QString LanqorEnergyLevelsPrivate::readElectrostaticMatrix()
 
 QString LanqorEnergyLevelsPrivate::readSpectroscopicTerms()
 {
-    TableReader table(cfpFileName);
+    FShellTableReader table(cfpFileName);
     QSet<QString> seen;
     if (table.open())
         while (table.next()) {
@@ -158,7 +87,7 @@ QString LanqorEnergyLevelsPrivate::readFractionalParentageCoefficients(
         key += QString::number(term.termIndex);
     const QByteArray bytes = key.toLatin1();
 
-    TableReader table(cfpFileName);
+    FShellTableReader table(cfpFileName);
     if (table.open())
         while (table.next())
             if (table.contains(bytes))

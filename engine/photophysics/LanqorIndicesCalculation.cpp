@@ -2,7 +2,7 @@
 
 #include "core/reportText_p.h"
 #include "photophysics/indicesTable_p.h"
-#include "photophysics/occupiedOrbitals_p.h"
+#include "photophysics/reactivityIndices_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 

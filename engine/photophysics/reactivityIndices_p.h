@@ -1,24 +1,8 @@
 #pragma once
 
+#include "input/occupiedOrbitals_p.h"
+
 #include <vector>
-
-/// Coefficient c of an s or p function in an orbital.
-struct OrbitalEntry
-{
-    int atom;     ///< 1-based
-    int function; ///< place in atomicOrbitalNames
-    float coefficient;
-};
-
-/// A doubly occupied molecular orbital; coefficients and energies are used in single precision.
-struct OccupiedOrbital
-{
-    float energy; ///< as printed: eV (MOPAC) or hartree (Gaussian)
-    std::vector<OrbitalEntry> entries;
-};
-
-constexpr int atomicOrbitalCount = 4;
-constexpr const char *atomicOrbitalNames[atomicOrbitalCount] = {"S", "Px", "Py", "Pz"};
 
 /// Indices by atom number; entries 0 and 1 (the ion) are 0.
 struct ReactivityIndices

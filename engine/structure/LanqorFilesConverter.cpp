@@ -3,9 +3,10 @@
 #include "core/internalCoordinates_p.h"
 #include "core/reportText_p.h"
 #include "input/atomRows_p.h"
+#include "input/inputDataAccess_p.h"
 #include "input/lineReader_p.h"
+#include "input/mopacOutput_p.h"
 #include "input/structureFiles_p.h"
-#include "input/textFields_p.h"
 #include "structure/jobFiles_p.h"
 #include "structure/structureText_p.h"
 
@@ -94,7 +95,7 @@ bool LanqorFilesConverter::convertFromOutToInp(QString const &outputFile)
 {
     LanqorInputData data(nullptr, fileName);
     int filledLevels = 0;
-    if (!readStructure(data, QStringLiteral("inp")) || !readFilledLevels(filledLevels))
+    if (!readStructure(data, QStringLiteral("inp")) || !readFilledLevels(data, filledLevels))
         return false;
     const jobFiles::ActiveWindow window = jobFiles::activeWindow(data.getCoord(), filledLevels);
     if (window.lastEmpty == 0)
@@ -248,6 +249,7 @@ bool LanqorFilesConverter::readStructure(LanqorInputData &data, const QString &t
     const bool isStructureFile = suffix == QLatin1String("xyz") || suffix == QLatin1String("mop") ||
                                  suffix == QLatin1String("zmt") || suffix == QLatin1String("mol2");
     startConversion(isStructureFile ? suffix : QStringLiteral("out"), to);
+    data.setKeepFileOpen(true);
     if (!(isStructureFile ? data.readStructureFile() : data.readMopacOutFile(keepTv)))
         return failWith(data.getLastError());
     return atomsRead(data.getCoord());
@@ -296,20 +298,16 @@ bool LanqorFilesConverter::createPointChargesFile(const QString &outputFile,
 }
 
 /// Reads the count of doubly occupied orbitals of a MOPAC output.
-bool LanqorFilesConverter::readFilledLevels(int &filledLevels)
+bool LanqorFilesConverter::readFilledLevels(const LanqorInputData &data, int &filledLevels)
 {
-    LineReader reader(fileName);
+    LineReader reader(inputFileOf(data));
     if (!reader.open())
         return failWith(missingFile(fileName));
-    textFields::Fields parts;
     while (reader.next()) {
-        if (!textFields::contains(reader.line(), "NO. OF FILLED LEVELS"))
-            continue;
-        textFields::split(reader.line(), "=", parts);
-        bool ok = false;
-        filledLevels = parts.size() > 1 ? textFields::toInt(textFields::trimmed(parts[1]), &ok) : 0;
-        if (ok)
+        if (const auto number = mopacFilledLevels(reader.line())) {
+            filledLevels = *number;
             return true;
+        }
     }
     return failWith(tr("NO. OF FILLED LEVELS was not find in mopac output"));
 }
@@ -320,6 +318,7 @@ bool LanqorFilesConverter::readOrcaOutput(LanqorInputData &data, double &windowF
 {
     emitProgress(tr(" -> (Lanqor Files Converter Module) Conversion from .orcout file to .orcinp "
                     "file"));
+    data.setKeepFileOpen(true);
     if (!data.readCoordFromOrcaOutFile() || !data.readMolecularOrbitalOccupancy())
         return failWith(data.getLastError());
     if (!orbitalWindow(data, windowFrom, windowTo))

@@ -92,7 +92,7 @@ private:
     bool writeOutput(const QString &requestedName, const QString &extension, const QString &text);
     bool writeCoordXYZ(QString const &outputFile, QVector<Coord> const &atoms, bool keepTv);
     bool createPointChargesFile(const QString &outputFile, const QVector<Coord> &ions);
-    bool readFilledLevels(int &filledLevels);
+    bool readFilledLevels(const LanqorInputData &data, int &filledLevels);
     bool readOrcaOutput(LanqorInputData &data, double &windowFrom, double &windowTo);
     bool mopend(const QString &message);
     QString nameOfOutput(const QString &requestedName, const QString &extension) const;

@@ -1,6 +1,6 @@
 #include "TestSupport.h"
 
-#include "photophysics/occupiedOrbitals_p.h"
+#include "photophysics/reactivityIndices_p.h"
 
 #include <LanqorEngine/LanqorIndicesCalculation.h>
 #include <LanqorEngine/LanqorInputData.h>

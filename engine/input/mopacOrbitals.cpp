@@ -1,6 +1,7 @@
-#include "photophysics/occupiedOrbitals_p.h"
+#include "input/occupiedOrbitals_p.h"
 
 #include "input/lineReader_p.h"
+#include "input/mopacOutput_p.h"
 #include "input/textFields_p.h"
 
 #include <QCoreApplication>
@@ -65,10 +66,9 @@ class MopacOrbitalReader
     Q_DECLARE_TR_FUNCTIONS(LanqorIndicesCalculation)
 
 public:
-    MopacOrbitalReader(const QString &fileName, int atomCount,
-                       std::vector<OccupiedOrbital> &orbitals)
-        : fileName(fileName)
-        , lines(fileName)
+    MopacOrbitalReader(const InputFile &file, int atomCount, std::vector<OccupiedOrbital> &orbitals)
+        : fileName(file.fileName())
+        , lines(file)
         , atomCount(atomCount)
         , orbitals(orbitals)
     {}
@@ -114,9 +114,8 @@ bool MopacOrbitalReader::read()
     }
     while (lines.next()) {
         const std::string_view line = lines.line();
-        if (contains(line, "NO. OF FILLED LEVELS")) {
-            split(line, "=", fields);
-            occupied = fields.size() > 1 ? toInt(fields[1]) : 0;
+        if (isMopacFilledLevels(line)) {
+            occupied = mopacFilledLevels(line).value_or(0);
         } else if (trimmed(line) == "EIGENVECTORS") {
             if (!readTable())
                 return false;
@@ -273,10 +272,10 @@ bool MopacOrbitalReader::reportMissingOrbitals()
 
 } // namespace
 
-bool readMopacOrbitals(const QString &fileName, int atomCount,
-                       std::vector<OccupiedOrbital> &orbitals, QString &error)
+bool readMopacOrbitals(const InputFile &file, int atomCount, std::vector<OccupiedOrbital> &orbitals,
+                       QString &error)
 {
-    MopacOrbitalReader reader(fileName, atomCount, orbitals);
+    MopacOrbitalReader reader(file, atomCount, orbitals);
     const bool ok = reader.read();
     error = reader.error;
     return ok;

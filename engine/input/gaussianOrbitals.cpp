@@ -1,4 +1,4 @@
-#include "photophysics/occupiedOrbitals_p.h"
+#include "input/occupiedOrbitals_p.h"
 
 #include "input/gaussianOrbitalTable_p.h"
 
@@ -30,10 +30,10 @@ class GaussianOrbitalReader
     Q_DECLARE_TR_FUNCTIONS(LanqorIndicesCalculation)
 
 public:
-    GaussianOrbitalReader(const QString &fileName, std::vector<OccupiedOrbital> &orbitals,
+    GaussianOrbitalReader(const InputFile &file, std::vector<OccupiedOrbital> &orbitals,
                           QStringList &elements)
-        : fileName(fileName)
-        , lines(fileName)
+        : fileName(file.fileName())
+        , lines(file)
         , orbitals(orbitals)
         , elements(elements)
     {}
@@ -159,10 +159,10 @@ bool GaussianOrbitalReader::reportMissingOrbitals()
 
 } // namespace
 
-bool readGaussianOrbitals(const QString &fileName, std::vector<OccupiedOrbital> &orbitals,
+bool readGaussianOrbitals(const InputFile &file, std::vector<OccupiedOrbital> &orbitals,
                           QStringList &elements, QString &error)
 {
-    GaussianOrbitalReader reader(fileName, orbitals, elements);
+    GaussianOrbitalReader reader(file, orbitals, elements);
     const bool ok = reader.read();
     error = reader.error;
     return ok;

@@ -1,4 +1,4 @@
-#include "intensity/intensityReportReader_p.h"
+#include "input/intensityReportReader_p.h"
 
 #include "core/physicalConstants_p.h"
 #include "input/lineReader_p.h"
