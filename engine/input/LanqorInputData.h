@@ -7,6 +7,7 @@
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
 #include <LanqorEngine/MolecularOrbital.h>
 #include <LanqorEngine/MolecularOrbitalOCC.h>
+#include <LanqorEngine/SphereResults.h>
 
 #include <QPair>
 #include <QString>
@@ -103,6 +104,16 @@ public:
     /// Empty when the coordinated atoms are atoms 2 to N + 1, the order that every calculation
     /// of this library relies on; otherwise a sentence that names the atoms out of place.
     QString getAtomOrderError() const;
+    /// Empty when a calculation can start from this geometry: atom 1 is a lanthanide, the
+    /// coordination number that createSphericalCoordinate() counted is not 0, and the coordinated
+    /// atoms stand in order. Otherwise the first of these that is wrong.
+    QString getSphereError() const;
+    /// A sentence on each atom that a chemist may miss among the coordinated ones: little farther
+    /// away than the bonding distance of its element, or near the ion and of an element without
+    /// one (hydrogen apart).
+    QStringList getNearAtomNotes() const;
+    /// The coordinated atoms of the geometry.
+    SphereResults getSphereResults() const;
     /// Centre of mass, Angstrom, with an empty label. An unknown label counts with the mass of
     /// the atom before it.
     static Coord calcCenterOfMass(const QVector<Coord> &atoms);

@@ -146,6 +146,52 @@ QString LanqorInputData::getAtomOrderError() const
         .arg(listOfAtoms(misplaced, d->coord), listOfAtoms(intruders, d->coord));
 }
 
+QString LanqorInputData::getSphereError() const
+{
+    const QString ionError = getIonError();
+    if (!ionError.isEmpty())
+        return QStringLiteral("%1: %2").arg(d->fileName, ionError);
+    if (d->coordNumber == 0)
+        return tr("%1: no atom is within bonding distance of atom 1 (%2)")
+            .arg(d->fileName, getAtomLabel(1));
+    return getAtomOrderError();
+}
+
+QStringList LanqorInputData::getNearAtomNotes() const
+{
+    // Chosen for this note; nothing is computed from them.
+    constexpr double marginOfLimit = 0.15;   // Angstrom
+    constexpr double nearWithoutLimit = 2.9; // Angstrom
+    const QVector<Coord> &coord = d->coord;
+    QStringList notes;
+    for (int atom = 2; atom <= coord.size(); ++atom) {
+        const CoordSPH spherical = sphericalAbout(coord.first(), coord.at(atom - 1));
+        const double limit = bondCutOff(spherical.label);
+        const QString where =
+            QStringLiteral("%1 %2 (%3)").arg(spherical.label).arg(atom).arg(spherical.r, 0, 'f', 3);
+        if (limit > 0.0 && spherical.r >= limit && spherical.r < limit + marginOfLimit)
+            notes.append(tr("%1 is not counted: the limit of its element is %2 Angstrom")
+                             .arg(where)
+                             .arg(limit));
+        else if (limit == 0.0 && spherical.label != QLatin1String("H") &&
+                 spherical.r < nearWithoutLimit)
+            notes.append(tr("%1 is not counted: its element has no bonding limit").arg(where));
+    }
+    return notes;
+}
+
+SphereResults LanqorInputData::getSphereResults() const
+{
+    SphereResults results;
+    if (d->coord.isEmpty())
+        return results;
+    results.ion = getAtomLabel(1);
+    for (const int atom : getCoordinatedAtoms())
+        results.atoms.append({atom, sphericalAbout(getCoord(1), getCoord(atom))});
+    results.coordNumber = results.atoms.size();
+    return results;
+}
+
 Coord LanqorInputData::calcCenterOfMass(const QVector<Coord> &atoms)
 {
     double mass = 0.0;
