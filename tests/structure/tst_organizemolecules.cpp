@@ -1,6 +1,7 @@
 #include "TestSupport.h"
 
 #include "input/mol2File_p.h"
+#include "structure/fragments_p.h"
 
 #include <LanqorEngine/LanqorAradPartition.h>
 #include <LanqorEngine/LanqorInputData.h>
@@ -199,6 +200,21 @@ private Q_SLOTS:
         QVERIFY(spy.contains(QStringLiteral("is bonded to the ion at")));
         QCOMPARE(structure.getCoordNumber(), 6);
         QCOMPARE(labelsOf(structure.getCoord()).last(), QStringLiteral("F"));
+    }
+
+    // Those of Cordero et al. from H to Cm, added separately; element 80 is spelled as magnesium.
+    void sumOfTheCovalentRadii()
+    {
+        double sum = 0.0;
+        for (int number = 1; number <= 96; ++number) {
+            const QString symbol = LanqorInputData::getElementSymbol(number);
+            int steps = 0; // of 0.01 Angstrom to the longest bond of two such atoms
+            while (fragments::isWithinBondLength({symbol, 0.0, 0.0, 0.0},
+                                                 {symbol, 0.01 * (steps + 0.5), 0.0, 0.0}))
+                ++steps;
+            sum += (0.01 * steps - 0.4) / 2.0;
+        }
+        COMPARE_NEAR(sum, 145.91 - 1.32 + 1.41, 0.004);
     }
 
     // One of the molecules is without bonds, and the ion may bear any name.
