@@ -2,23 +2,28 @@
 #include "commands/commands.h"
 #include "options/OptionReader.h"
 #include "options/complexOptions.h"
+#include "options/showResults.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorResultTables.h>
 
 namespace {
 
 using cli::tr;
 
-QString sphereRow(const LanqorInputData &data, int atom)
+QString sphereText(const SphereResults &sphere)
 {
-    const CoordSPH spherical = data.getCoordSPH(atom);
-    return QStringLiteral("%1  %2 %3 %4 %5\n")
-        .arg(atom, 5)
-        .arg(spherical.label, -5)
-        .arg(spherical.r, 11, 'f', 6)
-        .arg(spherical.theta, 10, 'f', 4)
-        .arg(spherical.phi, 10, 'f', 4);
+    QString text = tr("%1, coordination number %2\n\n").arg(sphere.ion).arg(sphere.coordNumber);
+    text += QStringLiteral(" atom  label  r/Angstrom  theta/deg    phi/deg\n");
+    for (const SphereAtom &atom : sphere.atoms)
+        text += QStringLiteral("%1  %2 %3 %4 %5\n")
+                    .arg(atom.atom, 5)
+                    .arg(atom.position.label, -5)
+                    .arg(atom.position.r, 11, 'f', 6)
+                    .arg(atom.position.theta, 10, 'f', 4)
+                    .arg(atom.position.phi, 10, 'f', 4);
+    return text;
 }
 
 } // namespace
@@ -33,6 +38,7 @@ int sphereCommand(const QStringList &arguments)
            "FILE is a MOPAC output or a .mop, .zmt, .xyz or .mol2 file.\n\n"
            "Example: lanqor sphere eu_l2_rm1_opt.out"));
     options.addArgument(QStringLiteral("FILE"), tr("structure file"));
+    options.addResultOptions();
     options.parse(arguments);
     const QString fileName =
         options.files(1, tr("one FILE is needed; see \"lanqor sphere --help\"")).first();
@@ -42,16 +48,9 @@ int sphereCommand(const QStringList &arguments)
         cli::failOf(data);
     if (!data.getIonError().isEmpty())
         throw cli::Failure{data.getIonError()};
-    if (!data.createSphericalCoordinate())
-        cli::failOf(data);
 
-    QString text =
-        tr("%1, coordination number %2\n\n").arg(data.getAtomLabel(1)).arg(data.getCoordNumber());
-    text += QStringLiteral(" atom  label  r/Angstrom  theta/deg    phi/deg\n");
-    const QVector<int> atoms = data.getCoordinatedAtoms();
-    for (const int atom : atoms)
-        text += sphereRow(data, atom);
-    cli::print(text);
+    const SphereResults sphere = data.getSphereResults();
+    cli::showResults(options, sphereText(sphere), LanqorInputData::makeTables(sphere), {fileName});
     cli::noteNearAtoms(data);
     if (!data.getAtomOrderError().isEmpty())
         cli::note(tr("warning: ") + data.getAtomOrderError());

@@ -149,21 +149,8 @@ double readOverlap(const OptionReader &options)
 
 void noteNearAtoms(const LanqorInputData &geometry)
 {
-    constexpr double marginOfLimit = 0.15;   // Angstrom
-    constexpr double nearWithoutLimit = 2.9; // Angstrom
-    for (int atom = 2; atom <= geometry.getCoord().size(); ++atom) {
-        const CoordSPH spherical = geometry.getCoordSPH(atom);
-        const double limit = LanqorInputData::getBondCutOff(spherical.label);
-        const QString where =
-            QStringLiteral("%1 %2 (%3)").arg(spherical.label).arg(atom).arg(spherical.r, 0, 'f', 3);
-        if (limit > 0.0 && spherical.r >= limit && spherical.r < limit + marginOfLimit)
-            note(tr("note: %1 is not counted: the limit of its element is %2 Angstrom")
-                     .arg(where)
-                     .arg(limit));
-        else if (limit == 0.0 && spherical.label != QLatin1String("H") &&
-                 spherical.r < nearWithoutLimit)
-            note(tr("note: %1 is not counted: its element has no bonding limit").arg(where));
-    }
+    for (const QString &text : geometry.getNearAtomNotes())
+        note(tr("note: ") + text);
 }
 
 } // namespace cli

@@ -18,6 +18,7 @@
 
 class InputFile;
 class LanqorInputDataPrivate;
+class LanqorResultTables;
 
 /// The reader of quantum-chemistry results and structure files.
 ///
@@ -114,6 +115,7 @@ public:
     QStringList getNearAtomNotes() const;
     /// The coordinated atoms of the geometry.
     SphereResults getSphereResults() const;
+    static LanqorResultTables makeTables(const SphereResults &results);
     /// Centre of mass, Angstrom, with an empty label. An unknown label counts with the mass of
     /// the atom before it.
     static Coord calcCenterOfMass(const QVector<Coord> &atoms);

@@ -185,6 +185,7 @@ SphereResults LanqorInputData::getSphereResults() const
     SphereResults results;
     if (d->coord.isEmpty())
         return results;
+    results.structureFile = d->fileName;
     results.ion = getAtomLabel(1);
     for (const int atom : getCoordinatedAtoms())
         results.atoms.append({atom, sphericalAbout(getCoord(1), getCoord(atom))});

@@ -15,6 +15,7 @@ struct SphereAtom
 /// The coordination sphere of a lanthanide ion.
 struct SphereResults
 {
+    QString structureFile;
     QString ion;               ///< label of atom 1
     int coordNumber = 0;       ///< atoms within bonding distance
     QVector<SphereAtom> atoms; ///< these atoms, by number
