@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace {
 
@@ -52,59 +53,115 @@ bool orbitalWindow(const LanqorInputData &data, double &from, double &to)
 
 } // namespace
 
+class LanqorFilesConverterPrivate
+{
+public:
+    LanqorFilesConverterPrivate(LanqorFilesConverter &owner, LanqorInputData *structure,
+                                const QString &fileName)
+        : q(owner)
+        , given(structure)
+        , fileName(fileName)
+    {}
+
+    static QString tr(const char *text) { return LanqorFilesConverter::tr(text); }
+    LanqorInputData &input(std::unique_ptr<LanqorInputData> &own) const;
+    void startConversion(const QString &from, const QString &to);
+    bool readStructure(LanqorInputData &data, const QString &to, bool keepTv = false);
+    bool atomsRead(const QVector<Coord> &atoms);
+    bool writeOutput(const QString &requestedName, const QString &extension, const QString &text);
+    bool writeCoordXYZ(QString const &outputFile, QVector<Coord> const &atoms, bool keepTv);
+    bool createPointChargesFile(const QString &outputFile, const QVector<Coord> &ions);
+    bool readFilledLevels(const LanqorInputData &data, int &filledLevels);
+    bool readOrcaOutput(LanqorInputData &data, double &windowFrom, double &windowTo);
+    bool mopend(const QString &message);
+    QString nameOfOutput(const QString &requestedName, const QString &extension) const;
+    int chargeOfJob(const LanqorInputData &data) const;
+
+    LanqorFilesConverter &q;
+    LanqorInputData *given; // null: each conversion reads the file apart
+    QString fileName;
+    QString extraMopacKeywords;
+    std::optional<int> charge;
+};
+
 LanqorFilesConverter::LanqorFilesConverter()
     : LanqorFilesConverter(nullptr, QString())
 {}
 
 LanqorFilesConverter::LanqorFilesConverter(QObject *parent, QString const &fileName)
     : LanqorAbstractObjCalculation(parent)
-    , fileName(fileName)
+    , d(std::make_unique<LanqorFilesConverterPrivate>(*this, nullptr, fileName))
+{}
+
+LanqorFilesConverter::LanqorFilesConverter(QObject *parent, LanqorInputData *structure)
+    : LanqorAbstractObjCalculation(parent)
+    , d(std::make_unique<LanqorFilesConverterPrivate>(
+          *this, structure, structure ? structure->getFileName() : QString()))
 {}
 
 LanqorFilesConverter::~LanqorFilesConverter() = default;
 
-void LanqorFilesConverter::setCharge(const int &systemCharge)
+QString LanqorFilesConverter::sparkleKeywords(const QVector<Coord> &atoms, const int &charge)
 {
-    charge = systemCharge;
+    return (jobFiles::ionsOf(atoms).isEmpty() ? QString() : QStringLiteral("SPARKLE ")) +
+           QStringLiteral("CHARGE=%1").arg(charge);
+}
+
+int LanqorFilesConverter::chargeWithoutIon(const int &charge)
+{
+    return charge - jobFiles::ionCharge;
+}
+
+void LanqorFilesConverter::setCharge(const int &charge)
+{
+    d->charge = charge;
+}
+
+void LanqorFilesConverter::setExtraMopacKeywords(const QString &keywords)
+{
+    d->extraMopacKeywords = keywords;
 }
 
 bool LanqorFilesConverter::convertFromOutToMop(QString const &outputFile)
 {
-    LanqorInputData data(nullptr, fileName);
-    return readStructure(data, QStringLiteral("mop")) &&
-           writeOutput(outputFile, QStringLiteral("mop"),
-                       jobFiles::mopacJob(data.getCoord(), extraMopacKeywords));
+    std::unique_ptr<LanqorInputData> own;
+    LanqorInputData &data = d->input(own);
+    return d->readStructure(data, QStringLiteral("mop")) &&
+           d->writeOutput(outputFile, QStringLiteral("mop"),
+                          jobFiles::mopacJob(data.getCoord(), d->extraMopacKeywords));
 }
 
 bool LanqorFilesConverter::convertFromOutToGjf(QString const &outputFile)
 {
-    LanqorInputData data(nullptr, fileName);
-    if (!readStructure(data, QStringLiteral("gjf")))
+    std::unique_ptr<LanqorInputData> own;
+    LanqorInputData &data = d->input(own);
+    if (!d->readStructure(data, QStringLiteral("gjf")))
         return false;
     if (jobFiles::ionsOf(data.getCoord()).isEmpty())
         return failWith(tr("There is no lanthanide ion in the structure, so the Gaussian job would "
                            "have no pseudopotential to read: \n") +
-                        fileName);
-    const QFileInfo output(nameOfOutput(outputFile, QStringLiteral("gjf")));
-    return writeOutput(
+                        d->fileName);
+    const QFileInfo output(d->nameOfOutput(outputFile, QStringLiteral("gjf")));
+    return d->writeOutput(
         outputFile, QStringLiteral("gjf"),
-        jobFiles::gaussianJob(data.getCoord(), chargeOfJob(data), output.completeBaseName()));
+        jobFiles::gaussianJob(data.getCoord(), d->chargeOfJob(data), output.completeBaseName()));
 }
 
 bool LanqorFilesConverter::convertFromOutToInp(QString const &outputFile)
 {
-    LanqorInputData data(nullptr, fileName);
+    std::unique_ptr<LanqorInputData> own;
+    LanqorInputData &data = d->input(own);
     int filledLevels = 0;
-    if (!readStructure(data, QStringLiteral("inp")) || !readFilledLevels(data, filledLevels))
+    if (!d->readStructure(data, QStringLiteral("inp")) || !d->readFilledLevels(data, filledLevels))
         return false;
     const jobFiles::ActiveWindow window = jobFiles::activeWindow(data.getCoord(), filledLevels);
     if (window.lastEmpty == 0)
         return failWith(tr("The ZINDO job cannot be written: an element of the ligands has no "
                            "INDO/S basis, or no empty orbital is left beside %1 filled levels: \n")
                             .arg(filledLevels) +
-                        fileName);
-    return writeOutput(outputFile, QStringLiteral("inp"),
-                       jobFiles::zindoJob(data.getCoord(), filledLevels, window));
+                        d->fileName);
+    return d->writeOutput(outputFile, QStringLiteral("inp"),
+                          jobFiles::zindoJob(data.getCoord(), filledLevels, window));
 }
 
 bool LanqorFilesConverter::convertFromOutToInpOrca(QString const &outputFile,
@@ -113,13 +170,14 @@ bool LanqorFilesConverter::convertFromOutToInpOrca(QString const &outputFile,
                                                    const int &maxdim, const double &windowFrom,
                                                    const double &windowTo)
 {
-    const bool fromOrca = fileName.endsWith(QLatin1String("orcout"));
+    const bool fromOrca = d->fileName.endsWith(QLatin1String("orcout"));
     jobFiles::OrcaJob job;
     job.windowFrom = windowFrom;
     job.windowTo = windowTo;
-    LanqorInputData data(nullptr, fileName);
-    if (!(fromOrca ? readOrcaOutput(data, job.windowFrom, job.windowTo)
-                   : readStructure(data, QStringLiteral("orcinp"))))
+    std::unique_ptr<LanqorInputData> own;
+    LanqorInputData &data = d->input(own);
+    if (!(fromOrca ? d->readOrcaOutput(data, job.windowFrom, job.windowTo)
+                   : d->readStructure(data, QStringLiteral("orcinp"))))
         return false;
     if (nroots < 1 || maxdim < 1 || !(job.windowFrom < job.windowTo))
         return failWith(tr("An ORCA job needs at least one root, a dimension of at least 1 and a "
@@ -138,78 +196,96 @@ bool LanqorFilesConverter::convertFromOutToInpOrca(QString const &outputFile,
             return failWith(fromOrca ? data.getLastError()
                                      : tr("There is no lanthanide ion in the structure that could "
                                           "become a point charge: \n") +
-                                           fileName);
+                                           d->fileName);
         job.atoms = jobFiles::withoutIons(job.atoms);
-        const QFileInfo output(nameOfOutput(outputFile, QStringLiteral("orcinp")));
+        const QFileInfo output(d->nameOfOutput(outputFile, QStringLiteral("orcinp")));
         job.pointChargeFile = output.completeBaseName() + QStringLiteral(".pointcharge");
-        if (!createPointChargesFile(output.dir().filePath(job.pointChargeFile), ions))
+        if (!d->createPointChargesFile(output.dir().filePath(job.pointChargeFile), ions))
             return false;
     }
-    return writeOutput(outputFile, QStringLiteral("orcinp"), jobFiles::orcaJob(job));
+    return d->writeOutput(outputFile, QStringLiteral("orcinp"), jobFiles::orcaJob(job));
 }
 
 bool LanqorFilesConverter::convertFromOutToSph(QString const &outputFile)
 {
-    LanqorInputData data(nullptr, fileName);
-    if (!readStructure(data, QStringLiteral("sph")))
+    std::unique_ptr<LanqorInputData> own;
+    LanqorInputData &data = d->input(own);
+    if (!d->readStructure(data, QStringLiteral("sph")))
         return false;
     if (!data.createSphericalCoordinate())
         return failWith(data.getLastError());
     QVector<CoordSPH> atoms;
     for (int atom = 1; atom <= data.getCoord().size(); ++atom)
         atoms.append(data.getCoordSPH(atom));
-    return writeOutput(outputFile, QStringLiteral("sph"), structureText::sphFile(atoms));
+    return d->writeOutput(outputFile, QStringLiteral("sph"), structureText::sphFile(atoms));
 }
 
 bool LanqorFilesConverter::convertFromOutToXYZ(QString const &outputFile, bool const &keepTv)
 {
-    LanqorInputData data(nullptr, fileName);
-    if (!readStructure(data, QStringLiteral("xyz"), keepTv))
+    std::unique_ptr<LanqorInputData> own;
+    LanqorInputData &data = d->input(own);
+    if (!d->readStructure(data, QStringLiteral("xyz"), keepTv))
         return false;
     const QVector<Coord> atoms = data.getCoord();
     if (keepTv && std::none_of(atoms.begin(), atoms.end(), isVector))
         emitProgress(tr(" -> (Lanqor Files Converter Module) There are no translation vectors "
                         "among the Cartesian coordinates."));
-    return writeCoordXYZ(outputFile, atoms, keepTv);
+    return d->writeCoordXYZ(outputFile, atoms, keepTv);
 }
 
 bool LanqorFilesConverter::convertFromOutToZmt(QString const &outputFile)
 {
-    LanqorInputData data(nullptr, fileName);
-    if (!readStructure(data, QStringLiteral("zmt")))
+    std::unique_ptr<LanqorInputData> own;
+    LanqorInputData &data = d->input(own);
+    if (!d->readStructure(data, QStringLiteral("zmt")))
         return false;
     const QVector<CoordZMT> rows = createZMTFromXYZCoord(data.getCoord());
     return !rows.isEmpty() &&
-           writeOutput(outputFile, QStringLiteral("zmt"), structureText::zmtFile(rows));
+           d->writeOutput(outputFile, QStringLiteral("zmt"), structureText::zmtFile(rows));
 }
 
 bool LanqorFilesConverter::convertFromZmtToXYZ(QString const &outputFile)
 {
-    startConversion(QStringLiteral("zmt"), QStringLiteral("xyz"));
-    LanqorInputData data(nullptr, fileName);
-    if (!data.readZmtFile())
+    d->startConversion(QStringLiteral("zmt"), QStringLiteral("xyz"));
+    std::unique_ptr<LanqorInputData> own;
+    LanqorInputData &data = d->input(own);
+    if (data.getCoord().isEmpty() && !data.readZmtFile())
         return failWith(data.getLastError());
-    return atomsRead(data.getCoord()) && writeCoordXYZ(outputFile, data.getCoord(), false);
+    return d->atomsRead(data.getCoord()) && d->writeCoordXYZ(outputFile, data.getCoord(), false);
 }
 
 bool LanqorFilesConverter::convertFromMopToXYZ(QString const &outputFile, bool const &keepTv)
 {
-    startConversion(QStringLiteral("mop"), QStringLiteral("xyz"));
-    const structureFiles::Structure structure =
-        structureFiles::readMop(fileName, keepTv ? structureFiles::TranslationVectors::Keep
-                                                 : structureFiles::TranslationVectors::Drop);
+    d->startConversion(QStringLiteral("mop"), QStringLiteral("xyz"));
+    std::unique_ptr<LanqorInputData> own;
+    const structureFiles::Structure structure = structureFiles::readMop(
+        inputFileOf(d->input(own)), keepTv ? structureFiles::TranslationVectors::Keep
+                                           : structureFiles::TranslationVectors::Drop);
     if (!structure.error.isEmpty())
         return failWith(structure.error);
-    return atomsRead(structure.atoms) && writeCoordXYZ(outputFile, structure.atoms, keepTv);
+    return d->atomsRead(structure.atoms) && d->writeCoordXYZ(outputFile, structure.atoms, keepTv);
 }
 
 bool LanqorFilesConverter::convertFromMOL2ToXYZ(QString const &outputFile)
 {
-    startConversion(QStringLiteral("mol2"), QStringLiteral("xyz"));
-    LanqorInputData data(nullptr, fileName);
-    if (!data.readMol2File())
+    d->startConversion(QStringLiteral("mol2"), QStringLiteral("xyz"));
+    std::unique_ptr<LanqorInputData> own;
+    LanqorInputData &data = d->input(own);
+    if (data.getCoord().isEmpty() && !data.readMol2File())
         return failWith(data.getLastError());
-    return atomsRead(data.getCoord()) && writeCoordXYZ(outputFile, data.getCoord(), false);
+    return d->atomsRead(data.getCoord()) && d->writeCoordXYZ(outputFile, data.getCoord(), false);
+}
+
+bool LanqorFilesConverter::convertToXYZ(QString const &outputFile, bool const &keepTv)
+{
+    const QString suffix = QFileInfo(d->fileName).suffix().toLower();
+    if (suffix == QLatin1String("zmt"))
+        return convertFromZmtToXYZ(outputFile);
+    if (suffix == QLatin1String("mop"))
+        return convertFromMopToXYZ(outputFile, keepTv);
+    if (suffix == QLatin1String("mol2"))
+        return convertFromMOL2ToXYZ(outputFile);
+    return convertFromOutToXYZ(outputFile, keepTv);
 }
 
 QVector<Coord> LanqorFilesConverter::createXYZFromZMTCoord(QVector<CoordZMT> const &zMatrix)
@@ -217,9 +293,9 @@ QVector<Coord> LanqorFilesConverter::createXYZFromZMTCoord(QVector<CoordZMT> con
     const internalCoordinates::CartesianResult result = internalCoordinates::gmetry(zMatrix);
     if (result.failedAtom == 0)
         return result.atoms;
-    mopend(tr("\nAtom %1 of the Z-matrix cannot be placed; check its reference atoms.")
-               .arg(result.failedAtom) +
-           tr(internalCoordinates::gmetryFailure));
+    d->mopend(tr("\nAtom %1 of the Z-matrix cannot be placed; check its reference atoms.")
+                  .arg(result.failedAtom) +
+              tr(internalCoordinates::gmetryFailure));
     return {};
 }
 
@@ -228,59 +304,72 @@ QVector<CoordZMT> LanqorFilesConverter::createZMTFromXYZCoord(QVector<Coord> con
     const internalCoordinates::InternalResult result = internalCoordinates::xyzint(atoms);
     if (result.coincidentAtoms[0] == 0)
         return result.rows;
-    mopend(tr("TWO ATOMS ARE COINCIDENT.  A FATAL ERROR.") + QLatin1Char('\n') +
-           tr("ATOMS%1 AND%2 ARE COINCIDENT\n")
-               .arg(result.coincidentAtoms[0], 4)
-               .arg(result.coincidentAtoms[1], 4));
+    d->mopend(tr("TWO ATOMS ARE COINCIDENT.  A FATAL ERROR.") + QLatin1Char('\n') +
+              tr("ATOMS%1 AND%2 ARE COINCIDENT\n")
+                  .arg(result.coincidentAtoms[0], 4)
+                  .arg(result.coincidentAtoms[1], 4));
     return {};
 }
 
-void LanqorFilesConverter::startConversion(const QString &from, const QString &to)
+/// The given structure, or one of the conversion's own, whose readers share one opening.
+LanqorInputData &LanqorFilesConverterPrivate::input(std::unique_ptr<LanqorInputData> &own) const
 {
-    emitProgress(tr(" -> (Lanqor Files Converter Module) Conversion from .%1 file to .%2 file")
-                     .arg(from, to));
+    if (given)
+        return *given;
+    own = std::make_unique<LanqorInputData>(nullptr, fileName);
+    own->setKeepFileOpen(true);
+    return *own;
+}
+
+void LanqorFilesConverterPrivate::startConversion(const QString &from, const QString &to)
+{
+    q.emitProgress(tr(" -> (Lanqor Files Converter Module) Conversion from .%1 file to .%2 file")
+                       .arg(from, to));
 }
 
 /// Reads the structure that a conversion "from out" starts from.
-bool LanqorFilesConverter::readStructure(LanqorInputData &data, const QString &to, bool keepTv)
+bool LanqorFilesConverterPrivate::readStructure(LanqorInputData &data, const QString &to,
+                                                bool keepTv)
 {
-    using structureFiles::Kind;
     const QString suffix = QFileInfo(fileName).suffix().toLower();
     const bool isStructureFile = suffix == QLatin1String("xyz") || suffix == QLatin1String("mop") ||
                                  suffix == QLatin1String("zmt") || suffix == QLatin1String("mol2");
     startConversion(isStructureFile ? suffix : QStringLiteral("out"), to);
-    data.setKeepFileOpen(true);
-    if (!(isStructureFile ? data.readStructureFile() : data.readMopacOutFile(keepTv)))
-        return failWith(data.getLastError());
+    const bool isRead =
+        !data.getCoord().isEmpty() ||
+        (isStructureFile ? data.readStructureFile() : data.readMopacOutFile(keepTv));
+    if (!isRead)
+        return q.failWith(data.getLastError());
     return atomsRead(data.getCoord());
 }
 
-bool LanqorFilesConverter::atomsRead(const QVector<Coord> &atoms)
+bool LanqorFilesConverterPrivate::atomsRead(const QVector<Coord> &atoms)
 {
     if (atoms.isEmpty())
-        return failWith(tr("There are no atoms in the structure: \n") + fileName);
-    emitProgress(tr(" -> (Lanqor Files Converter Module) Cartesian coordinates  read successfully. "
-                    "The chemical structure contains %1 atoms")
-                     .arg(atoms.size()));
+        return q.failWith(tr("There are no atoms in the structure: \n") + fileName);
+    q.emitProgress(
+        tr(" -> (Lanqor Files Converter Module) Cartesian coordinates  read successfully. "
+           "The chemical structure contains %1 atoms")
+            .arg(atoms.size()));
     return true;
 }
 
-bool LanqorFilesConverter::writeOutput(const QString &requestedName, const QString &extension,
-                                       const QString &text)
+bool LanqorFilesConverterPrivate::writeOutput(const QString &requestedName,
+                                              const QString &extension, const QString &text)
 {
     const QString output = nameOfOutput(requestedName, extension);
-    emitProgress(tr(" -> (Lanqor Files Converter Module) Creating output file."));
+    q.emitProgress(tr(" -> (Lanqor Files Converter Module) Creating output file."));
     if (QFileInfo(output) == QFileInfo(fileName))
-        return failWith(tr("The file to write is the one that was read: \n") + output);
+        return q.failWith(tr("The file to write is the one that was read: \n") + output);
     QString error;
     if (!reportText::writeFile(output, text, error))
-        return failWith(tr("The file %1 cannot be written: %2").arg(output, error));
-    emitProgress(tr(" -> (Lanqor Files Converter Module) The output file created successfully."));
+        return q.failWith(tr("The file %1 cannot be written: %2").arg(output, error));
+    q.emitProgress(tr(" -> (Lanqor Files Converter Module) The output file created successfully."));
     return true;
 }
 
-bool LanqorFilesConverter::writeCoordXYZ(QString const &outputFile, QVector<Coord> const &atoms,
-                                         bool keepTv)
+bool LanqorFilesConverterPrivate::writeCoordXYZ(QString const &outputFile,
+                                                QVector<Coord> const &atoms, bool keepTv)
 {
     QVector<Coord> kept = atoms;
     if (!keepTv)
@@ -289,54 +378,54 @@ bool LanqorFilesConverter::writeCoordXYZ(QString const &outputFile, QVector<Coor
                        structureText::xyzFile(kept, QFileInfo(fileName).completeBaseName()));
 }
 
-bool LanqorFilesConverter::createPointChargesFile(const QString &outputFile,
-                                                  const QVector<Coord> &ions)
+bool LanqorFilesConverterPrivate::createPointChargesFile(const QString &outputFile,
+                                                         const QVector<Coord> &ions)
 {
     QString error;
     return reportText::writeFile(outputFile, jobFiles::orcaPointCharges(ions), error) ||
-           failWith(tr("The file %1 cannot be written: %2").arg(outputFile, error));
+           q.failWith(tr("The file %1 cannot be written: %2").arg(outputFile, error));
 }
 
 /// Reads the count of doubly occupied orbitals of a MOPAC output.
-bool LanqorFilesConverter::readFilledLevels(const LanqorInputData &data, int &filledLevels)
+bool LanqorFilesConverterPrivate::readFilledLevels(const LanqorInputData &data, int &filledLevels)
 {
     LineReader reader(inputFileOf(data));
     if (!reader.open())
-        return failWith(missingFile(fileName));
+        return q.failWith(missingFile(fileName));
     while (reader.next()) {
         if (const auto number = mopacFilledLevels(reader.line())) {
             filledLevels = *number;
             return true;
         }
     }
-    return failWith(tr("NO. OF FILLED LEVELS was not find in mopac output"));
+    return q.failWith(tr("NO. OF FILLED LEVELS was not find in mopac output"));
 }
 
 /// Reads the atoms and the orbital energies of an ORCA output.
-bool LanqorFilesConverter::readOrcaOutput(LanqorInputData &data, double &windowFrom,
-                                          double &windowTo)
+bool LanqorFilesConverterPrivate::readOrcaOutput(LanqorInputData &data, double &windowFrom,
+                                                 double &windowTo)
 {
-    emitProgress(tr(" -> (Lanqor Files Converter Module) Conversion from .orcout file to .orcinp "
-                    "file"));
-    data.setKeepFileOpen(true);
-    if (!data.readCoordFromOrcaOutFile() || !data.readMolecularOrbitalOccupancy())
-        return failWith(data.getLastError());
+    q.emitProgress(tr(" -> (Lanqor Files Converter Module) Conversion from .orcout file to .orcinp "
+                      "file"));
+    if ((data.getCoord().isEmpty() && !data.readCoordFromOrcaOutFile()) ||
+        (data.getMolecularOrbitalsOccCount() == 0 && !data.readMolecularOrbitalOccupancy()))
+        return q.failWith(data.getLastError());
     if (!orbitalWindow(data, windowFrom, windowTo))
-        return failWith(tr("problema na definição dos orbitais!"));
-    emitProgress(tr(" -> (Lanqor Files Converter Module) The window of orbitals spans the %1 "
-                    "orbitals whose energies the output lists.")
-                     .arg(data.getMolecularOrbitalsOccCount()));
+        return q.failWith(tr("problema na definição dos orbitais!"));
+    q.emitProgress(tr(" -> (Lanqor Files Converter Module) The window of orbitals spans the %1 "
+                      "orbitals whose energies the output lists.")
+                       .arg(data.getMolecularOrbitalsOccCount()));
     return atomsRead(data.getCoord());
 }
 
 /// Reports an error that ends the conversion of a geometry.
-bool LanqorFilesConverter::mopend(const QString &message)
+bool LanqorFilesConverterPrivate::mopend(const QString &message)
 {
-    return failWith(message);
+    return q.failWith(message);
 }
 
-QString LanqorFilesConverter::nameOfOutput(const QString &requestedName,
-                                           const QString &extension) const
+QString LanqorFilesConverterPrivate::nameOfOutput(const QString &requestedName,
+                                                  const QString &extension) const
 {
     if (!requestedName.isEmpty())
         return requestedName;
@@ -344,7 +433,7 @@ QString LanqorFilesConverter::nameOfOutput(const QString &requestedName,
     return input.dir().filePath(input.completeBaseName() + QLatin1Char('.') + extension);
 }
 
-int LanqorFilesConverter::chargeOfJob(const LanqorInputData &data) const
+int LanqorFilesConverterPrivate::chargeOfJob(const LanqorInputData &data) const
 {
     return charge.value_or(static_cast<int>(std::lround(data.getChargeOnSystem())));
 }

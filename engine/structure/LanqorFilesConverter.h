@@ -7,8 +7,9 @@
 #include <QString>
 #include <QVector>
 
-#include <optional>
+#include <memory>
 
+class LanqorFilesConverterPrivate;
 class LanqorInputData;
 
 /// Converts structures between Cartesian and internal coordinates and writes jobs for
@@ -29,13 +30,22 @@ public:
     /// For createXYZFromZMTCoord() and createZMTFromXYZCoord() only; it has no file to convert.
     LanqorFilesConverter();
     LanqorFilesConverter(QObject *parent, QString const &fileName);
+    /// Works on the file of @p structure, through it: a conversion takes the atoms (of an ORCA job
+    /// also the orbitals) that it holds, or reads them.
+    LanqorFilesConverter(QObject *parent, LanqorInputData *structure);
     ~LanqorFilesConverter() override;
+
+    /// Further keywords that a MOPAC job of these atoms needs: the charge of the system and, when
+    /// there is a lanthanide among them, the sparkle model for it.
+    static QString sparkleKeywords(const QVector<Coord> &atoms, const int &charge);
+    /// Charge of the atoms of a system of this charge when the ion, +3, is left out.
+    static int chargeWithoutIon(const int &charge);
 
     /// Charge of the whole system in the jobs to come, elementary charges.
     void setCharge(const int &charge);
     /// Further keywords of MOPAC jobs, as "SPARKLE CHARGE=1"; empty by default. They end the
     /// second keyword line.
-    void setExtraMopacKeywords(const QString &keywords) { extraMopacKeywords = keywords; }
+    void setExtraMopacKeywords(const QString &keywords);
 
     /// A MOPAC job (.mop): an AM1 optimisation in Cartesian coordinates.
     bool convertFromOutToMop(QString const &outputFile = QString());
@@ -76,6 +86,9 @@ public:
     bool convertFromMopToXYZ(QString const &outputFile, bool const &keepTv);
     /// The first molecule of a MOL2 file as .xyz.
     bool convertFromMOL2ToXYZ(QString const &outputFile = QString());
+    /// That of the four conversions to .xyz which the suffix of the input asks for; translation
+    /// vectors are kept by the two that know of them.
+    bool convertToXYZ(QString const &outputFile, bool const &keepTv);
 
     /// Cartesian coordinates of a Z-matrix: atom 1 at the origin, atom 2 on the positive x axis,
     /// atom 3 in the xy plane. Empty with an error when a row does not place its atom.
@@ -86,19 +99,6 @@ public:
     QVector<CoordZMT> createZMTFromXYZCoord(QVector<Coord> const &atoms);
 
 private:
-    void startConversion(const QString &from, const QString &to);
-    bool readStructure(LanqorInputData &data, const QString &to, bool keepTv = false);
-    bool atomsRead(const QVector<Coord> &atoms);
-    bool writeOutput(const QString &requestedName, const QString &extension, const QString &text);
-    bool writeCoordXYZ(QString const &outputFile, QVector<Coord> const &atoms, bool keepTv);
-    bool createPointChargesFile(const QString &outputFile, const QVector<Coord> &ions);
-    bool readFilledLevels(const LanqorInputData &data, int &filledLevels);
-    bool readOrcaOutput(LanqorInputData &data, double &windowFrom, double &windowTo);
-    bool mopend(const QString &message);
-    QString nameOfOutput(const QString &requestedName, const QString &extension) const;
-    int chargeOfJob(const LanqorInputData &data) const;
-
-    QString fileName;
-    QString extraMopacKeywords;
-    std::optional<int> charge;
+    friend class LanqorFilesConverterPrivate;
+    std::unique_ptr<LanqorFilesConverterPrivate> d;
 };

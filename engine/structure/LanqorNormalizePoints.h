@@ -1,9 +1,16 @@
 #pragma once
 
+#include <LanqorEngine/AbsorptionResults.h>
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
 
 #include <QString>
 #include <QVector>
+
+#include <memory>
+
+class LanqorInputData;
+class LanqorNormalizePointsPrivate;
+class LanqorResultTables;
 
 /// The absorption spectrum of computed excited states as a smooth curve.
 ///
@@ -18,6 +25,9 @@ public:
     /// Reads the transitions of an output; getLastError() tells why it could not.
     /// @param program  0 ZINDO, 1 ORCA, 2 Gaussian
     LanqorNormalizePoints(QObject *parent, QString const &fileName, int const &program);
+    /// The same from the file of @p output, which is read here and not kept; null has no
+    /// transitions.
+    LanqorNormalizePoints(QObject *parent, LanqorInputData *output, int const &program);
     ~LanqorNormalizePoints() override;
 
     /// Width of every band and the limits of the spectrum, in either order, all in nm.
@@ -27,30 +37,25 @@ public:
     /// an oscillator strength lies in the range, or when a width or limit is not positive.
     bool spectrum();
     /// Wavelengths, nm, in the order of rising wavenumber; 1001 values after spectrum().
-    QVector<double> getaxisX() const { return axisX; }
+    QVector<double> getaxisX() const;
     /// Absorption at these wavelengths, largest value 1.
-    QVector<double> getaxisY() const { return axisY; }
+    QVector<double> getaxisY() const;
     /// Writes a line of wavelength (nm) and absorption for each point.
     bool createEspFile(QString const &fileName);
 
     /// Number of transitions read.
-    int getCount() const { return count; }
+    int getCount() const;
     /// Wavelength, nm, of transition @p transition (1 to getCount()); 0 for a state of zero
     /// energy. In file order until spectrum(), which sorts the transitions by wavelength.
-    double getPosition(const int &transition) const { return positions.at(transition); }
+    double getPosition(const int &transition) const;
     /// Oscillator strength of a transition, as getPosition().
-    double getIntensity(const int &transition) const { return intensities.at(transition); }
+    double getIntensity(const int &transition) const;
+
+    /// The curve of the last spectrum() and the transitions in the range.
+    AbsorptionResults getResults() const;
+    /// Transitions and curve as data for other programs.
+    static LanqorResultTables makeTables(const AbsorptionResults &results);
 
 private:
-    static void hpsort(int n, double *&keys, double *&a, double *&b, bool carryB);
-    QString parameterError() const;
-
-    int count = 0;
-    double bandWidth = 25.0;   // nm
-    double rangeStart = 150.0; // nm
-    double rangeEnd = 450.0;   // nm
-    QVector<double> positions; // count + 2 entries, 1 to count used
-    QVector<double> intensities;
-    QVector<double> axisX;
-    QVector<double> axisY;
+    std::unique_ptr<LanqorNormalizePointsPrivate> d;
 };

@@ -2,6 +2,7 @@
 
 #include "core/reportText_p.h"
 #include "input/bondCutOff_p.h"
+#include "input/inputDataAccess_p.h"
 #include "input/mol2File_p.h"
 #include "input/readerLimits_p.h"
 #include "input/structureFiles_p.h"
@@ -21,15 +22,23 @@
 
 using fragments::Fragment;
 
+namespace {
+
 /// The structure as read; atoms are counted from 0.
-struct LanqorOrganizeMolecules::Source
+struct Source
 {
     QVector<Coord> atoms;
     QStringList types;
     QVector<structureFiles::Bond> bonds;
 };
 
-namespace {
+/// A bond of the organised structure, atoms from 1.
+struct NewBond
+{
+    int first = 0;
+    int second = 0;
+    QString type;
+};
 
 /// "O 8": element and number, from 1.
 QString nameOf(const QVector<Coord> &atoms, int index)
@@ -118,40 +127,143 @@ bool isInRange(const Coord &atom)
            std::abs(atom.z) < fragments::largestCoordinate;
 }
 
+bool isNextToDonor(const Source &source, int ion, int atom)
+{
+    return std::any_of(source.bonds.begin(), source.bonds.end(), [&](const auto &bond) {
+        return bond.first != ion && bond.second != ion &&
+               ((bond.first == atom && isDonor(source.atoms, ion, bond.second)) ||
+                (bond.second == atom && isDonor(source.atoms, ion, bond.first)));
+    });
+}
+
 } // namespace
 
-LanqorOrganizeMolecules::LanqorOrganizeMolecules(QObject *parent, const QString &fileName)
-    : LanqorAbstractObjCalculation(parent)
-    , fileName(fileName)
-{}
-
-LanqorOrganizeMolecules::~LanqorOrganizeMolecules() = default;
-
-bool LanqorOrganizeMolecules::organize()
+class LanqorOrganizeMoleculesPrivate
 {
-    Source source;
-    int ion = 0;
-    if (!readSource(source) || !checkSource(source, ion))
-        return false;
-    source.bonds = fragments::withMissingBonds(source.atoms, source.bonds);
-    reportUncounted(source, ion);
-    const QVector<Fragment> around =
-        sorted(fragments::fragmentsAround(ion, source.atoms, source.bonds), keepUnboundFragments);
+public:
+    LanqorOrganizeMoleculesPrivate(LanqorOrganizeMolecules &owner, LanqorInputData *structure,
+                                   const QString &fileName)
+        : q(owner)
+        , given(structure)
+        , fileName(fileName)
+    {}
 
-    takeFragments(source, ion, around);
-    emitProgress(tr(" -> (Organize Molecules) %1 with %2 coordinated atoms in %3 ligands; %4 of %5 "
-                    "atoms are kept.")
-                     .arg(atoms.first().label)
-                     .arg(coordNumber)
-                     .arg(ligands.size())
-                     .arg(atoms.size())
-                     .arg(source.atoms.size()));
+    static QString tr(const char *text) { return LanqorOrganizeMolecules::tr(text); }
+    bool readSource(Source &source);
+    bool readMol2(const InputFile &file, Source &source);
+    bool checkSource(const Source &source, int &ion);
+    void takeFragments(const Source &source, int ion, const QVector<Fragment> &around);
+    void reportUncounted(const Source &source, int ion);
+    QString mol2Text() const;
+
+    LanqorOrganizeMolecules &q;
+    LanqorInputData *given; // null: the file is read apart
+    QString fileName;
+    QString extraMopacKeywords;
+    bool keepUnboundFragments = true;
+    int coordNumber = 0;
+    QVector<OrganizedLigand> ligands;
+    QVector<Coord> atoms;
+    QVector<int> sourceAtoms; // number of each atom in the structure that was read, from 1
+    QStringList atomTypes;    // of MOL2, one an atom
+    QVector<int> residues;    // number of the fragment of each atom; 1 is the ion
+    QStringList residueNames; // by number of the fragment
+    QVector<NewBond> bonds;
+};
+
+bool LanqorOrganizeMoleculesPrivate::readSource(Source &source)
+{
+    LanqorInputData own(nullptr, fileName);
+    LanqorInputData &data = given ? *given : own;
+    own.setKeepFileOpen(true);
+    if (structureFiles::kindOf(inputFileOf(data)) == structureFiles::Kind::Mol2)
+        return readMol2(inputFileOf(data), source);
+    if (data.getCoord().isEmpty() && !data.readStructureFile())
+        return q.failWith(data.getLastError());
+    source.atoms = data.getCoord();
     return true;
 }
 
+bool LanqorOrganizeMoleculesPrivate::readMol2(const InputFile &file, Source &source)
+{
+    structureFiles::Mol2Reader reader(file);
+    if (!reader.open())
+        return q.failWith(missingFile(fileName));
+    structureFiles::Mol2Molecule molecule;
+    while (reader.next(molecule)) {
+        if (!molecule.error.isEmpty() || !molecule.bondError.isEmpty())
+            return q.failWith(molecule.error.isEmpty() ? molecule.bondError : molecule.error);
+        const int offset = source.atoms.size();
+        if (offset + molecule.atoms.size() > maximumAtoms)
+            return q.failWith(tr("There are more than %1 atoms in the file: \n").arg(maximumAtoms) +
+                              fileName);
+        source.atoms += molecule.atoms;
+        source.types += molecule.atomTypes;
+        for (const structureFiles::Bond &bond : qAsConst(molecule.bonds))
+            source.bonds.append({offset + bond.first, offset + bond.second, bond.type});
+    }
+    return true;
+}
+
+/// Finds the ion of a structure that can be organised.
+bool LanqorOrganizeMoleculesPrivate::checkSource(const Source &source, int &ion)
+{
+    QVector<int> ions;
+    for (int i = 0; i < source.atoms.size(); ++i) {
+        if (LanqorInputData::isLanthanide(source.atoms.at(i).label))
+            ions.append(i);
+        if (!isInRange(source.atoms.at(i)))
+            return q.failWith(tr("Atom %1 lies too far away to belong to a structure: \n")
+                                  .arg(nameOf(source.atoms, i)) +
+                              fileName);
+    }
+    if (ions.isEmpty())
+        return q.failWith(tr("There is no lanthanide ion (La to Lu) among the %1 atoms of: \n")
+                              .arg(source.atoms.size()) +
+                          fileName);
+    if (ions.size() > 1)
+        return q.failWith(
+            tr("There is more than one lanthanide ion (%1 and %2); a structure must "
+               "have one: \n")
+                .arg(nameOf(source.atoms, ions.at(0)), nameOf(source.atoms, ions.at(1))) +
+            fileName);
+    if (const auto pair = fragments::overlappingAtoms(source.atoms))
+        return q.failWith(
+            tr("Atoms %1 and %2 are the same atom twice, or two places of a disordered "
+               "one (%3 Angstrom apart); keep one of them: \n")
+                .arg(nameOf(source.atoms, pair->first), nameOf(source.atoms, pair->second))
+                .arg(fragments::distance(source.atoms.at(pair->first),
+                                         source.atoms.at(pair->second)),
+                     0, 'f', 3) +
+            fileName);
+    ion = ions.first();
+    return true;
+}
+
+/// Tells of atoms that are bonded to the ion without being counted as coordinated: elements
+/// without a cut-off (F, Br, C) and atoms beyond it. The middle atom of a chelate, as N of a
+/// nitrate, is only near to the ion and not worth a word unless the file bonds it.
+void LanqorOrganizeMoleculesPrivate::reportUncounted(const Source &source, int ion)
+{
+    for (const structureFiles::Bond &bond : source.bonds) {
+        if (bond.first != ion && bond.second != ion)
+            continue;
+        const int other = bond.first == ion ? bond.second : bond.first;
+        const double r = fragments::distance(source.atoms.at(ion), source.atoms.at(other));
+        const bool isNearOnly =
+            bond.type == QLatin1String(fragments::guessedType) && isNextToDonor(source, ion, other);
+        if (!isNearOnly && !isDonor(source.atoms, ion, other))
+            q.emitProgress(
+                tr(" -> (Organize Molecules) Atom %1 is bonded to the ion at %2 Angstrom "
+                   "but not counted as coordinated.")
+                    .arg(nameOf(source.atoms, other))
+                    .arg(r, 0, 'f', 3));
+    }
+}
+
 /// Keeps the structure in its new order.
-void LanqorOrganizeMolecules::takeFragments(const Source &source, int ion,
-                                            const QVector<Fragment> &around)
+void LanqorOrganizeMoleculesPrivate::takeFragments(const Source &source, int ion,
+                                                   const QVector<Fragment> &around)
 {
     const QVector<int> order = orderOf(ion, around);
     QVector<int> newNumber(source.atoms.size(), 0); // from 1; 0 for atoms left out
@@ -169,15 +281,17 @@ void LanqorOrganizeMolecules::takeFragments(const Source &source, int ion,
         const Fragment &fragment = around.at(i);
         for (const int atom : fragment.atoms)
             residues[newNumber.at(atom) - 1] = i + 2;
-        QString ligand = names.at(i);
+        OrganizedLigand ligand{names.at(i), {}};
         for (const int atom : fragment.coordinated)
-            ligand += QStringLiteral(" %1").arg(newNumber.at(atom));
+            ligand.coordinatedAtoms.append(newNumber.at(atom));
         if (!fragment.coordinated.isEmpty())
             ligands.append(ligand);
     }
     atoms.clear();
+    sourceAtoms.clear();
     atomTypes.clear();
     for (const int atom : qAsConst(order)) {
+        sourceAtoms.append(atom + 1);
         atoms.append(source.atoms.at(atom));
         atomTypes.append(source.types.value(atom, source.atoms.at(atom).label));
     }
@@ -188,128 +302,7 @@ void LanqorOrganizeMolecules::takeFragments(const Source &source, int ion,
     }
 }
 
-bool LanqorOrganizeMolecules::createOutputFile(const QString &outputFile)
-{
-    if (atoms.isEmpty())
-        return failWith(tr("There is no organised structure to write."));
-    const QString suffix = QFileInfo(outputFile).suffix().toLower();
-    QString text;
-    if (suffix == QLatin1String("mol2"))
-        text = mol2Text();
-    else if (suffix == QLatin1String("xyz"))
-        text = structureText::xyzFile(atoms, QFileInfo(fileName).completeBaseName());
-    else if (suffix == QLatin1String("mop"))
-        text = jobFiles::mopacJob(atoms, extraMopacKeywords);
-    else
-        return failWith(tr("An organised structure is written as .mol2, .xyz or .mop, not as: ") +
-                        outputFile);
-    QString error;
-    return reportText::writeFile(outputFile, text, error) ||
-           failWith(tr("The file %1 cannot be written: %2").arg(outputFile, error));
-}
-
-QString LanqorOrganizeMolecules::getLanthanideLabel() const
-{
-    return atoms.isEmpty() ? QString() : atoms.first().label;
-}
-
-bool LanqorOrganizeMolecules::readSource(Source &source)
-{
-    if (structureFiles::kindOf(fileName) == structureFiles::Kind::Mol2)
-        return readMol2(source);
-    LanqorInputData data(nullptr, fileName);
-    if (!data.readStructureFile())
-        return failWith(data.getLastError());
-    source.atoms = data.getCoord();
-    return true;
-}
-
-bool LanqorOrganizeMolecules::readMol2(Source &source)
-{
-    structureFiles::Mol2Reader reader(fileName);
-    if (!reader.open())
-        return failWith(missingFile(fileName));
-    structureFiles::Mol2Molecule molecule;
-    while (reader.next(molecule)) {
-        if (!molecule.error.isEmpty() || !molecule.bondError.isEmpty())
-            return failWith(molecule.error.isEmpty() ? molecule.bondError : molecule.error);
-        const int offset = source.atoms.size();
-        if (offset + molecule.atoms.size() > maximumAtoms)
-            return failWith(tr("There are more than %1 atoms in the file: \n").arg(maximumAtoms) +
-                            fileName);
-        source.atoms += molecule.atoms;
-        source.types += molecule.atomTypes;
-        for (const structureFiles::Bond &bond : qAsConst(molecule.bonds))
-            source.bonds.append({offset + bond.first, offset + bond.second, bond.type});
-    }
-    return true;
-}
-
-/// Finds the ion of a structure that can be organised.
-bool LanqorOrganizeMolecules::checkSource(const Source &source, int &ion)
-{
-    QVector<int> ions;
-    for (int i = 0; i < source.atoms.size(); ++i) {
-        if (LanqorInputData::isLanthanide(source.atoms.at(i).label))
-            ions.append(i);
-        if (!isInRange(source.atoms.at(i)))
-            return failWith(tr("Atom %1 lies too far away to belong to a structure: \n")
-                                .arg(nameOf(source.atoms, i)) +
-                            fileName);
-    }
-    if (ions.isEmpty())
-        return failWith(tr("There is no lanthanide ion (La to Lu) among the %1 atoms of: \n")
-                            .arg(source.atoms.size()) +
-                        fileName);
-    if (ions.size() > 1)
-        return failWith(
-            tr("There is more than one lanthanide ion (%1 and %2); a structure must "
-               "have one: \n")
-                .arg(nameOf(source.atoms, ions.at(0)), nameOf(source.atoms, ions.at(1))) +
-            fileName);
-    if (const auto pair = fragments::overlappingAtoms(source.atoms))
-        return failWith(
-            tr("Atoms %1 and %2 are the same atom twice, or two places of a disordered "
-               "one (%3 Angstrom apart); keep one of them: \n")
-                .arg(nameOf(source.atoms, pair->first), nameOf(source.atoms, pair->second))
-                .arg(fragments::distance(source.atoms.at(pair->first),
-                                         source.atoms.at(pair->second)),
-                     0, 'f', 3) +
-            fileName);
-    ion = ions.first();
-    return true;
-}
-
-bool LanqorOrganizeMolecules::isNextToDonor(const Source &source, int ion, int atom)
-{
-    return std::any_of(source.bonds.begin(), source.bonds.end(), [&](const auto &bond) {
-        return bond.first != ion && bond.second != ion &&
-               ((bond.first == atom && isDonor(source.atoms, ion, bond.second)) ||
-                (bond.second == atom && isDonor(source.atoms, ion, bond.first)));
-    });
-}
-
-/// Tells of atoms that are bonded to the ion without being counted as coordinated: elements
-/// without a cut-off (F, Br, C) and atoms beyond it. The middle atom of a chelate, as N of a
-/// nitrate, is only near to the ion and not worth a word unless the file bonds it.
-void LanqorOrganizeMolecules::reportUncounted(const Source &source, int ion)
-{
-    for (const structureFiles::Bond &bond : source.bonds) {
-        if (bond.first != ion && bond.second != ion)
-            continue;
-        const int other = bond.first == ion ? bond.second : bond.first;
-        const double r = fragments::distance(source.atoms.at(ion), source.atoms.at(other));
-        const bool isNearOnly =
-            bond.type == QLatin1String(fragments::guessedType) && isNextToDonor(source, ion, other);
-        if (!isNearOnly && !isDonor(source.atoms, ion, other))
-            emitProgress(tr(" -> (Organize Molecules) Atom %1 is bonded to the ion at %2 Angstrom "
-                            "but not counted as coordinated.")
-                             .arg(nameOf(source.atoms, other))
-                             .arg(r, 0, 'f', 3));
-    }
-}
-
-QString LanqorOrganizeMolecules::mol2Text() const
+QString LanqorOrganizeMoleculesPrivate::mol2Text() const
 {
     using reportText::fixed;
     QString text = QStringLiteral("@<TRIPOS>MOLECULE\n") + QFileInfo(fileName).completeBaseName() +
@@ -335,4 +328,110 @@ QString LanqorOrganizeMolecules::mol2Text() const
                     .arg(bonds.at(i).second, 6)
                     .arg(bonds.at(i).type);
     return text;
+}
+
+LanqorOrganizeMolecules::LanqorOrganizeMolecules(QObject *parent, const QString &fileName)
+    : LanqorAbstractObjCalculation(parent)
+    , d(std::make_unique<LanqorOrganizeMoleculesPrivate>(*this, nullptr, fileName))
+{}
+
+LanqorOrganizeMolecules::LanqorOrganizeMolecules(QObject *parent, LanqorInputData *structure)
+    : LanqorAbstractObjCalculation(parent)
+    , d(std::make_unique<LanqorOrganizeMoleculesPrivate>(
+          *this, structure, structure ? structure->getFileName() : QString()))
+{}
+
+LanqorOrganizeMolecules::~LanqorOrganizeMolecules() = default;
+
+void LanqorOrganizeMolecules::setKeepUnboundFragments(const bool &keep)
+{
+    d->keepUnboundFragments = keep;
+}
+
+void LanqorOrganizeMolecules::setExtraMopacKeywords(const QString &keywords)
+{
+    d->extraMopacKeywords = keywords;
+}
+
+bool LanqorOrganizeMolecules::organize()
+{
+    Source source;
+    int ion = 0;
+    if (!d->readSource(source) || !d->checkSource(source, ion))
+        return false;
+    source.bonds = fragments::withMissingBonds(source.atoms, source.bonds);
+    d->reportUncounted(source, ion);
+    const QVector<Fragment> around = sorted(
+        fragments::fragmentsAround(ion, source.atoms, source.bonds), d->keepUnboundFragments);
+
+    d->takeFragments(source, ion, around);
+    emitProgress(tr(" -> (Organize Molecules) %1 with %2 coordinated atoms in %3 ligands; %4 of %5 "
+                    "atoms are kept.")
+                     .arg(d->atoms.first().label)
+                     .arg(d->coordNumber)
+                     .arg(d->ligands.size())
+                     .arg(d->atoms.size())
+                     .arg(source.atoms.size()));
+    return true;
+}
+
+bool LanqorOrganizeMolecules::createOutputFile(const QString &outputFile)
+{
+    if (d->atoms.isEmpty())
+        return failWith(tr("There is no organised structure to write."));
+    const QString suffix = QFileInfo(outputFile).suffix().toLower();
+    QString text;
+    if (suffix == QLatin1String("mol2"))
+        text = d->mol2Text();
+    else if (suffix == QLatin1String("xyz"))
+        text = structureText::xyzFile(d->atoms, QFileInfo(d->fileName).completeBaseName());
+    else if (suffix == QLatin1String("mop"))
+        text = jobFiles::mopacJob(d->atoms, d->extraMopacKeywords);
+    else
+        return failWith(tr("An organised structure is written as .mol2, .xyz or .mop, not as: ") +
+                        outputFile);
+    QString error;
+    return reportText::writeFile(outputFile, text, error) ||
+           failWith(tr("The file %1 cannot be written: %2").arg(outputFile, error));
+}
+
+QString LanqorOrganizeMolecules::getLanthanideLabel() const
+{
+    return d->atoms.isEmpty() ? QString() : d->atoms.first().label;
+}
+
+int LanqorOrganizeMolecules::getCoordNumber() const
+{
+    return d->coordNumber;
+}
+
+QStringList LanqorOrganizeMolecules::getLigands() const
+{
+    QStringList texts;
+    for (const OrganizedLigand &ligand : qAsConst(d->ligands)) {
+        QString text = ligand.name;
+        for (const int atom : ligand.coordinatedAtoms)
+            text += QStringLiteral(" %1").arg(atom);
+        texts.append(text);
+    }
+    return texts;
+}
+
+QVector<Coord> LanqorOrganizeMolecules::getCoord() const
+{
+    return d->atoms;
+}
+
+OrganizeResults LanqorOrganizeMolecules::getResults() const
+{
+    OrganizeResults results;
+    results.ion = getLanthanideLabel();
+    results.coordNumber = d->coordNumber;
+    for (int i = 0; i < d->atoms.size(); ++i) {
+        const bool isCoordinated = i >= 1 && i <= d->coordNumber;
+        results.atoms.append({d->atoms.at(i), d->sourceAtoms.at(i),
+                              d->residueNames.at(d->residues.at(i) - 1), isCoordinated});
+    }
+    results.ligands = d->ligands;
+    return results;
 }

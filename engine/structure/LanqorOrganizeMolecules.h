@@ -2,14 +2,17 @@
 
 #include <LanqorEngine/Coord.h>
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
+#include <LanqorEngine/OrganizeResults.h>
 
 #include <QString>
 #include <QStringList>
 #include <QVector>
 
-namespace fragments {
-struct Fragment;
-}
+#include <memory>
+
+class LanqorInputData;
+class LanqorOrganizeMoleculesPrivate;
+class LanqorResultTables;
 
 /// Brings a structure into the order of atoms that all calculations need: the lanthanide ion
 /// first, then the coordinated atoms ligand by ligand, then the remaining atoms ligand by ligand,
@@ -27,13 +30,16 @@ class LANQORENGINE_EXPORT LanqorOrganizeMolecules : public LanqorAbstractObjCalc
     Q_OBJECT
 public:
     LanqorOrganizeMolecules(QObject *parent, const QString &fileName);
+    /// Works on the file of @p structure, through it: organize() takes the atoms that it holds, or
+    /// reads them. A MOL2 file is read anew, for its bonds and all of its molecules.
+    LanqorOrganizeMolecules(QObject *parent, LanqorInputData *structure);
     ~LanqorOrganizeMolecules() override;
 
     /// Whether fragments that are not bound to the ion stay, as the last atoms (the default), or
     /// are left out.
-    void setKeepUnboundFragments(const bool &keep) { keepUnboundFragments = keep; }
+    void setKeepUnboundFragments(const bool &keep);
     /// Further keywords of a ".mop" file, as "SPARKLE CHARGE=1"; empty by default.
-    void setExtraMopacKeywords(const QString &keywords) { extraMopacKeywords = keywords; }
+    void setExtraMopacKeywords(const QString &keywords);
 
     /// Reads the file and sorts its atoms. Fails when there is no lanthanide ion or more than
     /// one, or when two atoms overlap; results of an earlier call stay then.
@@ -45,41 +51,20 @@ public:
     /// Element of the ion, "Eu"; empty before organize().
     QString getLanthanideLabel() const;
     /// Number N of the coordinated atoms; they are atoms 2 to N + 1.
-    int getCoordNumber() const { return coordNumber; }
+    int getCoordNumber() const;
     /// One text for each ligand: its formula (numbered where several ligands share it) and the
     /// numbers of its coordinated atoms, as "C5H7O2_1 2 3"; fit for
     /// LanqorAradPartition::setLigandsVector().
-    QStringList getLigands() const { return ligands; }
+    QStringList getLigands() const;
     /// The atoms in their new order, the ion first.
-    QVector<Coord> getCoord() const { return atoms; }
+    QVector<Coord> getCoord() const;
+
+    /// The organised structure; empty before organize().
+    OrganizeResults getResults() const;
+    /// The new order of atoms as data for other programs.
+    static LanqorResultTables makeTables(const OrganizeResults &results);
 
 private:
-    struct Source;
-
-    bool readSource(Source &source);
-    bool readMol2(Source &source);
-    bool checkSource(const Source &source, int &ion);
-    void takeFragments(const Source &source, int ion, const QVector<fragments::Fragment> &around);
-    static bool isNextToDonor(const Source &source, int ion, int atom);
-    void reportUncounted(const Source &source, int ion);
-    QString mol2Text() const;
-
-    /// A bond of the organised structure, atoms from 1.
-    struct Bond
-    {
-        int first = 0;
-        int second = 0;
-        QString type;
-    };
-
-    QString fileName;
-    QString extraMopacKeywords;
-    bool keepUnboundFragments = true;
-    int coordNumber = 0;
-    QStringList ligands;
-    QVector<Coord> atoms;
-    QStringList atomTypes;    // of MOL2, one an atom
-    QVector<int> residues;    // number of the fragment of each atom; 1 is the ion
-    QStringList residueNames; // by number of the fragment
-    QVector<Bond> bonds;
+    friend class LanqorOrganizeMoleculesPrivate;
+    std::unique_ptr<LanqorOrganizeMoleculesPrivate> d;
 };

@@ -19,9 +19,6 @@ namespace jobFiles {
 namespace {
 
 constexpr int multiplicity = 1;
-/// Charge of a lanthanide ion that stands as a point charge.
-constexpr double ionCharge = 3.0;
-
 /// Orbitals on either side of the gap that take part in the excitations of a ZINDO job.
 constexpr int windowWidth = 30;
 /// States of each multiplicity that a ZINDO job prints.
@@ -111,7 +108,7 @@ QString zindoAtoms(const QVector<Coord> &atoms)
         const bool isIon = LanqorInputData::isLanthanide(atom.label);
         text += fixed(atom.x, 6, 13) + fixed(atom.y, 6, 13) + fixed(atom.z, 6, 13) +
                 QStringLiteral("%1").arg(isIon ? 0 : atomicNumberOf(atom.label), 6) +
-                (isIon ? fixed(ionCharge, 6, 13) : QString()) + QLatin1Char('\n');
+                (isIon ? fixed(double(ionCharge), 6, 13) : QString()) + QLatin1Char('\n');
     }
     return text;
 }
@@ -226,7 +223,7 @@ QString orcaPointCharges(const QVector<Coord> &ions)
 {
     QString text = QStringLiteral("%1\n").arg(ions.size());
     for (const Coord &ion : ions)
-        text += fixed(ionCharge, 6) + fixed(ion.x, 9, 17) + fixed(ion.y, 9, 17) +
+        text += fixed(double(ionCharge), 6) + fixed(ion.x, 9, 17) + fixed(ion.y, 9, 17) +
                 fixed(ion.z, 9, 17) + QLatin1Char('\n');
     return text;
 }

@@ -9,6 +9,9 @@
 /// are closed shells, and the 4f shell is in the core or left out.
 namespace jobFiles {
 
+/// Charge of a trivalent lanthanide ion that stands as a point charge, elementary charges.
+constexpr int ionCharge = 3;
+
 /// An AM1 optimisation of all coordinates by MOPAC; @p extraKeywords end the second keyword line.
 QString mopacJob(const QVector<Coord> &atoms, const QString &extraKeywords);
 

@@ -1,0 +1,31 @@
+#include "LanqorNormalizePoints.h"
+
+#include <LanqorEngine/LanqorResultTables.h>
+
+LanqorResultTables LanqorNormalizePoints::makeTables(const AbsorptionResults &results)
+{
+    const QString nm = QStringLiteral("nm");
+    const QString one = QStringLiteral("1");
+    LanqorResultTables tables;
+    tables.addRecord(QStringLiteral("spectrum"),
+                     {{QStringLiteral("band_width"), nm},
+                      {QStringLiteral("range_start"), nm},
+                      {QStringLiteral("range_end"), nm}},
+                     {results.bandWidth, results.rangeStart, results.rangeEnd});
+    QVector<QVector<QVariant>> transitions;
+    for (const AbsorptionTransition &transition : results.transitions)
+        transitions.append(
+            {transition.wavelength, transition.energy, transition.oscillatorStrength});
+    tables.addTable(QStringLiteral("transitions"),
+                    {{QStringLiteral("wavelength"), nm},
+                     {QStringLiteral("energy"), QStringLiteral("cm^-1")},
+                     {QStringLiteral("oscillator_strength"), one}},
+                    transitions);
+    QVector<QVector<QVariant>> points;
+    for (int k = 0; k < results.wavelengths.size(); ++k)
+        points.append({results.wavelengths.at(k), results.absorption.at(k)});
+    tables.addTable(QStringLiteral("curve"),
+                    {{QStringLiteral("wavelength"), nm}, {QStringLiteral("absorption"), one}},
+                    points);
+    return tables;
+}
