@@ -84,48 +84,35 @@ void addOptions(cli::OptionReader &options)
                        tr("xyz: keep the translation vectors (Tv) of a periodic structure.")});
 }
 
-bool toXyz(LanqorFilesConverter &converter, const QString &in, const QString &out, bool keepTv)
-{
-    const QString suffix = QFileInfo(in).suffix().toLower();
-    if (suffix == QLatin1String("zmt"))
-        return converter.convertFromZmtToXYZ(out);
-    if (suffix == QLatin1String("mop"))
-        return converter.convertFromMopToXYZ(out, keepTv);
-    if (suffix == QLatin1String("mol2"))
-        return converter.convertFromMOL2ToXYZ(out);
-    return converter.convertFromOutToXYZ(out, keepTv);
-}
-
 /// An ORCA job; its atoms lack the ion's charge when the ion becomes a point charge.
 bool toOrca(LanqorFilesConverter &converter, const cli::OptionReader &options, const QString &out,
             const Numbers &numbers)
 {
-    constexpr int ionCharge = 3;
     const bool pointCharge = !options.isSet("keep-ion");
+    const int charge =
+        pointCharge ? LanqorFilesConverter::chargeWithoutIon(numbers.charge) : numbers.charge;
     return converter.convertFromOutToInpOrca(out, pointCharge, !options.isSet("singlets-only"),
-                                             numbers.charge - (pointCharge ? ionCharge : 0),
-                                             numbers.roots, numbers.maxdim);
+                                             charge, numbers.roots, numbers.maxdim);
 }
 
 /// Charge and keywords of a job: from the command line, else from the MOPAC output.
-void settleCharge(const cli::OptionReader &options, const QString &in, const QString &format,
-                  LanqorFilesConverter &converter, Numbers &numbers)
+void settleCharge(const cli::OptionReader &options, const QString &format,
+                  LanqorInputData &structure, LanqorFilesConverter &converter, Numbers &numbers)
 {
     const bool isJob = format == QLatin1String("mop") || format == QLatin1String("gjf") ||
                        format == QLatin1String("orcinp");
     if (!isJob)
         return;
-    if (in.endsWith(QLatin1String("orcout"))) {
+    if (structure.getFileName().endsWith(QLatin1String("orcout"))) {
         if (!numbers.isChargeGiven)
             options.refuse(tr("an ORCA output does not tell the charge of the complex; give it, "
                               "ion included, with --charge"));
         return;
     }
-    LanqorInputData structure(nullptr, in);
     if (!structure.readStructureFile())
         cli::failOf(structure);
     if (!numbers.isChargeGiven)
-        numbers.charge = cli::chargeOfSystem(structure, in);
+        numbers.charge = cli::chargeOfSystem(structure);
     converter.setExtraMopacKeywords(
         cli::mopacKeywords(options, structure.getCoord(), numbers.charge));
     converter.setCharge(numbers.charge);
@@ -152,7 +139,6 @@ int convertCommand(const QStringList &arguments)
     const QStringList files =
         options.files(2, tr("convert needs two files; see \"lanqor convert --help\""));
     Numbers numbers(options);
-    const QString &in = files.at(0);
     const QString &out = files.at(1);
     const QString format = formatOf(options.text("program"), out);
     if (format.isEmpty())
@@ -160,19 +146,20 @@ int convertCommand(const QStringList &arguments)
                           "the suffixes and for --program")
                            .arg(out));
 
-    LanqorFilesConverter converter(nullptr, in);
+    LanqorInputData structure(nullptr, files.at(0));
+    structure.setKeepFileOpen(true);
+    LanqorFilesConverter converter(nullptr, &structure);
     cli::showMessages(converter);
-    settleCharge(options, in, format, converter, numbers);
+    settleCharge(options, format, structure, converter, numbers);
 
-    const bool keepTv = options.isSet("keep-tv");
-    const bool isDone = format == QLatin1String("mop")   ? converter.convertFromOutToMop(out)
-                        : format == QLatin1String("gjf") ? converter.convertFromOutToGjf(out)
-                        : format == QLatin1String("inp") ? converter.convertFromOutToInp(out)
-                        : format == QLatin1String("orcinp")
-                            ? toOrca(converter, options, out, numbers)
-                        : format == QLatin1String("sph") ? converter.convertFromOutToSph(out)
-                        : format == QLatin1String("zmt") ? converter.convertFromOutToZmt(out)
-                                                         : toXyz(converter, in, out, keepTv);
+    const bool isDone =
+        format == QLatin1String("mop")      ? converter.convertFromOutToMop(out)
+        : format == QLatin1String("gjf")    ? converter.convertFromOutToGjf(out)
+        : format == QLatin1String("inp")    ? converter.convertFromOutToInp(out)
+        : format == QLatin1String("orcinp") ? toOrca(converter, options, out, numbers)
+        : format == QLatin1String("sph")    ? converter.convertFromOutToSph(out)
+        : format == QLatin1String("zmt")    ? converter.convertFromOutToZmt(out)
+                                            : converter.convertToXYZ(out, options.isSet("keep-tv"));
     if (!isDone)
         cli::failOf(converter);
     return cli::success;

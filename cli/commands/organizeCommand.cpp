@@ -2,10 +2,12 @@
 #include "commands/commands.h"
 #include "options/OptionReader.h"
 #include "options/mopacKeywords.h"
+#include "options/showResults.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOrganizeMolecules.h>
+#include <LanqorEngine/LanqorResultTables.h>
 
 #include <QFileInfo>
 
@@ -13,16 +15,19 @@ namespace {
 
 using cli::tr;
 
-QString summary(const LanqorOrganizeMolecules &structure)
+QString summary(const OrganizeResults &results)
 {
     QString text = tr("%1, coordination number %2\n\n"
                       "  ligand            coordinated atoms\n")
-                       .arg(structure.getLanthanideLabel())
-                       .arg(structure.getCoordNumber());
-    const QStringList ligands = structure.getLigands();
-    for (const QString &ligand : ligands)
-        text += QStringLiteral("  ") + ligand.section(QLatin1Char(' '), 0, 0).leftJustified(18) +
-                ligand.section(QLatin1Char(' '), 1) + QLatin1Char('\n');
+                       .arg(results.ion)
+                       .arg(results.coordNumber);
+    for (const OrganizedLigand &ligand : results.ligands) {
+        QStringList atoms;
+        for (const int atom : ligand.coordinatedAtoms)
+            atoms.append(QString::number(atom));
+        text += QStringLiteral("  ") + ligand.name.leftJustified(18) +
+                atoms.join(QLatin1Char(' ')) + QLatin1Char('\n');
+    }
     return text;
 }
 
@@ -52,25 +57,27 @@ int organizeCommand(const QStringList &arguments)
                        tr("Keywords of the second line of a .mop job instead of \"SPARKLE "
                           "CHARGE=n\"."),
                        QStringLiteral("text")});
+    options.addResultOptions();
     options.parse(arguments);
     const QStringList files =
         options.files(2, tr("organize needs two files; see \"lanqor organize --help\""));
     const bool isChargeGiven = options.isSet("charge");
     int charge = isChargeGiven ? options.wholeNumber("charge") : 0;
 
-    LanqorOrganizeMolecules structure(nullptr, files.at(0));
+    LanqorInputData source(nullptr, files.at(0));
+    source.setKeepFileOpen(true);
+    LanqorOrganizeMolecules structure(nullptr, &source);
     cli::showMessages(structure);
     structure.setKeepUnboundFragments(!options.isSet("drop-unbound"));
     if (!structure.organize())
         cli::failOf(structure);
-    if (!isChargeGiven && QFileInfo(files.at(1)).suffix().toLower() == QLatin1String("mop")) {
-        LanqorInputData source(nullptr, files.at(0));
-        source.readStructureFile(); // read before without a fault
-        charge = cli::chargeOfSystem(source, files.at(0));
-    }
+    if (!isChargeGiven && QFileInfo(files.at(1)).suffix().toLower() == QLatin1String("mop"))
+        charge = cli::chargeOfSystem(source);
     structure.setExtraMopacKeywords(cli::mopacKeywords(options, structure.getCoord(), charge));
     if (!structure.createOutputFile(files.at(1)))
         cli::failOf(structure);
-    cli::print(summary(structure));
+    const OrganizeResults results = structure.getResults();
+    cli::showResults(options, summary(results), LanqorOrganizeMolecules::makeTables(results),
+                     {files.at(0)});
     return cli::success;
 }

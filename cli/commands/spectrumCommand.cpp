@@ -1,28 +1,29 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "options/OptionReader.h"
+#include "options/showResults.h"
 #include "options/statePrograms.h"
 #include "plots/plots.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorNormalizePoints.h>
+#include <LanqorEngine/LanqorResultTables.h>
 
 #include <QFileInfo>
 
-#include <algorithm>
-
 namespace {
 
+using cli::column;
 using cli::tr;
 
 struct Request
 {
     QString file;
-    int program = LanqorInputData::UnknownOutput;
-    double width = 0.0; // nm
-    double start = 0.0; // nm
-    double end = 0.0;   // nm
+    const StateProgram *program = nullptr; ///< null: to be found out
+    double width = 0.0;                    // nm
+    double start = 0.0;                    // nm
+    double end = 0.0;                      // nm
     QString curveFile;
     QString plotFile;
 };
@@ -33,12 +34,9 @@ Request readRequest(const cli::OptionReader &options)
     request.file =
         options.files(1, tr("spectrum needs one file; see \"lanqor spectrum --help\"")).first();
     const QString name = options.text("program");
-    const StateProgram *program =
-        name.isEmpty() ? cli::stateProgramOf(request.file) : cli::stateProgramNamed(name);
-    if (!program && !name.isEmpty())
+    request.program = cli::stateProgramNamed(name);
+    if (!request.program && !name.isEmpty())
         options.refuse(tr("--program needs to be orca, gaussian or zindo"));
-    if (program)
-        request.program = program->type;
     bool ok[3] = {};
     request.width = options.text("width").toDouble(&ok[0]);
     const QStringList limits = options.text("range").split(QLatin1Char(':'));
@@ -54,25 +52,13 @@ Request readRequest(const cli::OptionReader &options)
     return request;
 }
 
-QVector<QPointF> transitionsOf(const LanqorNormalizePoints &points)
-{
-    QVector<QPointF> transitions;
-    for (int i = 1; i <= points.getCount(); ++i)
-        transitions.append({points.getPosition(i), points.getIntensity(i)});
-    return transitions;
-}
-
 /// The transitions in the range, by wavelength.
-QString transitionTable(const QVector<QPointF> &transitions, const Request &request)
+QString transitionTable(const AbsorptionResults &results)
 {
     QString text = tr("  wavelength / nm   energy / cm^-1   oscillator strength\n");
-    for (const QPointF &transition : transitions) {
-        if (transition.x() >= std::min(request.start, request.end) &&
-            transition.x() <= std::max(request.start, request.end))
-            text += QString::number(transition.x(), 'f', 2).rightJustified(17) +
-                    QString::number(1e7 / transition.x(), 'f', 1).rightJustified(17) +
-                    QString::number(transition.y(), 'f', 6).rightJustified(22) + QLatin1Char('\n');
-    }
+    for (const AbsorptionTransition &transition : results.transitions)
+        text += column(transition.wavelength, 2, 17) + column(transition.energy, 1, 17) +
+                column(transition.oscillatorStrength, 6, 22) + QLatin1Char('\n');
     return text;
 }
 
@@ -101,24 +87,28 @@ int spectrumCommand(const QStringList &arguments)
                           "it is not named."),
                        QStringLiteral("name")});
     options.addOption(plots::option());
+    options.addResultOptions();
     options.parse(arguments);
     const Request request = readRequest(options);
     if (!QFileInfo::exists(request.file))
         throw cli::Failure{tr("%1 does not exist.").arg(request.file)};
-    if (request.program < 0)
+    LanqorInputData output(nullptr, request.file);
+    output.setKeepFileOpen(true);
+    const StateProgram *program = request.program ? request.program : cli::stateProgramOf(output);
+    if (!program)
         throw cli::Failure{tr("%1 is not known as an output of ORCA, Gaussian or ZINDO; name the "
                               "program by --program")
                                .arg(request.file)};
 
-    LanqorNormalizePoints points(nullptr, request.file, request.program);
+    LanqorNormalizePoints points(nullptr, &output, program->type);
     points.setParametersNormalization(request.width, request.start, request.end);
     if (!points.spectrum() ||
         (!request.curveFile.isEmpty() && !points.createEspFile(request.curveFile)))
         cli::failOf(points);
-    const plots::Spectrum spectrum = {QFileInfo(request.file).fileName(), points.getaxisX(),
-                                      points.getaxisY(), transitionsOf(points)};
+    const AbsorptionResults results = points.getResults();
     if (!request.plotFile.isEmpty())
-        plots::draw(spectrum, request.plotFile);
-    cli::print(transitionTable(spectrum.transitions, request));
+        plots::draw(results, QFileInfo(request.file).fileName(), request.plotFile);
+    cli::showResults(options, transitionTable(results), LanqorNormalizePoints::makeTables(results),
+                     {request.file});
     return cli::success;
 }

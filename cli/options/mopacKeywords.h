@@ -2,21 +2,21 @@
 
 #include <LanqorEngine/Coord.h>
 
+#include <QString>
 #include <QVector>
 
-class QString;
 class LanqorInputData;
 
 namespace cli {
 
 class OptionReader;
 
-/// Charge of the system, when --charge does not tell it: that of the MOPAC output @p file, else 0,
+/// Charge of the system of a job, when --charge does not tell it: that of the MOPAC output, else 0,
 /// of which a note tells.
-int chargeOfSystem(const LanqorInputData &structure, const QString &file);
+int chargeOfSystem(const LanqorInputData &structure);
 
-/// Second keyword line of a MOPAC job: the text of --keywords, else the charge and, when the
-/// structure has a lanthanide, the sparkle model for it.
+/// Second keyword line of a MOPAC job: the text of --keywords, else the keywords that the atoms
+/// need.
 QString mopacKeywords(const OptionReader &options, const QVector<Coord> &atoms, int charge);
 
 } // namespace cli

@@ -10,6 +10,14 @@ constexpr StateProgram programs[] = {
     {"zindo", "ZINDO", LanqorInputData::ZindoOutput},
 };
 
+const StateProgram *programOf(LanqorInputData::ProgramType type)
+{
+    for (const StateProgram &program : programs)
+        if (program.type == type)
+            return &program;
+    return nullptr;
+}
+
 } // namespace
 
 const StateProgram *stateProgramNamed(const QString &name)
@@ -22,11 +30,12 @@ const StateProgram *stateProgramNamed(const QString &name)
 
 const StateProgram *stateProgramOf(const QString &fileName)
 {
-    const LanqorInputData::ProgramType type = LanqorInputData::detectProgram(fileName);
-    for (const StateProgram &program : programs)
-        if (program.type == type)
-            return &program;
-    return nullptr;
+    return programOf(LanqorInputData::detectProgram(fileName));
+}
+
+const StateProgram *stateProgramOf(const LanqorInputData &output)
+{
+    return programOf(output.detectProgram());
 }
 
 } // namespace cli

@@ -16,5 +16,7 @@ namespace cli {
 const StateProgram *stateProgramNamed(const QString &name);
 /// The program that wrote @p fileName; null when it is not known.
 const StateProgram *stateProgramOf(const QString &fileName);
+/// The same for the file of @p output.
+const StateProgram *stateProgramOf(const LanqorInputData &output);
 
 } // namespace cli

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QPointF>
 #include <QString>
 #include <QVector>
 
 #include <memory>
 
+struct AbsorptionResults;
 class QCommandLineOption;
 class QCoreApplication;
 
@@ -30,15 +30,8 @@ QString superscript(int number);
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv,
                                                   const QStringList &arguments);
 
-/// An absorption spectrum.
-struct Spectrum
-{
-    QString title;
-    QVector<double> wavelengths;  ///< nm
-    QVector<double> absorption;   ///< largest value 1
-    QVector<QPointF> transitions; ///< wavelength, nm, and oscillator strength
-};
-void draw(const Spectrum &spectrum, const QString &file);
+/// An absorption spectrum with its transitions.
+void draw(const AbsorptionResults &spectrum, const QString &title, const QString &file);
 
 /// Energy levels in columns, and arrows between them.
 struct LevelDiagram

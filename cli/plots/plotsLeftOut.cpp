@@ -22,7 +22,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, const 
     return std::make_unique<QCoreApplication>(argc, argv);
 }
 
-void draw(const Spectrum &, const QString &)
+void draw(const AbsorptionResults &, const QString &, const QString &)
 {
     refuse();
 }

@@ -2,6 +2,8 @@
 #include "plots/plots.h"
 #include "text.h"
 
+#include <LanqorEngine/AbsorptionResults.h>
+
 #include <qwt_plot.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_grid.h>
@@ -63,16 +65,17 @@ void addWavenumberAxis(QwtPlot &plot, double shortest, double longest)
 }
 
 /// The transitions as lines of the height of their oscillator strengths, on the right axis.
-void addTransitions(QwtPlot &plot, const QVector<QPointF> &transitions, double shortest,
-                    double longest)
+void addTransitions(QwtPlot &plot, const QVector<AbsorptionTransition> &transitions,
+                    double shortest, double longest)
 {
     QVector<QPointF> sticks;
     double largest = 0.0;
-    for (const QPointF &transition : transitions) {
-        if (transition.x() < shortest || transition.x() > longest || transition.y() <= 0.0)
+    for (const AbsorptionTransition &transition : transitions) {
+        const double strength = transition.oscillatorStrength;
+        if (transition.wavelength < shortest || transition.wavelength > longest || strength <= 0.0)
             continue;
-        sticks.append(transition);
-        largest = std::max(largest, transition.y());
+        sticks.append({transition.wavelength, strength});
+        largest = std::max(largest, strength);
     }
     if (sticks.isEmpty())
         return;
@@ -89,10 +92,10 @@ void addTransitions(QwtPlot &plot, const QVector<QPointF> &transitions, double s
 
 } // namespace
 
-void draw(const Spectrum &spectrum, const QString &file)
+void draw(const AbsorptionResults &spectrum, const QString &title, const QString &file)
 {
     QwtPlot plot;
-    applyStyle(plot, spectrum.title);
+    applyStyle(plot, title);
     const auto range =
         std::minmax_element(spectrum.wavelengths.cbegin(), spectrum.wavelengths.cend());
     plot.setAxisScale(QwtPlot::xBottom, *range.first, *range.second);
