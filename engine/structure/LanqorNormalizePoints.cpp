@@ -168,8 +168,7 @@ bool LanqorNormalizePoints::spectrum()
     QVector<double> widths(d->count + 2, 0.0); // cm^-1
     for (int i = 1; i <= d->count; ++i) {
         if (isPositive(d->positions.at(i)))
-            widths[i] =
-                d->bandWidth * nmPerCm / (d->positions.at(i) * d->positions.at(i));
+            widths[i] = d->bandWidth * nmPerCm / (d->positions.at(i) * d->positions.at(i));
     }
     double *keys = d->positions.data();
     double *strengths = d->intensities.data();
@@ -252,8 +251,7 @@ AbsorptionResults LanqorNormalizePoints::getResults() const
         const double wavelength = d->positions.at(i);
         if (wavelength >= std::min(d->rangeStart, d->rangeEnd) &&
             wavelength <= std::max(d->rangeStart, d->rangeEnd))
-            results.transitions.append(
-                {wavelength, nmPerCm / wavelength, d->intensities.at(i)});
+            results.transitions.append({wavelength, nmPerCm / wavelength, d->intensities.at(i)});
     }
     results.wavelengths = d->axisX;
     results.absorption = d->axisY;

@@ -229,6 +229,20 @@ private Q_SLOTS:
             QLatin1String(" THIS IS A FATAL ERROR, RUN STOPPED IN GMETRY")));
     }
 
+    // A structure that was read already is not read again.
+    void givenStructure()
+    {
+        const QString file = scratchFile(QStringLiteral("given.xyz"), "2\n\nEu 0 0 0\nO 0 0 2.4\n");
+        LanqorInputData structure(nullptr, file);
+        QVERIFY(structure.readStructureFile());
+        scratchFile(QStringLiteral("given.xyz"), "changed meanwhile");
+        LanqorFilesConverter converter(nullptr, &structure);
+        QVERIFY(converter.convertToXYZ(path("given.xyz"), false));
+        QVERIFY(difference(atomsOf(path("given.xyz")), structure.getCoord()) < 1e-9);
+        LanqorInputData *none = nullptr;
+        QVERIFY(!LanqorFilesConverter(nullptr, none).convertFromOutToMop(path("null.mop")));
+    }
+
     void structureFilesToXyz()
     {
         for (const char *name : {"eu_cl2_h2o6_int.zmt", "eu_cl2_h2o6_internal.mop",

@@ -103,6 +103,11 @@ private Q_SLOTS:
         points.setParametersNormalization(18.0, 400.0, 200.0);
         QVERIFY2(points.spectrum(), qPrintable(points.getLastError()));
         const QVector<double> first = points.getaxisY();
+        const AbsorptionResults results = points.getResults(); // 60000 cm^-1 lies outside
+        QCOMPARE(results.transitions.size(), 5);
+        COMPARE_NEAR(results.transitions.first().energy, 41666.7, 1e-9);
+        QCOMPARE(results.transitions.first().oscillatorStrength, 0.9);
+        QCOMPARE(results.absorption, first);
         points.setParametersNormalization(18.0, 200.0, 400.0);
         QVERIFY(points.spectrum() && points.spectrum());
         QCOMPARE(points.getaxisY(), first);
