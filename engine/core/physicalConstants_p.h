@@ -5,28 +5,30 @@
 /// purpose, each keeps its own beside its formula.
 namespace lanqor {
 
+/// Pi and 4 pi to the digits of the intensity and rate formulas.
 constexpr double pi = 3.14159265359;
 constexpr double fourPi = 12.56637061436;
 
 /// Bohr radius, cm (CODATA 2010).
 constexpr double bohrRadiusCm = 5.2917721092e-9;
-/// Bohr radii in an Angstrom.
+/// Bohr radii in an Angstrom (CODATA 1986).
 constexpr double bohrPerAngstrom = 1.889725988579;
 constexpr double cmPerAngstrom = 1e-8;
 /// cm^3 in a cubic Angstrom, the unit in which polarisabilities are printed and entered.
 constexpr double cm3PerCubicAngstrom = 1.0e-24;
 
-/// Magnitude of the electron's charge, esu, and its square, esu^2 = erg cm.
+/// Magnitude of the electron's charge, esu (CODATA 2010), and its square, esu^2 = erg cm.
 constexpr double elementaryChargeEsu = 4.803204505713468e-10;
 constexpr double elementaryChargeSquared = 2.307077352370616e-19;
 
-/// Speed of light, cm/s.
+/// Speed of light, cm/s (exact).
 constexpr double lightSpeed = 29979245800.0;
-/// 1/(hc): wavenumber, cm^-1, of an energy of one erg.
+/// 1/(hc): wavenumber, cm^-1, of an energy of one erg. Within 1e-7 of CODATA 2006 and 2010, digits
+/// of neither; source not known.
 constexpr double wavenumberPerErg = 5.03411751e+15;
 /// Nanometres in a centimetre: a wavelength in nm is this by its wavenumber in cm^-1.
 constexpr double nmPerCm = 1.0e7;
-/// Wavenumber, cm^-1, of one eV.
+/// Wavenumber, cm^-1, of one eV (CODATA 2018).
 constexpr double wavenumberPerEv = 8065.543937;
 /// Omega(lambda) is printed and entered in this unit, cm^2.
 constexpr double omegaUnitCm2 = 1e-20;

@@ -1,12 +1,12 @@
 #include "intensity/emissionSpectrum_p.h"
 
+#include "core/physicalConstants_p.h"
+
 #include <algorithm>
 
 namespace emissionSpectrum {
 
 namespace {
-
-constexpr double nmPerCm = 1.0e7;
 
 struct Point
 {
@@ -16,7 +16,7 @@ struct Point
 
 double toWavenumber(Spectrum::Axis axis, double x)
 {
-    return axis == Spectrum::Axis::Nanometre ? nmPerCm / x : x;
+    return axis == Spectrum::Axis::Nanometre ? lanqor::nmPerCm / x : x;
 }
 
 double interpolated(const Spectrum &spectrum, double x)
@@ -77,8 +77,8 @@ Band integrate(const Spectrum &spectrum, const EmissionSpectrumOptions::Window &
 {
     Band band;
     const bool isWavelength = spectrum.axis == Spectrum::Axis::Nanometre;
-    const double windowLow = isWavelength ? nmPerCm / window.highest : window.lowest;
-    const double windowHigh = isWavelength ? nmPerCm / window.lowest : window.highest;
+    const double windowLow = isWavelength ? lanqor::nmPerCm / window.highest : window.lowest;
+    const double windowHigh = isWavelength ? lanqor::nmPerCm / window.lowest : window.highest;
     const double low = std::max(windowLow, spectrum.abscissa.front());
     const double high = std::min(windowHigh, spectrum.abscissa.back());
     if (!(low < high))

@@ -2,6 +2,7 @@
 
 #include "core/physicalConstants_p.h"
 #include "intensity/radiativeRates_p.h"
+#include "overlap/europium_p.h"
 
 namespace experimentalIntensities {
 
@@ -17,12 +18,8 @@ constexpr double cube(double x)
 /// is 3 % smaller; experimental values are always calibrated by this one.
 constexpr double magneticDipoleConstant = 3.0999999999999997e-12;
 
-/// Three times the reduced Planck constant, erg s, to the digits in use here.
+/// Three times the reduced Planck constant, erg s (CODATA 2010).
 constexpr double threeHbar = 3.163715178e-27;
-
-/// Squared reduced matrix elements <5D0||U(J)||7FJ>^2, Carnall et al. (1968).
-constexpr double squaredU2 = 0.0032;
-constexpr double squaredU4 = 0.0023;
 
 double omegaFromRate(double rate, double sigma, double chi, double squaredU)
 {
@@ -45,10 +42,10 @@ Results calculate(const Emission &emission, double n)
             results.rate[J] = results.rate[1] * (S[J] / S[1]) * (sigma[1] / sigma[J]);
     }
     const double chi = radiativeRates::localField(n);
-    results.omega2 = omegaFromRate(results.rate[2], sigma[2], chi, squaredU2);
-    results.omega4 = omegaFromRate(results.rate[4], sigma[4], chi, squaredU4);
-    // The fixed numerator belongs to one instrument and means nothing for other areas; kept,
-    // since stored results rest on it.
+    results.omega2 = omegaFromRate(results.rate[2], sigma[2], chi, europium::emissions[0].U2);
+    results.omega4 = omegaFromRate(results.rate[4], sigma[4], chi, europium::emissions[1].U2);
+    // The fixed numerator, source not known, means nothing for areas in another unit; kept, since
+    // stored results rest on it.
     results.r02 = 178305.0 / S[2];
     results.arad = results.rate[1] + results.rate[0] + results.rate[2] + results.rate[3] +
                    results.rate[4] + results.rate[5];

@@ -6,9 +6,9 @@ namespace radiativeRates {
 
 namespace {
 
-/// Three times Planck's constant, erg s.
+/// Three times Planck's constant, erg s (CODATA 2010).
 constexpr double threePlanck = 1.987820871e-26;
-/// Line strength of 5D0 -> 7F1, esu^2 cm^2.
+/// Line strength of 5D0 -> 7F1, esu^2 cm^2; source not known.
 constexpr double magneticDipoleStrength = 9.6e-42;
 
 /// 64 pi^4 sigma^3 / (3h): rate per unit of line strength and local field.

@@ -30,6 +30,7 @@ constexpr std::size_t triangle(int l, int m)
 /// Y(l,m) at phi = 0, m >= 0, by the recurrence in l of the normalised Legendre functions.
 double normalisedLegendre(int l, int m, double cosTheta, double sinTheta)
 {
+    // Harmonics are exact to the last digit; lattice sums have the model's own 4 pi.
     constexpr double inverseFourPi = 1.0 / (4.0 * 3.141592653589793);
     double square = (2 * m + 1) * inverseFourPi;
     double power = parity(m);
@@ -92,7 +93,7 @@ Complex sphericalHarmonic(int l, int m, double theta, double phi)
 
 double overlap(double ro0, double minDistance, double distance)
 {
-    return ro0 * std::pow(minDistance / distance, 3.5);
+    return ro0 * std::pow(minDistance / distance, overlapExponent);
 }
 
 double betaFactor(const QString &symbol, double rho, double previous)

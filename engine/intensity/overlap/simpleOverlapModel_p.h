@@ -22,10 +22,12 @@ using Complex = std::complex<double>;
 /// Highest rank of the harmonics in use.
 constexpr int maximumRank = 7;
 
-/// Overlap of the nearest coordinated atom.
+/// Overlap of the nearest coordinated atom, and the power of the distance by which the others
+/// have less: Malta et al. (1997).
 constexpr double nearestOverlap = 0.05;
+constexpr double overlapExponent = 3.5;
 
-/// Below this distance, Angstrom, an atom counts as lying on the ion.
+/// Below this distance, Angstrom, an atom counts as lying on the ion: far below any bond.
 constexpr double smallestDistance = 0.1;
 
 /// Spherical harmonic Y(l,m), orthonormal, with the Condon-Shortley phase; l up to maximumRank,
