@@ -11,6 +11,7 @@
 
 class LanqorAradPartitionPrivate;
 class LanqorInputData;
+class LanqorResultTables;
 struct AradPartitionResults;
 
 /// Chemical partition of the forced-electric-dipole emission rate Arad(ED) of 5D0 of Eu3+ over
@@ -71,6 +72,8 @@ public:
 
     /// Shares and pairs of all atoms and groups.
     AradPartitionResults getResults() const;
+    /// Shares as data.
+    static LanqorResultTables makeTables(const AradPartitionResults &results);
 
 private:
     std::unique_ptr<LanqorAradPartitionPrivate> d;

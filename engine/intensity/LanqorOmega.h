@@ -11,6 +11,7 @@
 
 class LanqorInputData;
 class LanqorOmegaPrivate;
+class LanqorResultTables;
 struct OmegaResults;
 
 /// Theoretical Judd-Ofelt intensity parameters Omega(2), Omega(4) and Omega(6) of a Eu3+ complex
@@ -34,7 +35,8 @@ struct OmegaResults;
 ///   is dE = c (Rmin/R) 1e-11 erg, c = 0.315593115 * 4.2925651759 for O and
 ///   1.7016449683 * 4.4056678455 for N; then g = R sqrt(k/(2 dE)) and
 ///   alpha = e^2 rho^2 R^2/(2 dE) + (4.2669775857 + 0.0432505996 S) 1e-24 cm^3. F and Cl have
-///   g = 1 and the second term of alpha alone, other elements keep what they had.
+///   g = 1 and the second term of alpha alone, other elements keep what they had. The sources of
+///   these numbers are not known.
 /// The last two need a force matrix in the MOPAC output, read anew by every calcOmega().
 class LANQORENGINE_EXPORT LanqorOmega : public LanqorAbstractObjCalculation
 {
@@ -100,6 +102,8 @@ public:
     /// Everything that the last calculation gave, at the present refractive index, groups and
     /// printing options; empty when there was none or it failed.
     OmegaResults getResults() const;
+    /// Results as data: parameters, atoms, rates, partition, amplitudes and crystal field.
+    static LanqorResultTables makeTables(const OmegaResults &results);
 
     /// Omega(lambda), cm^2, lambda = 2, 4, 6.
     double getOmega(const int &lambda) const;

@@ -8,6 +8,7 @@
 #include <memory>
 
 class LanqorOmegaExpPrivate;
+class LanqorResultTables;
 struct OmegaExpResults;
 
 /// Experimental intensity parameters of a Eu3+ compound from its emission spectrum.
@@ -75,6 +76,8 @@ public:
     /// Everything that the last calculation gave, with what the lifetime adds; empty when there was
     /// none or it failed.
     OmegaExpResults getResults() const;
+    /// Results as data: parameters, rates and decay, then the bands.
+    static LanqorResultTables makeTables(const OmegaExpResults &results);
 
 private:
     std::unique_ptr<LanqorOmegaExpPrivate> d;

@@ -1,9 +1,7 @@
 #include "testSpheres.h"
 
-#include <LanqorEngine/LanqorBkq.h>
 #include <LanqorEngine/LanqorInputData.h>
 
-#include <QRegularExpression>
 #include <QtTest>
 
 using testSpheres::setChargeFactorAndAlpha;
@@ -83,15 +81,6 @@ std::unique_ptr<LanqorOmega> finishedQDC(const QString &file = output())
     return omega;
 }
 
-/// Value behind "name = " in a report.
-double valueOf(const QString &report, const QString &name)
-{
-    const QRegularExpression pattern(QRegularExpression::escape(name) +
-                                     " *= *([-0-9.]+(e[-+]\\d+)?)");
-    const QRegularExpressionMatch match = pattern.match(report);
-    return match.hasMatch() ? match.captured(1).toDouble() : std::nan("");
-}
-
 } // namespace
 
 class TestIntensityReport : public QObject
@@ -100,7 +89,6 @@ class TestIntensityReport : public QObject
 private Q_SLOTS:
     void storedReport();
     void eachSwitchHasItsSection();
-    void crystalFieldIsThatOfItsOwnCalculation();
     void columnsOfTwoDigitAtomsAreAligned();
     void indicesSetAfterTheCalculation();
     void groupsThatCannotBeUsed();
@@ -144,27 +132,6 @@ void TestIntensityReport::eachSwitchHasItsSection()
         const QString report = omega->createOutFile(QString());
         for (const Section &section : sections)
             QVERIFY2(report.contains(section.text) == (&section == &chosen), section.text);
-    }
-}
-
-void TestIntensityReport::crystalFieldIsThatOfItsOwnCalculation()
-{
-    const QString report = finishedQDC()->createOutFile(QString());
-    QVector<double> g;
-    for (int atom = 0; atom <= 9; ++atom)
-        g.append(1.5 * (0.6 + 0.03 * atom));
-    double *chargeFactors = g.data();
-    LanqorBkq field(output(), 0);
-    field.setChargeFactors(chargeFactors);
-    QVERIFY(field.calculateRO(0.05));
-    for (int k = 2; k <= 6; k += 2) {
-        for (int q = 0; q <= k; ++q) {
-            const MyComplex expected = field.getBkq(k, q);
-            const QString name = QString("Bkq(%1,%2)").arg(k).arg(q);
-            COMPARE_NEAR(valueOf(report, '|' + name + '|'),
-                         std::hypot(expected.real, expected.imag), 0.0051);
-            COMPARE_NEAR(valueOf(report, ' ' + name), expected.real, 0.0051);
-        }
     }
 }
 

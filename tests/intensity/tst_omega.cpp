@@ -1,7 +1,12 @@
 #include "testSpheres.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorResultTables.h>
+#include <LanqorEngine/OmegaResults.h>
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QtTest>
 
 using testSpheres::setChargeFactorAndAlpha;
@@ -51,6 +56,8 @@ private Q_SLOTS:
     void modelQDC();
     void estimateFromBonds();
     void reactivityIndicesThatAreRefused();
+    void givenGeometryAndVectors();
+    void resultsAsTables();
 };
 
 void TestOmega::referenceValues()
@@ -275,6 +282,89 @@ void TestOmega::reactivityIndicesThatAreRefused()
         QVERIFY(!omega.calcOmega());
         QVERIFY(omega.getLastError().contains("superdelocalizabilities"));
     }
+}
+
+// The same as of a file and of arrays.
+void TestOmega::givenGeometryAndVectors()
+{
+    LanqorInputData data(nullptr, outputWithForces());
+    QVERIFY(data.readMopacOutFile(false)); // its spherical coordinates are made
+    LanqorOmega given(nullptr, 0, &data);
+    LanqorOmega read(nullptr, 0, outputWithForces(), QString());
+    std::mt19937 random(11);
+    const QVector<double> g = testSpheres::randomValues(random, 8, 0.2, 2.0);
+    const QVector<double> alpha = testSpheres::randomValues(random, 8, 1e-24, 6e-24);
+    QVERIFY(given.setChargeFactorAndAlpha(g, alpha));
+    setChargeFactorAndAlpha(read, g, alpha);
+    QVERIFY(given.calcOmega() && read.calcOmega());
+    QCOMPARE(given.getOmega(2), read.getOmega(2));
+    OmegaPrintingOptions options;
+    options.printChargeFactors = true;
+    given.setOmegaPrintingOptions(options);
+    const QString report = testSupport::scratchFile("given.txt", QByteArray());
+    QVERIFY(!given.createOutFile(report).isEmpty());
+    COMPARE_NEAR(LanqorOmega(nullptr, 0, &data, report).getOmega(2) / read.getOmega(2), 1.0, 1e-3);
+    QVERIFY(LanqorOmega(nullptr, 0, &data, "none").getLastError().contains("none"));
+
+    QVERIFY(!given.setChargeFactorAndAlpha(g, alpha.mid(1)));
+    QVERIFY(given.getLastError().contains("there are 10 and 9 entries"));
+    QVERIFY(!given.calcOmega());
+    given.setAtomicCharges(g); // the force constants are those of the geometry's file
+    given.setSuperDeslocalizability(g);
+    QVERIFY2(given.calcOmega(), qPrintable(given.getLastError()));
+
+    LanqorInputData *const none = nullptr;
+    LanqorOmega without(nullptr, 0, none);
+    QVERIFY(!without.getLastError().isEmpty() && !without.setChargeFactorAndAlpha(g, alpha));
+    QVERIFY(!without.calcOmega() && !without.getResults().isCalculated);
+}
+
+void TestOmega::resultsAsTables()
+{
+    const auto omega = calculationOf(testSpheres::nineOxygens());
+    std::mt19937 random(12);
+    setChargeFactorAndAlpha(*omega, testSpheres::randomValues(random, 9, 0.2, 2.0),
+                            testSpheres::randomValues(random, 9, 1e-24, 6e-24));
+    omega->setLigandAtomsByLigandVector({"A 2 3", "B 4 5 6 7 8 9 10"});
+    QVERIFY(omega->calcOmega());
+    const QJsonObject json =
+        QJsonDocument::fromJson(LanqorOmega::makeTables(omega->getResults()).toJson()).object();
+    const auto value = [](const QJsonValue &row, const char *key) {
+        return row[QLatin1String(key)][QLatin1String("value")].toDouble();
+    };
+    const QJsonValue parameters = json["intensity_parameters"];
+    COMPARE_NEAR(value(parameters, "omega_2") * unit, omega->getOmega(2), 1e-32);
+    COMPARE_NEAR(value(parameters, "omega_ed_4") * unit, omega->getOmegaED(4), 1e-32);
+    COMPARE_NEAR(value(parameters, "omega_dc_6") * unit, omega->getOmegaDC(6), 1e-32);
+    const QJsonValue atom = json["atoms"].toArray().at(3);
+    QCOMPARE(atom["atom_from_1"].toInt(), 5);
+    COMPARE_NEAR(value(atom, "polarisability"), omega->getAlpha(5) * 1e24, 1e-12);
+    const double rate = value(json["emission"], "radiative_rate");
+    COMPARE_NEAR(value(json["emission"], "radiative_lifetime") * rate, 1000.0, 1e-9);
+    double percent = 0.0;
+    for (const QJsonValue band : json["emission_bands"].toArray())
+        percent += value(band, "branching_ratio");
+    COMPARE_NEAR(percent, 100.0, 1e-9);
+    const double electricDipole = value(json["emission"], "electric_dipole_rate");
+    for (const char *table : {"partition_by_atom", "partition_by_group"}) {
+        double sum = 0.0;
+        for (const QJsonValue share : json[QLatin1String(table)].toArray())
+            sum += value(share, "electric_dipole_rate");
+        COMPARE_NEAR(sum / electricDipole, 1.0, 1e-9);
+    }
+    double omega2 = 0.0; // from the amplitudes
+    for (const QJsonValue B : json["amplitudes"].toArray()) {
+        const int t = B["t"].toInt();
+        if (B["lambda"].toInt() == 2)
+            omega2 += 5.0 / (2 * t + 1) * (B["p"].toInt() == 0 ? 1.0 : 2.0) *
+                      (std::pow(value(B, "electric_dipole_real_part") +
+                                    value(B, "dynamic_coupling_real_part"),
+                                2) +
+                       std::pow(value(B, "electric_dipole_imaginary_part") +
+                                    value(B, "dynamic_coupling_imaginary_part"),
+                                2));
+    }
+    COMPARE_NEAR(omega2 / omega->getOmega(2), 1.0, 1e-9);
 }
 
 QTEST_GUILESS_MAIN(TestOmega)

@@ -1,4 +1,6 @@
 #include <LanqorEngine/LanqorOmegaExp.h>
+#include <LanqorEngine/LanqorResultTables.h>
+#include <LanqorEngine/OmegaExpResults.h>
 
 #include "TestSupport.h"
 #include "intensity/radiativeRates_p.h"
@@ -161,6 +163,8 @@ void TestOmegaExp::reports()
     const QString file = testSupport::scratchFile("report.txt", QByteArray());
     const QString report = calculation.createOutputFile(file);
     QCOMPARE(QString::fromUtf8(testSupport::readAll(file)), report);
+    const QByteArray csv = LanqorOmegaExp::makeTables(calculation.getResults()).toCsv();
+    QVERIFY(csv.contains("\nlifetime,0.42,ms\n") && csv.contains("\n7F4,2.25,14385.5,"));
     const QString unwritable = "/no/such/folder/report.txt";
     QVERIFY(calculation.createOutputFile(unwritable).isEmpty());
     QVERIFY(calculation.getLastError().contains(unwritable));
@@ -181,6 +185,9 @@ void TestOmegaExp::reports()
     QVERIFY(calculation.calcOmegaExp());
     QCOMPARE(calculation.getOmega2Exp(), 0.0);
     QVERIFY(std::isinf(calculation.getR02()));
+    calculation.setLifeTime(0.0);
+    const QByteArray missing = LanqorOmegaExp::makeTables(calculation.getResults()).toCsv();
+    QVERIFY(missing.contains("\nr02,,1\n") && missing.contains("\nlifetime,,ms\n"));
     const QString centred = reportWith(0.0);
     QVERIFY(!centred.isEmpty() && !centred.contains("inf") && !centred.contains("nan"));
 }

@@ -34,9 +34,8 @@ struct Case
 
     void setValues()
     {
-        double *gArray = g.data();
-        double *alphaArray = alpha.data();
-        partition.setChargeFactorAndAlpha(gArray, alphaArray);
+        if (!partition.setChargeFactorAndAlpha(g, alpha))
+            qFatal("%s", qPrintable(partition.getLastError()));
     }
 
     std::mt19937 random;

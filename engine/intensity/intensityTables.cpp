@@ -1,0 +1,194 @@
+#include "LanqorAradPartition.h"
+#include "LanqorOmega.h"
+#include "LanqorOmegaExp.h"
+
+#include "core/physicalConstants_p.h"
+
+#include <LanqorEngine/AradPartitionResults.h>
+#include <LanqorEngine/LanqorResultTables.h>
+#include <LanqorEngine/OmegaExpResults.h>
+#include <LanqorEngine/OmegaResults.h>
+
+#include <cmath>
+
+// The records of this room as tables.
+
+namespace {
+
+using Columns = QVector<ResultColumn>;
+using Row = QVector<QVariant>;
+
+constexpr char omegaUnit[] = "1e-20 cm^2";
+constexpr char rateUnit[] = "s^-1";
+constexpr double percent = 100.0;
+constexpr double msPerSecond = 1000.0;
+
+ResultColumn column(const char *key, const char *unit = "")
+{
+    return {QLatin1String(key), QLatin1String(unit)};
+}
+
+/// Nothing for a ratio with nothing below the line.
+QVariant existing(double value)
+{
+    return std::isfinite(value) ? QVariant(value) : QVariant();
+}
+
+QString levelName(int J)
+{
+    return QStringLiteral("7F%1").arg(J);
+}
+
+void addIntensityParameters(LanqorResultTables &tables, const OmegaResults &results)
+{
+    Columns columns = {column("structure_file"), column("coordination_number")};
+    Row values = {results.geometryFile, results.atoms.size()};
+    const auto add = [&](const QString &name, const ByRank &omega) {
+        for (const int lambda : {2, 4, 6}) {
+            columns.append({name.arg(lambda), QLatin1String(omegaUnit)});
+            values.append(omega[lambda] / lanqor::omegaUnitCm2);
+        }
+    };
+    add(QStringLiteral("omega_%1"), results.omega);
+    add(QStringLiteral("omega_ed_%1"), results.omegaED);
+    add(QStringLiteral("omega_dc_%1"), results.omegaDC);
+    if (results.qdc.isSet) {
+        columns += {column("qdc_q", "au^-1"), column("qdc_d", "Angstrom^3 au^-1"),
+                    column("qdc_c", "Angstrom^3")};
+        values += {results.qdc.Q, results.qdc.D, results.qdc.C};
+    }
+    tables.addRecord(QStringLiteral("intensity_parameters"), columns, values);
+}
+
+void addAtoms(LanqorResultTables &tables, const OmegaResults &results)
+{
+    Columns columns = {column("atom_from_1"),
+                       column("element"),
+                       column("distance", "Angstrom"),
+                       column("theta", "deg"),
+                       column("phi", "deg"),
+                       column("charge_factor", "1"),
+                       column("polarisability", "Angstrom^3"),
+                       column("overlap", "1"),
+                       column("beta_factor", "1")};
+    if (results.qdc.hasIndices)
+        columns += {column("atomic_charge", "e"), column("superdelocalizability", "au")};
+    QVector<Row> rows;
+    for (const OmegaResults::Atom &atom : results.atoms) {
+        rows.append({atom.number, atom.position.label, atom.position.r, atom.position.theta,
+                     atom.position.phi, atom.chargeFactor, atom.alpha / lanqor::cm3PerCubicAngstrom,
+                     atom.rho, atom.beta});
+        if (results.qdc.hasIndices)
+            rows.last() += {atom.atomicCharge, atom.superdelocalizability};
+    }
+    tables.addTable(QStringLiteral("atoms"), columns, rows);
+}
+
+void addRates(LanqorResultTables &tables, const OmegaResults &results)
+{
+    const RadiativeRates &rates = results.rates;
+    tables.addRecord(QStringLiteral("emission"),
+                     {column("refractive_index", "1"), column("electric_dipole_rate", rateUnit),
+                      column("magnetic_dipole_rate", rateUnit), column("radiative_rate", rateUnit),
+                      column("radiative_lifetime", "ms")},
+                     {results.refractiveIndex, rates.electricDipole(), rates.md, rates.total(),
+                      existing(msPerSecond / rates.total())});
+    QVector<Row> rows;
+    const auto add = [&](int J, double rate) {
+        rows.append({levelName(J), rate, existing(percent * rate / rates.total())});
+    };
+    add(1, rates.md);
+    add(2, rates.ed02);
+    add(4, rates.ed04);
+    add(6, rates.ed06);
+    tables.addTable(
+        QStringLiteral("emission_bands"),
+        {column("level"), column("radiative_rate", rateUnit), column("branching_ratio", "%")},
+        rows);
+}
+
+void addAmplitudes(LanqorResultTables &tables, const OmegaResults &results)
+{
+    QVector<Row> rows;
+    for (const OmegaResults::Amplitude &B : results.amplitudes)
+        rows.append({B.lambda, B.t, B.p, B.electricDipole.real, B.electricDipole.imag,
+                     B.dynamicCoupling.real, B.dynamicCoupling.imag});
+    tables.addTable(
+        QStringLiteral("amplitudes"),
+        {column("lambda"), column("t"), column("p"), column("electric_dipole_real_part", "cm"),
+         column("electric_dipole_imaginary_part", "cm"), column("dynamic_coupling_real_part", "cm"),
+         column("dynamic_coupling_imaginary_part", "cm")},
+        rows);
+    rows.clear();
+    for (const OmegaResults::CrystalFieldParameter &B : results.crystalField)
+        rows.append({B.k, B.q, B.value.real, B.value.imag});
+    tables.addTable(
+        QStringLiteral("crystal_field_parameters"),
+        {column("k"), column("q"), column("real_part", "cm^-1"), column("imaginary_part", "cm^-1")},
+        rows);
+}
+
+} // namespace
+
+LanqorResultTables LanqorOmega::makeTables(const OmegaResults &results)
+{
+    LanqorResultTables tables;
+    addIntensityParameters(tables, results);
+    addAtoms(tables, results);
+    addRates(tables, results);
+    tables.append(LanqorAradPartition::makeTables(results.partition));
+    addAmplitudes(tables, results);
+    return tables;
+}
+
+LanqorResultTables LanqorAradPartition::makeTables(const AradPartitionResults &results)
+{
+    LanqorResultTables tables;
+    QVector<Row> rows;
+    for (const AradPartitionResults::AtomShare &share : results.atoms)
+        rows.append({share.atom, share.label, share.rate});
+    tables.addTable(
+        QStringLiteral("partition_by_atom"),
+        {column("atom_from_1"), column("element"), column("electric_dipole_rate", rateUnit)}, rows);
+    rows.clear();
+    for (const AradPartitionResults::GroupShare &share : results.groups) {
+        QStringList atoms;
+        for (const int atom : share.group.atoms)
+            atoms.append(QString::number(atom));
+        rows.append({rows.size(), share.group.name, atoms.join(QStringLiteral(", ")), share.rate});
+    }
+    if (!rows.isEmpty())
+        tables.addTable(QStringLiteral("partition_by_group"),
+                        {column("group_from_0"), column("name"), column("atoms_from_1"),
+                         column("electric_dipole_rate", rateUnit)},
+                        rows);
+    return tables;
+}
+
+LanqorResultTables LanqorOmegaExp::makeTables(const OmegaExpResults &results)
+{
+    const auto ofLifeTime = [&results](double value) {
+        return results.lifeTime == 0.0 ? QVariant() : existing(value);
+    };
+    LanqorResultTables tables;
+    tables.addRecord(
+        QStringLiteral("experimental_intensity_parameters"),
+        {column("spectrum_file"), column("refractive_index", "1"), column("omega_2", omegaUnit),
+         column("omega_4", omegaUnit), column("r02", "1"), column("radiative_rate", rateUnit),
+         column("radiative_lifetime", "ms"), column("lifetime", "ms"),
+         column("nonradiative_rate", rateUnit), column("quantum_efficiency", "%")},
+        {results.fileName, results.refractiveIndex, results.omega2 / lanqor::omegaUnitCm2,
+         results.omega4 / lanqor::omegaUnitCm2, existing(results.r02), results.arad,
+         existing(msPerSecond / results.arad), ofLifeTime(results.lifeTime),
+         ofLifeTime(results.anrad), ofLifeTime(results.quantumEfficiency)});
+    QVector<Row> rows;
+    for (const OmegaExpResults::Transition &transition : results.transitions)
+        rows.append({levelName(rows.size()), transition.area,
+                     transition.barycenter == 0.0 ? QVariant() : transition.barycenter,
+                     transition.rate, existing(percent * transition.rate / results.arad)});
+    tables.addTable(QStringLiteral("emission_bands"),
+                    {column("level"), column("area", "arbitrary"), column("barycentre", "cm^-1"),
+                     column("radiative_rate", rateUnit), column("branching_ratio", "%")},
+                    rows);
+    return tables;
+}
