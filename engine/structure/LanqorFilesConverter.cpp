@@ -45,7 +45,7 @@ bool orbitalWindow(const LanqorInputData &data, double &from, double &to)
         lowest = std::min(lowest, orbital.energy);
         highest = std::max(highest, orbital.energy);
     }
-    constexpr double margin = 0.001;
+    constexpr double margin = 0.001; // hartree, above the rounding of the written limits
     from = lowest * hartreePerEv - margin;
     to = highest * hartreePerEv + margin;
     return hasOccupied && hasEmpty;

@@ -15,12 +15,15 @@ namespace fragments {
 namespace {
 
 /// Shorter than any bond (H2 0.74), longer than most distances between disordered places.
-constexpr double overlapDistance = 0.4;
+constexpr double overlapDistance = 0.4; // Angstrom
+/// Angstrom beyond the sum of two covalent radii within which atoms count as bonded: wide enough
+/// for the bonds of crystal structures, and narrower than any contact between molecules.
 constexpr double bondTolerance = 0.4;
-/// Radius of an atom of unknown kind: that of carbon.
+/// Radius of an atom of unknown kind, Angstrom: that of carbon.
 constexpr double defaultRadius = 0.76;
 
-/// Angstrom, by atomic number from 1 (H) to 96 (Cm); carbon sp3, low-spin Mn, Fe and Co.
+/// B. Cordero et al., Dalton Trans. 2832 (2008), table 2; Angstrom, by atomic number from 1 (H) to
+/// 96 (Cm); carbon sp3, low-spin Mn, Fe and Co.
 constexpr std::array<double, 96> covalentRadii = {
     0.31, 0.28, 1.28, 0.96, 0.84, 0.76, 0.71, 0.66, 0.57, 0.58, 1.66, 1.41, 1.21, 1.11, 1.07, 1.05,
     1.02, 1.06, 2.03, 1.76, 1.70, 1.60, 1.53, 1.39, 1.39, 1.32, 1.26, 1.24, 1.32, 1.22, 1.22, 1.20,

@@ -19,9 +19,9 @@ namespace jobFiles {
 namespace {
 
 constexpr int multiplicity = 1;
-/// Orbitals on either side of the gap that take part in the excitations of a ZINDO job.
+/// Orbitals on either side of the gap that take part in the excitations of a ZINDO job, and states
+/// of each multiplicity that it prints; chosen to reach the lowest states of common ligands.
 constexpr int windowWidth = 30;
-/// States of each multiplicity that a ZINDO job prints.
 constexpr int zindoStates = 25;
 
 QStringList elementsOf(const QVector<Coord> &atoms)
@@ -57,7 +57,7 @@ int atomsOfFunctions(const QVector<Coord> &atoms, int functions)
 
 /// Generators of configurations: the ground state, and all single excitations within the
 /// window. One block for each multiplicity; its first line holds the number of generators, the
-/// multiplicity and the number of states.
+/// multiplicity and the number of states; the source of the other numbers is not known.
 QString zindoExcitations(const ActiveWindow &window, int stateMultiplicity)
 {
     return QStringLiteral("%1%2%3    1    0    0    0    1   10    1   10\n"
@@ -75,6 +75,8 @@ QString zindoExcitations(const ActiveWindow &window, int stateMultiplicity)
         .arg(window.lastEmpty, 5);
 }
 
+/// INTFA holds the factors of the overlaps in INDO/S, 1.2675 for sigma and 0.585 for pi (J. Ridley,
+/// M. Zerner, Theor. Chim. Acta 32, 111, 1973).
 QString zindoControl(const QVector<Coord> &ligands, int pointCharges, int filledLevels,
                      const ActiveWindow &window)
 {
