@@ -1,12 +1,9 @@
 #include "TestSupport.h"
-#include "levels/hamiltonian_p.h"
 
-#include <LanqorEngine/LanqorEnergyLevels.h>
 #include <LanqorEngine/SymmetricMatrix.h>
 
 #include <Eigen/Dense>
 
-#include <QDir>
 #include <QtTest>
 
 #include <cmath>
@@ -99,41 +96,20 @@ class TestSymmetricMatrix : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void sameBitsOnRandomMatrices();
-    void sameBitsOnRealBlocks();
+    void sameBitsAsFullProducts();
     void refusals();
 };
 
-void TestSymmetricMatrix::sameBitsOnRandomMatrices()
+void TestSymmetricMatrix::sameBitsAsFullProducts()
 {
     Eigen::setNbThreads(1); // threads cost more than they save
     for (const Kind kind : {Kind::Normal, Kind::SmallIntegers, Kind::Sparse, Kind::Degenerate})
-        for (const int order : {1, 2, 3, 7, 16, 25})
-            for (unsigned seed = 1; seed <= 5; ++seed) {
+        for (const int order : {1, 2, 3, 7, 16, 40})
+            for (unsigned seed = 1; seed <= 3; ++seed) {
                 compareWithFullProducts(randomMatrix(order, kind, seed));
                 if (QTest::currentTestFailed())
                     return;
             }
-}
-
-void TestSymmetricMatrix::sameBitsOnRealBlocks()
-{
-    QVERIFY(QDir::setCurrent(testSupport::sourceFile(QStringLiteral("data"))));
-    QVector<QPair<int, double>> blocks{{6, 0.0}, {6, 7.0}, {8, 8.0}, {7, 0.5}, {7, 7.5}};
-#if !defined(__SANITIZE_ADDRESS__) // minutes with the sanitizers
-    blocks += {{6, 4.0}, {7, 3.5}};
-#endif
-    for (const auto &[electrons, J] : blocks) {
-        const LanqorEnergyLevels ion(nullptr, electrons);
-        const freeIon::AngularBlock block =
-            freeIon::angularBlock(ion, std::min(electrons, 14 - electrons), electrons > 7, J);
-        const SymmetricMatrix matrix =
-            freeIon::hamiltonian(block, {0.0, 369.60795, 56.240519, 5.6408009, 1326.0});
-        QVERIFY(matrix.getOrder() > 13);
-        compareWithFullProducts(matrix);
-        if (QTest::currentTestFailed())
-            return;
-    }
 }
 
 void TestSymmetricMatrix::refusals()
