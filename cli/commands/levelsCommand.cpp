@@ -2,10 +2,12 @@
 #include "commands/commands.h"
 #include "options/OptionReader.h"
 #include "options/freeIonOptions.h"
+#include "options/showResults.h"
 #include "plots/plots.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorEnergyLevels.h>
+#include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/LanqorSpectroscopicTermUtil.h>
 
 #include <QFileInfo>
@@ -166,6 +168,7 @@ int levelsCommand(const QStringList &arguments)
     cli::OptionReader options("levels");
     describe(options);
     options.addOption(plots::option());
+    options.addResultOptions();
     options.parse(arguments);
     options.files(0, tr("levels takes no file; which ion is told by --ion"));
     const FreeIonParameters ion = cli::readFreeIon(options);
@@ -185,7 +188,7 @@ int levelsCommand(const QStringList &arguments)
         throw cli::Failure{tr("none of the %1 levels of %2 is selected")
                                .arg(results.levels.size())
                                .arg(cli::nameOf(ion))};
-    cli::print(tableOf(shown));
+    cli::showResults(options, tableOf(shown), LanqorEnergyLevels::makeTables(shown), {});
 
     if (!selection.report.isEmpty())
         cli::writeFile(selection.report, levels.createOutputFile(QString()).toUtf8());

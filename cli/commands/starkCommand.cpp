@@ -3,9 +3,11 @@
 #include "options/OptionReader.h"
 #include "options/atomValues.h"
 #include "options/complexOptions.h"
+#include "options/showResults.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/LanqorStarkLevels.h>
 
 namespace {
@@ -40,6 +42,7 @@ int starkCommand(const QStringList &arguments)
 {
     cli::OptionReader options("stark");
     addOptions(options);
+    options.addResultOptions();
     options.parse(arguments);
     const QString usage = tr("stark needs one structure and --g; see \"lanqor stark --help\"");
     const QString fileName = options.files(1, usage).first();
@@ -61,6 +64,7 @@ int starkCommand(const QStringList &arguments)
     const QString report = levels.createOutFile(options.text("report"));
     if (report.isEmpty())
         throw cli::Failure{levels.getLastError()};
-    cli::print(report);
+    cli::showResults(options, report, LanqorStarkLevels::makeTables(levels.getResults()),
+                     {fileName});
     return cli::success;
 }
