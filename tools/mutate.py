@@ -95,28 +95,28 @@ def replacement(kind, match, generator):
     return f"{second}, {first}" if first != second else ""
 
 
-def places(paths):
+def text_of(path, commit):
+    return must(["git", "show", f"{commit}:{path}"], ROOT)
+
+
+def places(paths, commit):
     """All places of each kind: {kind: [(path, match)]}."""
-    files = []
-    for path in paths:
-        whole = ROOT / path
-        files += [whole] if whole.is_file() else sorted(
-            file for file in whole.rglob("*") if file.suffix in (".cpp", ".h"))
+    files = must(["git", "ls-tree", "-r", "--name-only", commit, *paths], ROOT).split()
     found = {kind: [] for kind in PATTERNS}
-    for file in files:
-        name = file.relative_to(ROOT).as_posix()
-        text = subprocess.run(["git", "show", f"HEAD:{name}"], cwd=ROOT, capture_output=True,
-                              text=True, check=False).stdout
+    for name in files:
+        if not name.endswith((".cpp", ".h")):
+            continue
+        text = text_of(name, commit)
         masked = MASKED.sub(lambda m: re.sub(r"[^\n]", "\0", m.group(0)), text)
         for kind, pattern in PATTERNS.items():
             found[kind] += [(name, match) for match in pattern.finditer(masked)]
     return found
 
 
-def faults(paths, seed):
+def faults(paths, commit, seed):
     """Endless different faults, the kinds in equal shares."""
     generator = random.Random(seed)
-    found = places(paths)
+    found = places(paths, commit)
     kinds = [kind for kind in found if found[kind]]
     for kind in kinds:
         generator.shuffle(found[kind])
@@ -143,37 +143,36 @@ def run(command, folder, limit=None):
         return None, ""
 
 
+def must(command, folder):
+    status, output = run(command, folder)
+    if status != 0:
+        sys.exit(f"{' '.join(command)}:\n{output}")
+    return output
+
+
 class Workshop:
     """A copy of the commit with a build folder of its own."""
 
-    def __init__(self, options):
+    def __init__(self, options, commit):
         self.jobs = str(options.jobs)
         self.limit = options.time_limit
         self.source = options.build_dir / "source"
         self.build = options.build_dir / "build"
         if self.source.exists():
-            self.must(["git", "checkout", "--quiet", "--force", "--detach",
-                       self.must(["git", "rev-parse", "HEAD"], ROOT).strip()], self.source)
+            must(["git", "checkout", "--quiet", "--force", "--detach", commit], self.source)
         else:
-            self.must(["git", "worktree", "add", "--quiet", "--detach", str(self.source)], ROOT)
+            must(["git", "worktree", "add", "--quiet", "--detach", str(self.source), commit], ROOT)
         configure = ["cmake", "-S", str(self.source), "-B", str(self.build), "-G", "Ninja",
                      "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0", *options.cmake]
         if shutil.which("ld.lld"):
             configure.append("-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld")
         if shutil.which("ccache"):
             configure.append("-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
-        self.must(configure, self.source)
+        must(configure, self.source)
         self.sound_folders = set()
         if not self.builds("lanqor"):
             sys.exit("the commit does not build")
         self.sound = self.products()
-
-    @staticmethod
-    def must(command, folder):
-        status, output = run(command, folder)
-        if status != 0:
-            sys.exit(f"{' '.join(command)}:\n{output}")
-        return output
 
     def builds(self, *targets):
         return run(["ninja", "-C", str(self.build), "-j", self.jobs, *targets], ROOT)[0] == 0
@@ -240,12 +239,13 @@ def main():
     options = parser.parse_args()
     options.build_dir = options.build_dir.resolve()
 
-    workshop = None if options.list else Workshop(options)
+    commit = must(["git", "rev-parse", "HEAD"], ROOT).strip()
+    workshop = None if options.list else Workshop(options, commit)
     planted, survivors, begun = 0, [], time.monotonic()
-    for fault in faults(options.paths, options.seed):
+    for fault in faults(options.paths, commit, options.seed):
         if planted == options.count:
             break
-        text = Workshop.must(["git", "show", f"HEAD:{fault.path}"], ROOT)
+        text = text_of(fault.path, commit)
         verdict = workshop.verdict(fault, text) if workshop else "listed"
         if not verdict:
             continue
