@@ -17,7 +17,7 @@ namespace {
 /// Shorter than any bond (H2 0.74), longer than most distances between disordered places.
 constexpr double overlapDistance = 0.4; // Angstrom
 /// Angstrom beyond the sum of two covalent radii within which atoms count as bonded: wide enough
-/// for the bonds of crystal structures, and narrower than any contact between molecules.
+/// for the bonds of crystal structures, and narrower than contacts between molecules.
 constexpr double bondTolerance = 0.4;
 /// Radius of an atom of unknown kind, Angstrom: that of carbon.
 constexpr double defaultRadius = 0.76;
