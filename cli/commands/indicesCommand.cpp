@@ -1,9 +1,12 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "options/OptionReader.h"
+#include "options/showResults.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorIndicesCalculation.h>
+#include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorResultTables.h>
 
 using cli::tr;
 
@@ -23,10 +26,13 @@ int indicesCommand(const QStringList &arguments)
            "Example: lanqor indices complex.out"));
     options.addArgument(QStringLiteral("FILE"), tr("MOPAC or Gaussian output"));
     options.addOption({QStringLiteral("gaussian"), tr("FILE is a Gaussian output.")});
+    options.addResultOptions();
     options.parse(arguments);
     const QString fileName =
         options.files(1, tr("indices needs one file; see \"lanqor indices --help\"")).first();
-    LanqorIndicesCalculation indices(nullptr, fileName,
+    LanqorInputData output(nullptr, fileName);
+    output.setKeepFileOpen(true);
+    LanqorIndicesCalculation indices(nullptr, &output,
                                      options.isSet("gaussian")
                                          ? LanqorIndicesCalculation::GaussianOutput
                                          : LanqorIndicesCalculation::MopacOutput);
@@ -34,6 +40,7 @@ int indicesCommand(const QStringList &arguments)
         cli::failOf(indices);
     if (!indices.getLastError().isEmpty())
         cli::note(QStringLiteral("lanqor: ") + indices.getLastError());
-    cli::print(indices.getIndicesTable());
+    cli::showResults(options, indices.getIndicesTable(),
+                     LanqorIndicesCalculation::makeTables(indices.getResults()), {fileName});
     return cli::success;
 }

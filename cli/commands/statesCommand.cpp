@@ -1,10 +1,12 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "options/OptionReader.h"
+#include "options/showResults.h"
 #include "options/statePrograms.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorRL.h>
+#include <LanqorEngine/LanqorResultTables.h>
 
 #include <QFileInfo>
 
@@ -15,14 +17,14 @@ namespace {
 using cli::column;
 using cli::tr;
 
-constexpr double nmTimesWavenumber = 1.0e7;
 /// Of each state so many excitations are shown, the lesser ones only above this weight.
 constexpr int mainExcitations = 3;
 constexpr double leastWeight = 0.01;
 
 /// The excitations of greatest weight: "152->156 (42 %), 153->158 (38 %)".
-QString mainConfigurations(const ExcitateState &state, const QVector<double> &weights)
+QString mainConfigurations(const LigandState &state)
 {
+    const QVector<double> &weights = state.weights;
     QVector<int> order;
     for (int i = 0; i < weights.size(); ++i)
         order.append(i);
@@ -42,17 +44,18 @@ QString mainConfigurations(const ExcitateState &state, const QVector<double> &we
     return texts.join(QStringLiteral(", "));
 }
 
-/// A line of the table; a distance below 0 stands for none.
-QString stateLine(int number, const ExcitateState &state, const QVector<double> &weights,
-                  double distance)
+QString dash(int width)
 {
-    const QString wavelength = state.energy > 0.0 ? column(nmTimesWavenumber / state.energy, 1, 10)
-                                                  : QStringLiteral("-").rightJustified(10);
-    const QString rl =
-        distance < 0.0 ? QStringLiteral("-").rightJustified(9) : column(distance, 4, 9);
-    return QString::number(number).rightJustified(6) + column(state.energy, 1, 12) + wavelength +
-           column(state.oscillatorStrength, 6, 12) + rl + QStringLiteral("  ") +
-           mainConfigurations(state, weights) + QLatin1Char('\n');
+    return QStringLiteral("-").rightJustified(width);
+}
+
+QString stateLine(int number, const LigandState &state, bool hasDistances)
+{
+    return column(number, 6) + column(state.energy, 1, 12) +
+           (state.wavelength > 0.0 ? column(state.wavelength, 1, 10) : dash(10)) +
+           column(state.oscillatorStrength, 6, 12) +
+           (hasDistances ? column(state.rl, 4, 9) : dash(9)) + QStringLiteral("  ") +
+           mainConfigurations(state) + QLatin1Char('\n');
 }
 
 QString tableHead(const QString &title)
@@ -63,40 +66,26 @@ QString tableHead(const QString &title)
              tr("main excitations (orbitals as printed, weight)"));
 }
 
-QString stateTables(const LanqorRL &calculation, bool hasDistances)
+QString stateTable(const QString &title, const QVector<LigandState> &states, bool hasDistances)
 {
-    const LanqorInputData &data = *calculation.getInputData();
-    QString text = tableHead(tr("Singlets"));
-    if (data.getSingletStatesCount() == 0)
+    QString text = tableHead(title);
+    if (states.isEmpty())
         text += tr("  none in the output\n");
-    for (int i = 0; i < data.getSingletStatesCount(); ++i) {
-        text += stateLine(i + 1, data.getSingletExcitateStateVector(i), data.getSingletWeights(i),
-                          hasDistances ? calculation.getSingletRL(i + 1) : -1.0);
-    }
-    text += tableHead(tr("Triplets"));
-    if (data.getTripletStatesCount() == 0)
-        text += tr("  none in the output\n");
-    for (int i = 0; i < data.getTripletStatesCount(); ++i) {
-        text += stateLine(i + 1, data.getTripletExcitateStateVector(i), data.getTripletWeights(i),
-                          hasDistances ? calculation.getTripletRL(i + 1) : -1.0);
-    }
+    for (int i = 0; i < states.size(); ++i)
+        text += stateLine(i + 1, states.at(i), hasDistances);
     return text;
 }
 
-/// Why there is no RL, with what the user may do about it.
-QString reasonWithoutDistances(const LanqorRL &calculation, const StateProgram &program)
+QString stateTables(const DonorStatesResults &results, const char *program)
 {
-    QString reason = calculation.getLastError().simplified();
-    const bool needsPointCharge = program.type == LanqorInputData::OrcaOutput &&
-                                  !calculation.getInputData()->getIsOrcaTDDFT();
-    if (needsPointCharge && calculation.getInputData()->getMolecularOrbitalNumber() > 0) {
-        reason += tr(" It holds the place of the ion and stands beside the output, under the same "
-                     "name with the suffix .pointcharge.");
-    } else if (calculation.getInputData()->getMolecularOrbitalNumber() == 0) {
-        reason += tr(" RL needs the table of orbital coefficients (ORCA: %output print[p_mos] 1 "
-                     "end; Gaussian: pop=full).");
-    }
-    return reason;
+    const bool hasDistances = results.reasonWithoutDistances.isEmpty();
+    return tr("Excited states of %1 (%2 output)\n")
+               .arg(results.outputPath, QLatin1String(program)) +
+           (hasDistances ? tr("Shortest ion-ligand distance: %1 Angstrom\n")
+                               .arg(results.minDistanceLnLigand, 0, 'f', 5)
+                         : tr("RL not calculated: %1\n").arg(results.reasonWithoutDistances)) +
+           stateTable(tr("Singlets"), results.singlets, hasDistances) +
+           stateTable(tr("Triplets"), results.triplets, hasDistances);
 }
 
 const char *const description =
@@ -123,14 +112,17 @@ int statesCommand(const QStringList &arguments)
           QStringLiteral("name")},
          {QStringLiteral("report"), tr("write the report of the distances RL to this file"),
           QStringLiteral("file")}});
+    options.addResultOptions();
     options.parse(arguments);
     const QString fileName =
         options.files(1, tr("one FILE is needed; see \"lanqor states --help\"")).first();
     const QString name = options.text("program");
     if (!QFileInfo::exists(fileName))
         throw cli::Failure{tr("%1 does not exist.").arg(fileName)};
+    LanqorInputData output(nullptr, fileName);
+    output.setKeepFileOpen(true);
     const StateProgram *program =
-        name.isEmpty() ? cli::stateProgramOf(fileName) : cli::stateProgramNamed(name);
+        name.isEmpty() ? cli::stateProgramOf(output) : cli::stateProgramNamed(name);
     if (!program && !name.isEmpty())
         options.refuse(tr("unknown program \"%1\"; there are orca, gaussian and zindo").arg(name));
     if (!program)
@@ -139,20 +131,14 @@ int statesCommand(const QStringList &arguments)
                "with --program")
                 .arg(fileName)};
 
-    LanqorRL calculation(nullptr, fileName);
+    LanqorRL calculation(nullptr, &output);
     cli::showMessages(calculation);
-    const bool hasDistances = calculation.calcRL(program->type);
-    if (calculation.getSingletStatesCount() + calculation.getTripletStatesCount() == 0)
+    calculation.calcRL(program->type);
+    const DonorStatesResults results = calculation.getResults();
+    if (results.singlets.isEmpty() && results.triplets.isEmpty())
         cli::failOf(calculation);
-    QString text =
-        tr("Excited states of %1 (%2 output)\n").arg(fileName, QLatin1String(program->title));
-    if (hasDistances) {
-        text += tr("Shortest ion-ligand distance: %1 Angstrom\n")
-                    .arg(calculation.getMinDistanceLnLigand(), 0, 'f', 5);
-    } else {
-        text += tr("RL not calculated: %1\n").arg(reasonWithoutDistances(calculation, *program));
-    }
-    cli::print(text + stateTables(calculation, hasDistances));
+    cli::showResults(options, stateTables(results, program->title), LanqorRL::makeTables(results),
+                     {fileName});
     const QString report = options.text("report");
     if (!report.isEmpty() && calculation.createOutput(report).isEmpty())
         cli::failOf(calculation);

@@ -10,14 +10,6 @@ constexpr StateProgram programs[] = {
     {"zindo", "ZINDO", LanqorInputData::ZindoOutput},
 };
 
-const StateProgram *programOf(LanqorInputData::ProgramType type)
-{
-    for (const StateProgram &program : programs)
-        if (program.type == type)
-            return &program;
-    return nullptr;
-}
-
 } // namespace
 
 const StateProgram *stateProgramNamed(const QString &name)
@@ -28,14 +20,13 @@ const StateProgram *stateProgramNamed(const QString &name)
     return nullptr;
 }
 
-const StateProgram *stateProgramOf(const QString &fileName)
-{
-    return programOf(LanqorInputData::detectProgram(fileName));
-}
-
 const StateProgram *stateProgramOf(const LanqorInputData &output)
 {
-    return programOf(output.detectProgram());
+    const LanqorInputData::ProgramType type = output.detectProgram();
+    for (const StateProgram &program : programs)
+        if (program.type == type)
+            return &program;
+    return nullptr;
 }
 
 } // namespace cli

@@ -14,9 +14,7 @@ namespace cli {
 
 /// The program of that name; null when there is none.
 const StateProgram *stateProgramNamed(const QString &name);
-/// The program that wrote @p fileName; null when it is not known.
-const StateProgram *stateProgramOf(const QString &fileName);
-/// The same for the file of @p output.
+/// The program that wrote the file of @p output; null when it is not known.
 const StateProgram *stateProgramOf(const LanqorInputData &output);
 
 } // namespace cli

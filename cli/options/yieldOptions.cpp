@@ -6,12 +6,13 @@
 #include "plots/plots.h"
 #include "text.h"
 
-#include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorTransferChannels.h>
 
 #include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace yieldOptions {
 
@@ -60,20 +61,54 @@ QVector<double> omegas(const OptionReader &options, const char *name)
     return values;
 }
 
+/// The channels that can be switched, of one donor ("S", "T") or of both, and of one mechanism.
+QStringList channelNames(const QString &donor,
+                         const std::function<bool(const TransferChannel &)> &isWanted)
+{
+    QStringList names;
+    for (const TransferChannel &channel : LanqorTransferChannels::getChannels())
+        if (channel.flag && channel.name.startsWith(donor) && isWanted(channel))
+            names.append(channel.name);
+    return names;
+}
+
+QStringList channelNames(const QString &donor = QString())
+{
+    return channelNames(donor, [](const TransferChannel &) { return true; });
+}
+
+QString channelHelp()
+{
+    const auto isExchange = [](const TransferChannel &channel) {
+        return channel.mechanism == TransferMechanism::Exchange;
+    };
+    const auto isMultipolar = [&](const TransferChannel &channel) { return !isExchange(channel); };
+    const auto isOpen = [](const TransferChannel &channel) {
+        return LanqorTransferChannels::isOpen(channel, EnergyTransferChannels(), false);
+    };
+    const QString singlet = QStringLiteral("S");
+    const QString between = QStringLiteral(", ");
+    const QStringList triplets = channelNames(QStringLiteral("T"));
+    return tr("Open channels of transfer, separated by commas: %1 (multipolar), %2 (exchange) from "
+              "the singlet, %3 to %4 from the triplet, all or none (default %5).")
+        .arg(channelNames(singlet, isMultipolar).join(between),
+             channelNames(singlet, isExchange).join(between), triplets.first(), triplets.last(),
+             channelNames(QString(), isOpen).join(QLatin1Char(',')));
+}
+
 void openChannel(const OptionReader &options, const QString &name, EnergyTransferChannels &open)
 {
     bool isKnown = name == QLatin1String("none");
-    for (const Channel &channel : channels) {
-        if (!channel.flag || (name != QLatin1String("all") &&
-                              name.compare(QLatin1String(channel.name), Qt::CaseInsensitive)))
+    for (const TransferChannel &channel : LanqorTransferChannels::getChannels()) {
+        if (!channel.flag ||
+            (name != QLatin1String("all") && name.compare(channel.name, Qt::CaseInsensitive) != 0))
             continue;
         open.*(channel.flag) = true;
         isKnown = true;
     }
     if (!isKnown)
-        options.refuse(tr("--channels does not know \"%1\"; there are S-5D4, S-5G6, S-5L6, S-5D1, "
-                          "S-5D0, T-5D4, T-5G6, T-5L6, T-5D1, T-5D0, all and none")
-                           .arg(name));
+        options.refuse(tr("--channels does not know \"%1\"; there are %2, all and none")
+                           .arg(name, channelNames().join(QStringLiteral(", "))));
 }
 
 EnergyTransferChannels channelList(const OptionReader &options)
@@ -88,7 +123,7 @@ EnergyTransferChannels channelList(const OptionReader &options)
 }
 
 /// The program that wrote the excited states; found out when it is not named.
-int programOf(const OptionReader &options, const QString &fileName)
+int programOf(const OptionReader &options, const LanqorInputData &excitedStates)
 {
     if (options.isSet("program")) {
         const StateProgram *program = cli::stateProgramNamed(options.text("program"));
@@ -96,9 +131,10 @@ int programOf(const OptionReader &options, const QString &fileName)
             options.refuse(tr("--program needs to be orca, gaussian or zindo"));
         return program->type;
     }
+    const QString fileName = excitedStates.getFileName();
     if (!QFileInfo::exists(fileName))
         options.refuse(tr("%1 does not exist.").arg(fileName));
-    const StateProgram *program = cli::stateProgramOf(fileName);
+    const StateProgram *program = cli::stateProgramOf(excitedStates);
     if (!program)
         options.refuse(tr("%1 is not known as an output of ORCA, Gaussian or ZINDO; name the "
                           "program by --program")
@@ -165,11 +201,7 @@ void addOptions(OptionReader &options)
          tr("Measured lifetime of 5D0 in ms. Without it the non-radiative rate is an estimate from "
             "the radiative rate."),
          tr("ms")},
-        {option("channels"),
-         tr("Open channels of transfer, separated by commas: S-5D4, S-5G6, S-5L6 (multipolar), "
-            "S-5D1, S-5D0 (exchange) from the singlet, T-5D4 to T-5D0 from the triplet, all or "
-            "none (default S-5D4,T-5D1,T-5D0)."),
-         tr("list")},
+        {option("channels"), channelHelp(), tr("list")},
         {option("et-model"),
          tr("Exchange model: 2 with the shielding of the 4f shell (default); 0 and 1 through the "
             "overlap of 4f shell and ligand, squared or to the fourth power, for states read from "
@@ -191,8 +223,9 @@ void readStates(const OptionReader &options, Request &request)
                 tr("does not go with --excited, which gives the donor states"));
     if (request.complexFile.isEmpty())
         options.refuse(tr("name the MOPAC output of the complex"));
-    request.excitedFile = options.text("excited");
-    request.programType = programOf(options, request.excitedFile);
+    request.excitedStates = std::make_unique<LanqorInputData>(nullptr, options.text("excited"));
+    request.excitedStates->setKeepFileOpen(true);
+    request.programType = programOf(options, *request.excitedStates);
     request.singlet = wholeNumber(options, "singlet", 1, maximumState);
     request.triplet = wholeNumber(options, "triplet", 1, maximumState);
     request.openChannels = channelList(options);
@@ -245,16 +278,20 @@ void readOmega(const OptionReader &options, Request &request)
 
 } // namespace
 
-bool isOpen(const Channel &channel, const Request &request)
+QStringList Request::inputFiles() const
 {
-    return channel.flag ? request.openChannels.*channel.flag : request.twoTriplets;
+    QStringList files = {complexFile, omegaReport};
+    if (excitedStates)
+        files.append(excitedStates->getFileName());
+    files.removeAll(QString());
+    return files;
 }
 
-Request read(const QStringList &arguments)
+Request read(OptionReader &options, const QStringList &arguments)
 {
-    OptionReader options("yield");
     addOptions(options);
     options.addOption(plots::option());
+    options.addResultOptions();
     options.parse(arguments);
     options.setHint(tr("\nSee \"lanqor yield --help\"."));
     Request request;

@@ -1,21 +1,18 @@
 #include "plots/yieldPlot.h"
 
-#include "options/yieldOptions.h"
 #include "text.h"
 
-#include <LanqorEngine/LanqorRL.h>
-#include <LanqorEngine/LanqorSpectroscopicCalculation.h>
+#include <LanqorEngine/LanqorTransferChannels.h>
+#include <LanqorEngine/SpectroscopicResults.h>
 
 #include <QFileInfo>
 
-#include <cmath>
+#include <algorithm>
 
 namespace {
 
-using Calculation = LanqorSpectroscopicCalculation;
 using cli::tr;
 using plots::LevelDiagram;
-using yieldOptions::Request;
 
 enum ColumnIndex { SingletColumn, TripletColumn, IonColumn };
 
@@ -24,19 +21,31 @@ constexpr double shownAboveDonor = 4000.0;
 
 struct IonLevel
 {
-    const char *name; ///< as in the names of the channels
-    const char *label;
-    double energy; ///< cm^-1
+    QString name;        ///< as in the names of the channels
+    double energy = 0.0; ///< cm^-1
 };
 
-/// Eu3+ in LaF3 (W. T. Carnall, H. Crosswhite, H. M. Crosswhite, Argonne National Laboratory
-/// report ANL-78-XX-95, 1978); for the eye only, an acceptor stands where its channel has it.
-constexpr IonLevel ionLevels[] = {
-    {"7F0", "⁷F₀", 0.0},     {"7F1", "⁷F₁", 372.0},   {"7F2", "⁷F₂", 1026.0},
-    {"7F3", "⁷F₃", 1866.0},  {"7F4", "⁷F₄", 2823.0},  {"7F5", "⁷F₅", 3849.0},
-    {"7F6", "⁷F₆", 4907.0},  {"5D0", "⁵D₀", 17293.0}, {"5D1", "⁵D₁", 19027.0},
-    {"5L6", "⁵L₆", 25325.0}, {"5G6", "⁵G₆", 26752.0}, {"5D4", "⁵D₄", 27586.0},
-};
+/// Energies of 7F0 to 7F6, cm^-1, for the eye only; source not known.
+constexpr double groundLevels[] = {0.0, 372.0, 1026.0, 1866.0, 2823.0, 3849.0, 4907.0};
+/// The level that emits, and the one of the strongest emission.
+constexpr char emittingLevel[] = "5D0";
+constexpr int emissionTo = 2;
+
+/// 7FJ and the acceptors of the channels, in the order of their energies.
+QVector<IonLevel> ionLevels()
+{
+    QVector<IonLevel> levels;
+    for (const double energy : groundLevels)
+        levels.append({QStringLiteral("7F%1").arg(levels.size()), energy});
+    for (const TransferChannel &channel : LanqorTransferChannels::getChannels())
+        if (std::none_of(levels.begin(), levels.end(), [&channel](const IonLevel &level) {
+                return level.name == channel.acceptor;
+            }))
+            levels.append({channel.acceptor, channel.acceptorEnergy});
+    std::sort(levels.begin(), levels.end(),
+              [](const IonLevel &a, const IonLevel &b) { return a.energy < b.energy; });
+    return levels;
+}
 
 QString label(const QString &name, double energy)
 {
@@ -52,6 +61,13 @@ QString numbered(const QString &kind, int number)
     return text;
 }
 
+/// "⁵D₀" of "5D0"
+QString levelLabel(const QString &name)
+{
+    return plots::superscript(name.at(0).digitValue()) +
+           numbered(name.mid(1, 1), name.at(2).digitValue());
+}
+
 /// "1.2×10⁸ s⁻¹"
 QString textOfRate(double rate)
 {
@@ -62,94 +78,87 @@ QString textOfRate(double rate)
         .arg(parts.value(0), plots::superscript(parts.value(1).toInt()));
 }
 
-/// Energies of the donor states, cm^-1.
-struct Donors
+/// A column of the states that an output lists; those of @p donors bear their names, the others
+/// are drawn up to @p highest.
+LevelDiagram::Column stateColumn(const QString &title, const QString &kind,
+                                 const QVector<LigandState> &states, const QVector<int> &donors,
+                                 double highest)
 {
-    double singlet = 0.0;
-    double triplet = 0.0;      ///< of slots 10 to 14
-    double firstTriplet = 0.0; ///< of slot 5
-
-    double ofSlot(int slot) const
-    {
-        return slot < 5 ? singlet : slot == 5 ? firstTriplet : triplet;
-    }
-};
-
-Donors donorsOf(const Calculation &calculation, const Request &request)
-{
-    const LanqorRL *states = calculation.getRLCalculation();
-    if (!states)
-        return {request.singletEnergy, request.tripletEnergy, request.tripletEnergy};
-    const double selected = states->getTripletEnergy(calculation.getSelectedTriplet());
-    return {states->getSingletEnergy(calculation.getSelectedSinglet()),
-            request.twoTriplets ? states->getTripletEnergy(2) : selected, selected};
-}
-
-void addLigandStates(LevelDiagram &diagram, const Calculation &calculation, const Request &request,
-                     const Donors &donors)
-{
-    LevelDiagram::Column singlets{tr("ligand singlets"), {}};
-    LevelDiagram::Column triplets{tr("ligand triplets"), {}};
-    const LanqorRL *states = calculation.getRLCalculation();
-    if (!states) {
-        singlets.levels.append({donors.singlet, label(tr("S"), donors.singlet)});
-        triplets.levels.append({donors.triplet, label(tr("T"), donors.triplet)});
-        diagram.columns << singlets << triplets;
-        return;
-    }
-    const double highest = donors.singlet + shownAboveDonor;
-    const auto add = [highest](LevelDiagram::Column &column, const QString &name, int number,
-                               double energy, bool isDonor) {
-        if (isDonor)
-            column.levels.append({energy, label(numbered(name, number), energy)});
+    LevelDiagram::Column column{title, {}};
+    for (int i = 0; i < states.size(); ++i) {
+        const double energy = states.at(i).energy;
+        if (donors.contains(i + 1))
+            column.levels.append({energy, label(numbered(kind, i + 1), energy)});
         else if (energy <= highest)
             column.levels.append({energy, QString()});
-    };
-    for (int i = 1; i <= states->getSingletStatesCount(); ++i)
-        add(singlets, tr("S"), i, states->getSingletEnergy(i),
-            i == calculation.getSelectedSinglet());
-    for (int i = 1; i <= states->getTripletStatesCount(); ++i)
-        add(triplets, tr("T"), i, states->getTripletEnergy(i),
-            i == calculation.getSelectedTriplet() || (request.twoTriplets && i == 2));
-    diagram.columns << singlets << triplets;
+    }
+    return column;
+}
+
+void addLigandStates(LevelDiagram &diagram, const SpectroscopicResults &results)
+{
+    const QString singlets = tr("ligand singlets");
+    const QString triplets = tr("ligand triplets");
+    if (results.singlet.number == 0) { // given by hand
+        const double singlet = results.singlet.energy;
+        const double triplet = results.triplet.energy;
+        diagram.columns << LevelDiagram::Column{singlets, {{singlet, label(tr("S"), singlet)}}}
+                        << LevelDiagram::Column{triplets, {{triplet, label(tr("T"), triplet)}}};
+        return;
+    }
+    const double highest = results.singlet.energy + shownAboveDonor;
+    QVector<int> donors = {results.triplet.number};
+    if (results.considerTwoTriplets)
+        donors.append(results.firstTriplet.number);
+    diagram.columns << stateColumn(singlets, tr("S"), results.ligandStates.singlets,
+                                   {results.singlet.number}, highest)
+                    << stateColumn(triplets, tr("T"), results.ligandStates.triplets, donors,
+                                   highest);
+}
+
+double donorEnergy(const SpectroscopicResults &results, const TransferChannel &channel)
+{
+    if (channel.donor == QLatin1String("S"))
+        return results.singlet.energy;
+    return channel.donor == QLatin1String("Ta") ? results.firstTriplet.energy
+                                                : results.triplet.energy;
+}
+
+LevelDiagram::Arrow transferArrow(const SpectroscopicResults &results,
+                                  const TransferResult &transfer)
+{
+    const TransferChannel &channel = transfer.channel;
+    return {channel.donor == QLatin1String("S") ? SingletColumn : TripletColumn,
+            donorEnergy(results, channel),
+            IonColumn,
+            channel.acceptorEnergy,
+            QString::fromUtf8("%1 → %2   %3")
+                .arg(channel.donor, levelLabel(channel.acceptor), textOfRate(transfer.forwardRate)),
+            channel.mechanism == TransferMechanism::Exchange ? LevelDiagram::ArrowKind::Exchange
+                                                             : LevelDiagram::ArrowKind::Multipolar};
 }
 
 } // namespace
 
-LevelDiagram yieldDiagram(const Calculation &calculation, const Request &request)
+LevelDiagram yieldDiagram(const SpectroscopicResults &results)
 {
     LevelDiagram diagram;
-    const QString source = request.complexFile.isEmpty()
-                               ? tr("given states")
-                               : QFileInfo(request.complexFile).fileName();
-    diagram.title =
-        tr("%1: quantum yield %2 %").arg(source).arg(calculation.getQuantumYield(), 0, 'f', 1);
-    const Donors donors = donorsOf(calculation, request);
-    addLigandStates(diagram, calculation, request, donors);
+    const QString source =
+        results.inputPath.isEmpty() ? tr("given states") : QFileInfo(results.inputPath).fileName();
+    diagram.title = tr("%1: quantum yield %2 %").arg(source).arg(results.quantumYield, 0, 'f', 1);
+    addLigandStates(diagram, results);
 
     LevelDiagram::Column ion{QString::fromUtf8("Eu³⁺"), {}};
-    for (const IonLevel &level : ionLevels) {
-        const QString name = QString::fromUtf8(level.label);
-        double energy = level.energy;
-        for (const yieldOptions::Channel &channel : yieldOptions::channels) {
-            if (!yieldOptions::isOpen(channel, request) ||
-                !QByteArray(channel.name).endsWith(level.name))
-                continue;
-            const int k = channel.slot;
-            energy = donors.ofSlot(k) - calculation.getEnergyMismatch(k);
-            diagram.arrows.append(
-                {k < 5 ? SingletColumn : TripletColumn, donors.ofSlot(k), IonColumn, energy,
-                 QString::fromUtf8("%1 → %2   %3")
-                     .arg(QString::fromLatin1(channel.name).section(QLatin1Char('-'), 0, 0), name,
-                          textOfRate(channel.isExchange ? calculation.getExchangeForwardRate(k)
-                                                        : calculation.getForwardRate(k))),
-                 channel.isExchange ? LevelDiagram::ArrowKind::Exchange
-                                    : LevelDiagram::ArrowKind::Multipolar});
-        }
-        ion.levels.append({energy, energy < 1e4 ? name : label(name, energy)});
-        if (level.energy > 1e4 && QByteArray(level.name) == "5D0")
-            diagram.arrows.append({IonColumn, energy, IonColumn, ion.levels.at(2).energy, QString(),
-                                   LevelDiagram::ArrowKind::Emission});
+    for (const IonLevel &level : ionLevels()) {
+        for (const TransferResult &transfer : results.transfers)
+            if (transfer.channel.acceptor == level.name)
+                diagram.arrows.append(transferArrow(results, transfer));
+        const QString name = levelLabel(level.name);
+        const bool isGround = ion.levels.size() < int(std::size(groundLevels));
+        ion.levels.append({level.energy, isGround ? name : label(name, level.energy)});
+        if (level.name == QLatin1String(emittingLevel))
+            diagram.arrows.append({IonColumn, level.energy, IonColumn, groundLevels[emissionTo],
+                                   QString(), LevelDiagram::ArrowKind::Emission});
     }
     diagram.columns << ion;
     return diagram;

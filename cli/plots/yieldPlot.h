@@ -2,11 +2,7 @@
 
 #include "plots/plots.h"
 
-class LanqorSpectroscopicCalculation;
-namespace yieldOptions {
-struct Request;
-}
+struct SpectroscopicResults;
 
-/// Ligand states, levels of Eu3+ and the open channels between them, after a calculation.
-plots::LevelDiagram yieldDiagram(const LanqorSpectroscopicCalculation &calculation,
-                                 const yieldOptions::Request &request);
+/// Ligand states, levels of Eu3+ and the open channels between them.
+plots::LevelDiagram yieldDiagram(const SpectroscopicResults &results);

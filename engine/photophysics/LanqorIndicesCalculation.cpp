@@ -1,6 +1,7 @@
 #include "LanqorIndicesCalculation.h"
 
 #include "core/reportText_p.h"
+#include "input/inputDataAccess_p.h"
 #include "photophysics/indicesTable_p.h"
 #include "photophysics/reactivityIndices_p.h"
 
@@ -66,6 +67,7 @@ LanqorInputData &LanqorIndicesCalculationPrivate::restart()
     if (given)
         return *given;
     own = std::make_unique<LanqorInputData>(nullptr, outputPath);
+    own->setKeepFileOpen(true); // geometry and orbitals
     return *own;
 }
 
@@ -83,7 +85,7 @@ bool LanqorIndicesCalculationPrivate::readMopacOutputFile()
     }
     std::vector<OccupiedOrbital> orbitals;
     QString error;
-    if (!readMopacOrbitals(outputPath, atomLabels.size() - 1, orbitals, error))
+    if (!readMopacOrbitals(inputFileOf(structure), atomLabels.size() - 1, orbitals, error))
         return owner.failWith(error);
     const ReactivityIndices indices = calcMinimalBasisIndices(orbitals, functionsOfAtom);
     atomicCharge = toVector(indices.population);
@@ -93,11 +95,11 @@ bool LanqorIndicesCalculationPrivate::readMopacOutputFile()
 
 bool LanqorIndicesCalculationPrivate::readGaussianOutputFile()
 {
-    restart();
+    const LanqorInputData &output = restart();
     isGaussian = true;
     std::vector<OccupiedOrbital> orbitals;
     QString error;
-    if (!readGaussianOrbitals(outputPath, orbitals, atomLabels, error))
+    if (!readGaussianOrbitals(inputFileOf(output), orbitals, atomLabels, error))
         return owner.failWith(error);
     const ReactivityIndices indices = calcIndicesOfAllFunctions(orbitals, atomLabels.size() - 1);
     atomicCharge = toVector(indices.population);
@@ -108,6 +110,7 @@ bool LanqorIndicesCalculationPrivate::readGaussianOutputFile()
 /// Writes the ".indeces" file. The folder of an output may be read-only: the indices stand.
 bool LanqorIndicesCalculationPrivate::finish()
 {
+    own.reset();
     const QString fileName = owner.getIndicesFileName();
     QString error;
     if (!reportText::writeFile(fileName, owner.getIndicesTable(), error))

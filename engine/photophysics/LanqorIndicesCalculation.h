@@ -10,6 +10,7 @@
 
 class LanqorIndicesCalculationPrivate;
 class LanqorInputData;
+class LanqorResultTables;
 
 /// Reactivity indices of the atoms of a complex, from the occupied orbitals of a closed-shell
 /// calculation with the ion as atom 1. They turn into charge factors and polarisabilities in
@@ -65,6 +66,8 @@ public:
 
     /// All of the last calculation; no atoms before a successful one.
     IndicesResults getResults() const;
+    /// One line an atom.
+    static LanqorResultTables makeTables(const IndicesResults &results);
 
     /// The table that the ".indeces" file holds: a heading, then for each atom from 2 on its
     /// number, symbol, charge and superdelocalizability.

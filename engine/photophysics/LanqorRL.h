@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class LanqorResultTables;
 class LanqorRLPrivate;
 
 /// Donor-acceptor distances: how far from the lanthanide ion the excited states of the ligands
@@ -68,6 +69,8 @@ public:
 
     /// All of the last calcRL. When it failed, the states that were read and the reason.
     DonorStatesResults getResults() const;
+    /// Both lists of states, and the excitations that make them up.
+    static LanqorResultTables makeTables(const DonorStatesResults &results);
 
     /// Report: energies, wavelengths, oscillator strengths and RL of all states. Writes it to
     /// @p path and returns its text; empty when it cannot be written or before calcRL.

@@ -1,5 +1,7 @@
 #include "photophysics/LanqorSpectroscopicCalculation_p.h"
 
+#include "input/intensityReportReader_p.h"
+
 #include <LanqorEngine/LanqorOmega.h>
 
 #include <algorithm>
@@ -216,6 +218,27 @@ LanqorSpectroscopicCalculation::LanqorSpectroscopicCalculation(
         !d->takeOmega(new LanqorOmega(this, chargeModel, inputPath, omegaPath)))
         return;
     if (!rlPath.isEmpty() && !d->takeExcitedStates(new LanqorRL(this, rlPath), programType, rlPath))
+        return;
+    initializeParameters();
+}
+
+LanqorSpectroscopicCalculation::LanqorSpectroscopicCalculation(
+    QObject *parent, const int &chargeModel, const int &programType, LanqorInputData *geometry,
+    const QString &omegaPath, LanqorInputData *excitedStates, const int &selectedTriplet,
+    const int &selectedSinglet)
+    : LanqorSpectroscopicCalculation(parent)
+{
+    d->inputPath = geometry ? geometry->getFileName() : QString();
+    d->selectedTriplet = selectedTriplet;
+    d->selectedSinglet = selectedSinglet;
+    const bool isStructure = !omegaPath.isEmpty() && !isIntensityReport(omegaPath);
+    if (isStructure && !d->takeOmega(new LanqorOmega(this, chargeModel, d->inputPath, omegaPath)))
+        return;
+    if (!isStructure && (geometry || !omegaPath.isEmpty()) &&
+        !d->takeOmega(new LanqorOmega(this, chargeModel, geometry, omegaPath)))
+        return;
+    if (excitedStates && !d->takeExcitedStates(new LanqorRL(this, excitedStates), programType,
+                                               excitedStates->getFileName()))
         return;
     initializeParameters();
 }

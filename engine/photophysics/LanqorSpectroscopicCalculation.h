@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class LanqorResultTables;
 class LanqorSpectroscopicCalculationPrivate;
 
 /// Luminescence of a Eu3+ complex: radiative and non-radiative rates of 5D0, rates of energy
@@ -45,6 +46,15 @@ public:
     LanqorSpectroscopicCalculation(QObject *parent, const int &chargeModel, const int &programType,
                                    const QString &inputPath, const QString &omegaPath,
                                    const QString &rlPath, const int &selectedTriplet,
+                                   const int &selectedSinglet);
+    /// The same by readers, which are not owned and must outlive this object.
+    /// @param geometry  of the complex, read already; null: Omega is set by hand. Without a report,
+    ///                  Omega stays 0 until setOmegaValues.
+    /// @param omegaPath  empty, or as above
+    /// @param excitedStates  read unless it holds states already; null for explicit values
+    LanqorSpectroscopicCalculation(QObject *parent, const int &chargeModel, const int &programType,
+                                   LanqorInputData *geometry, const QString &omegaPath,
+                                   LanqorInputData *excitedStates, const int &selectedTriplet,
                                    const int &selectedSinglet);
     ~LanqorSpectroscopicCalculation() override;
 
@@ -141,6 +151,9 @@ public:
 
     /// All of the last calculations.
     SpectroscopicResults getResults() const;
+    /// Intensity parameters, emission, donor states, transfers, populations, yield, and the ligand
+    /// states that were read.
+    static LanqorResultTables makeTables(const SpectroscopicResults &results);
 
     /// Report on intensity parameters, donor states, transfer rates and radiative rates. Returns
     /// the text and writes no file.

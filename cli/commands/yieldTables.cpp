@@ -1,0 +1,99 @@
+#include "commands/yieldTables.h"
+
+#include "text.h"
+
+#include <LanqorEngine/SpectroscopicResults.h>
+
+namespace {
+
+using cli::column;
+using cli::powerColumn;
+using cli::tr;
+
+constexpr double msPerSecond = 1000.0;
+constexpr double omegaUnitCm2 = 1.0e-20;
+
+/// "  name   value unit"
+QString line(const QString &name, const QString &valueAndUnit)
+{
+    return QStringLiteral("  ") + name.leftJustified(34) + valueAndUnit + QLatin1Char('\n');
+}
+
+QString donorLine(const QString &kind, const DonorState &donor)
+{
+    const QString number = donor.number > 0 ? QString::number(donor.number) : tr("given");
+    return QStringLiteral("  ") + kind.leftJustified(10) + number.rightJustified(8) +
+           column(donor.energy, 2, 16) + column(donor.rl, 4, 10) + QLatin1Char('\n');
+}
+
+QString donorTable(const SpectroscopicResults &results)
+{
+    const QString text = tr("Donor states of the ligands\n\n") +
+                         tr("              number   energy / cm^-1    RL / A\n") +
+                         donorLine(tr("singlet"), results.singlet);
+    if (!results.considerTwoTriplets)
+        return text + donorLine(tr("triplet"), results.triplet);
+    return text + donorLine(tr("triplet Ta"), results.firstTriplet) +
+           donorLine(tr("triplet T"), results.triplet);
+}
+
+QString omegaTable(const SpectroscopicResults &results)
+{
+    QString text =
+        tr("\nIntensity parameters / 1e-20 cm^2: total and forced electric dipole part\n\n"
+           "  lambda      Omega         ED\n");
+    for (const int lambda : {2, 4, 6})
+        text += column(lambda, 8) + column(results.omega[lambda] / omegaUnitCm2, 4, 11) +
+                column(results.omegaEd[lambda] / omegaUnitCm2, 4, 11) + QLatin1Char('\n');
+    return text;
+}
+
+QString radiativeTable(const SpectroscopicResults &results)
+{
+    const auto rate = [](double value) { return column(value, 2, 12) + QStringLiteral(" s^-1"); };
+    const bool isEstimated = results.isLifeTimeEstimated;
+    return tr("\nEmission of 5D0 at refractive index %1\n\n").arg(results.refractiveIndex) +
+           line(tr("Arad 5D0 -> 7F1, magnetic dipole"), rate(results.aradMD)) +
+           line(tr("Arad 5D0 -> 7F2"), rate(results.arad02)) +
+           line(tr("Arad 5D0 -> 7F4"), rate(results.arad04)) +
+           line(tr("Arad 5D0 -> 7F6"), rate(results.arad06)) +
+           line(tr("Arad"), rate(results.arad)) +
+           line(isEstimated ? tr("Anrad, estimated") : tr("Anrad"), rate(results.anrad)) +
+           line(isEstimated ? tr("lifetime, estimated") : tr("lifetime, given"),
+                column(results.lifeTime * msPerSecond, 4, 12) + QStringLiteral(" ms")) +
+           line(tr("quantum efficiency"),
+                column(results.quantumEfficiency, 2, 12) + QStringLiteral(" %"));
+}
+
+QString transferTable(const SpectroscopicResults &results)
+{
+    QString text = tr("\nEnergy transfer, model %1\n\n").arg(results.etModel) +
+                   tr("  channel  mechanism   mismatch / cm^-1   transfer / s^-1   back / s^-1\n");
+    for (const TransferResult &transfer : results.transfers) {
+        const TransferChannel &channel = transfer.channel;
+        const bool isExchange = channel.mechanism == TransferMechanism::Exchange;
+        text += QStringLiteral("  ") + channel.name.leftJustified(9) +
+                (isExchange ? tr("exchange") : tr("multipolar")).leftJustified(10) +
+                column(transfer.energyMismatch, 2, 18) + powerColumn(transfer.forwardRate, 2, 18) +
+                powerColumn(transfer.backwardRate, 2, 14) + QLatin1Char('\n');
+    }
+    return text;
+}
+
+QString populationTable(const SpectroscopicResults &results)
+{
+    QString text = tr("\nPopulations\n\n");
+    for (const StatePopulation &entry : results.populations)
+        text += line(entry.state, powerColumn(entry.population, 4, 12));
+    return text;
+}
+
+} // namespace
+
+QString yieldTables(const SpectroscopicResults &results)
+{
+    return donorTable(results) + omegaTable(results) + radiativeTable(results) +
+           transferTable(results) + populationTable(results) + QLatin1Char('\n') +
+           tr("Quantum yield").leftJustified(36) + column(results.quantumYield, 2, 12) +
+           QStringLiteral(" %\n");
+}
