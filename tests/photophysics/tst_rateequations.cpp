@@ -9,7 +9,7 @@ using rateEquations::Scheme;
 using transferRates::Tables;
 using namespace transferChannels;
 
-/// Populations against an elimination that subtracts nothing, closed forms and balances.
+/// Populations against an elimination that subtracts nothing.
 class TestRateEquations : public QObject
 {
     Q_OBJECT
@@ -17,7 +17,6 @@ private Q_SLOTS:
     void populations_data();
     void populations();
     void closedChannelsLeaveTheIonDark();
-    void tripletToEmitterAlone();
 };
 
 namespace {
@@ -173,22 +172,6 @@ void TestRateEquations::closedChannelsLeaveTheIonDark()
             COMPARE_NEAR(perGroundState(scheme, Tables(), decay, S1),
                          1e4 / (states == 7 ? 2.01e8 : 1.01e8), 1e-18);
         }
-}
-
-void TestRateEquations::tripletToEmitterAlone()
-{
-    // S0 -> S1 -> T1 -> 5D0 with back-transfer b: the net flow into 5D0 is what leaves it.
-    Tables tables;
-    const double W = 3e6;
-    const double b = 4e3;
-    const double decay = 1500.0;
-    tables.exchangeForwardRates[14] = W;
-    tables.exchangeBackwardRates[14] = b;
-    const double intoTriplet = 1e4 * 1e8 / 1.01e8;
-    const double triplet = intoTriplet / (1e5 + W - W * b / (b + decay));
-    const double expected = W * triplet / (b + decay);
-    for (const Scheme *scheme : {&rateEquations::sixStates(), &rateEquations::eightStates()})
-        COMPARE_NEAR(perGroundState(*scheme, tables, decay, Level5D0) / expected, 1.0, 1e-12);
 }
 
 QTEST_GUILESS_MAIN(TestRateEquations)

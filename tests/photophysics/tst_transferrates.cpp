@@ -71,12 +71,7 @@ double overlapPerHartree(double delta)
 void TestTransferRates::factors()
 {
     COMPARE_NEAR(transferRates::F(0.0, 3250.0), 7.275750237e11, 1e3);
-    double area = 0.0; // of the band over energies in erg
-    for (int i = -2000; i <= 2000; ++i)
-        area += transferRates::F(10.0 * i, 3250.0) * 10.0 * 1.9864458571e-16;
-    COMPARE_NEAR(area, 1.0, 1e-6);
     COMPARE_NEAR(transferRates::boltzmannFactor(1000.0), 8.26336654e-3, 1e-11);
-    QCOMPARE(transferRates::boltzmannFactor(0.0), 1.0);
     COMPARE_NEAR(transferRates::overlap4fLigand(2.4, 9.6, 3.5), 0.05 / 128.0, 1e-17);
     COMPARE_NEAR(transferRates::overlap4f4f(0.0), 311.3216, 1e-10);
     COMPARE_NEAR(transferRates::overlap4f4f(3.26226 * angstrom) /
