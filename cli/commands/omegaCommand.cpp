@@ -3,11 +3,13 @@
 #include "options/OptionReader.h"
 #include "options/chargeFactorOptions.h"
 #include "options/complexOptions.h"
+#include "options/showResults.h"
 #include "text.h"
 
-#include <LanqorEngine/LanqorAradPartition.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOmega.h>
+#include <LanqorEngine/LanqorResultTables.h>
+#include <LanqorEngine/OmegaResults.h>
 
 #include <QFile>
 
@@ -19,33 +21,39 @@ using cli::tr;
 constexpr double cm3PerCubicAngstrom = 1.0e-24;
 constexpr double omegaUnitCm2 = 1.0e-20;
 
-QString sphereTable(const LanqorInputData &geometry, const LanqorOmega &omega)
+QString sphereTable(const OmegaResults &results)
 {
     QString text = tr("Coordination sphere of %1: %2 atoms\n\n")
-                       .arg(geometry.getAtomLabel(1))
-                       .arg(omega.getCoordNumber()) +
+                       .arg(results.ion.label)
+                       .arg(results.atoms.size()) +
                    tr("  Atom      R / A  theta / deg  phi / deg         g  alpha / A^3\n");
-    for (int atom = 2; atom <= omega.getCoordNumber() + 1; ++atom) {
-        const CoordSPH position = geometry.getCoordSPH(atom);
-        text += QStringLiteral("  %1 %2").arg(position.label, -2).arg(atom, 3) +
-                column(position.r, 4, 9) + column(position.theta, 2, 13) +
-                column(position.phi, 2, 11) + column(omega.getChargeFactor(atom), 4, 10) +
-                column(omega.getAlpha(atom) / cm3PerCubicAngstrom, 4, 13) + QLatin1Char('\n');
-    }
+    for (const OmegaResults::Atom &atom : results.atoms)
+        text += QStringLiteral("  %1 %2").arg(atom.position.label, -2).arg(atom.number, 3) +
+                column(atom.position.r, 4, 9) + column(atom.position.theta, 2, 13) +
+                column(atom.position.phi, 2, 11) + column(atom.chargeFactor, 4, 10) +
+                column(atom.alpha / cm3PerCubicAngstrom, 4, 13) + QLatin1Char('\n');
     return text + QLatin1Char('\n');
 }
 
-QString omegaTable(const LanqorOmega &omega)
+QString omegaTable(const OmegaResults &results)
 {
     QString text = tr("Intensity parameters Omega(lambda) / 1e-20 cm^2: total, by forced electric\n"
                       "dipole (ED) alone and by dynamic coupling (DC) alone\n\n") +
                    tr("  lambda      Omega         ED         DC\n");
     for (const int lambda : {2, 4, 6})
         text += QString::number(lambda).rightJustified(8) +
-                column(omega.getOmega(lambda) / omegaUnitCm2, 4, 11) +
-                column(omega.getOmegaED(lambda) / omegaUnitCm2, 4, 11) +
-                column(omega.getOmegaDC(lambda) / omegaUnitCm2, 4, 11) + QLatin1Char('\n');
+                column(results.omega[lambda] / omegaUnitCm2, 4, 11) +
+                column(results.omegaED[lambda] / omegaUnitCm2, 4, 11) +
+                column(results.omegaDC[lambda] / omegaUnitCm2, 4, 11) + QLatin1Char('\n');
     return text + QLatin1Char('\n');
+}
+
+QString summary(const OmegaResults &results)
+{
+    return sphereTable(results) + omegaTable(results) +
+           tr("Forced electric dipole rate Arad(ED) of 5D0 at refractive index %1: %2 s^-1\n")
+               .arg(results.refractiveIndex)
+               .arg(results.rates.electricDipole(), 0, 'f', 2);
 }
 
 /// What the command line asks of the report.
@@ -112,33 +120,23 @@ void addOptions(cli::OptionReader &options)
     });
 }
 
-/// Prints the summary and makes the report of a finished calculation.
-void show(LanqorOmega &omega, LanqorInputData &geometry, double index, const ReportRequest &request)
+/// Makes the report of a finished calculation if one is wanted, and shows the results.
+void show(const cli::OptionReader &options, LanqorOmega &omega, const ReportRequest &request,
+          const QStringList &inputFiles)
 {
-    LanqorInputData *shared = &geometry;
-    LanqorAradPartition partition(nullptr, shared, omega.getCoordNumber(), index);
-    double electricDipoleRate = 0.0;
-    for (const int lambda : {2, 4, 6})
-        electricDipoleRate += partition.calcConstArad(lambda) * omega.getOmega(lambda);
-    const QString summary =
-        sphereTable(geometry, omega) + omegaTable(omega) +
-        tr("Forced electric dipole rate Arad(ED) of 5D0 at refractive index %1: %2 s^-1\n")
-            .arg(index)
-            .arg(electricDipoleRate, 0, 'f', 2);
-    if (!request.isWanted) {
-        cli::print(summary);
-        return;
-    }
-    if (!request.ligands.isEmpty() && !partition.setLigandsVector(request.ligands))
+    const OmegaResults results = omega.getResults();
+    if (!results.partition.groupError.isEmpty())
         throw cli::Failure{
-            QStringLiteral("%1: %2").arg(request.ligandFile, partition.getLastError())};
-    omega.setRefractiveIndex(index);
-    omega.setOmegaPrintingOptions(request.options);
-    omega.setLigandAtomsByLigandVector(request.ligands);
-    const QString report = omega.createOutFile(request.fileName);
-    if (report.isEmpty())
-        cli::failOf(omega);
-    cli::print(request.fileName.isEmpty() ? report : summary);
+            QStringLiteral("%1: %2").arg(request.ligandFile, results.partition.groupError)};
+    QString text = summary(results);
+    if (request.isWanted) {
+        const QString report = omega.createOutFile(request.fileName);
+        if (report.isEmpty())
+            cli::failOf(omega);
+        if (request.fileName.isEmpty())
+            text = report;
+    }
+    cli::showResults(options, text, LanqorOmega::makeTables(results), inputFiles);
 }
 
 } // namespace
@@ -147,6 +145,7 @@ int omegaCommand(const QStringList &arguments)
 {
     cli::OptionReader options("omega");
     addOptions(options);
+    options.addResultOptions();
     options.parse(arguments);
     const QString fileName =
         options.files(1, tr("omega needs one file; see \"lanqor omega --help\"")).first();
@@ -154,12 +153,19 @@ int omegaCommand(const QStringList &arguments)
     const ReportRequest request = readReportRequest(options);
 
     LanqorInputData geometry(nullptr, fileName);
+    geometry.setKeepFileOpen(true);
     cli::showMessages(geometry);
     const int coordNumber = cli::readSphere(options, geometry, fileName);
-    LanqorOmega omega(nullptr, 0, fileName, fileName);
+    LanqorOmega omega(nullptr, 0, &geometry);
     if (!omega.getLastError().isEmpty())
         cli::failOf(omega);
+    omega.setRefractiveIndex(index);
+    omega.setOmegaPrintingOptions(request.options);
+    omega.setLigandAtomsByLigandVector(request.ligands);
     cli::calcOmega(omega, geometry, coordNumber, options.text("g"), options.text("alpha"));
-    show(omega, geometry, index, request);
+    QStringList inputFiles = {fileName};
+    if (!request.ligandFile.isEmpty())
+        inputFiles.append(request.ligandFile);
+    show(options, omega, request, inputFiles);
     return cli::success;
 }

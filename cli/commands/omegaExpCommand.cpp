@@ -2,9 +2,12 @@
 #include "commands/commands.h"
 #include "options/OptionReader.h"
 #include "options/complexOptions.h"
+#include "options/showResults.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorOmegaExp.h>
+#include <LanqorEngine/LanqorResultTables.h>
+#include <LanqorEngine/OmegaExpResults.h>
 
 #include <QFile>
 #include <QTextStream>
@@ -238,6 +241,7 @@ int omegaExpCommand(const QStringList &arguments)
 {
     cli::OptionReader options("omega-exp");
     addOptions(options);
+    options.addResultOptions();
     options.parse(arguments);
     if (int(options.isSet("spectrum")) + int(options.isSet("areas")) + options.files().size() != 1)
         options.refuse(tr("omega-exp needs either --spectrum FILE, or a table FILE, or --areas "
@@ -258,6 +262,8 @@ int omegaExpCommand(const QStringList &arguments)
     const QString report = calculation.createOutputFile(options.text("report"));
     if (report.isEmpty())
         cli::failOf(calculation);
-    cli::print(report);
+    const QString spectrum = options.text("spectrum");
+    cli::showResults(options, report, LanqorOmegaExp::makeTables(calculation.getResults()),
+                     spectrum.isEmpty() ? options.files() : QStringList{spectrum});
     return cli::success;
 }

@@ -19,16 +19,14 @@ constexpr double cm3PerCubicAngstrom = 1.0e-24;
 void calcOmega(LanqorOmega &omega, const LanqorInputData &geometry, int coordNumber,
                const QString &g, const QString &alpha)
 {
-    QVector<double> chargeFactors = readAtomValues(geometry, coordNumber, QStringLiteral("--g"), g);
+    const QVector<double> chargeFactors =
+        readAtomValues(geometry, coordNumber, QStringLiteral("--g"), g);
     QVector<double> alphasCm3 =
         readAtomValues(geometry, coordNumber, QStringLiteral("--alpha"), alpha);
     for (double &value : alphasCm3)
         value *= cm3PerCubicAngstrom;
-    double *gArray = chargeFactors.data();
-    double *alphaArray = alphasCm3.data();
     omega.setCoordNumber(coordNumber);
-    omega.setChargeFactorAndAlpha(gArray, alphaArray);
-    if (!omega.calcOmega())
+    if (!omega.setChargeFactorAndAlpha(chargeFactors, alphasCm3) || !omega.calcOmega())
         failOf(omega);
 }
 
