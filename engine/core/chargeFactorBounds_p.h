@@ -6,7 +6,7 @@
 
 /// Bounds of the charge factor g of a coordinated atom, by element. A symbol outside the
 /// classes of a table keeps the bounds of the atom checked before it; when it is the first, the
-/// bounds are the initial ones.
+/// bounds are the initial ones. Dimensionless; source of the values not known.
 struct ChargeFactorBounds
 {
     double minimum = 0.01;
@@ -20,7 +20,7 @@ void updateDirectFitBounds(const QString &symbol, ChargeFactorBounds &bounds);
 /// tables differ on purpose.
 void updateQdcFitBounds(const QString &symbol, ChargeFactorBounds &bounds);
 
-/// Limits of the polarisability of a coordinated atom, cubic Angstrom.
+/// Limits of the polarisability of a coordinated atom, cubic Angstrom; source not known.
 constexpr double minimumAlpha = 0.005;
 constexpr double maximumAlphaDirectFit = 6.5;
 constexpr double maximumAlphaQdcFit = 15.0;

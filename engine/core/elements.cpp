@@ -11,8 +11,10 @@ struct TableRow
     double mass; // g/mol
 };
 
-// In order of atomic number. Element 80 is spelled "Mg": mercury is never recognised by its
-// symbol, and "Mg" always finds magnesium. Kept, since callers' stored results rest on it.
+// Rounded standard atomic weights, of the most stable isotope where there is none; source of the
+// list not known. In order of atomic number. Element 80 is spelled "Mg": mercury is never
+// recognised by its symbol, and "Mg" always finds magnesium. Kept, since callers' stored results
+// rest on it.
 constexpr TableRow rows[elementCount] = {
     {"H", 1.01},    {"He", 4.00},   {"Li", 6.94},   {"Be", 9.01},   {"B", 10.81},   {"C", 12.01},
     {"N", 14.01},   {"O", 16.00},   {"F", 19.00},   {"Ne", 20.18},  {"Na", 22.99},  {"Mg", 24.31},

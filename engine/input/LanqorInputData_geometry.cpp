@@ -53,6 +53,7 @@ QString listOfAtoms(const QVector<int> &numbers, const QVector<Coord> &atoms)
 
 } // namespace
 
+/// A little above the bond lengths in lanthanide complexes; source of the values not known.
 double bondCutOff(const QString &label)
 {
     if (label == QLatin1String("O") || label == QLatin1String("N"))

@@ -120,22 +120,15 @@ private Q_SLOTS:
                                             QStringLiteral("T 18000.2 0 3 7"),
                                             QStringLiteral("T 19500.0 0 3 9")}));
         QCOMPARE(data.getSingletWeights(1), (QVector<double>{0.6, 0.02}));
+        QCOMPARE(data.getExcitedStateCount(), 3); // those allowed by spin
+        QCOMPARE(data.getEnergyVector(0), 24000.0);
+        QCOMPARE(data.getOscForceVector(0), 0.25);
 
         QCOMPARE(data.getMolecularOrbitalNumber(), 8);
         const MolecularOrbital touching = data.getMolecularOrbitalVector(7);
         QCOMPARE(touching.coefficients, (QVector<double>{2.717131, -11.625625, 131.30264}));
         QCOMPARE(touching.atomNumbers, (QVector<int>{1, 2, 3}));
         QCOMPARE(touching.atomicOrbitals.at(1), QStringLiteral("1f+1"));
-    }
-
-    void orcaSpectra()
-    {
-        LanqorInputData data(nullptr, dataFile(orcaOptimisation));
-        QVERIFY(data.readAbsorptionDataOrca());
-        QCOMPARE(data.getExcitedStateCount(), 3); // those allowed by spin
-        QCOMPARE(data.getEnergyVector(0), 24000.0);
-        QCOMPARE(data.getOscForceVector(0), 0.25);
-        QCOMPARE(data.getSingletStatesCount(), 0);
     }
 
     void orcaWithPointCharge()
@@ -355,19 +348,10 @@ private Q_SLOTS:
         }
     }
 
-    /// Windows line ends, states without a list of triplets, and lists whose usual end is missing.
+    /// States without a list of triplets, and lists whose usual end is missing.
     void variants()
     {
         bool ok = false;
-        for (const QString &file : {orcaOptimisation, gaussianTwoJobs, zindoStates}) {
-            const QByteArray bytes = readAll(dataFile(file));
-            const auto unixData = readBytes(file, bytes, ok);
-            QVERIFY(ok);
-            const auto data = readBytes(file, QByteArray(bytes).replace("\n", "\r\n"), ok);
-            QVERIFY(ok);
-            QCOMPARE(states(*data), states(*unixData));
-            QCOMPARE(data->getMolecularOrbitalNumber(), unixData->getMolecularOrbitalNumber());
-        }
         const QByteArray gaussian = readAll(dataFile(gaussianTwoJobs));
         auto data = readBytes(gaussianTwoJobs, replaced(gaussian, "Triplet", "Singlet"), ok);
         QVERIFY(ok);

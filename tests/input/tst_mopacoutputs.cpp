@@ -79,21 +79,6 @@ private Q_SLOTS:
         compareForceConstants(fact, path);
     }
 
-    void zMatrixIsTheFinalOne()
-    {
-        LanqorInputData data(
-            nullptr, testSupport::dataFile(QStringLiteral("mopac/eu_cl2_h2o6_am1_int.out")));
-        QVERIFY(data.readMopacOutFile(false));
-        const CoordZMT chlorine = data.getCoordZMT(3);
-        QCOMPARE(chlorine.label, QStringLiteral("Cl"));
-        QCOMPARE(chlorine.distance, 2.33252168);
-        QCOMPARE(chlorine.angle, 163.0921844);
-        QCOMPARE(chlorine.na, 1);
-        QCOMPARE(chlorine.nb, 2);
-        QCOMPARE(chlorine.nc, 0);
-        QCOMPARE(data.getCoordZMT(21).dihedral, -178.0489599);
-    }
-
 private:
     static void compareCharges(const QJsonObject &fact, const LanqorInputData &data)
     {
