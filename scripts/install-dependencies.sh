@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, testing and the demo need; only what is missing.
 #
-# usage: scripts/install-dependencies.sh [--bench | --lint]
+# usage: scripts/install-dependencies.sh [--abi | --bench | --lint]
+#   --abi     also what scripts/abi.sh uses
 #   --bench   also what the benchmarks compare with
 #   --lint    also what scripts/lint.sh uses
 set -euo pipefail
@@ -15,9 +16,13 @@ packages=(
     mopac openbabel
     # sources of the German locale in which a test runs the program
     locales
+    # reads the installed headers for the test of the exported symbols
+    python3-clang binutils
 )
 if [[ ${1:-} == --bench ]]; then
     packages+=(libbenchmark-dev libgsl-dev python3-scipy)
+elif [[ ${1:-} == --abi ]]; then
+    packages+=(abigail-tools)
 elif [[ ${1:-} == --lint ]]; then
     packages+=(git clang-format clang-tidy)
 fi
