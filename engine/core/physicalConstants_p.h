@@ -5,26 +5,28 @@
 /// purpose, each keeps its own beside its formula.
 namespace lanqor {
 
-/// Pi and 4 pi to the digits of the intensity and rate formulas.
+/// pi to twelve digits, and four times it. Other digits of pi stand beside their formulas.
 constexpr double pi = 3.14159265359;
 constexpr double fourPi = 12.56637061436;
 
 /// Bohr radius, cm (CODATA 2010).
 constexpr double bohrRadiusCm = 5.2917721092e-9;
-/// Bohr radii in an Angstrom (CODATA 1986).
+/// Bohr radii in an Angstrom: the inverse of 0.529177249 Angstrom (CODATA 1986).
 constexpr double bohrPerAngstrom = 1.889725988579;
+/// Centimetres in an Angstrom, by definition.
 constexpr double cmPerAngstrom = 1e-8;
 /// cm^3 in a cubic Angstrom, the unit in which polarisabilities are printed and entered.
 constexpr double cm3PerCubicAngstrom = 1.0e-24;
 
-/// Magnitude of the electron's charge, esu (CODATA 2010), and its square, esu^2 = erg cm.
+/// Magnitude of the electron's charge, esu (1.602176565e-19 C, CODATA 2010), and its square,
+/// esu^2 = erg cm.
 constexpr double elementaryChargeEsu = 4.803204505713468e-10;
 constexpr double elementaryChargeSquared = 2.307077352370616e-19;
 
-/// Speed of light, cm/s (exact).
+/// Speed of light, cm/s, by definition.
 constexpr double lightSpeed = 29979245800.0;
-/// 1/(hc): wavenumber, cm^-1, of an energy of one erg. Within 1e-7 of CODATA 2006 and 2010, digits
-/// of neither; source not known.
+/// 1/(hc): wavenumber, cm^-1, of an energy of one erg. CODATA 2006 has 5.03411747; the source of
+/// the last two digits is not known.
 constexpr double wavenumberPerErg = 5.03411751e+15;
 /// Nanometres in a centimetre: a wavelength in nm is this by its wavenumber in cm^-1.
 constexpr double nmPerCm = 1.0e7;
