@@ -29,7 +29,8 @@ QMap<QString, QString> abroad(const QString &localeFolder)
 /// its progress but the end.
 QString lasting(QString text)
 {
-    static const QRegularExpression version(QStringLiteral("(?<=Version |program_version,)[\\d.]+"));
+    static const QRegularExpression version(
+        QStringLiteral("(?<=Version |program_version,)[\\d.]+"));
     static const QRegularExpression date(QStringLiteral("\\d{4}-\\d\\d-\\d\\dT[\\d:]{8}"));
     static const QRegularExpression progress(QStringLiteral("(?m)^ *\\d?\\d % of .*\\n"));
     static const QRegularExpression speed(QStringLiteral(" \\S+/s,"));
