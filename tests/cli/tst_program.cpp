@@ -131,6 +131,12 @@ private Q_SLOTS:
         };
         row("spectrum examples/data/eu_l2_zindos_excerpt.orcout", "spectrum transitions curve");
         row("organize tests/mopac/eu_f_acac3_rm1_opt.out o.xyz", "structure ligands atoms");
+        row("states tests/gaussian/eu_td5050_two_jobs_g16.log",
+            "donor_states singlets singlet_excitations triplets triplet_excitations");
+        row("yield --omega 33,4.6,0 --omega-ed 0,0,0 --singlet-energy 28000 --triplet-energy 20500 "
+            "--rl-singlet 4.5 --rl-triplet 5.1",
+            "intensity_parameters emission emission_bands donors energy_transfer populations "
+            "yield");
     }
     void resultsAsData()
     {
