@@ -68,20 +68,6 @@ std::vector<double> stationary(Rates k)
 
 // The schemes written out by hand; emission rate 1500 s^-1.
 
-Rates sixByHand(const Tables &t)
-{
-    const auto &W = t.forwardRates;
-    const auto &X = t.exchangeForwardRates;
-    const auto &w = t.backwardRates;
-    const auto &x = t.exchangeBackwardRates;
-    return {{0, 1e4, 0, 0, 0, 0},            // S0
-            {1e6, 0, 1e8, W[0], X[3], X[4]}, // S1
-            {1e5, 0, 0, W[10], X[13], X[14]},
-            {0, w[0], w[10], 0, 1e6, 0}, // 5D4
-            {0, x[3], x[13], 0, 0, 1e6},
-            {1500, x[4], x[14], 0, 0, 0}};
-}
-
 Rates eightByHand(const Tables &t)
 {
     const auto &W = t.forwardRates;
@@ -96,6 +82,17 @@ Rates eightByHand(const Tables &t)
             {0, w[2], w[12], 0, 0, 0, 1e6, 0},
             {0, x[3], x[13], 0, 0, 0, 0, 1e6},
             {1500, x[4], x[14], 0, 0, 0, 0, 0}};
+}
+
+/// Without 5G6 and 5L6, whose places 5D1 takes in the cascade.
+Rates sixByHand(const Tables &t)
+{
+    Rates k = eightByHand(t);
+    k[3][6] = k[3][4];
+    k.erase(k.begin() + 4, k.begin() + 6);
+    for (std::vector<double> &row : k)
+        row.erase(row.begin() + 4, row.begin() + 6);
+    return k;
 }
 
 Rates twoTripletsByHand(const Tables &t)
