@@ -125,7 +125,7 @@ void TestPartition::groupTexts()
     const QMap<QString, QString> messages = {
         {"A 2 3 2", "Line 1 of the ligands: atom 2"},
         {"A 2 3\nB 4 3", "Line 2 of the ligands: atom 3"},
-        {"A 1 2", "Line 1 of the ligands: \"1\""}, // the ion
+        {"A 1 2", "\"1\""}, // the ion
         {"A 2\n\nB 10", "Line 3 of the ligands: \"10\""},
         {"acac ligand 2 3", "\"ligand\""},
         {"A 2.5", "\"2.5\""},

@@ -205,8 +205,7 @@ Complex CoordinationSphere::harmonic(int l, int m, int j) const
 
 Complex CoordinationSphere::lattice(int t, int p, int j) const
 {
-    const Complex positive = atom(j).lattice[LatticeSums::index(t, std::abs(p))];
-    return p >= 0 ? positive : parity(p) * std::conj(positive);
+    return atom(j).lattice[LatticeSums::index(t, p)];
 }
 
 Complex CoordinationSphere::gamma(int t, int p, int j, double g) const

@@ -104,7 +104,7 @@ public:
     /// Y(l,m) at atom j, l up to maximumRank, m from -l to l.
     Complex harmonic(int l, int m, int j) const;
 
-    /// Electric term of atom j, erg cm^-t, t = 1, 3, 5, 7 and p = -t to t:
+    /// Electric term of atom j, erg cm^-t, t = 1, 3, 5, 7 and p = 0 to t:
     ///     e^2 sqrt(4 pi/(2t+1)) rho_j (2 beta_j)^(t+1) g_j conj(Y(t,p)) / R_j^(t+1)
     Complex gamma(int t, int p, int j, double g) const;
     /// Dynamic term of atom j, cm^(2-t): sqrt(4 pi/(2t+1)) alpha_j conj(Y(t,p)) / R_j^(t+1).
