@@ -9,9 +9,7 @@
 #include <LanqorEngine/LanqorGSA.h>
 #include <LanqorEngine/LanqorParametricEnergyLevels.h>
 
-#include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 
 namespace {
 
@@ -74,17 +72,6 @@ Request readRequest(const cli::OptionReader &options)
     return request;
 }
 
-/// The heading is skipped unread: a file that begins with its first level would lose it.
-bool hasHeading(const QString &fileName)
-{
-    constexpr qint64 longestLine = 4096;
-    static const QRegularExpression level(QStringLiteral(
-        "^\\s*[1-8][SPDFGHIKLMNOQ](\\(\\d+\\))?[\\d./]+\\s+([^\\s]+\\s+)*[\\d.]+\\s*$"));
-    QFile file(fileName);
-    return !file.open(QIODevice::ReadOnly) ||
-           !level.match(QString::fromLatin1(file.readLine(longestLine))).hasMatch();
-}
-
 } // namespace
 
 int fitLevelsCommand(const QStringList &arguments)
@@ -97,10 +84,9 @@ int fitLevelsCommand(const QStringList &arguments)
     if (!LanqorParametricEnergyLevels::readEnergyLevelsExp(request.fileName, measured))
         throw cli::Failure{
             tr("%1 cannot be read as a list of measured levels").arg(request.fileName)};
-    if (!hasHeading(request.fileName))
-        throw cli::Failure{tr("%1: the first line is a level, but it is taken as a heading and "
-                              "skipped; put a heading line before it")
-                               .arg(request.fileName)};
+    const QString fault = LanqorParametricEnergyLevels::findFileFault(request.fileName);
+    if (!fault.isEmpty())
+        throw cli::Failure{fault};
     cli::enterDataFolder();
 
     LanqorFitStarts starts(1, [&](int) {

@@ -10,85 +10,11 @@
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorParametricStarkLevels.h>
 
-#include <QFile>
 #include <QFileInfo>
-
-#include <algorithm>
 
 namespace {
 
 using cli::tr;
-
-/// What the fields of a line have to be: a letter for each, w a word, i a whole number, d a number;
-/// the letter before * stands for any number of fields, none included.
-struct LineForm
-{
-    const char *extension;
-    const char *fields;
-};
-
-constexpr LineForm lineForms[] = {
-    {".groups", "wi*"}, {".exp", "iddd"}, {".limits", "wdd"}, {".chargefactors", "wi*d"}};
-
-/// One letter for each of @p count fields of a line.
-QByteArray lettersOf(const LineForm &form, int count)
-{
-    QByteArray letters(form.fields);
-    const int star = letters.indexOf('*');
-    if (star < 0)
-        return letters;
-    const int others = letters.size() - 2;
-    return letters.left(star - 1) + QByteArray(std::max(0, count - others), letters.at(star - 1)) +
-           letters.mid(star + 1);
-}
-
-/// What is wrong with a line; empty when nothing is.
-QString lineFault(const LineForm &form, const QStringList &fields)
-{
-    const QByteArray letters = lettersOf(form, fields.size());
-    if (fields.size() < letters.size())
-        return tr("%1 of %2 fields are missing and count as 0")
-            .arg(letters.size() - fields.size())
-            .arg(letters.size());
-    if (fields.size() > letters.size())
-        return tr("fields from \"%1\" on are ignored").arg(fields.at(letters.size()));
-    for (int i = 0; i < fields.size(); ++i) {
-        bool ok = true;
-        if (letters.at(i) == 'i')
-            fields.at(i).toInt(&ok);
-        else if (letters.at(i) == 'd')
-            fields.at(i).toDouble(&ok);
-        if (!ok)
-            return letters.at(i) == 'i'
-                       ? tr("\"%1\" is no whole number and counts as 0").arg(fields.at(i))
-                       : tr("\"%1\" is no number and counts as 0").arg(fields.at(i));
-    }
-    return QString();
-}
-
-/// Warns of the lines that the reader takes otherwise than they were meant.
-void warnOfFaults(const QString &baseName)
-{
-    constexpr qint64 maximumSize = 1 << 20;
-    for (const LineForm &form : lineForms) {
-        QFile file(baseName + QLatin1String(form.extension));
-        if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-            continue;
-        int number = 0;
-        for (const QString &line :
-             QString::fromUtf8(file.read(maximumSize)).split(QLatin1Char('\n'))) {
-            ++number;
-            const QStringList fields =
-                line.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
-            const QString fault = fields.isEmpty() ? QString() : lineFault(form, fields);
-            if (!fault.isEmpty())
-                cli::note(QStringLiteral("lanqor: %1, line %2: %3")
-                              .arg(file.fileName())
-                              .arg(number)
-                              .arg(fault));
-        }
-    }
-}
 
 /// The files of a fit.
 struct FitFiles
@@ -107,7 +33,8 @@ FitFiles readFiles(const QString &baseName)
             throw cli::Failure{
                 tr("%1 does not exist; see \"lanqor fit stark --help\"").arg(fileName)};
     }
-    warnOfFaults(baseName);
+    for (const QString &fault : LanqorParametricStarkLevels::findFileFaults(baseName))
+        cli::complain(fault);
     FitFiles files;
     LanqorParametricStarkLevels::readGLimitsFile(baseName, files.limits);
     if (QFileInfo::exists(baseName + QStringLiteral(".chargefactors")))

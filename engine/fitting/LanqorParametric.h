@@ -12,6 +12,7 @@
 #include <memory>
 
 class LanqorParametricPrivate;
+class LanqorResultTables;
 
 /// Fits charge factors g and polarisabilities alpha of groups of coordinated atoms to measured
 /// Omega(2) and Omega(4).
@@ -69,6 +70,8 @@ public:
 
     /// The best trial so far.
     OmegaFitResults getResults() const;
+    /// The same as data for other programs.
+    static LanqorResultTables makeTables(const OmegaFitResults &results);
 
     /// g and alpha (cm^3) of the best trial, by atom number; 0 before there is one.
     double getBestChargeFactor(const int &atom) const;

@@ -4,6 +4,7 @@
 #include "core/title_p.h"
 #include "fitting/levelsFitReport_p.h"
 #include "fitting/measuredLevel_p.h"
+#include "input/fitFileFaults_p.h"
 #include "levels/hamiltonian_p.h"
 
 #include <LanqorEngine/LanqorEnergyLevels.h>
@@ -83,6 +84,15 @@ LanqorParametricEnergyLevels::LanqorParametricEnergyLevels(QObject *parent, cons
 }
 
 LanqorParametricEnergyLevels::~LanqorParametricEnergyLevels() = default;
+
+QString LanqorParametricEnergyLevels::findFileFault(const QString &fileName)
+{
+    return fitFiles::hasHeading(fileName)
+               ? QString()
+               : tr("%1: the first line is a level, but it is taken as a heading and skipped; put "
+                    "a heading line before it")
+                     .arg(fileName);
+}
 
 void LanqorParametricEnergyLevels::setElectronsNumber(const int &number)
 {

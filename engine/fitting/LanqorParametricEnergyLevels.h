@@ -11,6 +11,7 @@
 #include <memory>
 
 class LanqorParametricEnergyLevelsPrivate;
+class LanqorResultTables;
 
 /// Fits F2, F4, F6 and zeta of a free lanthanide ion to measured energy levels.
 ///
@@ -39,6 +40,9 @@ public:
     /// all. What is no number reads as 0.
     /// @return false when the file cannot be read or has more lines than any ion has levels
     static bool readEnergyLevelsExp(const QString &fileName, QVector<EnergyLevelsExp> &levels);
+    /// What is wrong with a file that can be read; empty when nothing is. A first line that reads
+    /// as a level is skipped as a heading all the same.
+    static QString findFileFault(const QString &fileName);
     /// J from "5/2" or "2.5"; 0 for what is no number.
     static double getJDoubleFromString(const QString &text);
 
@@ -65,6 +69,8 @@ public:
     /// The best point with the levels that endOfParametrization() computed at it; without levels
     /// before.
     LevelsFitResults getResults() const;
+    /// The same as data for other programs.
+    static LanqorResultTables makeTables(const LevelsFitResults &results);
     /// Names of the files written.
     QString getProgressFileName() const;
     QString getResultFileName() const;

@@ -270,6 +270,7 @@ QdcFitResults LanqorParametricQDC::getResults() const
     results.points = pointNumber;
     if (!problem.isSetupValid() || !d->indices)
         return results;
+    results.energyUnit = d->indices->getResults().energyUnit;
     for (int atom = 2; atom <= problem.getCoordNumber() + 1; ++atom) {
         results.atoms.append({atom, problem.getAtomLabel(atom), d->indices->getAtomicCharge(atom),
                               d->indices->getSuperDeslocalizability(atom),

@@ -13,6 +13,7 @@
 
 class LanqorIndicesCalculation;
 class LanqorParametricQDCPrivate;
+class LanqorResultTables;
 
 /// Fits the parameters Q, D and C of the QDC model to measured Omega(2) and Omega(4).
 ///
@@ -73,6 +74,8 @@ public:
 
     /// The best trial so far.
     QdcFitResults getResults() const;
+    /// The same as data for other programs.
+    static LanqorResultTables makeTables(const QdcFitResults &results);
     /// The best parameters found; zeros before the first trial.
     ParametersQDC getParametersQDC() const;
     /// True when a feasible trial was found.

@@ -3,12 +3,12 @@
 #include "core/physicalConstants_p.h"
 #include "core/reportText_p.h"
 #include "fitting/starkFitReport_p.h"
+#include "input/fitFileFaults_p.h"
 #include "levels/starkMatrix_p.h"
 
 #include <LanqorEngine/LanqorStarkLevels.h>
 
 #include <QFile>
-#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
@@ -120,6 +120,11 @@ void LanqorParametricStarkLevelsPrivate::takeStructure()
     chargeFactors.fill(0.0, coordNumber + 2);
     for (int atom = 1; atom <= coordNumber + 1; ++atom)
         atomLabels.append(starkLevels.getAtomLabel(atom));
+}
+
+QStringList LanqorParametricStarkLevels::findFileFaults(const QString &baseName)
+{
+    return fitFiles::starkFitFaults(baseName);
 }
 
 void LanqorParametricStarkLevels::setCoordNumber(const int &number)

@@ -8,11 +8,13 @@
 #include <LanqorEngine/TransitionValues.h>
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <memory>
 
 class LanqorParametricStarkLevelsPrivate;
+class LanqorResultTables;
 
 /// Fits the charge factors g of groups of coordinated atoms to the measured lowest and highest
 /// sublevels of 7FJ manifolds of Eu3+, cm^-1.
@@ -54,6 +56,10 @@ public:
     /// ".limits": element, minimum, maximum. The file may be missing.
     static void readGLimitsFile(const QString &baseName, QVector<GLimits> &limits);
 
+    /// The lines of these files that are read otherwise than they were meant: fields that are
+    /// missing, ignored or no numbers. A sentence on each, with file and line.
+    static QStringList findFileFaults(const QString &baseName);
+
     /// N, which must be that of the structure; unless set it is.
     void setCoordNumber(const int &number);
     /// Base name of the files written at each improvement: ".progress", to which a line of number
@@ -93,6 +99,8 @@ public:
     bool createOuputFile();
     /// The best trial so far.
     StarkFitResults getResults() const;
+    /// The same as data for other programs.
+    static LanqorResultTables makeTables(const StarkFitResults &results);
     /// Text of the report of the best trial; empty before there is one.
     QString getReport() const;
 

@@ -12,7 +12,7 @@ struct QdcFitAtom
     int number = 0; ///< 1-based
     QString element;
     double charge = 0.0;                ///< electron population q, elementary charges
-    double superdelocalizability = 0.0; ///< S, in the inverse unit of the orbital energies
+    double superdelocalizability = 0.0; ///< S, per energy unit
     FittedDonor donor;
 };
 
@@ -21,6 +21,7 @@ struct QdcFitResults : IntensityFitResults
 {
     ParametersQDC parameters;
     QVector<QdcFitAtom> atoms; ///< 2 to N+1
+    QString energyUnit;        ///< of the orbitals, and so of 1/S and D: "eV" or "hartree"
     int restrictionValue = 1;  ///< lower limit of D/C
     bool isRestricted = true;  ///< false when the restriction was lifted
 };

@@ -1,0 +1,103 @@
+#include "input/fitFileFaults_p.h"
+
+#include "input/lineReader_p.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace fitFiles {
+
+namespace {
+
+/// What the fields of a line have to be: a letter for each, w a word, i a whole number, d a number;
+/// the letter before * stands for any number of fields, none included.
+struct LineForm
+{
+    const char *extension;
+    const char *fields;
+};
+
+constexpr LineForm lineForms[] = {
+    {".groups", "wi*"}, {".exp", "iddd"}, {".limits", "wdd"}, {".chargefactors", "wi*d"}};
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("fitFiles", text);
+}
+
+QString textOf(const LineReader &reader)
+{
+    const std::string_view line = reader.line();
+    return QString::fromUtf8(line.data(), int(line.size()));
+}
+
+/// One letter for each of @p count fields of a line.
+QByteArray lettersOf(const LineForm &form, int count)
+{
+    QByteArray letters(form.fields);
+    const int star = letters.indexOf('*');
+    if (star < 0)
+        return letters;
+    const int others = letters.size() - 2;
+    return letters.left(star - 1) + QByteArray(std::max(0, count - others), letters.at(star - 1)) +
+           letters.mid(star + 1);
+}
+
+/// What is wrong with a line; empty when nothing is.
+QString lineFault(const LineForm &form, const QStringList &fields)
+{
+    const QByteArray letters = lettersOf(form, fields.size());
+    if (fields.size() < letters.size())
+        return tr("%1 of %2 fields are missing and count as 0")
+            .arg(letters.size() - fields.size())
+            .arg(letters.size());
+    if (fields.size() > letters.size())
+        return tr("fields from \"%1\" on are ignored").arg(fields.at(letters.size()));
+    for (int i = 0; i < fields.size(); ++i) {
+        bool ok = true;
+        if (letters.at(i) == 'i')
+            fields.at(i).toInt(&ok);
+        else if (letters.at(i) == 'd')
+            fields.at(i).toDouble(&ok);
+        if (!ok)
+            return letters.at(i) == 'i'
+                       ? tr("\"%1\" is no whole number and counts as 0").arg(fields.at(i))
+                       : tr("\"%1\" is no number and counts as 0").arg(fields.at(i));
+    }
+    return QString();
+}
+
+} // namespace
+
+QStringList starkFitFaults(const QString &baseName)
+{
+    constexpr qint64 maximumLines = 20000; // of each file
+    QStringList faults;
+    for (const LineForm &form : lineForms) {
+        const QString fileName = baseName + QLatin1String(form.extension);
+        LineReader reader(fileName);
+        if (!reader.open())
+            continue;
+        while (reader.lineNumber() < maximumLines && reader.next()) {
+            const QStringList fields =
+                textOf(reader).simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+            const QString fault = fields.isEmpty() ? QString() : lineFault(form, fields);
+            if (!fault.isEmpty())
+                faults.append(QStringLiteral("%1, line %2: %3")
+                                  .arg(fileName, QString::number(reader.lineNumber()), fault));
+        }
+    }
+    return faults;
+}
+
+bool hasHeading(const QString &fileName)
+{
+    static const QRegularExpression level(QStringLiteral(
+        "^\\s*[1-8][SPDFGHIKLMNOQ](\\(\\d+\\))?[\\d./]+\\s+([^\\s]+\\s+)*[\\d.]+\\s*$"));
+    LineReader reader(fileName);
+    return !reader.open() || !reader.next() || !level.match(textOf(reader)).hasMatch();
+}
+
+} // namespace fitFiles
