@@ -92,10 +92,11 @@ int fitStarkCommand(const QStringList &arguments)
     const QString &structure = names.at(1);
     const FitFiles files = readFiles(baseName);
     LanqorInputData geometry(nullptr, structure);
+    geometry.setKeepFileOpen(true);
     const int coordNumber = cli::readSphere(options, geometry, structure);
 
     LanqorFitStarts starts(1, [&](int) {
-        auto fit = std::make_unique<LanqorParametricStarkLevels>(nullptr, structure, coordNumber);
+        auto fit = std::make_unique<LanqorParametricStarkLevels>(nullptr, &geometry, coordNumber);
         cli::showMessages(*fit);
         fit->setRO0(ro0);
         fit->setParametersGroup(files.groups);

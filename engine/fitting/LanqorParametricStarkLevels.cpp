@@ -6,6 +6,7 @@
 #include "input/fitFileFaults_p.h"
 #include "levels/starkMatrix_p.h"
 
+#include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorStarkLevels.h>
 
 #include <QFile>
@@ -60,14 +61,8 @@ struct Limits
 class LanqorParametricStarkLevelsPrivate
 {
 public:
-    LanqorParametricStarkLevelsPrivate(const QString &fileName, int coordNumber)
-        : structureFile(fileName)
-        , starkLevels(fileName, coordNumber)
-    {
-        takeStructure();
-    }
+    LanqorParametricStarkLevelsPrivate(const QString &fileName, const LanqorStarkLevels &levels);
 
-    void takeStructure();
     QString setupError() const;
     QString groupsError() const;
     void prepareLimits();
@@ -87,7 +82,7 @@ public:
     QVector<ParametersGroup> groups;
     QVector<TransitionValues> transitions;
     QVector<GLimits> gLimits;
-    int coordNumber = 0;
+    int coordNumber;
     QString baseName;
     double effectiveCharge = 0.0;
 
@@ -106,7 +101,18 @@ public:
 LanqorParametricStarkLevels::LanqorParametricStarkLevels(QObject *parent, const QString &fileName,
                                                          const int &value)
     : LanqorAbstractParametric(parent)
-    , d(std::make_unique<LanqorParametricStarkLevelsPrivate>(fileName, value))
+    , d(std::make_unique<LanqorParametricStarkLevelsPrivate>(fileName,
+                                                             LanqorStarkLevels(fileName, value)))
+{
+    setLastError(d->starkLevels.getLastError());
+    calculateEffectiveCharge();
+}
+
+LanqorParametricStarkLevels::LanqorParametricStarkLevels(QObject *parent, LanqorInputData *geometry,
+                                                         const int &value)
+    : LanqorAbstractParametric(parent)
+    , d(std::make_unique<LanqorParametricStarkLevelsPrivate>(
+          geometry ? geometry->getFileName() : QString(), LanqorStarkLevels(geometry, value)))
 {
     setLastError(d->starkLevels.getLastError());
     calculateEffectiveCharge();
@@ -114,9 +120,12 @@ LanqorParametricStarkLevels::LanqorParametricStarkLevels(QObject *parent, const 
 
 LanqorParametricStarkLevels::~LanqorParametricStarkLevels() = default;
 
-void LanqorParametricStarkLevelsPrivate::takeStructure()
+LanqorParametricStarkLevelsPrivate::LanqorParametricStarkLevelsPrivate(
+    const QString &fileName, const LanqorStarkLevels &levels)
+    : structureFile(fileName)
+    , starkLevels(levels)
+    , coordNumber(levels.getAtomsNumber())
 {
-    coordNumber = starkLevels.getAtomsNumber();
     chargeFactors.fill(0.0, coordNumber + 2);
     for (int atom = 1; atom <= coordNumber + 1; ++atom)
         atomLabels.append(starkLevels.getAtomLabel(atom));

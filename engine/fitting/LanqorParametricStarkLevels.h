@@ -13,6 +13,7 @@
 
 #include <memory>
 
+class LanqorInputData;
 class LanqorParametricStarkLevelsPrivate;
 class LanqorResultTables;
 
@@ -36,6 +37,8 @@ public:
     /// @param fileName  structure file, see LanqorBkq
     /// @param value  coordination number N; 0: counted by the bonding distances
     LanqorParametricStarkLevels(QObject *parent, const QString &fileName, const int &value);
+    /// The same of a geometry that was read already; @p geometry is not kept, and null is none.
+    LanqorParametricStarkLevels(QObject *parent, LanqorInputData *geometry, const int &value);
     ~LanqorParametricStarkLevels() override;
 
     // Readers of the small files of a fit. Each appends its extension to @p baseName and replaces
