@@ -89,7 +89,7 @@ int fitOmegaCommand(const QStringList &arguments)
     const Groups groups = reader.isSet("groups") ? parseGroups(reader.text("groups")) : Groups();
 
     const auto outcome = cli::runIntensityFit<LanqorParametric>(options, [&] {
-        auto fit = std::make_unique<LanqorParametric>(nullptr, options.fileName, 0);
+        auto fit = std::make_unique<LanqorParametric>(nullptr, options.geometry.get(), 0);
         fit->setCoordNumber(options.coordNumber);
         fit->setGroupsAndAtoms(groups.isEmpty() ? fit->makeElementGroups() : groups);
         return fit;

@@ -59,7 +59,7 @@ int fitQdcCommand(const QStringList &arguments)
         reader.wholeNumber("restriction", std::numeric_limits<int>::min(),
                            std::numeric_limits<int>::max(), tr("a whole number"));
     const cli::IntensityFitOptions options = cli::readIntensityFitOptions(reader);
-    LanqorIndicesCalculation indices(nullptr, options.fileName,
+    LanqorIndicesCalculation indices(nullptr, options.geometry.get(),
                                      LanqorIndicesCalculation::MopacOutput);
     if (!indices.calculateIndices())
         cli::failOf(indices);
@@ -67,7 +67,7 @@ int fitQdcCommand(const QStringList &arguments)
         cli::note(QStringLiteral("lanqor: ") + indices.getLastError());
 
     const auto outcome = cli::runIntensityFit<LanqorParametricQDC>(options, [&] {
-        auto fit = std::make_unique<LanqorParametricQDC>(nullptr, options.fileName, 0);
+        auto fit = std::make_unique<LanqorParametricQDC>(nullptr, options.geometry.get(), 0);
         fit->setCoordNumber(options.coordNumber);
         fit->setRestrictionValue(restriction);
         fit->setSuperDeslocalizability(&indices);

@@ -23,6 +23,7 @@ void readGeometry(const OptionReader &reader, IntensityFitOptions &options)
 {
     options.geometry = std::make_unique<LanqorInputData>(nullptr, options.fileName);
     LanqorInputData &geometry = *options.geometry;
+    geometry.setKeepFileOpen(true);
     if (!geometry.readMopacOutFile(false) || !geometry.createSphericalCoordinate())
         failOf(geometry);
     if (reader.isSet("coordination"))

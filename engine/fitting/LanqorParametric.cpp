@@ -45,6 +45,15 @@ LanqorParametric::LanqorParametric(QObject *parent, const QString &mopacOutputFi
     setLastError(d->problem.readGeometry(mopacOutputFile));
 }
 
+LanqorParametric::LanqorParametric(QObject *parent, LanqorInputData *geometry, const int &value)
+    : LanqorAbstractParametric(parent)
+    , d(std::make_unique<LanqorParametricPrivate>(value))
+{
+    requiredCitations = intensityFit::citations();
+    d->readWeightFile();
+    setLastError(d->problem.takeGeometry(geometry));
+}
+
 LanqorParametric::~LanqorParametric() = default;
 
 void LanqorParametricPrivate::readWeightFile()

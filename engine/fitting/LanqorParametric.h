@@ -11,6 +11,7 @@
 
 #include <memory>
 
+class LanqorInputData;
 class LanqorParametricPrivate;
 class LanqorResultTables;
 
@@ -37,6 +38,9 @@ public:
     /// the file "pesos.txt" in the current directory: w2 on its first line, w4 on the second.
     /// @param value  handed on to LanqorOmega as its charge model
     LanqorParametric(QObject *parent, const QString &mopacOutputFile, const int &value);
+    /// The same of a geometry that was read already: no fit opens its file.
+    /// @param geometry  not owned, must outlive the fit; null: no geometry
+    LanqorParametric(QObject *parent, LanqorInputData *geometry, const int &value);
     ~LanqorParametric() override;
 
     /// Groups by number; each text names an atom by symbol and number ("O 2").

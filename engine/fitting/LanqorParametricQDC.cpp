@@ -53,6 +53,15 @@ LanqorParametricQDC::LanqorParametricQDC(QObject *parent, const QString &mopacOu
     setLastError(d->problem.readGeometry(mopacOutputFile));
 }
 
+LanqorParametricQDC::LanqorParametricQDC(QObject *parent, LanqorInputData *geometry,
+                                         const int &value)
+    : LanqorAbstractParametric(parent)
+    , d(std::make_unique<LanqorParametricQDCPrivate>(value))
+{
+    requiredCitations = intensityFit::citations();
+    setLastError(d->problem.takeGeometry(geometry));
+}
+
 LanqorParametricQDC::~LanqorParametricQDC() = default;
 
 void LanqorParametricQDC::setRestrictionValue(const int &value)

@@ -12,6 +12,7 @@
 #include <memory>
 
 class LanqorIndicesCalculation;
+class LanqorInputData;
 class LanqorParametricQDCPrivate;
 class LanqorResultTables;
 
@@ -39,6 +40,10 @@ public:
     /// started.
     /// @param value  handed on to LanqorOmega as its charge model
     LanqorParametricQDC(QObject *parent, const QString &mopacOutputFile, const int &value);
+    /// The same of a geometry that was read already: no fit opens its file but for the force
+    /// constants of the report.
+    /// @param geometry  not owned, must outlive the fit; null: no geometry
+    LanqorParametricQDC(QObject *parent, LanqorInputData *geometry, const int &value);
     ~LanqorParametricQDC() override;
 
     /// Lower limit of D/C while the restriction is active; 1 unless set.

@@ -4,6 +4,7 @@
 #include "intensity/citations_p.h"
 
 #include <LanqorEngine/LanqorAbstractParametric.h>
+#include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOmega.h>
 
 #include <algorithm>
@@ -74,15 +75,31 @@ Problem::~Problem() = default;
 
 std::unique_ptr<LanqorOmega> Problem::makeOmega() const
 {
+    if (isGeometryGiven)
+        return std::make_unique<LanqorOmega>(nullptr, chargeModel, givenGeometry);
     return std::make_unique<LanqorOmega>(nullptr, chargeModel, mopacOutput, QString());
+}
+
+QString Problem::startOmega()
+{
+    omega = makeOmega();
+    forgetSetup();
+    return omega->getLastError();
 }
 
 QString Problem::readGeometry(const QString &fileName)
 {
     mopacOutput = fileName;
-    omega = makeOmega();
-    forgetSetup();
-    return omega->getLastError();
+    isGeometryGiven = false;
+    return startOmega();
+}
+
+QString Problem::takeGeometry(LanqorInputData *geometry)
+{
+    mopacOutput = geometry ? geometry->getFileName() : QString();
+    isGeometryGiven = true;
+    givenGeometry = geometry;
+    return startOmega();
 }
 
 QString Problem::getAtomLabel(int atom) const

@@ -14,6 +14,7 @@
 #include <vector>
 
 class LanqorAbstractParametric;
+class LanqorInputData;
 class LanqorOmega;
 
 /// What the fits to experimental intensity parameters share.
@@ -50,6 +51,9 @@ public:
 
     /// Reads the geometry of a MOPAC output; returns why that failed.
     QString readGeometry(const QString &mopacOutput);
+    /// Takes a geometry that was read already, or null; it is not owned. Returns why it cannot
+    /// serve.
+    QString takeGeometry(LanqorInputData *geometry);
     QString getMopacOutput() const { return mopacOutput; }
     /// Symbol of an atom of the geometry; empty outside it.
     QString getAtomLabel(int atom) const;
@@ -113,11 +117,15 @@ public:
 private:
     enum class Setup { Unknown, Valid, Wrong };
 
+    /// Of the geometry in force, which is read anew unless it was given.
     std::unique_ptr<LanqorOmega> makeOmega() const;
+    QString startOmega();
 
     int chargeModel;
     BoundsTable boundsTable;
     QString mopacOutput;
+    bool isGeometryGiven = false;
+    LanqorInputData *givenGeometry = nullptr;
     std::unique_ptr<LanqorOmega> omega;
     int coordNumber = 0;
     Setup setup = Setup::Unknown;
