@@ -10,6 +10,7 @@
 #include <QRegularExpression>
 
 #include <cmath>
+#include <memory>
 
 namespace fitSupport {
 
@@ -36,6 +37,17 @@ inline QString mopacFile(const char *name)
     const QString path = file.contains(QLatin1Char('/')) ? file : QStringLiteral("mopac/") + file;
     const QString fixture = testSupport::dataFile(path);
     return QFileInfo::exists(fixture) ? fixture : testSupport::corpusFile(path);
+}
+
+/// The geometry of a MOPAC output whose file is there no longer.
+inline std::unique_ptr<LanqorInputData> geometryOfLostFile(const QString &mopacOutput)
+{
+    const QString path =
+        testSupport::scratchFile(QStringLiteral("lost.out"), testSupport::readAll(mopacOutput));
+    auto geometry = std::make_unique<LanqorInputData>(nullptr, path);
+    if (!geometry->readMopacOutFile(false) || !QFile::remove(path))
+        qFatal("%s", qPrintable(geometry->getLastError()));
+    return geometry;
 }
 
 /// What a MOPAC output must hold to be read: the geometry, at the start and at the end.

@@ -33,17 +33,22 @@ QStringList elementsOf(const QVector<CoordSPH> &sphere)
     return elements;
 }
 
-/// A fit of all coordinated atoms of a file, one group for each element.
-std::unique_ptr<LanqorParametric> makeFit(const QString &file, double omega2, double omega4)
+/// A fit of @p coordNumber atoms, one group for each element.
+void setUp(LanqorParametric &fit, int coordNumber, double omega2, double omega4)
 {
-    auto fit = std::make_unique<LanqorParametric>(nullptr, file, 0);
-    fit->setCoordNumber(sphereOf(file).size() - 1);
-    fit->setGroupsAndAtoms(fit->makeElementGroups());
-    fit->setOmegaExp(omega2 * omegaUnit, omega4 * omegaUnit);
+    fit.setCoordNumber(coordNumber);
+    fit.setGroupsAndAtoms(fit.makeElementGroups());
+    fit.setOmegaExp(omega2 * omegaUnit, omega4 * omegaUnit);
     OmegaPrintingOptions options;
     options.printChargeFactors = true;
     options.printOmega = true;
-    fit->setOmegaPrintingOptions(options);
+    fit.setOmegaPrintingOptions(options);
+}
+
+std::unique_ptr<LanqorParametric> makeFit(const QString &file, double omega2, double omega4)
+{
+    auto fit = std::make_unique<LanqorParametric>(nullptr, file, 0);
+    setUp(*fit, sphereOf(file).size() - 1, omega2, omega4);
     return fit;
 }
 
@@ -246,6 +251,33 @@ private Q_SLOTS:
             QVERIFY(!bad.checkSetup());
             QVERIFY(!bad.getLastError().isEmpty());
         }
+    }
+
+    /// A given geometry serves the whole fit; no file is opened again.
+    void givenGeometry()
+    {
+        const auto geometry = geometryOfLostFile(twoDonors());
+        LanqorParametric given(nullptr, geometry.get(), 0);
+        setUp(given, 8, 12.0, 7.0);
+        const auto read = makeFit(twoDonors(), 12.0, 7.0);
+        for (LanqorParametric *fit : {&given, read.get()}) {
+            anneal(*fit, fit->makeStartingVector(1), 20);
+            QVERIFY2(!fit->getReport().isEmpty(), qPrintable(fit->getLastError()));
+        }
+        QCOMPARE(given.getReport().section(QLatin1Char('\n'), 20),
+                 read->getReport().section(QLatin1Char('\n'), 20));
+        const OmegaFitResults results = given.getResults();
+        QCOMPARE(results.points, qint64(300));
+        QCOMPARE(results.response, read->getBestResponse());
+        QCOMPARE(results.omega.at(1).fitted, read->getBestOmega(4));
+        const FittedDonor &nitrogen = results.groups.at(1).donor;
+        QCOMPARE(nitrogen.chargeFactor, read->getBestChargeFactor(8));
+        QCOMPARE(nitrogen.maximumChargeFactor, 3.0);
+        QCOMPARE(nitrogen.alpha, read->getBestAlpha(8));
+
+        LanqorParametric none(nullptr, static_cast<LanqorInputData *>(nullptr), 0);
+        none.setCoordNumber(8);
+        QVERIFY(!none.getLastError().isEmpty() && !none.checkSetup());
     }
 
     /// Targets made from g and alpha put in by hand are reached to the printed decimals, and

@@ -228,6 +228,11 @@ void TestParametricStark::response()
         best = std::min(best, expected);
         COMPARE_NEAR(fit.getBestResponse(), best, 1e-9);
     }
+    const auto geometry = fitSupport::geometryOfLostFile(structure());
+    Fit given(nullptr, geometry.get(), 0);
+    given.setParametersGroup(groups);
+    given.setTransitionValues(transitions);
+    QCOMPARE(fitSupport::evaluate(given, {0.4, 0.6}), fit.getResponseFunction());
     // A manifold of one level.
     fit.setTransitionValues({transition(0, 7.0, 10.0, 5.0)});
     COMPARE_NEAR(fitSupport::evaluate(fit, {0.6, 0.9}), 100.0 * 3.0 + 2.0 + 5.0, 1e-12);

@@ -156,7 +156,16 @@ private Q_SLOTS:
         missing.endOfParametrization();
         QVERIFY(missing.getLastError().contains(QLatin1String("does not exist")));
 
+        // A given geometry: all that is missed is the force constants.
+        const auto geometry = geometryOfLostFile(withoutForces());
         QdcProblem problem(withoutForces());
+        LanqorParametricQDC given(nullptr, geometry.get(), 0);
+        given.setCoordNumber(8);
+        given.setSuperDeslocalizability(&problem.indices);
+        QCOMPARE(evaluate(given, {0.1, 5.0, 4.0}), evaluate(problem.fit, {0.1, 5.0, 4.0}));
+        given.endOfParametrization();
+        QVERIFY(!given.getReport().isEmpty());
+
         LanqorIndicesCalculation empty(nullptr, problem.path, 0);
         for (LanqorIndicesCalculation *indices : {&empty, &problem.indices}) {
             problem.fit.setSuperDeslocalizability(indices);
