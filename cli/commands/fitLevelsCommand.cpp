@@ -3,11 +3,13 @@
 #include "commands/fitProgress.h"
 #include "options/OptionReader.h"
 #include "options/freeIonOptions.h"
+#include "options/showResults.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorFitStarts.h>
 #include <LanqorEngine/LanqorGSA.h>
 #include <LanqorEngine/LanqorParametricEnergyLevels.h>
+#include <LanqorEngine/LanqorResultTables.h>
 
 #include <QFileInfo>
 
@@ -56,6 +58,7 @@ void describe(cli::OptionReader &options)
          tr("Initial temperature of the annealing, in units of the response (per cent)."), tr("T"),
          QStringLiteral("1")},
     });
+    options.addResultOptions();
 }
 
 Request readRequest(const cli::OptionReader &options)
@@ -95,6 +98,7 @@ int fitLevelsCommand(const QStringList &arguments)
         if (!fit->getLastError().isEmpty())
             cli::failOf(*fit);
         cli::showMessages(*fit);
+        options.keepFromResults({fit->getProgressFileName(), fit->getResultFileName()});
         fit->setEnergyLevelsExp(measured);
         const FreeIonParameters &ion = request.ion;
         return FitStart{std::move(fit), {ion.F2, ion.F4, ion.F6, ion.zeta}};
@@ -108,7 +112,9 @@ int fitLevelsCommand(const QStringList &arguments)
         fit.endOfParametrization(); // the minimiser has not
     if (fit.getSummary().isEmpty())
         throw cli::Failure{tr("the fit ended before its first point")};
-    cli::print(fit.getSummary());
+    cli::showResults(options, fit.getSummary(),
+                     LanqorParametricEnergyLevels::makeTables(fit.getResults()),
+                     {request.fileName});
     if (!fit.getLastError().isEmpty())
         cli::failOf(fit);
     cli::note(tr("lanqor: all levels of the best point are in %1").arg(fit.getResultFileName()));

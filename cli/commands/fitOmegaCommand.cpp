@@ -3,9 +3,11 @@
 #include "commands/intensityFit.h"
 #include "options/OptionReader.h"
 #include "options/intensityFitOptions.h"
+#include "options/showResults.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorParametric.h>
+#include <LanqorEngine/LanqorResultTables.h>
 
 namespace {
 
@@ -101,9 +103,11 @@ int fitOmegaCommand(const QStringList &arguments)
     cli::noteMissedTargets(results.omega,
                            tr("Other groups of atoms or more starts (--starts) may come nearer; "
                               "some geometries cannot give some pairs of values."));
-    cli::printFit(options, outcome.status,
-                  cli::omegaTable(results.omega) + groupTable(results.groups) +
-                      cli::responseLine(results.response, results.points),
-                  results.report);
+    cli::showResults(reader,
+                     cli::fitText(options, outcome.status,
+                                  cli::omegaTable(results.omega) + groupTable(results.groups) +
+                                      cli::responseLine(results.response, results.points),
+                                  results.report),
+                     LanqorParametric::makeTables(results), {options.fileName});
     return outcome.status;
 }

@@ -3,10 +3,12 @@
 #include "commands/intensityFit.h"
 #include "options/OptionReader.h"
 #include "options/intensityFitOptions.h"
+#include "options/showResults.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorIndicesCalculation.h>
 #include <LanqorEngine/LanqorParametricQDC.h>
+#include <LanqorEngine/LanqorResultTables.h>
 
 #include <limits>
 
@@ -80,9 +82,12 @@ int fitQdcCommand(const QStringList &arguments)
                            tr("The fit weighs them against Omega(6), which it drives to zero, and "
                               "three parameters serve all atoms; more starts (--starts) may come "
                               "nearer."));
-    cli::printFit(options, outcome.status,
-                  cli::omegaTable(results.omega) + parameterTable(results.parameters) +
-                      cli::responseLine(results.response, results.points),
-                  results.report);
+    cli::showResults(reader,
+                     cli::fitText(options, outcome.status,
+                                  cli::omegaTable(results.omega) +
+                                      parameterTable(results.parameters) +
+                                      cli::responseLine(results.response, results.points),
+                                  results.report),
+                     LanqorParametricQDC::makeTables(results), {options.fileName});
     return outcome.status;
 }

@@ -3,12 +3,14 @@
 #include "commands/fitProgress.h"
 #include "options/OptionReader.h"
 #include "options/complexOptions.h"
+#include "options/showResults.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorFitStarts.h>
 #include <LanqorEngine/LanqorGSA.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorParametricStarkLevels.h>
+#include <LanqorEngine/LanqorResultTables.h>
 
 #include <QFileInfo>
 
@@ -23,6 +25,7 @@ struct FitFiles
     QVector<TransitionValues> transitions;
     QVector<GLimits> limits;
     QVector<ChargeFactorsGroup> start;
+    QStringList names; ///< of those that are there
 };
 
 FitFiles readFiles(const QString &baseName)
@@ -36,6 +39,9 @@ FitFiles readFiles(const QString &baseName)
     for (const QString &fault : LanqorParametricStarkLevels::findFileFaults(baseName))
         cli::complain(fault);
     FitFiles files;
+    for (const char *extension : {".groups", ".exp", ".limits", ".chargefactors"})
+        if (QFileInfo::exists(baseName + QLatin1String(extension)))
+            files.names.append(baseName + QLatin1String(extension));
     LanqorParametricStarkLevels::readGLimitsFile(baseName, files.limits);
     if (QFileInfo::exists(baseName + QStringLiteral(".chargefactors")))
         LanqorParametricStarkLevels::readChargeFactorsFile(baseName, files.start);
@@ -72,6 +78,7 @@ void addOptions(cli::OptionReader &options)
         {QStringLiteral("points"), tr("Points tried in each of the 15 annealing cycles."),
          tr("number"), QStringLiteral("15000")},
     });
+    options.addResultOptions();
 }
 
 } // namespace
@@ -91,6 +98,8 @@ int fitStarkCommand(const QStringList &arguments)
     const QString &baseName = names.at(0);
     const QString &structure = names.at(1);
     const FitFiles files = readFiles(baseName);
+    options.keepFromResults(files.names + QStringList{baseName + QStringLiteral(".progress"),
+                                                      baseName + QStringLiteral(".stark")});
     LanqorInputData geometry(nullptr, structure);
     geometry.setKeepFileOpen(true);
     const int coordNumber = cli::readSphere(options, geometry, structure);
@@ -113,6 +122,7 @@ int fitStarkCommand(const QStringList &arguments)
     const QString report = fit.getReport();
     if (report.isEmpty())
         throw cli::Failure{tr("no trial lay within the limits of the charge factors")};
-    cli::print(report);
+    cli::showResults(options, report, LanqorParametricStarkLevels::makeTables(fit.getResults()),
+                     files.names + QStringList{structure});
     return end == cli::FitEnd::Interrupted ? cli::interrupted : cli::success;
 }

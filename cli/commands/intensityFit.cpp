@@ -52,12 +52,11 @@ QString responseLine(double response, qint64 points)
         .arg(points);
 }
 
-void printFit(const IntensityFitOptions &options, int status, const QString &summary,
-              const QString &report)
+QString fitText(const IntensityFitOptions &options, int status, const QString &summary,
+                const QString &report)
 {
-    print(summary);
-    if (options.report.isEmpty() || status == failure)
-        print(QLatin1Char('\n') + report);
+    const bool isWritten = !options.report.isEmpty() && status != failure;
+    return isWritten ? summary : summary + QLatin1Char('\n') + report;
 }
 
 } // namespace cli

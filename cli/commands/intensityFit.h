@@ -75,8 +75,8 @@ auto runIntensityFit(const IntensityFitOptions &options,
     return outcome;
 }
 
-/// Prints what a fit found: the report too, unless it was written.
-void printFit(const IntensityFitOptions &options, int status, const QString &summary,
-              const QString &report);
+/// What a fit shows: the summary, and the report unless it was written.
+QString fitText(const IntensityFitOptions &options, int status, const QString &summary,
+                const QString &report);
 
 } // namespace cli

@@ -189,6 +189,14 @@ void OptionReader::readResultFile(const char *option)
     resultFiles.insert(QLatin1String(option), pathOf(file));
 }
 
+void OptionReader::keepFromResults(const QStringList &files) const
+{
+    for (auto result = resultFiles.begin(); result != resultFiles.end(); ++result)
+        for (const QString &file : files)
+            if (QFileInfo(file).absoluteFilePath() == *result)
+                refuse(tr("--%1: %2 is a file of this command").arg(result.key(), file));
+}
+
 void OptionReader::refuse(const QString &message) const
 {
     throw UsageError{message + hint};

@@ -58,6 +58,9 @@ public:
     QString command() const;
     /// The place of --json or --csv: an absolute path, "-", or empty without the option.
     QString resultFile(const char *option) const;
+    /// Refuses a file of results that is one of @p files, which the command reads or writes
+    /// although the command line does not name them.
+    void keepFromResults(const QStringList &files) const;
 
     [[noreturn]] void refuse(const QString &message) const;
 

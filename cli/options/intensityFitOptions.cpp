@@ -60,6 +60,7 @@ void addIntensityFitOptions(OptionReader &reader)
          tr("Write the report of the best point to this file instead of standard output."),
          tr("file")},
     });
+    reader.addResultOptions();
 }
 
 IntensityFitOptions readIntensityFitOptions(const OptionReader &reader)

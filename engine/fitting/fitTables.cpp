@@ -26,6 +26,12 @@ QVariant existing(double value)
     return std::isfinite(value) ? QVariant(value) : QVariant();
 }
 
+/// A value that was entered in the unit of the table and kept in another: as it was entered.
+double asEntered(double value)
+{
+    return QString::number(value, 'g', 15).toDouble();
+}
+
 QString numbers(const QVector<int> &values)
 {
     QStringList words;
@@ -50,7 +56,7 @@ Row intensityValues(const IntensityFitResults &results)
     const bool isFitted = results.hasFeasiblePoint;
     Row values;
     for (const FittedOmega &omega : results.omega.mid(0, 2))
-        values.append(omega.measured / lanqor::omegaUnitCm2);
+        values.append(asEntered(omega.measured / lanqor::omegaUnitCm2));
     for (const FittedOmega &omega : results.omega)
         values.append(isFitted ? QVariant(omega.fitted / lanqor::omegaUnitCm2) : QVariant());
     for (const FittedOmega &omega : results.omega)
@@ -71,8 +77,12 @@ Columns donorColumns()
 Row donorValues(const FittedDonor &donor)
 {
     constexpr double unit = lanqor::cm3PerCubicAngstrom;
-    return {donor.chargeFactor, donor.minimumChargeFactor, donor.maximumChargeFactor,
-            donor.alpha / unit, donor.minimumAlpha / unit, donor.maximumAlpha / unit};
+    return {donor.chargeFactor,
+            donor.minimumChargeFactor,
+            donor.maximumChargeFactor,
+            donor.alpha / unit,
+            asEntered(donor.minimumAlpha / unit),
+            asEntered(donor.maximumAlpha / unit)};
 }
 
 } // namespace

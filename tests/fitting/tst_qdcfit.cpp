@@ -158,14 +158,16 @@ private Q_SLOTS:
 
         // A given geometry: all that is missed is the force constants.
         const auto geometry = geometryOfLostFile(withoutForces());
-        QdcProblem problem(withoutForces());
+        QdcProblem read(withoutForces());
         LanqorParametricQDC given(nullptr, geometry.get(), 0);
         given.setCoordNumber(8);
-        given.setSuperDeslocalizability(&problem.indices);
-        QCOMPARE(evaluate(given, {0.1, 5.0, 4.0}), evaluate(problem.fit, {0.1, 5.0, 4.0}));
+        given.setOmegaExp(20.5 * omegaUnit, 8.1 * omegaUnit);
+        given.setSuperDeslocalizability(&read.indices);
+        QCOMPARE(evaluate(given, {0.1, 5.0, 4.0}), evaluate(read.fit, {0.1, 5.0, 4.0}));
         given.endOfParametrization();
         QVERIFY(!given.getReport().isEmpty());
 
+        QdcProblem problem(withoutForces());
         LanqorIndicesCalculation empty(nullptr, problem.path, 0);
         for (LanqorIndicesCalculation *indices : {&empty, &problem.indices}) {
             problem.fit.setSuperDeslocalizability(indices);
