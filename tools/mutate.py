@@ -156,8 +156,9 @@ class Workshop:
     def __init__(self, options, commit):
         self.jobs = str(options.jobs)
         self.limit = options.time_limit
+        # As deep as other build folders, so that a shared cache of the compiler knows its paths.
         self.source = options.build_dir / "source"
-        self.build = options.build_dir / "build"
+        self.build = self.source / "build" / "mutate"
         if self.source.exists():
             must(["git", "checkout", "--quiet", "--force", "--detach", commit], self.source)
         else:
