@@ -285,8 +285,8 @@ void LanqorSpectroscopicCalculation::calcAnrad(const double &arad)
         d->arad = arad;
     // An empirical law in R, the cube root of a multiple of the radiative rate; source of the law
     // and of its parameters not known.
-    //     X = 3/4 Arad c^3 / (c'^4 (1e-9 cm)^2),  R = X^(1/3),  Anrad = a exp(-b (R + R0))
-    // Here c' is an inverse of the speed of light that is 0.008 % off; it belongs to a, b and R0.
+    //     X = 3/4 Arad c^3 (1/c)^4 / (1e-9)^2,  R = X^(1/3),  Anrad = a exp(-b (R + R0))
+    // with a value of 1/c that is 0.008 % too large: it belongs to a, b and R0.
     constexpr double inverseLightSpeed = 3.3358947250164996e-11; // s/cm
     constexpr double unit = 1e-9;                                // dimensionless
     constexpr double a = 5154.349;                               // s^-1
