@@ -9,9 +9,6 @@
 #include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/OmegaExpResults.h>
 
-#include <QFile>
-#include <QTextStream>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -28,14 +25,6 @@ bool isTransition(int J)
     return J >= 0 && J < transitionCount;
 }
 
-/// Where areas and barycentres come from.
-struct Bands
-{
-    Values area{};
-    Values barycentre{}; ///< cm^-1
-    QString source;      ///< named in the report
-};
-
 /// The six numbers of an option.
 Values readSix(const cli::OptionReader &options, const char *option)
 {
@@ -46,44 +35,6 @@ Values readSix(const cli::OptionReader &options, const char *option)
     Values values{};
     std::copy(numbers.begin(), numbers.end(), values.begin());
     return values;
-}
-
-/// Reads lines of J, area and barycentre.
-Bands readTable(const QString &fileName)
-{
-    constexpr qint64 maximumSize = 1 << 16;
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        throw cli::Failure{QStringLiteral("%1: %2").arg(fileName, file.errorString())};
-    Bands bands;
-    std::array<bool, transitionCount> isGiven{};
-    int number = 0;
-    for (QString line : QString::fromUtf8(file.read(maximumSize)).split(QLatin1Char('\n'))) {
-        ++number;
-        line = line.section(QLatin1Char('#'), 0, 0).simplified();
-        if (line.isEmpty())
-            continue;
-        const QStringList fields = line.split(QLatin1Char(' '));
-        bool isJ = false;
-        bool isArea = false;
-        bool isBarycentre = false;
-        const int J = fields.at(0).toInt(&isJ);
-        const double area = fields.value(1).toDouble(&isArea);
-        const double barycentre = fields.value(2).toDouble(&isBarycentre);
-        const bool isRow = isJ && isArea && isBarycentre && fields.size() == 3 && isTransition(J);
-        const auto level = static_cast<std::size_t>(J);
-        if (!isRow || isGiven[level])
-            throw cli::Failure{
-                tr("%1, line %2: each line needs J (0 to 5, each once), area and barycentre "
-                   "(cm^-1), such as \"1 1.00 16921\"")
-                    .arg(fileName)
-                    .arg(number)};
-        isGiven[level] = true;
-        bands.area[level] = area;
-        bands.barycentre[level] = barycentre;
-    }
-    bands.source = fileName;
-    return bands;
 }
 
 /// Limits of a band in nm or cm^-1, told apart by their size.
@@ -140,24 +91,6 @@ EmissionSpectrumOptions readSpectrumOptions(const cli::OptionReader &options)
         spectrum.signal = EmissionSpectrumOptions::Signal::PhotonCounts;
     readWindows(options, spectrum);
     return spectrum;
-}
-
-/// Areas and barycentres from the command line or from a table.
-Bands readBands(const cli::OptionReader &options)
-{
-    Bands bands;
-    if (!options.files().isEmpty()) {
-        bands = readTable(options.files().first());
-    } else {
-        bands.area = readSix(options, "areas");
-        bands.barycentre = readSix(options, "barycentres");
-        bands.source = tr("(areas and barycentres of the command line)");
-    }
-    if (options.isSet("photon-counts")) {
-        for (std::size_t J = 0; J < bands.area.size(); ++J)
-            bands.area[J] *= bands.barycentre[J];
-    }
-    return bands;
 }
 
 void addOptions(cli::OptionReader &options)
@@ -227,12 +160,19 @@ void readEmission(const cli::OptionReader &options, LanqorOmegaExp &calculation)
             cli::failOf(calculation);
         return;
     }
-    const Bands bands = readBands(options);
-    const Values &S = bands.area;
-    const Values &sigma = bands.barycentre;
-    calculation.setAreaOfTransition(S[0], S[1], S[2], S[3], S[4], S[5]);
-    calculation.setBarycenterOfEnergy(sigma[0], sigma[1], sigma[2], sigma[3], sigma[4], sigma[5]);
-    calculation.setFileName(bands.source);
+    if (!options.files().isEmpty()) {
+        if (!calculation.readBands(options.files().first()))
+            cli::failOf(calculation);
+    } else {
+        const Values S = readSix(options, "areas");
+        const Values sigma = readSix(options, "barycentres");
+        calculation.setAreaOfTransition(S[0], S[1], S[2], S[3], S[4], S[5]);
+        calculation.setBarycenterOfEnergy(sigma[0], sigma[1], sigma[2], sigma[3], sigma[4],
+                                          sigma[5]);
+        calculation.setFileName(tr("(areas and barycentres of the command line)"));
+    }
+    if (options.isSet("photon-counts"))
+        calculation.convertPhotonCounts();
 }
 
 } // namespace

@@ -1,7 +1,9 @@
 #include "LanqorOmegaExp.h"
 
 #include "core/reportText_p.h"
-#include "intensity/emissionSpectrumReader_p.h"
+#include "input/emissionBandTable_p.h"
+#include "input/emissionSpectrumReader_p.h"
+#include "intensity/emissionSpectrum_p.h"
 #include "intensity/experimentalIntensities_p.h"
 #include "intensity/omegaExpReport_p.h"
 
@@ -205,6 +207,24 @@ bool LanqorOmegaExp::readSpectrum(const QString &fileName, const EmissionSpectru
     for (const QString &remark : remarks)
         emitProgress(tr(" -> (Experimental Omega) ") + remark + QStringLiteral(". \n"));
     return true;
+}
+
+bool LanqorOmegaExp::readBands(const QString &fileName)
+{
+    const EmissionBandTable table = readEmissionBandTable(fileName);
+    if (!table.error.isEmpty())
+        return failWith(table.error);
+    d->emission = {table.area, table.barycenter};
+    d->results = {};
+    d->fileName = fileName;
+    return true;
+}
+
+void LanqorOmegaExp::convertPhotonCounts()
+{
+    for (std::size_t J = 0; J < transitionCount; ++J)
+        d->emission.area[J] *= d->emission.barycenter[J];
+    d->results = {};
 }
 
 bool LanqorOmegaExp::calcOmegaExp()

@@ -49,6 +49,14 @@ public:
     bool readSpectrum(const QString &fileName,
                       const EmissionSpectrumOptions &options = EmissionSpectrumOptions());
 
+    /// Sets areas, barycentres and file name from a table: lines of J, area and barycentre (cm^-1),
+    /// each J from 0 to 5 at most once; "#" starts a comment.
+    /// @return false when the file holds no such table; areas and barycentres are then as before
+    bool readBands(const QString &fileName);
+    /// Turns areas of a photon-counting detector into emitted power: each is multiplied by its
+    /// barycentre. readSpectrum() does the like by itself.
+    void convertPhotonCounts();
+
     /// Computes all results. Fails when S(1) is 0, when the barycentre of 7F1, 7F2, 7F4 or of
     /// another transition with an area is, and for numbers that cannot be measured; the results
     /// are then all 0.

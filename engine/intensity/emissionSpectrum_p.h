@@ -1,20 +1,11 @@
 #pragma once
 
-#include <LanqorEngine/EmissionSpectrumOptions.h>
+#include "input/emissionSpectrumReader_p.h"
 
-#include <vector>
+#include <LanqorEngine/EmissionSpectrumOptions.h>
 
 /// Areas and barycentres of the bands of a measured spectrum.
 namespace emissionSpectrum {
-
-/// A recorded spectrum, the abscissa strictly ascending.
-struct Spectrum
-{
-    enum class Axis { Nanometre, Wavenumber };
-    Axis axis = Axis::Nanometre;
-    std::vector<double> abscissa;
-    std::vector<double> intensity; ///< per unit of the abscissa
-};
 
 struct Band
 {

@@ -1,4 +1,4 @@
-#include "intensity/emissionSpectrumReader_p.h"
+#include "input/emissionSpectrumReader_p.h"
 
 #include "input/spectrumTable_p.h"
 

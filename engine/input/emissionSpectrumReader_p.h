@@ -1,10 +1,21 @@
 #pragma once
 
-#include "intensity/emissionSpectrum_p.h"
+#include <LanqorEngine/EmissionSpectrumOptions.h>
 
 #include <QString>
 
+#include <vector>
+
 namespace emissionSpectrum {
+
+/// A recorded spectrum, the abscissa strictly ascending.
+struct Spectrum
+{
+    enum class Axis { Nanometre, Wavenumber };
+    Axis axis = Axis::Nanometre;
+    std::vector<double> abscissa;
+    std::vector<double> intensity; ///< per unit of the abscissa
+};
 
 struct ReadResult
 {
