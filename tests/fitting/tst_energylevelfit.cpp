@@ -14,13 +14,14 @@ namespace {
 
 using Fit = LanqorParametricEnergyLevels;
 
-QVector<EnergyLevelsExp> levelList(const QVector<QPair<QString, double>> &rows)
+/// Levels from labels and energies, "7F0 0, 7F1 379".
+QVector<EnergyLevelsExp> levelList(const char *text)
 {
     QVector<EnergyLevelsExp> levels;
-    for (const auto &row : rows) {
+    for (const QString &entry : QString::fromLatin1(text).split(QStringLiteral(", "))) {
         EnergyLevelsExp level;
-        level.label = row.first;
-        level.energy = row.second;
+        level.label = entry.section(QLatin1Char(' '), 0, 0);
+        level.energy = entry.section(QLatin1Char(' '), 1).toDouble();
         levels.append(level);
     }
     return levels;
@@ -49,215 +50,181 @@ class TestEnergyLevelFit : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void measuredLevelsFile();
-    void damagedFile();
-    void response();
-    void bounds();
-    void labels();
-    void refusals();
-    void files();
-    void findsTheParameters();
-};
-
-void TestEnergyLevelFit::initTestCase()
-{
-    QVERIFY(QDir::setCurrent(testSupport::sourceFile(QStringLiteral("data"))));
-}
-
-void TestEnergyLevelFit::measuredLevelsFile()
-{
-    const QString path = testSupport::scratchFile(
-        QStringLiteral("eu.exp"), "7F0 9.0\n7F0 0\r\n\n  7F1 some words   379\n5D(3)0  17277.5\n"
-                                  "4I11/2 2001\n2J5/2 x\n(\n6H(12\n");
-    QVector<EnergyLevelsExp> levels;
-    QVERIFY(Fit::readEnergyLevelsExp(path, levels));
-    // S, L, index, J, energy; the heading is skipped, though it reads as a level.
-    const QVector<QVector<double>> expected = {{3, 3, 0, 0, 0},
-                                               {3, 3, 0, 1, 379},
-                                               {2, 2, 3, 0, 17277.5},
-                                               {1.5, 6, 0, 5.5, 2001},
-                                               {0.5, -1, 0, 2.5, 0}};
-    QCOMPARE(levels.size(), expected.size() + 2);
-    for (int i = 0; i < expected.size(); ++i) {
-        const EnergyLevelsExp &level = levels.at(i);
-        QCOMPARE(
-            (QVector<double>{level.S, double(level.L), double(level.index), level.J, level.energy}),
-            expected.at(i));
+    void initTestCase()
+    {
+        QVERIFY(QDir::setCurrent(testSupport::sourceFile(QStringLiteral("data"))));
     }
-    QVERIFY(!Fit::readEnergyLevelsExp(path + QStringLiteral("x"), levels));
-    QVERIFY(!Fit::readEnergyLevelsExp(
-        testSupport::scratchFile(QStringLiteral("long.exp"), QByteArray("7F1 1\n").repeated(20000)),
-        levels));
-    QCOMPARE(levels.size(), 7);
 
-    const QVector<QPair<QString, double>> texts{{"5/2", 2.5}, {"4", 4.0},    {"5.5", 5.5},
-                                                {"7/", 7.0},  {"x", 0.0},    {"5/0", 0.0},
-                                                {"/", 0.0},   {"1e999", 0.0}};
-    for (const auto &[text, J] : texts)
-        QCOMPARE(Fit::getJDoubleFromString(text), J);
-    const QVector<QPair<QString, QString>> names{
-        {"/a.exp/eu.exp", "/a.exp/eu.output"}, {"eu.dat", "eu.dat.output"}, {"exp", "exp.output"}};
-    for (const auto &[exp, output] : names)
-        QCOMPARE(Fit(nullptr, 6, exp).getProgressFileName(), output);
-}
-
-void TestEnergyLevelFit::damagedFile()
-{
-    const QByteArray file = "Levels of Pr\n3H4 0\n3H5 2152\n3H6 4389\n3F2 4997\n1D2 16840\n";
-    int fitted = 0;
-    testSupport::damageFile(file, 60, 600, [&fitted](const QString &path) {
+    void measuredLevelsFile()
+    {
+        const QString path =
+            testSupport::scratchFile(QStringLiteral("eu.exp"),
+                                     "7F0 9.0\n7F0 0\r\n\n  7F1 some words   379\n5D(3)0  17277.5\n"
+                                     "4I11/2 2001\n2J5/2 x\n(\n6H(12\n");
         QVector<EnergyLevelsExp> levels;
         QVERIFY(Fit::readEnergyLevelsExp(path, levels));
-        Fit fit(nullptr, 2, path);
-        fit.setEnergyLevelsExp(levels);
-        const bool ok = evaluate(fit, {305.2, 46.3, 4.43, 740.0});
-        QVERIFY(!ok || std::isfinite(fit.getResponseFunction()));
-        fitted += ok ? 1 : 0;
-    });
-    QVERIFY(fitted > 100);
-}
+        // S, L, index, J, energy; the heading is skipped, though it reads as a level.
+        const QVector<QVector<double>> expected = {{3, 3, 0, 0, 0},
+                                                   {3, 3, 0, 1, 379},
+                                                   {2, 2, 3, 0, 17277.5},
+                                                   {1.5, 6, 0, 5.5, 2001},
+                                                   {0.5, -1, 0, 2.5, 0}};
+        QCOMPARE(levels.size(), expected.size() + 2);
+        for (int i = 0; i < expected.size(); ++i) {
+            const EnergyLevelsExp &level = levels.at(i);
+            QCOMPARE((QVector<double>{level.S, double(level.L), double(level.index), level.J,
+                                      level.energy}),
+                     expected.at(i));
+        }
+        QVERIFY(!Fit::readEnergyLevelsExp(path + QStringLiteral("x"), levels));
+        QVERIFY(!Fit::readEnergyLevelsExp(
+            testSupport::scratchFile(QStringLiteral("long.exp"),
+                                     QByteArray("7F1 1\n").repeated(20000)),
+            levels));
+        QCOMPARE(levels.size(), 7);
 
-void TestEnergyLevelFit::response()
-{
-    // One electron: 2F7/2 lies 3.5 zeta above 2F5/2.
-    const Workspace work;
-    Fit fit(nullptr, 1, work.exp);
-    fit.setEnergyLevelsExp(levelList({{"2F5/2", 0.0}, {"2F7/2", 2253.0}}));
-    QVERIFY(evaluate(fit, {100.0, 10.0, 1.0, 640.0}));
-    COMPARE_NEAR(fit.getResponseFunction(), 100.0 * 13.0 / 2253.0, 1e-10);
-    // The first level is not fitted whatever its energy; each further line counts.
-    fit.setEnergyLevelsExp(levelList({{"2F5/2", 77.0}, {"2F7/2", 2253.0}, {"2F3.5", 2200.0}}));
-    testSupport::MessageSpy spy(fit);
-    QVERIFY(evaluate(fit, {100.0, 10.0, 1.0, 640.0}));
-    COMPARE_NEAR(fit.getResponseFunction(), 100.0 * (13.0 / 2253.0 + 40.0 / 2200.0), 1e-10);
-    QVERIFY(spy.contains(QStringLiteral("2F5/2 at 77 cm^-1")));
-    QCOMPARE(fit.getMixedStateVector().size(), 2);
-    QCOMPARE(fit.getBestParameters(), (QVector<double>{100.0, 10.0, 1.0, 640.0}));
-
-    // A new number of electrons reads the tables anew: one hole turns the multiplet round.
-    fit.setElectronsNumber(13);
-    fit.setEnergyLevelsExp(levelList({{"2F7/2", 0.0}, {"2F5/2", 10000.0}}));
-    QVERIFY(evaluate(fit, {100.0, 10.0, 1.0, 2900.0}));
-    COMPARE_NEAR(fit.getResponseFunction(), 1.5, 1e-10);
-}
-
-void TestEnergyLevelFit::bounds()
-{
-    const Workspace work;
-    Fit fit(nullptr, 2, work.exp);
-    fit.setEnergyLevelsExp(levelList({{"3H4", 0.0}, {"3H5", 2152.0}}));
-    QVERIFY(evaluate(fit, {1000.0, 100.0, 10.0, 5000.0}));
-    QVERIFY(evaluate(fit, {100.0, 10.0, 1.0, 100.0}));
-    const double before = fit.getResponseFunction();
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    for (const QVector<double> &x :
-         {QVector<double>{1000.5, 50.0, 5.0, 800.0}, QVector<double>{300.0, 9.9, 5.0, 800.0},
-          QVector<double>{300.0, 50.0, 10.1, 800.0}, QVector<double>{300.0, 50.0, 5.0, 99.0},
-          QVector<double>{nan, 50.0, 5.0, 800.0}, QVector<double>{300.0, 50.0, 5.0}}) {
-        QVERIFY(!evaluate(fit, x));
-        QVERIFY(!fit.getLastError().isEmpty());
-        QCOMPARE(fit.getResponseFunction(), before);
+        const QVector<QPair<QString, double>> texts{{"5/2", 2.5}, {"4", 4.0},    {"5.5", 5.5},
+                                                    {"7/", 7.0},  {"x", 0.0},    {"5/0", 0.0},
+                                                    {"/", 0.0},   {"1e999", 0.0}};
+        for (const auto &[text, J] : texts)
+            QCOMPARE(Fit::getJDoubleFromString(text), J);
+        const QVector<QPair<QString, QString>> names{{"/a.exp/eu.exp", "/a.exp/eu.output"},
+                                                     {"eu.dat", "eu.dat.output"},
+                                                     {"exp", "exp.output"}};
+        for (const auto &[exp, output] : names)
+            QCOMPARE(Fit(nullptr, 6, exp).getProgressFileName(), output);
     }
-}
 
-void TestEnergyLevelFit::labels()
-{
-    // 4I11/2 meets 4I5.5; what meets nothing is named once.
-    const Workspace work;
-    Fit fit(nullptr, 3, work.exp);
-    testSupport::MessageSpy spy(fit);
-    fit.setEnergyLevelsExp(levelList(
-        {{"4I9/2", 0.0}, {"4I11/2", 1891.45}, {"2H9/2", 12002.68}, {"2H(2)9/2", 12002.68}}));
-    for (int i = 0; i < 3; ++i)
-        QVERIFY(evaluate(fit, {321.8266, 46.276234, 4.7133009, 884.58}));
-    QVERIFY(fit.getResponseFunction() < 0.01);
-    QCOMPARE(spy.messages.size(), 1);
-    QVERIFY2(spy.messages.first().contains(QStringLiteral("no such level: 2H9/2.")),
-             qPrintable(spy.messages.first()));
-}
-
-void TestEnergyLevelFit::refusals()
-{
-    struct Case
+    void response()
     {
-        int electrons;
-        QVector<QPair<QString, double>> levels; ///< above the ground level
-        QString message;
-    };
-    const QVector<Case> cases = {{6, {{"5D0", 17277.0}}, "4f^6"},
-                                 {6, {{"7F1", 0.0}}, "7F1"},
-                                 {6, {{"7F1", -379.0}}, "7F1"},
-                                 {6, {}, "above the ground level"},
-                                 {14, {{"7F1", 379.0}}, "f0.ele"}};
-    for (const Case &wrong : cases) {
+        // One electron: 2F7/2 lies 3.5 zeta above 2F5/2.
         const Workspace work;
-        Fit fit(nullptr, wrong.electrons, work.exp);
-        fit.setEnergyLevelsExp(levelList({{"7F0", 0.0}}) + levelList(wrong.levels));
-        QVERIFY(!evaluate(fit, {369.6, 56.2, 5.64, 1326.0}));
-        QVERIFY2(fit.getLastError().contains(wrong.message), qPrintable(fit.getLastError()));
-        fit.endOfParametrization();
-        QVERIFY(!QFile::exists(work.result()));
+        Fit fit(nullptr, 1, work.exp);
+        fit.setEnergyLevelsExp(levelList("2F5/2 0.0, 2F7/2 2253.0"));
+        QVERIFY(evaluate(fit, {100.0, 10.0, 1.0, 640.0}));
+        COMPARE_NEAR(fit.getResponseFunction(), 100.0 * 13.0 / 2253.0, 1e-10);
+        // The first level is not fitted whatever its energy; each further line counts.
+        fit.setEnergyLevelsExp(levelList("2F5/2 77.0, 2F7/2 2253.0, 2F3.5 2200.0"));
+        testSupport::MessageSpy spy(fit);
+        QVERIFY(evaluate(fit, {100.0, 10.0, 1.0, 640.0}));
+        COMPARE_NEAR(fit.getResponseFunction(), 100.0 * (13.0 / 2253.0 + 40.0 / 2200.0), 1e-10);
+        QVERIFY(spy.contains(QStringLiteral("2F5/2 at 77 cm^-1")));
+        QCOMPARE(fit.getMixedStateVector().size(), 2);
+        QCOMPARE(fit.getBestParameters(), (QVector<double>{100.0, 10.0, 1.0, 640.0}));
+
+        // A new number of electrons reads the tables anew: one hole turns the multiplet round.
+        fit.setElectronsNumber(13);
+        fit.setEnergyLevelsExp(levelList("2F7/2 0.0, 2F5/2 10000.0"));
+        QVERIFY(evaluate(fit, {100.0, 10.0, 1.0, 2900.0}));
+        COMPARE_NEAR(fit.getResponseFunction(), 1.5, 1e-10);
     }
-}
 
-void TestEnergyLevelFit::files()
-{
-    const Workspace work;
-    Fit fit(nullptr, 1, work.exp);
-    fit.setEnergyLevelsExp(levelList({{"2F5/2", 0.0}, {"2F7/2", 2240.0}, {"2F9/2", 5000.0}}));
-    QVERIFY(evaluate(fit, {200.5, 20.25, 2.0, 700.0}));
-    QVERIFY(evaluate(fit, {200.5, 20.25, 2.0, 800.0})); // no improvement
-    QVERIFY(evaluate(fit, {369.60795, 20.25, 2.0, 650.0}));
-    QCOMPARE(testSupport::readAll(work.progress()),
-             QByteArray("Point Number = 1\tF2 = 200.5\tF4 = 20.25\tF6 = 2\tzeta = 700\t "
-                        "Response Function = 9.375\n"
-                        "Point Number = 3\tF2 = 369.608\tF4 = 20.25\tF6 = 2\tzeta = 650\t "
-                        "Response Function = 1.5625\n"));
-    QVERIFY(evaluate(fit, {200.5, 20.25, 2.0, 800.0}));
-    fit.endOfParametrization();
-    QCOMPARE(QString::fromUtf8(testSupport::readAll(work.result())), fit.getReport());
-    const LevelsFitResults results = fit.getResults();
-    COMPARE_NEAR(results.rmsDifference, 35.0, 1e-9); // 3.5 zeta is 2275
-    QCOMPARE(results.fittedCount, 1);
-    QVERIFY(results.levels.at(1).isFitted && std::isnan(results.levels.at(2).computed));
-    QCOMPARE(results.parameters.at(3).maximum, 5000.0);
-}
+    void bounds()
+    {
+        const Workspace work;
+        Fit fit(nullptr, 2, work.exp);
+        fit.setEnergyLevelsExp(levelList("3H4 0.0, 3H5 2152.0"));
+        QVERIFY(evaluate(fit, {1000.0, 100.0, 10.0, 5000.0}));
+        QVERIFY(evaluate(fit, {100.0, 10.0, 1.0, 100.0}));
+        const double before = fit.getResponseFunction();
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        for (const QVector<double> &x :
+             {QVector<double>{1000.5, 50.0, 5.0, 800.0}, QVector<double>{300.0, 9.9, 5.0, 800.0},
+              QVector<double>{300.0, 50.0, 10.1, 800.0}, QVector<double>{300.0, 50.0, 5.0, 99.0},
+              QVector<double>{nan, 50.0, 5.0, 800.0}, QVector<double>{300.0, 50.0, 5.0}}) {
+            QVERIFY(!evaluate(fit, x));
+            QVERIFY(!fit.getLastError().isEmpty());
+            QCOMPARE(fit.getResponseFunction(), before);
+        }
+    }
 
-void TestEnergyLevelFit::findsTheParameters()
-{
-    // Levels of four parameters (Carnall, Fields, Rajnak 1968, Pr3+), which the annealing comes
-    // near from another start.
-    const Workspace work;
-    Fit fit(nullptr, 2, work.exp);
-    fit.setEnergyLevelsExp(levelList({{"3H4", 0.0},
-                                      {"3H5", 2082.80},
-                                      {"3H6", 4254.55},
-                                      {"3F2", 4894.53},
-                                      {"3F3", 6283.37},
-                                      {"3F4", 6653.71},
-                                      {"1G4", 9521.69},
-                                      {"1D2", 16740.42},
-                                      {"1I6", 20603.34},
-                                      {"3P0", 21066.81},
-                                      {"3P1", 21685.46},
-                                      {"3P2", 22853.60}}));
-    const QVector<double> x{310.0, 45.0, 4.0, 760.0};
-    QVERIFY(evaluate(fit, x));
-    const double start = fit.getResponseFunction();
-    LanqorGSA annealing(nullptr, x, &fit);
-    annealing.setGSAParameters(2.5, 2.5, 2.5, 1.0);
-    annealing.setNStopMax(2000);
-    annealing.initializeGSA();
-    QCOMPARE(fit.getPointNumber(), 1 + 15 * 2000);
-    QVERIFY2(fit.getBestResponse() < 0.25 * start,
-             qPrintable(QStringLiteral("%1 of %2").arg(fit.getBestResponse()).arg(start)));
-    COMPARE_NEAR(fit.getBestParameters().at(0), 305.22, 2.0);
-    COMPARE_NEAR(fit.getBestParameters().at(1), 46.277, 1.0);
-    COMPARE_NEAR(fit.getBestParameters().at(2), 4.4348, 0.1);
-    COMPARE_NEAR(fit.getBestParameters().at(3), 740.75, 15.0);
-    QVERIFY(QFile::exists(work.result()));
-}
+    void labels()
+    {
+        // 4I11/2 meets 4I5.5; what meets nothing is named once.
+        const Workspace work;
+        Fit fit(nullptr, 3, work.exp);
+        testSupport::MessageSpy spy(fit);
+        fit.setEnergyLevelsExp(
+            levelList("4I9/2 0.0, 4I11/2 1891.45, 2H9/2 12002.68, 2H(2)9/2 12002.68"));
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(evaluate(fit, {321.8266, 46.276234, 4.7133009, 884.58}));
+        QVERIFY(fit.getResponseFunction() < 0.01);
+        QCOMPARE(spy.messages.size(), 1);
+        QVERIFY2(spy.messages.first().contains(QStringLiteral("no such level: 2H9/2.")),
+                 qPrintable(spy.messages.first()));
+    }
+
+    void refusals()
+    {
+        struct Case
+        {
+            int electrons;
+            const char *levels;
+            QString message;
+        };
+        for (const Case &wrong :
+             {Case{6, "7F0 0, 5D0 17277", "4f^6"}, Case{6, "7F0 0, 7F1 0", "7F1"},
+              Case{6, "7F0 0, 7F1 -379", "7F1"}, Case{6, "7F0 0", "above the ground level"},
+              Case{14, "7F0 0, 7F1 379", "f0.ele"}}) {
+            const Workspace work;
+            Fit fit(nullptr, wrong.electrons, work.exp);
+            fit.setEnergyLevelsExp(levelList(wrong.levels));
+            QVERIFY(!evaluate(fit, {369.6, 56.2, 5.64, 1326.0}));
+            QVERIFY2(fit.getLastError().contains(wrong.message), qPrintable(fit.getLastError()));
+            fit.endOfParametrization();
+            QVERIFY(!QFile::exists(work.result()));
+        }
+    }
+
+    void files()
+    {
+        const Workspace work;
+        Fit fit(nullptr, 1, work.exp);
+        fit.setEnergyLevelsExp(levelList("2F5/2 0.0, 2F7/2 2240.0, 2F9/2 5000.0"));
+        QVERIFY(evaluate(fit, {200.5, 20.25, 2.0, 700.0}));
+        QVERIFY(evaluate(fit, {200.5, 20.25, 2.0, 800.0})); // no improvement
+        QVERIFY(evaluate(fit, {369.60795, 20.25, 2.0, 650.0}));
+        QCOMPARE(testSupport::readAll(work.progress()),
+                 QByteArray("Point Number = 1\tF2 = 200.5\tF4 = 20.25\tF6 = 2\tzeta = 700\t "
+                            "Response Function = 9.375\n"
+                            "Point Number = 3\tF2 = 369.608\tF4 = 20.25\tF6 = 2\tzeta = 650\t "
+                            "Response Function = 1.5625\n"));
+        QVERIFY(evaluate(fit, {200.5, 20.25, 2.0, 800.0}));
+        fit.endOfParametrization();
+        QCOMPARE(QString::fromUtf8(testSupport::readAll(work.result())), fit.getReport());
+        const LevelsFitResults results = fit.getResults();
+        COMPARE_NEAR(results.rmsDifference, 35.0, 1e-9); // 3.5 zeta is 2275
+        QCOMPARE(results.fittedCount, 1);
+        QVERIFY(results.levels.at(1).isFitted && std::isnan(results.levels.at(2).computed));
+        QCOMPARE(results.parameters.at(3).maximum, 5000.0);
+    }
+
+    void findsTheParameters()
+    {
+        // Levels of four parameters (Carnall, Fields, Rajnak 1968, Pr3+), which the annealing comes
+        // near from another start.
+        const Workspace work;
+        Fit fit(nullptr, 2, work.exp);
+        fit.setEnergyLevelsExp(levelList(
+            "3H4 0.0, 3H5 2082.80, 3H6 4254.55, 3F2 4894.53, 3F3 6283.37, 3F4 6653.71, 1G4 "
+            "9521.69, 1D2 16740.42, 1I6 20603.34, 3P0 21066.81, 3P1 21685.46, 3P2 22853.60"));
+        const QVector<double> x{310.0, 45.0, 4.0, 760.0};
+        QVERIFY(evaluate(fit, x));
+        const double start = fit.getResponseFunction();
+        LanqorGSA annealing(nullptr, x, &fit);
+        annealing.setGSAParameters(2.5, 2.5, 2.5, 1.0);
+        annealing.setNStopMax(2000);
+        annealing.initializeGSA();
+        QCOMPARE(fit.getPointNumber(), 1 + 15 * 2000);
+        QVERIFY2(fit.getBestResponse() < 0.25 * start,
+                 qPrintable(QStringLiteral("%1 of %2").arg(fit.getBestResponse()).arg(start)));
+        COMPARE_NEAR(fit.getBestParameters().at(0), 305.22, 2.0);
+        COMPARE_NEAR(fit.getBestParameters().at(1), 46.277, 1.0);
+        COMPARE_NEAR(fit.getBestParameters().at(2), 4.4348, 0.1);
+        COMPARE_NEAR(fit.getBestParameters().at(3), 740.75, 15.0);
+        QVERIFY(QFile::exists(work.result()));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestEnergyLevelFit)
 #include "tst_energylevelfit.moc"

@@ -12,8 +12,6 @@ using namespace fitSupport;
 
 namespace {
 
-using Groups = QMap<int, QStringList>;
-
 constexpr double infeasible = 1.0e20;
 constexpr double omegaUnit = 1.0e-20;
 constexpr double alphaUnit = 1.0e-24;
@@ -168,45 +166,39 @@ private Q_SLOTS:
         QVERIFY(fit.getBestResponse() < infeasible);
     }
 
-    void wrongSetupsAreRefused_data()
-    {
-        QTest::addColumn<Groups>("groups");
-        QTest::addColumn<int>("coordNumber");
-        QTest::addColumn<QString>("hint");
-        const auto row = [](const char *name, const char *second, int coordNumber,
-                            const char *hint) {
-            const auto atoms = [](const char *text) {
-                return QString::fromLatin1(text).split(QLatin1Char(','), Qt::SkipEmptyParts);
-            };
-            QTest::newRow(name) << Groups{{1, atoms("O 2,O 3,O 4,O 5,O 6,O 7")}, {2, atoms(second)}}
-                                << coordNumber << QString::fromLatin1(hint);
-        };
-        row("an atom in no group", "N 8", 8, "N 9");
-        row("an atom named twice", "N 8,N 9,O 3", 8, "O 3");
-        row("another symbol", "O 8,N 9", 8, "O 8");
-        row("outside the sphere", "N 8,N 9,C 10", 8, "C 10");
-        row("the ion", "Eu 1,N 8,N 9", 8, "Eu 1");
-        row("no number", "N", 8, "\"N\"");
-        row("no coordination number", "N 8,N 9", 0, "0");
-        row("more than there are", "N 8,N 9", 65, "65");
-        row("huge", "N 8,N 9", std::numeric_limits<int>::max() - 1, "");
-    }
     void wrongSetupsAreRefused()
     {
-        QFETCH(Groups, groups);
-        QFETCH(int, coordNumber);
-        QFETCH(QString, hint);
-        auto fit = makeFit(twoDonors(), 12.0, 7.0);
-        fit->setGroupsAndAtoms(groups);
-        fit->setCoordNumber(coordNumber);
-        QVERIFY(!fit->checkSetup());
-        QVERIFY2(fit->getLastError().contains(hint), qPrintable(fit->getLastError()));
-        QVERIFY(fit->makeStartingVector(1).isEmpty());
-        QCOMPARE(evaluate(*fit, QVector<double>(2 * groups.size(), 1.0)), infeasible);
-        fit->setFileNameOmg(testSupport::scratchFile(QStringLiteral("none.omg"), "old"));
-        fit->endOfParametrization();
-        QVERIFY(fit->getReport().isEmpty());
-        QVERIFY2(fit->getLastError().contains(hint), qPrintable(fit->getLastError()));
+        struct Case
+        {
+            const char *atoms; ///< of the second group
+            int coordNumber;
+            const char *hint;
+        };
+        const QString oxygens = QStringLiteral("O 2,O 3,O 4,O 5,O 6,O 7");
+        const Case cases[] = {{"N 8", 8, "N 9"},
+                              {"N 8,N 9,O 3", 8, "O 3"}, // twice
+                              {"O 8,N 9", 8, "O 8"},
+                              {"N 8,N 9,C 10", 8, "C 10"},
+                              {"Eu 1,N 8,N 9", 8, "Eu 1"},
+                              {"N", 8, "\"N\""},
+                              {"N 8,N 9", 0, "0"},
+                              {"N 8,N 9", 65, "65"},
+                              {"N 8,N 9", std::numeric_limits<int>::max() - 1, ""}};
+        for (const Case &wrong : cases) {
+            auto fit = makeFit(twoDonors(), 12.0, 7.0);
+            fit->setGroupsAndAtoms({{1, oxygens.split(QLatin1Char(','))},
+                                    {2, QString::fromLatin1(wrong.atoms).split(QLatin1Char(','))}});
+            fit->setCoordNumber(wrong.coordNumber);
+            QVERIFY2(!fit->checkSetup(), wrong.atoms);
+            QVERIFY2(fit->getLastError().contains(QLatin1String(wrong.hint)),
+                     qPrintable(fit->getLastError()));
+            QVERIFY(fit->makeStartingVector(1).isEmpty());
+            QCOMPARE(evaluate(*fit, {1.0, 1.0, 1.0, 1.0}), infeasible);
+            fit->endOfParametrization();
+            QVERIFY(fit->getReport().isEmpty());
+            QVERIFY2(fit->getLastError().contains(QLatin1String(wrong.hint)),
+                     qPrintable(fit->getLastError()));
+        }
     }
 
     void furtherFaults()
