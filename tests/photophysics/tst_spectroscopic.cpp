@@ -30,7 +30,6 @@ private Q_SLOTS:
     void stateSelection();
     void zindoListsBeginWithTheGroundState();
     void constructionErrors();
-    void reports();
     void reportSections();
     void tables();
 };
@@ -39,9 +38,6 @@ namespace {
 
 const QString complexFile = sourceFile(QStringLiteral("examples/data/eu_l2_rm1_opt.out"));
 const QString statesFile = sourceFile(QStringLiteral("examples/data/eu_l2_zindos_excerpt.orcout"));
-
-constexpr EnergyTransferChannels everyChannel = {true, true, true, true, true,
-                                                 true, true, true, true, true};
 
 /// Omega, refractive index 1.5 and a lifetime of 0.5 ms, as used for the expected values.
 void setIllustrativeValues(Calculation &calculation)
@@ -359,27 +355,7 @@ void TestSpectroscopic::constructionErrors()
     }
 }
 
-void TestSpectroscopic::reports()
-{
-    const auto differenceFrom = [](const char *stored, Calculation &calculation) {
-        const QString cited = QStringLiteral("complex.out");
-        const QString path =
-            testSupport::dataFile(QStringLiteral("reports/") + QLatin1String(stored));
-        return testSupport::reportDifference(calculation.createOutFileET(cited) +
-                                                 calculation.createOutFile(cited),
-                                             QString::fromUtf8(testSupport::readAll(path)));
-    };
-    Example calculation;
-    calculation.setEnergyTransferChannels(everyChannel);
-    QVERIFY(calculation.calcQuantumYieldNEW());
-    QCOMPARE(differenceFrom("yield_all_channels.txt", calculation), QString());
-
-    calculation.setConsiderTwoTriplets(true);
-    QVERIFY(calculation.calcEnergyTransferRate());
-    QVERIFY(calculation.calcQuantumYieldTwoTriplets());
-    QCOMPARE(differenceFrom("yield_two_triplets.txt", calculation), QString());
-}
-
+/// The texts of the sections are held by stored sessions.
 void TestSpectroscopic::reportSections()
 {
     using Options = SpecPrintingOptions;
