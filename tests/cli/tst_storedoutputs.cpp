@@ -9,8 +9,53 @@
 #include <QtTest>
 
 #include <cmath>
+#include <cstring>
+
+#include <sys/inotify.h>
+#include <unistd.h>
 
 namespace {
+
+/// Counts how often the files of a folder are opened, from its making on.
+class OpenCounter
+{
+public:
+    explicit OpenCounter(const QString &folder)
+        : descriptor(inotify_init1(IN_NONBLOCK))
+    {
+        // Equal events that follow each other become one: between two openings a file is read
+        // or closed, which has to be seen.
+        if (inotify_add_watch(descriptor, QFile::encodeName(folder).constData(),
+                              IN_OPEN | IN_ACCESS | IN_CLOSE) < 0)
+            qFatal("cannot watch %s", qPrintable(folder));
+    }
+    ~OpenCounter() { close(descriptor); }
+    Q_DISABLE_COPY(OpenCounter)
+
+    /// A line on each of @p files that was opened more than once.
+    QString openedAgain(const QStringList &files) const
+    {
+        QByteArray events(1 << 20, '\0');
+        QMap<QString, int> times;
+        const ssize_t length = read(descriptor, events.data(), std::size_t(events.size()));
+        inotify_event event;
+        for (ssize_t at = 0; at < length; at += ssize_t(sizeof event + event.len)) {
+            std::memcpy(&event, events.constData() + at, sizeof event);
+            if ((event.mask & IN_Q_OVERFLOW) != 0U)
+                return QStringLiteral("--- events were lost\n");
+            if ((event.mask & IN_OPEN) != 0U && event.len > 0)
+                ++times[QString::fromUtf8(events.constData() + at + sizeof event)];
+        }
+        QString text;
+        for (const QString &file : files)
+            if (times.value(file) > 1)
+                text += QStringLiteral("--- %1 was opened again\n").arg(file);
+        return text;
+    }
+
+private:
+    int descriptor;
+};
 
 /// Surroundings that must not change a byte: another language, with a decimal comma in force in the
 /// C library, another time zone and number of threads.
@@ -30,7 +75,7 @@ QMap<QString, QString> abroad(const QString &localeFolder)
 QString lasting(QString text)
 {
     static const QRegularExpression version(
-        QStringLiteral("(?<=Version |program_version,)[\\d.]+"));
+        QStringLiteral("(?<=Version |program_version,|program_version\": \")[\\d.]+"));
     static const QRegularExpression date(QStringLiteral("\\d{4}-\\d\\d-\\d\\dT[\\d:]{8}"));
     static const QRegularExpression progress(QStringLiteral("(?m)^ *\\d?\\d % of .*\\n"));
     static const QRegularExpression speed(QStringLiteral(" \\S+/s,"));
@@ -103,6 +148,8 @@ QString shapesOf(const QString &path)
 ///     $ lanqor ARGUMENTS      the program runs there and prints what follows,
 ///     --- messages            its standard error, if there is any,
 ///     --- exit status N       unless it is 0,
+///     --- NAME was opened again   when a FILE was opened more than once: only QDC fits do so, each
+///                             of whose reports reads the force constants,
 ///     --- file NAME           what it has written,
 ///     --- picture NAME        the shapes of a picture that it has drawn.
 /// With LANQOR_STORE_OUTPUTS set they are stored anew.
@@ -116,6 +163,7 @@ class TestStoredOutputs : public QObject
     QString repeat(const QString &session)
     {
         const QTemporaryDir folder;
+        QStringList laid;
         QString text;
         for (const QString &line : session.split(QLatin1Char('\n'))) {
             const QString operand = line.section(QLatin1Char(' '), 2);
@@ -125,7 +173,10 @@ class TestStoredOutputs : public QObject
                 const QString origin = isText ? QString() : originOf(given);
                 if (!isText && origin.isEmpty())
                     return QString();
-                QFile file(folder.filePath(line.section(QLatin1Char(' '), 1, 1)));
+                const QString name = line.section(QLatin1Char(' '), 1, 1);
+                if (!isText) // fits read what they are given twice, to tell what is wrong
+                    laid.append(name);
+                QFile file(folder.filePath(name));
                 if (!file.open(QIODevice::WriteOnly))
                     qFatal("cannot write %s", qPrintable(file.fileName()));
                 file.write(isText
@@ -133,6 +184,7 @@ class TestStoredOutputs : public QObject
                                : testSupport::readAll(origin));
                 text += line + QLatin1Char('\n');
             } else if (line.startsWith(QLatin1String("$ lanqor "))) {
+                const OpenCounter counter(folder.path());
                 const auto run = testSupport::runProgram(QProcess::splitCommand(operand),
                                                          folder.path(), abroad(locales.path()));
                 if (run.error.contains(QLatin1String("LANQOR_PLOTS=OFF")))
@@ -140,8 +192,9 @@ class TestStoredOutputs : public QObject
                 text += line + QLatin1Char('\n') + run.output;
                 if (!run.error.isEmpty())
                     text += QStringLiteral("--- messages\n") + run.error;
-                if (run.exitStatus != 0)
-                    text += QStringLiteral("--- exit status %1\n").arg(run.exitStatus);
+                text += run.exitStatus == 0
+                            ? counter.openedAgain(laid)
+                            : QStringLiteral("--- exit status %1\n").arg(run.exitStatus);
             } else if (line.startsWith(QLatin1String("--- file ")) ||
                        line.startsWith(QLatin1String("--- picture "))) {
                 const QString path = folder.filePath(operand);
