@@ -102,7 +102,7 @@ int fitStarkCommand(const QStringList &arguments)
                                                       baseName + QStringLiteral(".stark")});
     LanqorInputData geometry(nullptr, structure);
     geometry.setKeepFileOpen(true);
-    const int coordNumber = cli::readSphere(options, geometry, structure);
+    const int coordNumber = cli::readSphere(options, geometry);
 
     LanqorFitStarts starts(1, [&](int) {
         auto fit = std::make_unique<LanqorParametricStarkLevels>(nullptr, &geometry, coordNumber);

@@ -155,7 +155,7 @@ int omegaCommand(const QStringList &arguments)
     LanqorInputData geometry(nullptr, fileName);
     geometry.setKeepFileOpen(true);
     cli::showMessages(geometry);
-    const int coordNumber = cli::readSphere(options, geometry, fileName);
+    const int coordNumber = cli::readSphere(options, geometry);
     LanqorOmega omega(nullptr, 0, &geometry);
     if (!omega.getLastError().isEmpty())
         cli::failOf(omega);

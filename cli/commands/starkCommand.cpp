@@ -53,7 +53,7 @@ int starkCommand(const QStringList &arguments)
     LanqorInputData geometry(nullptr, fileName);
     geometry.setKeepFileOpen(true);
     cli::showMessages(geometry);
-    const int coordNumber = cli::readSphere(options, geometry, fileName);
+    const int coordNumber = cli::readSphere(options, geometry);
     const QVector<double> chargeFactors =
         cli::readAtomValues(geometry, coordNumber, QStringLiteral("--g"), options.text("g"));
 

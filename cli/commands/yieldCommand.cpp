@@ -68,7 +68,7 @@ void setOmega(Calculation &calculation, LanqorInputData &complex, const Request 
     }
     if (request.g.isEmpty())
         return;
-    cli::checkSphere(complex, request.complexFile);
+    cli::checkSphere(complex);
     cli::noteNearAtoms(complex);
     LanqorOmega omega(nullptr, 0, &complex);
     cli::calcOmega(omega, complex, complex.getCoordNumber(), request.g, request.alpha);

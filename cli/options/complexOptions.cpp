@@ -93,22 +93,17 @@ OmegaPrintingOptions sectionsOf(const QString &list)
     return chosen;
 }
 
-void checkSphere(const LanqorInputData &geometry, const QString &fileName)
+void checkSphere(const LanqorInputData &geometry)
 {
-    const QString ionError = geometry.getIonError();
-    if (!ionError.isEmpty())
-        throw Failure{QStringLiteral("%1: %2").arg(fileName, ionError)};
-    if (geometry.getCoordNumber() == 0)
-        throw Failure{tr("%1: no atom is within bonding distance of atom 1 (%2)")
-                          .arg(fileName, geometry.getAtomLabel(1))};
-    if (!geometry.getAtomOrderError().isEmpty())
-        throw Failure{geometry.getAtomOrderError()};
+    const QString error = geometry.getSphereError();
+    if (!error.isEmpty())
+        throw Failure{error};
 }
 
-int readSphere(LanqorInputData &geometry, const QString &fileName)
+int readSphere(LanqorInputData &geometry)
 {
     readGeometry(geometry);
-    checkSphere(geometry, fileName);
+    checkSphere(geometry);
     noteNearAtoms(geometry);
     return geometry.getCoordNumber();
 }
@@ -120,10 +115,10 @@ QCommandLineOption coordinationOption()
             tr("N")};
 }
 
-int readSphere(const OptionReader &options, LanqorInputData &geometry, const QString &fileName)
+int readSphere(const OptionReader &options, LanqorInputData &geometry)
 {
     if (!options.isSet("coordination"))
-        return readSphere(geometry, fileName);
+        return readSphere(geometry);
     readGeometry(geometry);
     const int atomsBesidesIon = geometry.getCoord().size() - 1;
     bool isNumber = false;

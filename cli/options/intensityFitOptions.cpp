@@ -29,7 +29,7 @@ void readGeometry(const OptionReader &reader, IntensityFitOptions &options)
     if (reader.isSet("coordination"))
         return;
     options.coordNumber = geometry.getCoordNumber();
-    checkSphere(geometry, options.fileName);
+    checkSphere(geometry);
 }
 
 } // namespace
