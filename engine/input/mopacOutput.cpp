@@ -67,6 +67,15 @@ std::optional<int> mopacFilledLevels(std::string_view line)
     return ok ? std::optional<int>(number) : std::nullopt;
 }
 
+std::optional<int> readMopacFilledLevels(const InputFile &file)
+{
+    LineReader reader(file);
+    std::optional<int> number;
+    for (bool more = reader.open(); more && !number; more = reader.next())
+        number = mopacFilledLevels(reader.line());
+    return number;
+}
+
 MopacOutputReader::MopacOutputReader(const InputFile &file, bool keepTranslationVectors)
     : reader(file)
     , keepTranslationVectors(keepTranslationVectors)

@@ -30,6 +30,8 @@ struct MopacResults
 bool isMopacFilledLevels(std::string_view line);
 /// Its number; nothing on any other line, and when it is no number.
 std::optional<int> mopacFilledLevels(std::string_view line);
+/// The first such number of a file.
+std::optional<int> readMopacFilledLevels(const InputFile &file);
 
 /// Reads a MOPAC text output (versions 7, 2002, 2012, 2016, 22) in one pass.
 ///

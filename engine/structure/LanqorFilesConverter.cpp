@@ -4,7 +4,6 @@
 #include "core/reportText_p.h"
 #include "input/atomRows_p.h"
 #include "input/inputDataAccess_p.h"
-#include "input/lineReader_p.h"
 #include "input/mopacOutput_p.h"
 #include "input/structureFiles_p.h"
 #include "structure/jobFiles_p.h"
@@ -389,14 +388,9 @@ bool LanqorFilesConverterPrivate::createPointChargesFile(const QString &outputFi
 /// Reads the count of doubly occupied orbitals of a MOPAC output.
 bool LanqorFilesConverterPrivate::readFilledLevels(const LanqorInputData &data, int &filledLevels)
 {
-    LineReader reader(inputFileOf(data));
-    if (!reader.open())
-        return q.failWith(missingFile(fileName));
-    while (reader.next()) {
-        if (const auto number = mopacFilledLevels(reader.line())) {
-            filledLevels = *number;
-            return true;
-        }
+    if (const auto number = readMopacFilledLevels(inputFileOf(data))) {
+        filledLevels = *number;
+        return true;
     }
     return q.failWith(tr("NO. OF FILLED LEVELS was not find in mopac output"));
 }
