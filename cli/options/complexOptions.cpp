@@ -41,12 +41,6 @@ constexpr Section sections[] = {
     {"crystal-field", &OmegaPrintingOptions::printBkq},
 };
 
-void readGeometry(LanqorInputData &geometry)
-{
-    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate())
-        failOf(geometry);
-}
-
 } // namespace
 
 QCommandLineOption refractiveIndexOption(const QString &description)
@@ -100,14 +94,6 @@ void checkSphere(const LanqorInputData &geometry)
         throw Failure{error};
 }
 
-int readSphere(LanqorInputData &geometry)
-{
-    readGeometry(geometry);
-    checkSphere(geometry);
-    noteNearAtoms(geometry);
-    return geometry.getCoordNumber();
-}
-
 QCommandLineOption coordinationOption()
 {
     return {QStringLiteral("coordination"),
@@ -117,9 +103,13 @@ QCommandLineOption coordinationOption()
 
 int readSphere(const OptionReader &options, LanqorInputData &geometry)
 {
-    if (!options.isSet("coordination"))
-        return readSphere(geometry);
-    readGeometry(geometry);
+    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate())
+        failOf(geometry);
+    if (!options.isSet("coordination")) {
+        checkSphere(geometry);
+        noteNearAtoms(geometry);
+        return geometry.getCoordNumber();
+    }
     const int atomsBesidesIon = geometry.getCoord().size() - 1;
     bool isNumber = false;
     const int coordNumber = options.text("coordination").toInt(&isNumber);

@@ -22,16 +22,16 @@ QString mainSections();
 /// Switches on the sections of a comma-separated list.
 OmegaPrintingOptions sectionsOf(const QString &list);
 
-/// Throws a Failure when the coordination sphere of a geometry cannot serve a calculation.
+/// Throws a Failure when the coordination sphere of a geometry cannot serve a calculation: no ion,
+/// an ion that is not atom 1, no coordinated atom, coordinated atoms in other places than 2 to
+/// N + 1.
 void checkSphere(const LanqorInputData &geometry);
-
-/// Reads a structure whose coordinated atoms are atoms 2 to N+1; notes tell of near atoms that are
-/// not counted. Returns N.
-int readSphere(LanqorInputData &geometry);
 
 /// The option --coordination N.
 QCommandLineOption coordinationOption();
-/// Reads a structure and N: that of --coordination, or the count of readSphere().
+/// Reads a structure and returns N: that of --coordination, or the count of the atoms within
+/// bonding distance, which must be atoms 2 to N+1; then notes tell of near atoms that are not
+/// counted.
 int readSphere(const OptionReader &options, LanqorInputData &geometry);
 
 /// The option --ro0, the overlap of the nearest atom in the crystal field.

@@ -131,6 +131,8 @@ private Q_SLOTS:
         };
         row("fit omega tests/mopac/eu_cl2_h2o6_am1_int.out --omega2 3 --omega4 40 --points 2",
             "omega_fit groups");
+        QFile::copy(dataFile(QStringLiteral("mopac/eu_acac3_phen_am1_allvec.out")), path("i.out"));
+        row("indices i.out", "reactivity_indices");
         row("spectrum examples/data/eu_l2_zindos_excerpt.orcout", "spectrum transitions curve");
         row("organize tests/mopac/eu_f_acac3_rm1_opt.out o.xyz", "structure ligands atoms");
         row("states tests/gaussian/eu_td5050_two_jobs_g16.log",
