@@ -128,10 +128,14 @@ private Q_SLOTS:
         QVERIFY(evaluate(fit, {100.0, 10.0, 1.0, 100.0}));
         const double before = fit.getResponseFunction();
         const double nan = std::numeric_limits<double>::quiet_NaN();
-        for (const QVector<double> &x :
-             {QVector<double>{1000.5, 50.0, 5.0, 800.0}, QVector<double>{300.0, 9.9, 5.0, 800.0},
-              QVector<double>{300.0, 50.0, 10.1, 800.0}, QVector<double>{300.0, 50.0, 5.0, 99.0},
-              QVector<double>{nan, 50.0, 5.0, 800.0}, QVector<double>{300.0, 50.0, 5.0}}) {
+        QVector<QVector<double>> outside = {{nan, 50.0, 5.0, 800.0}, {300.0, 50.0, 5.0}};
+        const double lows[] = {100.0, 10.0, 1.0, 100.0};
+        for (int i = 0; i < 4; ++i)
+            for (const double value : {0.999 * lows[i], (i == 3 ? 50.05 : 10.01) * lows[i]}) {
+                outside.append({300.0, 50.0, 5.0, 800.0});
+                outside.last()[i] = value;
+            }
+        for (const QVector<double> &x : qAsConst(outside)) {
             QVERIFY(!evaluate(fit, x));
             QVERIFY(!fit.getLastError().isEmpty());
             QCOMPARE(fit.getResponseFunction(), before);
@@ -190,7 +194,9 @@ private Q_SLOTS:
                             "Point Number = 3\tF2 = 369.608\tF4 = 20.25\tF6 = 2\tzeta = 650\t "
                             "Response Function = 1.5625\n"));
         QVERIFY(evaluate(fit, {200.5, 20.25, 2.0, 800.0}));
+        fit.setRequiredCitations(QStringLiteral("cite this"));
         fit.endOfParametrization();
+        QVERIFY(fit.getReport().contains(QStringLiteral("cite this")));
         QCOMPARE(QString::fromUtf8(testSupport::readAll(work.result())), fit.getReport());
         const LevelsFitResults results = fit.getResults();
         COMPARE_NEAR(results.rmsDifference, 35.0, 1e-9); // 3.5 zeta is 2275

@@ -242,6 +242,9 @@ private Q_SLOTS:
             QCOMPARE(evaluate(bad, {1.0, 1.0}), infeasible);
             QVERIFY(!bad.checkSetup());
             QVERIFY(!bad.getLastError().isEmpty());
+            bad.setFileNameMopacOutputFile(twoDonors()); // another output makes it good
+            setUp(bad, 8, 12.0, 7.0);
+            QVERIFY2(bad.checkSetup(), qPrintable(bad.getLastError()));
         }
     }
 

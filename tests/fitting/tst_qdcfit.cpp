@@ -177,6 +177,10 @@ private Q_SLOTS:
         QVERIFY(!problem.fit.checkSetup());
         problem.fit.setCoordNumber(8);
 
+        QCOMPARE(evaluate(problem.fit, {0.1, 5.0}), infeasible);
+        QVERIFY(problem.fit.getLastError().contains(QLatin1String("not 2")));
+        QCOMPARE(problem.fit.getResults().atoms.at(6).donor.maximumChargeFactor, 3.0); // N 8
+
         // Nothing feasible, nothing written.
         QCOMPARE(evaluate(problem.fit, {0.1, 5.0, -4.0}), infeasible);
         const QString file = testSupport::scratchFile(QStringLiteral("kept.omg"), "old");
