@@ -191,8 +191,7 @@ private Q_SLOTS:
         QCOMPARE(testSupport::readAll(file), QByteArray("old"));
     }
 
-    /// The report shows the Omega that was fitted, whether it could be made in QDC mode or not,
-    /// and its Q, D and C give its g and alpha.
+    /// The report shows the Omega that was fitted, whether it could be made in QDC mode or not.
     void reportShowsWhatWasFitted_data()
     {
         QTest::addColumn<bool>("hasForces");
@@ -207,39 +206,26 @@ private Q_SLOTS:
         const QString path = mopacFile(QTest::currentDataTag());
         if (path.isEmpty())
             QSKIP("needs LANQOR_CORPUS_DIR");
-        QString reports[2];
-        for (QString &report : reports) {
-            QdcProblem problem(path);
-            const QVector<double> start = problem.fit.makeStartingVector(1);
-            QVERIFY(evaluate(problem.fit, start) < infeasible);
-            anneal(problem.fit, start, 4000);
-            report = problem.fit.getReport();
-            QVERIFY2(!report.isEmpty(), qPrintable(problem.fit.getLastError()));
-            QCOMPARE(problem.fit.getLastError().isEmpty(), hasForces);
-            QVERIFY(hasForces ||
-                    problem.fit.getLastError().contains(QLatin1String("force constant")));
+        QdcProblem problem(path);
+        const QVector<double> start = problem.fit.makeStartingVector(1);
+        QVERIFY(evaluate(problem.fit, start) < infeasible);
+        anneal(problem.fit, start, 4000);
+        const QString report = problem.fit.getReport();
+        QVERIFY2(!report.isEmpty(), qPrintable(problem.fit.getLastError()));
+        QCOMPARE(problem.fit.getLastError().isEmpty(), hasForces);
+        QVERIFY(hasForces || problem.fit.getLastError().contains(QLatin1String("force constant")));
 
-            const ParametersQDC best = problem.fit.getParametersQDC();
-            const auto omega = problem.plainValues({best.Q, best.D, best.C});
-            for (const int lambda : {2, 4, 6}) {
-                const double fitted = problem.fit.getBestOmega(lambda) / omegaUnit;
-                COMPARE_NEAR(omega.total[lambda] / omegaUnit, fitted, 1.0e-9);
-                COMPARE_NEAR(printed(report, QStringLiteral("omega(%1)").arg(lambda)), fitted,
-                             0.00501);
-            }
-            COMPARE_NEAR(printed(report, QStringLiteral("Q")), best.Q, 5.1e-7);
-            COMPARE_NEAR(printed(report, QStringLiteral("D")), best.D, 5.1e-7);
-            COMPARE_NEAR(printed(report, QStringLiteral("C")), best.C, 5.1e-7);
-            for (int atom = 2; atom <= problem.sphere.size(); ++atom) {
-                const double q = printed(report, QStringLiteral("atomic charges(%1)").arg(atom));
-                const double S = printed(report, QStringLiteral("SDE(%1)").arg(atom));
-                COMPARE_NEAR(q, problem.indices.getAtomicCharge(atom), 5.1e-5);
-                COMPARE_NEAR(printed(report, QStringLiteral("g(%1)").arg(atom)), best.Q * q, 2e-4);
-                COMPARE_NEAR(printed(report, QStringLiteral("alpha(%1)").arg(atom)),
-                             best.D * S + best.C, 1.0e-4 + 1.0e-4 * best.D);
-            }
+        const ParametersQDC best = problem.fit.getParametersQDC();
+        const auto omega = problem.plainValues({best.Q, best.D, best.C});
+        for (const int lambda : {2, 4, 6}) {
+            const double fitted = problem.fit.getBestOmega(lambda) / omegaUnit;
+            COMPARE_NEAR(omega.total[lambda] / omegaUnit, fitted, 1.0e-9);
+            COMPARE_NEAR(printed(report, QStringLiteral("omega(%1)").arg(lambda)), fitted, 0.00501);
         }
-        QCOMPARE(reports[0], reports[1]);
+        const QVector<QPair<QString, double>> values = {
+            {"Q", best.Q}, {"D", best.D}, {"C", best.C}};
+        for (const auto &[name, value] : values)
+            COMPARE_NEAR(printed(report, name), value, 5.1e-7);
     }
 };
 
