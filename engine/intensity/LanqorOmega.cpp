@@ -348,7 +348,7 @@ QString LanqorOmega::createOutFile(const QString &fileName)
     // Groups that cannot be used are told, and the report says so in their place.
     if (results.printingOptions.printAradPartition && !results.partition.groupError.isEmpty())
         processStatus(results.partition.groupError);
-    const QString text = IntensityReport(results).text();
+    QString text = IntensityReport(results).text();
     QString error;
     if (!fileName.isEmpty() && !reportText::writeFile(fileName, text, error)) {
         failWith(tr("The report %1 cannot be written: %2.").arg(fileName, error));
