@@ -46,6 +46,7 @@ OPERATORS = {
     " && ": " || ", " || ": " && ", " + ": " - ", " - ": " + ", " * ": " / ", " / ": " * ",
     " += ": " -= ", " -= ": " += ", " *= ": " /= ", " /= ": " *= ",
 }
+TEXTS = re.compile(r"QLatin|QString|text|column|tr\(")  # these cannot be subtracted
 OPERAND = r"[A-Za-z_]\w*(?:(?:\.|->|::)\w+)*(?:\(\)|\[\w+\])?|\d+(?:\.\d+)?"
 PATTERNS = {
     "operator": re.compile("|".join(re.escape(text) for text in OPERATORS)),
@@ -79,10 +80,12 @@ class Fault:
 
 
 def replacement(kind, match, generator):
-    """What a place becomes; empty where no fault can be made of it."""
+    """What a place becomes; empty where no fault can be made of it, or none that compiles."""
     text = match.group(0)
     if kind == "operator":
-        return OPERATORS[text]
+        around = match.string[max(0, match.start() - 30):match.end() + 20]
+        is_text = text.strip("= ") in ("+", "-") and TEXTS.search(around)
+        return "" if is_text else OPERATORS[text]
     if kind == "sign":
         return " " if text == "-" else "-"
     if kind == "constant":
@@ -92,7 +95,8 @@ def replacement(kind, match, generator):
         value = int(text)
         return str(value + 1 if value == 0 or generator.random() < 0.5 else value - 1)
     first, second = match.groups()
-    return f"{second}, {first}" if first != second else ""
+    is_mixed = first[0].isdigit() != second[0].isdigit()
+    return f"{second}, {first}" if first != second and not is_mixed else ""
 
 
 def text_of(path, commit):

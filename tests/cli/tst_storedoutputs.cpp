@@ -127,7 +127,7 @@ QString shapesOf(const QString &path)
         };
         const QString kind = reader.name().toString() + QLatin1Char(' ');
         if (kind == QLatin1String("g ")) {
-            colour = value("stroke") + value("fill");
+            colour = value("stroke") + value("stroke-width") + value("fill");
             frame = value("transform").remove(QStringLiteral("matrix(1,0,0,1,0,0)"));
         } else if (attributes.hasAttribute(QStringLiteral("vector-effect"))) {
             text +=
