@@ -148,7 +148,8 @@ struct ReportLine
             words += line.mid(end, found.capturedStart() - end).simplified() + QLatin1Char('#');
             end = found.capturedEnd();
             numbers.append(found.captured().toDouble());
-            const bool isExact = found.captured(2).size() > 9; // all digits of a double
+            // All digits of a double, of which a large one is printed without decimals.
+            const bool isExact = found.captured(2).size() > 9 || std::abs(numbers.last()) > 1e9;
             hasExact = hasExact || isExact;
             lastDigits.append(isExact ? 1e-9 * std::abs(numbers.last())
                                       : std::pow(10.0, found.captured(3).mid(1).toInt() -
