@@ -122,7 +122,7 @@ QString LanqorParametricPrivate::assignGroups()
     int group = 0;
     for (const QStringList &atoms : qAsConst(groupsAndAtoms)) {
         for (const QString &text : atoms) {
-            const QString error = assignAtom(text, group);
+            QString error = assignAtom(text, group);
             if (!error.isEmpty())
                 return error;
         }

@@ -121,7 +121,7 @@ bool LanqorParametricQDC::checkSetup()
 
 QString LanqorParametricQDCPrivate::setupError()
 {
-    const QString error = problem.coordinationError();
+    QString error = problem.coordinationError();
     if (!error.isEmpty())
         return error;
     const int entries = problem.getCoordNumber() + 2;
