@@ -160,7 +160,7 @@ private Q_SLOTS:
             const bool ok = other.readChargePointFileOrca(x, y, z);
             return ok ? QString() : other.getLastError();
         };
-        QCOMPARE(charges("2\n-1.0 9 9 9\r\n\r\n 3.0 1.5 -2.5 4\r\n"), QString());
+        QCOMPARE(charges("3\n-1.0 9 9 9\r\n\r\n 3.0 1.5 -2.5 4\r\n2 8 8 8\n"), QString());
         QCOMPARE(QVector<double>({x, y, z}), QVector<double>({1.5, -2.5, 4.0}));
         for (const char *text : {"", "1\n", "1\n3.0 1.0 2.0\n", "1\n3.0 1.0 **** 2.0\n", "x\n"})
             QCOMPARE(charges(text),

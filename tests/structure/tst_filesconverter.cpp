@@ -165,9 +165,13 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo::exists(path("water.gjf")));
     }
 
-    void zindoJobNeedsTheFilledLevels()
+    void zindoJobNeedsABasisAndTheFilledLevels()
     {
         QByteArray bytes = testSupport::readAll(dataFile(chlorideComplex));
+        const QByteArray caesium = QByteArray(bytes).replace("Cl", "Cs"); // the first without
+        LanqorFilesConverter heavy(nullptr, scratchFile(QStringLiteral("heavy.out"), caesium));
+        QVERIFY(!heavy.convertFromOutToInp(path("none.inp")));
+        QVERIFY(heavy.getLastError().contains(QLatin1String("INDO/S basis")));
         bytes.replace("NO. OF FILLED LEVELS", "NO. OF EMPTY LEVELS ");
         LanqorFilesConverter without(nullptr, scratchFile(QStringLiteral("nolevels.out"), bytes));
         QVERIFY(!without.convertFromOutToInp(path("none.inp")));

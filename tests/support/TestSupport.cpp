@@ -151,6 +151,7 @@ struct ReportLine
             // All digits of a double, of which a large one is printed without decimals.
             const bool isExact = found.captured(2).size() > 9 || std::abs(numbers.last()) > 1e9;
             hasExact = hasExact || isExact;
+            decimals.append(found.captured(2).size());
             lastDigits.append(isExact ? 1e-9 * std::abs(numbers.last())
                                       : std::pow(10.0, found.captured(3).mid(1).toInt() -
                                                            found.captured(2).size()));
@@ -160,7 +161,7 @@ struct ReportLine
 
     bool agrees(const ReportLine &other, double relative) const
     {
-        if (words != other.words)
+        if (words != other.words || (!other.hasExact && decimals != other.decimals))
             return false;
         for (int i = 0; i < numbers.size(); ++i) {
             const double tolerance =
@@ -175,6 +176,7 @@ struct ReportLine
     QString words;
     QVector<double> numbers;
     QVector<double> lastDigits;
+    QVector<int> decimals;
     bool hasExact = false; ///< a number whose last digits may differ between builds
 };
 

@@ -49,8 +49,8 @@ ProgramRun runProgram(const QStringList &arguments, const QString &workingDirect
 void damageFile(const QByteArray &original, int cuts, int mutations,
                 const std::function<void(const QString &path)> &read);
 
-/// Compares a report with a stored one line by line: the same words and line lengths, and numbers
-/// that agree to @p relative or to a step of their last printed digit. Returns the first
+/// Compares a report with a stored one line by line: the same words, line lengths and decimals, and
+/// numbers that agree to @p relative or to a step of their last printed digit. Returns the first
 /// difference; empty when there is none.
 QString reportDifference(const QString &actual, const QString &expected, double relative = 1e-3);
 
