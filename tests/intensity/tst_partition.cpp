@@ -158,7 +158,7 @@ void TestPartition::geometriesThatAreRefused()
     QVERIFY(!isRefused(geometry.get(), 6));
     QVERIFY(isRefused(geometry.get(), 7));
     QVERIFY(isRefused(nullptr, 6));
-    QVERIFY(geometry->createSphericalCoordinate(2, 4)); // part of the atoms
+    QVERIFY(geometry->createSphericalCoordinate(1, 4)); // part of the atoms
     QVERIFY(isRefused(geometry.get(), 2));
     QVector<Coord> terbium = testSpheres::octahedron(2.4);
     terbium[0].label = "Tb";
