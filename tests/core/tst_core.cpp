@@ -63,17 +63,6 @@ private Q_SLOTS:
             QCOMPARE(LanqorInputData::lanthanideList[i], LanqorInputData::getElementSymbol(57 + i));
     }
 
-    void titleHasElevenLinesOf107()
-    {
-        const QStringList lines = LanqorInputData::LANQORTitle.split(QLatin1Char('\n'));
-        QCOMPARE(lines.size(), 12);
-        QVERIFY(lines.last().isEmpty());
-        for (int i = 0; i < 11; ++i)
-            QCOMPARE(lines.at(i).size(), 107);
-        QCOMPARE(lines.at(0), QString(16, QLatin1Char(' ')) + QString(91, QLatin1Char('*')));
-        QCOMPARE(lines.at(10), lines.at(0));
-    }
-
     void chargeFactorBoundsOfTheTwoFits()
     {
         using Update = void (*)(const QString &, ChargeFactorBounds &);

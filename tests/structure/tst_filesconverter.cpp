@@ -247,20 +247,6 @@ private Q_SLOTS:
         QVERIFY(!LanqorFilesConverter(nullptr, none).convertFromOutToMop(path("null.mop")));
     }
 
-    void structureFilesToXyz()
-    {
-        for (const char *name : {"eu_cl2_h2o6_int.zmt", "eu_cl2_h2o6_internal.mop",
-                                 "eu_cl2_h2o6_openbabel.mol2", "eu_h2o9_internal_openmopac.mop"}) {
-            const QString file = dataFile(QStringLiteral("structures/") + QLatin1String(name));
-            LanqorFilesConverter converter(nullptr, file);
-            const QString out = path("out.xyz");
-            QVERIFY(file.endsWith(QLatin1String("zmt"))   ? converter.convertFromZmtToXYZ(out)
-                    : file.endsWith(QLatin1String("mop")) ? converter.convertFromMopToXYZ(out, true)
-                                                          : converter.convertFromMOL2ToXYZ(out));
-            QVERIFY2(difference(atomsOf(out), atomsOf(file)) < 1e-8, name);
-        }
-    }
-
     void failuresLeaveFilesAlone()
     {
         const QString kept = scratchFile(QStringLiteral("kept.mop"), "something");

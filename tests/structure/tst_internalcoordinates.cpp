@@ -119,26 +119,6 @@ private Q_SLOTS:
         COMPARE_NEAR(dihed(a, b, c, Coord{QString(), 0.0, 0.0, -3.0}), 0.0, 0.0); // collinear
     }
 
-    // MOPAC prints the Z-matrix of an internal-coordinate job and the Cartesian coordinates that
-    // it builds from it, in the same frame.
-    void geometryOfMopac()
-    {
-        LanqorInputData data(
-            nullptr, testSupport::dataFile(QStringLiteral("mopac/eu_cl2_h2o6_am1_int.out")));
-        QVERIFY2(data.readMopacOutFile(false), qPrintable(data.getLastError()));
-        const QVector<Coord> expected = data.getCoord();
-        QVector<CoordZMT> rows;
-        for (int i = 1; i <= expected.size(); ++i)
-            rows.append(data.getCoordZMT(i));
-        LanqorFilesConverter converter;
-        const QVector<Coord> built = converter.createXYZFromZMTCoord(rows);
-        QCOMPARE(built.size(), expected.size());
-        for (int i = 0; i < built.size(); ++i) {
-            QVERIFY2((position(built.at(i)) - position(expected.at(i))).norm() < 1e-6,
-                     qPrintable(QStringLiteral("atom %1").arg(i + 1)));
-        }
-    }
-
     void roundTripKeepsTheStructure_data()
     {
         QTest::addColumn<QVector<Coord>>("atoms");

@@ -199,19 +199,6 @@ private Q_SLOTS:
         QCOMPARE(partition.getLigandsNumber(), 4);
     }
 
-    // Fluoride has no cut-off and is no coordinated atom, but it is no counter-ion either.
-    void boundFluorideStays()
-    {
-        LanqorOrganizeMolecules structure(nullptr,
-                                          dataFile(QStringLiteral("mopac/eu_f_acac3_rm1_opt.out")));
-        structure.setKeepUnboundFragments(false);
-        testSupport::MessageSpy spy(structure);
-        QVERIFY2(structure.organize(), qPrintable(structure.getLastError()));
-        QVERIFY(spy.contains(QStringLiteral("is bonded to the ion at")));
-        QCOMPARE(structure.getCoordNumber(), 6);
-        QCOMPARE(labelsOf(structure.getCoord()).last(), QStringLiteral("F"));
-    }
-
     // Those of Cordero et al. from H to Cm, added separately; element 80 is spelled as magnesium.
     void sumOfTheCovalentRadii()
     {
