@@ -168,9 +168,9 @@ private Q_SLOTS:
         QCOMPARE(elements(readText("a.mol2", "@<TRIPOS>ATOM\n1 Eu1 0 0 0 Du\n2 CA 2 0 0 C.ar\n"
                                              "3 CL1 0 2 0 Cl 1 LIG -.3\n4 O 0 0 2 O.co2\n")),
                  QStringLiteral("Eu C Cl O"));
-        QCOMPARE(
-            elements(readText("a.xyz", "4\n\n63 0 0 0 1 2\nCL1 2 0 0\no 0 2 0 .5\nXX 0 0 2\n")),
-            QStringLiteral("Eu Cl O XX"));
+        QCOMPARE(elements(readText(
+                     "a.xyz", "5\n\n63 0 0 0 1 2\nCL1 2 0 0\no 0 2 0 .5\nXX 0 0 2\n1 9 9 9\n")),
+                 QStringLiteral("Eu Cl O XX H"));
     }
 
     void kindIsToldByContentWithoutATellingSuffix()
