@@ -156,7 +156,7 @@ void TestPartition::geometriesThatAreRefused()
     };
     const auto geometry = geometryOf(testSpheres::octahedron(2.4));
     QVERIFY(!isRefused(geometry.get(), 6));
-    QVERIFY(isRefused(geometry.get(), 7));
+    QVERIFY(isRefused(geometry.get(), 7) && isRefused(geometry.get(), 0));
     QVERIFY(isRefused(nullptr, 6));
     QVERIFY(geometry->createSphericalCoordinate(1, 4)); // part of the atoms
     QVERIFY(isRefused(geometry.get(), 2));
