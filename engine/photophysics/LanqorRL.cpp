@@ -204,7 +204,7 @@ bool LanqorRLPrivate::calcStateDistances()
 
 QString LanqorRLPrivate::reasonWithoutDistances() const
 {
-    const QString reason = owner.getLastError().simplified();
+    QString reason = owner.getLastError().simplified();
     if (inputData->getMolecularOrbitalNumber() == 0) {
         return reason + tr(" RL needs the table of orbital coefficients (ORCA: %output "
                            "print[p_mos] 1 end; Gaussian: pop=full).");
@@ -347,7 +347,7 @@ QString LanqorRL::createOutput(const QString &path)
         failWith(tr("\nThe distances RL have not been calculated."));
         return QString();
     }
-    const QString text = donorStatesReport(getResults());
+    QString text = donorStatesReport(getResults());
     QString error;
     if (!reportText::writeFile(path, text, error)) {
         failWith(tr("\nThe report of the distances RL could not be written to the file: \n") +
