@@ -142,7 +142,7 @@ QString shapesOf(const QString &path)
 
 } // namespace
 
-/// What users see: stored sessions, in each of which
+/// What users see: stored transcripts, in each of which
 ///     < NAME = FILE           a file is laid into an empty folder, or one of this
 ///     < NAME : TEXT           text, in which \\n ends a line,
 ///     $ lanqor ARGUMENTS      the program runs there and prints what follows,
@@ -159,13 +159,13 @@ class TestStoredOutputs : public QObject
 
     QTemporaryDir locales;
 
-    /// Does what the session tells; empty when a file of the corpus or pictures are not at hand.
-    QString repeat(const QString &session)
+    /// Does what the transcript tells; empty when a file of the corpus or pictures are not at hand.
+    QString repeat(const QString &transcript)
     {
         const QTemporaryDir folder;
         QStringList laid;
         QString text;
-        for (const QString &line : session.split(QLatin1Char('\n'))) {
+        for (const QString &line : transcript.split(QLatin1Char('\n'))) {
             const QString operand = line.section(QLatin1Char(' '), 2);
             if (line.startsWith(QLatin1String("< "))) {
                 const bool isText = line.section(QLatin1Char(' '), 2, 2) == QLatin1String(":");
@@ -226,14 +226,14 @@ private Q_SLOTS:
         QCOMPARE(process.readAllStandardOutput(), QByteArray(",\n"));
     }
 
-    void sessions_data()
+    void transcripts_data()
     {
         QTest::addColumn<QString>("path");
         const QDir folder(testSupport::dataFile(QStringLiteral("outputs")));
-        for (const QFileInfo &file : folder.entryInfoList({QStringLiteral("*.session")}))
+        for (const QFileInfo &file : folder.entryInfoList({QStringLiteral("*.transcript")}))
             QTest::newRow(qPrintable(file.baseName())) << file.filePath();
     }
-    void sessions()
+    void transcripts()
     {
         QFETCH(QString, path);
         const QString stored = QString::fromUtf8(testSupport::readAll(path));

@@ -174,7 +174,7 @@ private Q_SLOTS:
         QVERIFY(outside.getLastError().contains(QStringLiteral("atom 9")));
     }
 
-    /// The text of the report is held by a stored session.
+    /// The text of the report is held by a stored transcript.
     void report()
     {
         LanqorRL calculation(nullptr, dataFile(QStringLiteral("orca/cis_point_charge_v26.orcout")));

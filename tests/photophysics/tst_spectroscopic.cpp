@@ -355,7 +355,7 @@ void TestSpectroscopic::constructionErrors()
     }
 }
 
-/// The texts of the sections are held by stored sessions.
+/// The texts of the sections are held by stored transcripts.
 void TestSpectroscopic::reportSections()
 {
     using Options = SpecPrintingOptions;
