@@ -1,6 +1,6 @@
 // All levels of 4f^6 and 4f^7 by rotations of two rows and columns, as a fit calls them, beside
 // the same method with full matrix products; 6-j symbols beside those of GSL.
-#include "../tests/levels/fullProductJacobi.h"
+#include "fullProductJacobi.h"
 #include "levels/hamiltonian_p.h"
 
 #include <LanqorEngine/LanqorEnergyLevels.h>
