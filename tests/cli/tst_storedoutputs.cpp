@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
+#include <QtEndian>
 #include <QtTest>
 
 #include <cmath>
@@ -104,16 +105,25 @@ QString places(const QString &text)
     return chosen;
 }
 
-/// The shapes of an SVG picture, a line each: kind, colour, places and words; of other pictures how
-/// they begin.
+/// How a picture begins, and the dots per metre of a PNG.
+QString kindOf(const QByteArray &picture)
+{
+    const int resolution = picture.indexOf("pHYs") + 4;
+    return QString::fromLatin1(picture.mid(1, 3)) +
+           (resolution < 4 ? QString()
+                           : QStringLiteral(" %1").arg(
+                                 qFromBigEndian<qint32>(picture.constData() + resolution))) +
+           QLatin1Char('\n');
+}
+
+/// The shapes of an SVG picture, a line each: kind, colour, places and words; of other pictures
+/// their kind.
 QString shapesOf(const QString &path)
 {
     constexpr int emptyPicture = 5000; // bytes
     const QByteArray bytes = testSupport::readAll(path);
     if (!path.endsWith(QLatin1String("svg")))
-        return bytes.size() > emptyPicture
-                   ? QString::fromLatin1(bytes.mid(1, 3)) + QLatin1Char('\n')
-                   : QString();
+        return bytes.size() > emptyPicture ? kindOf(bytes) : QString();
     QXmlStreamReader reader(bytes);
     QString text;
     QString colour;

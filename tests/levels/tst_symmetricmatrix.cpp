@@ -120,6 +120,9 @@ void TestSymmetricMatrix::refusals()
         matrix(2, 1) = bad;
         QVERIFY(!matrix.diagonalize(tolerance));
     }
+    // The squares of the orders reach 2^31 - 1.
+    for (const int order : {-1, 0, 46340, 46341})
+        QCOMPARE(SymmetricMatrix::isPossibleOrder(order), order == 0 || order == 46340);
     SymmetricMatrix empty(0);
     QVERIFY(empty.diagonalize(tolerance));
     SymmetricMatrix ones(2);

@@ -195,7 +195,11 @@ private Q_SLOTS:
                                         {c, 1.2, 180.0, 0.0, 2, 1, 0},
                                         {c, 1.5, 120.0, 0.0, 1, 2, 3}};
         LanqorFilesConverter converter;
-        QCOMPARE(converter.createXYZFromZMTCoord(rows).size(), 4);
+        // The straight continuation of the line needs no third direction.
+        const QVector<Coord> longer = converter.createXYZFromZMTCoord(
+            rows + QVector<CoordZMT>{{c, 1.5, 180.0, 0.0, 3, 2, 1}});
+        QCOMPARE(longer.size(), 5);
+        COMPARE_NEAR(longer.at(4).x, 3.9, 1e-9);
         testSupport::MessageSpy spy(converter);
         QVERIFY(converter.createXYZFromZMTCoord(rows + QVector<CoordZMT>{row}).isEmpty());
         const QString error = converter.getLastError();
