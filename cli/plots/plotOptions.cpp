@@ -19,7 +19,7 @@ QString readOption(const cli::OptionReader &options)
 {
     static const QStringList suffixes = {QStringLiteral("svg"), QStringLiteral("png"),
                                          QStringLiteral("pdf")};
-    const QString file = options.text("plot");
+    QString file = options.text("plot");
     if (options.isSet("plot") && !suffixes.contains(QFileInfo(file).suffix().toLower()))
         options.refuse(tr("--plot %1: a picture is written as .svg, .png or .pdf").arg(file));
     return file;
