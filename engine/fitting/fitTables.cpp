@@ -1,4 +1,5 @@
 #include "core/physicalConstants_p.h"
+#include "core/resultColumns_p.h"
 
 #include <LanqorEngine/LanqorParametric.h>
 #include <LanqorEngine/LanqorParametricEnergyLevels.h>
@@ -6,25 +7,15 @@
 #include <LanqorEngine/LanqorParametricStarkLevels.h>
 #include <LanqorEngine/LanqorResultTables.h>
 
-#include <cmath>
-
 // The records of the fits as tables.
+
+using resultColumns::column;
+using resultColumns::existing;
 
 namespace {
 
 using Columns = QVector<ResultColumn>;
 using Row = QVector<QVariant>;
-
-ResultColumn column(const char *key, const char *unit = "")
-{
-    return {QLatin1String(key), QLatin1String(unit)};
-}
-
-/// Nothing for what does not exist: a value that is no number, a limit that is infinite.
-QVariant existing(double value)
-{
-    return std::isfinite(value) ? QVariant(value) : QVariant();
-}
 
 /// A value that was entered in the unit of the table and kept in another: as it was entered.
 double asEntered(double value)

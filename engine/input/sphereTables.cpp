@@ -1,12 +1,13 @@
 #include "LanqorInputData.h"
 
+#include "core/resultColumns_p.h"
+
 #include <LanqorEngine/LanqorResultTables.h>
+
+using resultColumns::column;
 
 LanqorResultTables LanqorInputData::makeTables(const SphereResults &results)
 {
-    const auto column = [](const char *key, const char *unit = "") {
-        return ResultColumn{QLatin1String(key), QLatin1String(unit)};
-    };
     LanqorResultTables tables;
     tables.addRecord(QStringLiteral("sphere"),
                      {column("structure_file"), column("ion"), column("coordination_number")},

@@ -3,15 +3,17 @@
 #include "LanqorOmegaExp.h"
 
 #include "core/physicalConstants_p.h"
+#include "core/resultColumns_p.h"
 
 #include <LanqorEngine/AradPartitionResults.h>
 #include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/OmegaExpResults.h>
 #include <LanqorEngine/OmegaResults.h>
 
-#include <cmath>
-
 // The records of this room as tables.
+
+using resultColumns::column;
+using resultColumns::existing;
 
 namespace {
 
@@ -22,17 +24,6 @@ constexpr char omegaUnit[] = "1e-20 cm^2";
 constexpr char rateUnit[] = "s^-1";
 constexpr double percent = 100.0;
 constexpr double msPerSecond = 1000.0;
-
-ResultColumn column(const char *key, const char *unit = "")
-{
-    return {QLatin1String(key), QLatin1String(unit)};
-}
-
-/// Nothing for a ratio with nothing below the line.
-QVariant existing(double value)
-{
-    return std::isfinite(value) ? QVariant(value) : QVariant();
-}
 
 QString levelName(int J)
 {

@@ -1,18 +1,17 @@
 #include "LanqorEnergyLevels.h"
 #include "LanqorStarkLevels.h"
 
+#include "core/resultColumns_p.h"
+
 #include <LanqorEngine/LanqorResultTables.h>
 
 // The records of this room as tables.
 
+using resultColumns::column;
+
 namespace {
 
 constexpr const char *wavenumber = "cm^-1";
-
-ResultColumn column(const char *key, const char *unit = "")
-{
-    return {QLatin1String(key), QLatin1String(unit)};
-}
 
 /// Nothing for a text that is not told.
 QVariant told(const QString &text)
