@@ -65,7 +65,7 @@ void addOptions(cli::OptionReader &options)
                        QStringLiteral("name")});
     options.addOption({QStringLiteral("charge"),
                        tr("Charge of the whole system, ion included; by default that of the MOPAC "
-                          "output, else 0."),
+                          "output, archive or job (CHARGE=), else 0."),
                        QStringLiteral("n")});
     options.addOption({QStringLiteral("keywords"),
                        tr("MOPAC: keywords of the second line instead of \"SPARKLE CHARGE=n\"."),
@@ -95,7 +95,7 @@ bool toOrca(LanqorFilesConverter &converter, const cli::OptionReader &options, c
                                              charge, numbers.roots, numbers.maxdim);
 }
 
-/// Charge and keywords of a job: from the command line, else from the MOPAC output.
+/// Charge and keywords of a job: from the command line, else from the file.
 void settleCharge(const cli::OptionReader &options, const QString &format,
                   LanqorInputData &structure, LanqorFilesConverter &converter, Numbers &numbers)
 {
@@ -125,8 +125,8 @@ int convertCommand(const QStringList &arguments)
     cli::OptionReader options("convert");
     options.setDescription(
         tr("Converts a structure, or writes a job for a quantum-chemistry program.\n\n"
-           "IN is a MOPAC output, a .xyz, .mop, .zmt or .mol2 file, or (for ORCA jobs) an ORCA\n"
-           "output named .orcout. The suffix of OUT tells what to write:\n"
+           "IN is a MOPAC output or archive (.arc), a .xyz, .mop, .zmt or .mol2 file, or (for\n"
+           "ORCA jobs) an ORCA output named .orcout. The suffix of OUT tells what to write:\n"
            "  .xyz, .zmt     Cartesian coordinates (Angstrom), Z-matrix (degrees)\n"
            "  .sph           spherical coordinates about atom 1\n"
            "  .mop           MOPAC: AM1 sparkle optimisation\n"

@@ -91,7 +91,7 @@ void addOptions(cli::OptionReader &options)
 {
     options.setDescription(
         tr("Judd-Ofelt intensity parameters of a Eu3+ complex by the simple overlap model.\n\n"
-           "FILE is a MOPAC output (.out) or a structure (.mop, .zmt, .xyz, .mol2) with Eu as\n"
+           "FILE is a MOPAC .out or .arc file or a structure (.mop, .zmt, .xyz, .mol2) with Eu as\n"
            "atom 1 and the N coordinated atoms as atoms 2 to N+1. Every coordinated atom needs a\n"
            "charge factor g (dimensionless) and a polarisability alpha (cubic Angstrom), given by\n"
            "element or by atom number; an atom's own value beats that of its element.\n\n"

@@ -41,8 +41,9 @@ int organizeCommand(const QStringList &arguments)
            "ion first, then the coordinated atoms ligand by ligand (O and N within 2.65, Cl and S\n"
            "within 2.9, I within 3.0 Angstrom), then the remaining atoms ligand by ligand, and\n"
            "last counter-ions and lattice solvent.\n\n"
-           "IN is a .mol2, .xyz, .mop or .zmt file or a MOPAC output; OUT a .mop, .mol2 or .xyz\n"
-           "file. The ligands and the numbers of their coordinated atoms go to standard output.\n\n"
+           "IN is a .mol2, .xyz, .mop or .zmt file or a MOPAC output or archive (.arc); OUT a\n"
+           ".mop, .mol2 or .xyz file. The ligands and the numbers of their coordinated atoms go to "
+           "standard output.\n\n"
            "Example: lanqor organize crystal.mol2 complex.mop --charge 0"));
     options.addArgument(QStringLiteral("IN"), tr("structure to read"));
     options.addArgument(QStringLiteral("OUT"), tr("file to write"));
@@ -51,7 +52,7 @@ int organizeCommand(const QStringList &arguments)
     options.addOption(
         {QStringLiteral("charge"),
          tr("Charge of a .mop job, of all atoms that it keeps; by default that of the "
-            "MOPAC output, else 0."),
+            "MOPAC output, archive or job (CHARGE=), else 0."),
          QStringLiteral("n")});
     options.addOption({QStringLiteral("keywords"),
                        tr("Keywords of the second line of a .mop job instead of \"SPARKLE "

@@ -35,7 +35,7 @@ int sphereCommand(const QStringList &arguments)
         tr("Coordination number of the lanthanide ion (atom 1) and the atoms bound to it in\n"
            "spherical coordinates: distance r in Angstrom, polar angle theta and azimuth phi in\n"
            "degrees. O and N count within 2.65, Cl and S within 2.9 and I within 3.0 Angstrom.\n\n"
-           "FILE is a MOPAC output or a .mop, .zmt, .xyz or .mol2 file.\n\n"
+           "FILE is a MOPAC output or archive (.arc) or a .mop, .zmt, .xyz or .mol2 file.\n\n"
            "Example: lanqor sphere eu_l2_rm1_opt.out"));
     options.addArgument(QStringLiteral("FILE"), tr("structure file"));
     options.addResultOptions();

@@ -12,7 +12,7 @@ namespace cli {
 int chargeOfSystem(const LanqorInputData &structure)
 {
     const int charge = qRound(structure.getChargeOnSystem());
-    if (!structure.getFileName().endsWith(QLatin1String(".out")))
+    if (!structure.isChargeOnSystemTold())
         note(tr("lanqor: note: the charge of the system is taken as %1; give another with --charge")
                  .arg(charge));
     return charge;

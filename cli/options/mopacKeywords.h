@@ -11,8 +11,8 @@ namespace cli {
 
 class OptionReader;
 
-/// Charge of the system of a job, when --charge does not tell it: that of the MOPAC output, else 0,
-/// of which a note tells.
+/// Charge of the system of a job, when --charge does not tell it: that which the file tells, else
+/// 0, of which a note tells.
 int chargeOfSystem(const LanqorInputData &structure);
 
 /// Second keyword line of a MOPAC job: the text of --keywords, else the keywords that the atoms

@@ -61,7 +61,7 @@ public:
     // --- MOPAC results and structure files ---
 
     /// Reads the geometry of any structure file, its kind told by suffix, then by content:
-    /// MOPAC output, ".mop", ".zmt", ".xyz" or MOL2.
+    /// MOPAC output or archive (".arc"), ".mop", ".zmt", ".xyz" or MOL2.
     bool readStructureFile();
 
     /// Reads a MOPAC output: final geometry, heat of formation, charges, dipole and the like.
@@ -164,6 +164,9 @@ public:
     double getIonPotential() const;   ///< eV
     double getDipole() const;         ///< debye
     double getChargeOnSystem() const; ///< elementary charges
+    /// True when the file that was read tells the charge of the system: a MOPAC output or archive,
+    /// or a MOPAC input with the keyword CHARGE.
+    bool isChargeOnSystemTold() const;
     double getAtomicCharges(const int &index) const;
     int getAtomicChargesCount() const;
     QString getMopacCitation() const;

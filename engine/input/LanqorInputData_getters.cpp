@@ -59,6 +59,11 @@ double LanqorInputData::getChargeOnSystem() const
     return d->chargeOnSystem;
 }
 
+bool LanqorInputData::isChargeOnSystemTold() const
+{
+    return d->isChargeTold;
+}
+
 double LanqorInputData::getAtomicCharges(const int &index) const
 {
     return d->atomicCharges.at(index);

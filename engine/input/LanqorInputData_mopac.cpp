@@ -65,6 +65,7 @@ bool LanqorInputDataPrivate::readMopacOutput(const InputFile &file, bool keepTv)
     const MopacResults &results = reader.results();
     mopacCitation = results.citation.value_or(mopacCitation);
     chargeOnSystem = results.chargeOnSystem.value_or(chargeOnSystem);
+    isChargeTold = true; // 0 unless it is printed
     finalHeat = results.heatOfFormation.value_or(finalHeat);
     ionPotential = results.ionPotential.value_or(ionPotential);
     dipole = results.dipole.value_or(dipole);

@@ -44,6 +44,7 @@ public:
     QVector<double> oscForceVector;
     QVector<double> energyVector;
     double chargeOnSystem = 0.0;
+    bool isChargeTold = false;
     double finalHeat = 0.0;
     double ionPotential = 0.0;
     double dipole = 0.0;

@@ -14,6 +14,8 @@ bool LanqorInputData::readStructureFile()
     switch (structureFiles::kindOf(file)) {
     case Kind::MopacOutput:
         return d->readMopacOutput(file, false);
+    case Kind::MopacArchive:
+        return d->takeStructure(structureFiles::readArc(file), QStringLiteral(".arc"));
     case Kind::Mop:
         return d->takeStructure(structureFiles::readMop(file), QStringLiteral(".mop"));
     case Kind::Zmt:
@@ -28,7 +30,7 @@ bool LanqorInputData::readStructureFile()
     if (!file.rewind())
         return failWith(missingFile(d->fileName));
     return failWith(tr("\nThe kind of the structure file cannot be told; a MOPAC output (.out), "
-                       ".mop, .zmt, .xyz or .mol2 file is needed: \n") +
+                       ".arc, .mop, .zmt, .xyz or .mol2 file is needed: \n") +
                     d->fileName);
 }
 
@@ -65,6 +67,10 @@ bool LanqorInputDataPrivate::takeStructure(const Structure &structure, const QSt
 {
     coord += structure.atoms;
     coordZMT += structure.zMatrix;
+    if (structure.charge) {
+        chargeOnSystem = *structure.charge;
+        isChargeTold = true;
+    }
     if (!structure.error.isEmpty())
         return owner.failWith(structure.error);
     owner.emitProgress(tr(" -> (Read Input Data) Cartesian coordinates successfully loaded from "

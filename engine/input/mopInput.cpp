@@ -5,7 +5,10 @@
 #include "input/structureFiles_p.h"
 #include "input/textFields_p.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
+#include <optional>
 #include <string>
 
 namespace structureFiles {
@@ -94,39 +97,61 @@ bool isInternal(const std::vector<AtomRow> &rows)
                        [](const AtomRow &row) { return row.hasReferences || row.valueCount < 3; });
 }
 
-/// Rows of a MOPAC input; @p error is set when the file is missing or a row cannot be read.
-std::vector<AtomRow> readRows(const InputFile &file, TranslationVectors vectors, QString &error)
+/// One job of a MOPAC input.
+struct Job
 {
-    std::vector<AtomRow> rows;
-    MopLines lines(file);
-    if (!lines.open()) {
-        error = missingFile(file.fileName());
-        return rows;
-    }
     QString keywords;
-    for (int titles = readKeywordLines(lines, keywords); titles > 0; --titles)
+    std::vector<AtomRow> rows;
+    QString error; ///< set when a row cannot be read
+};
+
+/// Reads the job that begins with the next line.
+Job readJob(MopLines &lines, const QString &fileName, TranslationVectors vectors)
+{
+    Job job;
+    for (int titles = readKeywordLines(lines, job.keywords); titles > 0; --titles)
         lines.next();
-    if (!readAtomRows(lines, vectors, rows))
-        error = unreadableLine(
-            file.fileName(), lines.lineNumber(),
+    if (!readAtomRows(lines, vectors, job.rows))
+        job.error = unreadableLine(
+            fileName, lines.lineNumber(),
             LanqorInputData::tr("an element with x, y, z, or with distance, angle, dihedral and "
                                 "three reference atoms, all rows alike"));
-    else if (rows.empty())
-        error = LanqorInputData::tr("\nCannot find the atoms in the MOPAC input file: \n") +
-                file.fileName();
-    return rows;
+    else if (job.rows.empty())
+        job.error =
+            LanqorInputData::tr("\nCannot find the atoms in the MOPAC input file: \n") + fileName;
+    return job;
 }
 
-} // namespace
+Job readFirstJob(const InputFile &file, TranslationVectors vectors)
+{
+    MopLines lines(file);
+    if (lines.open())
+        return readJob(lines, file.fileName(), vectors);
+    Job job;
+    job.error = missingFile(file.fileName());
+    return job;
+}
 
-Structure readMop(const InputFile &file, TranslationVectors vectors)
+/// Number behind the first keyword CHARGE=, as MOPAC reads it: blanks may precede it, and what
+/// follows it is passed over.
+std::optional<double> chargeOf(const QString &keywords)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("(?:^| )CHARGE= *([+-]?[0-9]+\\.?[0-9]*)"),
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = pattern.match(keywords);
+    return match.hasMatch() ? std::optional<double>(match.captured(1).toDouble()) : std::nullopt;
+}
+
+Structure structureOf(const Job &job, const QString &fileName)
 {
     Structure structure;
-    const std::vector<AtomRow> rows = readRows(file, vectors, structure.error);
+    structure.error = job.error;
+    structure.charge = chargeOf(job.keywords);
     if (!structure.error.isEmpty())
         return structure;
-    const bool internal = isInternal(rows);
-    for (const AtomRow &row : rows) {
+    const bool internal = isInternal(job.rows);
+    for (const AtomRow &row : job.rows) {
         const CoordZMT &atom = row.atom;
         if (internal)
             structure.zMatrix.append(atom);
@@ -134,7 +159,35 @@ Structure readMop(const InputFile &file, TranslationVectors vectors)
             structure.atoms.append({atom.label, atom.distance, atom.angle, atom.dihedral});
     }
     if (internal)
-        buildCartesian(structure, file.fileName());
+        buildCartesian(structure, fileName);
+    return structure;
+}
+
+} // namespace
+
+Structure readMop(const InputFile &file, TranslationVectors vectors)
+{
+    return structureOf(readFirstJob(file, vectors), file.fileName());
+}
+
+Structure readArc(const InputFile &file, TranslationVectors vectors)
+{
+    MopLines lines(file);
+    Job job;
+    job.error = missingFile(file.fileName());
+    if (lines.open()) {
+        job.error =
+            LanqorInputData::tr("\nThe MOPAC archive file holds no FINAL GEOMETRY OBTAINED: \n") +
+            file.fileName();
+        while (lines.next()) {
+            if (textFields::contains(lines.line(), "FINAL GEOMETRY OBTAINED"))
+                job = readJob(lines, file.fileName(), vectors);
+        }
+    }
+    Structure structure = structureOf(job, file.fileName());
+    // An archive is the result of a job, whose charge was 0 unless its keywords told another.
+    if (structure.error.isEmpty() && !structure.charge)
+        structure.charge = 0.0;
     return structure;
 }
 
@@ -182,10 +235,9 @@ bool readMopKeywords(const InputFile &file, QString &keywords)
 
 bool readMopKind(const InputFile &file, bool &internal)
 {
-    QString error;
-    const std::vector<AtomRow> rows = readRows(file, TranslationVectors::Drop, error);
-    internal = isInternal(rows);
-    return error.isEmpty();
+    const Job job = readFirstJob(file, TranslationVectors::Drop);
+    internal = isInternal(job.rows);
+    return job.error.isEmpty();
 }
 
 } // namespace structureFiles

@@ -27,6 +27,8 @@ Kind kindBySuffix(const QString &fileName)
     const QString suffix = QFileInfo(fileName).suffix().toLower();
     if (suffix == QLatin1String("out"))
         return Kind::MopacOutput;
+    if (suffix == QLatin1String("arc"))
+        return Kind::MopacArchive;
     if (suffix == QLatin1String("mop"))
         return Kind::Mop;
     if (suffix == QLatin1String("zmt"))
@@ -83,6 +85,9 @@ Kind kindOf(const InputFile &file)
         if (textFields::contains(line, "CALCULATION RESULTS") ||
             textFields::trimmed(line) == "CARTESIAN COORDINATES")
             return Kind::MopacOutput;
+        if (textFields::contains(line, "SUMMARY OF ") &&
+            textFields::contains(line, " CALCULATION"))
+            return Kind::MopacArchive;
         textFields::split(line, fields);
         if (reader.lineNumber() == 1) {
             startsWithNumber = fields.size() == 1 && textFields::isInteger(fields[0]);

@@ -9,6 +9,8 @@
 #include <QString>
 #include <QVector>
 
+#include <optional>
+
 /// Readers of structure files. None of these formats needs a LanqorInputData; it keeps what
 /// they return and passes on the error.
 namespace structureFiles {
@@ -22,10 +24,11 @@ struct Structure
     QVector<Coord> atoms;      ///< without dummy atoms
     QVector<CoordZMT> zMatrix; ///< with dummy atoms; empty for Cartesian files
     int residues = 0;          ///< of a MOL2 file
+    std::optional<double> charge; ///< of the system, where the file tells it, elementary charges
     QString error;
 };
 
-enum class Kind { Unknown, MopacOutput, Mop, Zmt, Xyz, Mol2 };
+enum class Kind { Unknown, MopacOutput, MopacArchive, Mop, Zmt, Xyz, Mol2 };
 
 /// The three numbers from field @p first on; false when they are not numbers.
 bool readPosition(const textFields::Fields &fields, std::size_t first, Coord &atom);
@@ -47,6 +50,10 @@ Structure readZmt(const InputFile &file);
 /// A MOPAC input: comment lines "*", keywords, two title lines, then one row an atom up to a
 /// blank line, Cartesian or internal, with or without optimisation flags.
 Structure readMop(const InputFile &file, TranslationVectors vectors = TranslationVectors::Drop);
+
+/// The final geometry of a MOPAC archive file; of several jobs, that of the last. It has the form
+/// of a MOPAC input.
+Structure readArc(const InputFile &file, TranslationVectors vectors = TranslationVectors::Drop);
 
 /// Keyword lines of a MOPAC input, joined; false when the file cannot be opened.
 bool readMopKeywords(const InputFile &file, QString &keywords);

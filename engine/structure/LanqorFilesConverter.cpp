@@ -332,7 +332,8 @@ bool LanqorFilesConverterPrivate::readStructure(LanqorInputData &data, const QSt
 {
     const QString suffix = QFileInfo(fileName).suffix().toLower();
     const bool isStructureFile = suffix == QLatin1String("xyz") || suffix == QLatin1String("mop") ||
-                                 suffix == QLatin1String("zmt") || suffix == QLatin1String("mol2");
+                                 suffix == QLatin1String("arc") || suffix == QLatin1String("zmt") ||
+                                 suffix == QLatin1String("mol2");
     startConversion(isStructureFile ? suffix : QStringLiteral("out"), to);
     const bool isRead =
         !data.getCoord().isEmpty() ||

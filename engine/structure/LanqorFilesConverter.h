@@ -16,13 +16,13 @@ class LanqorInputData;
 /// quantum-chemistry programs.
 ///
 /// An object works on the file of its constructor. The conversions "from out" read a MOPAC
-/// output, or a .xyz, .mop, .zmt or .mol2 file when the name ends so. The text argument of every
+/// output, or a .xyz, .mop, .arc, .zmt or .mol2 file when the name ends so. The text argument of every
 /// conversion is the file to write; when it is empty, the input's name with the new ending. An
 /// existing file is replaced whole or not at all. Each returns false with the reason in
 /// getLastError(), and reports its steps through newObjCalculationMessage().
 ///
 /// Coordinates are written in Angstrom with nine decimals. Jobs are of multiplicity 1 and have
-/// the charge that the MOPAC output prints, unless setCharge() gave another.
+/// the charge that the MOPAC file tells, unless setCharge() gave another.
 class LANQORENGINE_EXPORT LanqorFilesConverter : public LanqorAbstractObjCalculation
 {
     Q_OBJECT

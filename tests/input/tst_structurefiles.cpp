@@ -122,6 +122,29 @@ private Q_SLOTS:
         }
     }
 
+    /// Both keywords as MOPAC 22 takes them: it refuses CHARGE and CHARGE=(1).
+    void chargeOfMopacInputs()
+    {
+        const QPair<const char *, double> cases[] = {{"PM7 CHARGE=-1", -1.0},
+                                                     {"charge=+3.0 PM7", 3.0},
+                                                     {"CHARGE= 2;", 2.0},
+                                                     {"PM7 +\nCHARGE=1", 1.0},
+                                                     {"CHARGE=1 CHARGE=4", 1.0}};
+        for (const auto &[keywords, charge] : cases) {
+            const Reading reading =
+                readText("a.mop", QByteArray(keywords) + "\n\n\nEu 0 0 0\nO 2.4 0 0\n");
+            QVERIFY2(reading.isChargeOnSystemTold(), keywords);
+            QCOMPARE(reading.getChargeOnSystem(), charge);
+        }
+        QVERIFY(!readText("a.mop", "XCHARGE=1\n\n\nEu 0 0 0\n").isChargeOnSystemTold());
+        const Reading archive = readFixture("mopac/eu_h2o2_pm7.arc");
+        QCOMPARE(archive.getChargeOnSystem(), 3.0);
+        QCOMPARE(archive.getCoord(2).x, 2.35935574);
+        QVERIFY(readText("a.arc", "FINAL GEOMETRY OBTAINED\nAM1\n\n\nEu 0 0 0\n\n"
+                                  "FINAL GEOMETRY OBTAINED\nAM1\n\n\nGd 0 0 0\n")
+                    .getAtomLabel(1) == QLatin1String("Gd"));
+    }
+
     /// Eu at the origin, O on x, the second O bound to the first along y, N out of their plane.
     void shortRowsOfTheFirstAtoms()
     {
@@ -178,7 +201,8 @@ private Q_SLOTS:
         for (const char *name :
              {"structures/eu_acac3_h2o.xyz", "structures/eu_cl2_h2o6_openbabel.mol2",
               "structures/eu_cl2_h2o6_int.zmt", "structures/eu_cl2_h2o6_internal.mop",
-              "structures/eu_h2o9_internal_openmopac.mop", "mopac/eu_cl6_pm7_1scf_disp.out"}) {
+              "structures/eu_h2o9_internal_openmopac.mop", "mopac/eu_cl6_pm7_1scf_disp.out",
+              "mopac/eu_h2o2_pm7.arc"}) {
             const Reading known = readFixture(name);
             const Reading unknown =
                 readText("unknown", testSupport::readAll(dataFile(QString::fromLatin1(name))));
@@ -197,6 +221,7 @@ private Q_SLOTS:
             const char *message;
         } cases[] = {
             {"a.xyz", "Eu 0 0 0\n", "is not a number of atoms"},
+            {"a.arc", "AM1\n\n\nEu 0 0 0\n", "holds no FINAL GEOMETRY OBTAINED"},
             {"a.xyz", "2000000000\n\nEu 0 0 0\n", "is not a number of atoms"},
             {"a.xyz", "3\n\nEu 0 0 0\nO 2 0 0\n", "announces 3 atoms and holds 2"},
             {"a.xyz", "2\n\nEu 0 0 0\nO 2 0\n",
