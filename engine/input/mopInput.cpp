@@ -1,6 +1,7 @@
 #include "LanqorInputData.h"
 #include "input/atomRows_p.h"
 #include "input/lineReader_p.h"
+#include "input/mopSymmetry_p.h"
 #include "input/readerLimits_p.h"
 #include "input/structureFiles_p.h"
 #include "input/textFields_p.h"
@@ -66,7 +67,7 @@ bool isLike(const AtomRow &row, const AtomRow &first)
 }
 
 /// Rows up to a blank line or one of the old end mark "0".
-bool readAtomRows(MopLines &lines, TranslationVectors vectors, std::vector<AtomRow> &rows)
+bool readAtomRows(MopLines &lines, std::vector<AtomRow> &rows)
 {
     Fields fields;
     std::string text;
@@ -83,18 +84,34 @@ bool readAtomRows(MopLines &lines, TranslationVectors vectors, std::vector<AtomR
             return false;
         if (!rows.empty() && !isLike(*row, rows.front()))
             return false;
-        if (vectors == TranslationVectors::Keep || !isTranslationVector(row->atom.label))
-            rows.push_back(*row);
+        rows.push_back(*row);
     }
     return true;
+}
+
+/// Relations up to a blank line; @p error is set when a line holds no relation.
+std::vector<SymmetryRelation> readRelations(MopLines &lines, QString &error)
+{
+    std::vector<SymmetryRelation> relations;
+    Fields fields;
+    std::string text;
+    bool more = true;
+    while (more && lines.next()) {
+        text = lines.line();
+        std::replace(text.begin(), text.end(), ',', ' ');
+        textFields::split(text, fields);
+        more = appendRelations(fields, lines.lineNumber(), relations, error);
+    }
+    return relations;
 }
 
 /// Internal when an atom refers to another or, as only the first three may, has fewer than
 /// three values.
 bool isInternal(const std::vector<AtomRow> &rows)
 {
-    return std::any_of(rows.begin(), rows.end(),
-                       [](const AtomRow &row) { return row.hasReferences || row.valueCount < 3; });
+    return std::any_of(rows.begin(), rows.end(), [](const AtomRow &row) {
+        return (row.hasReferences || row.valueCount < 3) && !isTranslationVector(row.atom.label);
+    });
 }
 
 /// One job of a MOPAC input.
@@ -105,13 +122,31 @@ struct Job
     QString error; ///< set when a row cannot be read
 };
 
+/// Sets the coordinates that follow from others.
+QString applySymmetry(MopLines &lines, const QString &fileName, std::vector<AtomRow> &rows)
+{
+    QString error;
+    const std::vector<SymmetryRelation> relations = readRelations(lines, error);
+    if (!error.isEmpty())
+        return unreadableLine(
+            fileName, lines.lineNumber(),
+            LanqorInputData::tr("a relation of the keyword SYMMETRY (numbers of a "
+                                "reference atom, a function and dependent atoms)"));
+    error = applyRelations(relations, isInternal(rows), rows);
+    return error.isEmpty() ? error : error + fileName;
+}
+
+/// What becomes of the relations of the keyword SYMMETRY.
+enum class Relations { Apply, AreApplied };
+
 /// Reads the job that begins with the next line.
-Job readJob(MopLines &lines, const QString &fileName, TranslationVectors vectors)
+Job readJob(MopLines &lines, const QString &fileName, TranslationVectors vectors,
+            Relations symmetry = Relations::Apply)
 {
     Job job;
     for (int titles = readKeywordLines(lines, job.keywords); titles > 0; --titles)
         lines.next();
-    if (!readAtomRows(lines, vectors, job.rows))
+    if (!readAtomRows(lines, job.rows))
         job.error = unreadableLine(
             fileName, lines.lineNumber(),
             LanqorInputData::tr("an element with x, y, z, or with distance, angle, dihedral and "
@@ -119,6 +154,13 @@ Job readJob(MopLines &lines, const QString &fileName, TranslationVectors vectors
     else if (job.rows.empty())
         job.error =
             LanqorInputData::tr("\nCannot find the atoms in the MOPAC input file: \n") + fileName;
+    else if (symmetry == Relations::Apply && hasSymmetryKeyword(job.keywords))
+        job.error = applySymmetry(lines, fileName, job.rows);
+    if (vectors == TranslationVectors::Drop)
+        job.rows.erase(
+            std::remove_if(job.rows.begin(), job.rows.end(),
+                           [](const AtomRow &row) { return isTranslationVector(row.atom.label); }),
+            job.rows.end());
     return job;
 }
 
@@ -137,7 +179,7 @@ Job readFirstJob(const InputFile &file, TranslationVectors vectors)
 std::optional<double> chargeOf(const QString &keywords)
 {
     static const QRegularExpression pattern(
-        QStringLiteral("(?:^| )CHARGE= *([+-]?[0-9]+\\.?[0-9]*)"),
+        QStringLiteral("(?:^|\\s)CHARGE= *([+-]?[0-9]+\\.?[0-9]*)"),
         QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch match = pattern.match(keywords);
     return match.hasMatch() ? std::optional<double>(match.captured(1).toDouble()) : std::nullopt;
@@ -181,7 +223,7 @@ Structure readArc(const InputFile &file, TranslationVectors vectors)
             file.fileName();
         while (lines.next()) {
             if (textFields::contains(lines.line(), "FINAL GEOMETRY OBTAINED"))
-                job = readJob(lines, file.fileName(), vectors);
+                job = readJob(lines, file.fileName(), vectors, Relations::AreApplied);
         }
     }
     Structure structure = structureOf(job, file.fileName());

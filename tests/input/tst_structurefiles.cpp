@@ -145,6 +145,46 @@ private Q_SLOTS:
                     .getAtomLabel(1) == QLatin1String("Gd"));
     }
 
+    /// What MOPAC 22 makes of each function: the coordinates of the dependent atoms that it prints.
+    void relationsOfSymmetry()
+    {
+        const double angle[] = {113.0, 37.0,  53.0,  127.0, 83.0,  157.0, 143.0, 217.0,
+                                203.0, 277.0, 233.0, 307.0, -37.0, 0.725, 56.5,  67.0};
+        const double round[] = {-0.7, 1.3, -0.33};
+        for (int function = 1; function <= 18; ++function) {
+            const Reading data =
+                readText("a.mop", "AM1 SYMMETRY\n\n\nC\nO 1.22\nN 1.33 121.0 1 2\n"
+                                  "C 1.45 113.0 37.0 3 1 2\nXX 0.9 101.0 11.0 3 1 2\n"
+                                  "O 0.9 101.0 11.0 4 1 2\n\n4 " +
+                                      QByteArray::number(function + function / 18) +
+                                      (function == 18 ? " 1.63299, 5,6\n" : ", 5,6 each\n"));
+            QVERIFY2(data.ok, qPrintable(data.getLastError()));
+            for (const int atom : {5, 6}) {
+                const CoordZMT row = data.getCoordZMT(atom);
+                const double value = function == 1 || function == 15 || function == 18
+                                         ? row.distance
+                                     : function == 2 || function > 15 ? row.angle
+                                                                      : row.dihedral;
+                const double expected = function == 1    ? 1.45
+                                        : function == 18 ? 1.45 * std::sqrt(8.0 / 3.0)
+                                                         : angle[function - 2];
+                COMPARE_NEAR(value, expected, 1e-9);
+            }
+            const Reading atoms = readText("a.mop", "AM1 SYM\n\n\nN -0.7 1.3 -0.33\nH 5 5 5\n\n1 " +
+                                                        QByteArray::number(function) + " 2\n");
+            const Coord h = atoms.getCoord(2);
+            const int target = (function - 1) % 3;
+            const int source = (target + (function - 1) / 6) % 3;
+            COMPARE_NEAR((target == 0   ? h.x
+                          : target == 1 ? h.y
+                                        : h.z),
+                         ((function - 1) / 3 % 2 == 0 ? 1.0 : -1.0) * round[source], 1e-12);
+        }
+        const Reading chain =
+            readText("a.mop", "SYMM\n\n\nO 1 2 3\nO 5 5 5\nO 6 6 6\n\n2 1 3\n1 4 2\n");
+        QCOMPARE(chain.getCoord(3).x, -1.0);
+    }
+
     /// Eu at the origin, O on x, the second O bound to the first along y, N out of their plane.
     void shortRowsOfTheFirstAtoms()
     {
@@ -221,6 +261,13 @@ private Q_SLOTS:
             const char *message;
         } cases[] = {
             {"a.xyz", "Eu 0 0 0\n", "is not a number of atoms"},
+            {"a.mop", "SYM\n\n\nC\nO 1.2\n\n2 18 1\n", "MOPAC knows no function 18 of internal"},
+            {"a.mop", "SYM\n\n\nC 0 0 0\nO 2 0 0\n\n1 19 2 2\n", "function 19 of Cartesian"},
+            {"a.mop", "SYM\n\n\nC 0 0 0\nO 2 0 0\n\n1 1 3\n",
+             "line 7 cannot be applied, for there is no atom 3"},
+            {"a.mop", "SYM\n\n\nC\nO 1.2\n\n1 1 2\n", "atom 1 of a Z-matrix has no coordinates"},
+            {"a.mop", "SYM\n\n\nC\nO 1.2\n\n2 15 2\n", "in a circle"},
+            {"a.mop", "SYM\n\n\nC\nO 1.2\n\n\"C1\" 1 2\n", "a relation of the keyword SYMMETRY"},
             {"a.arc", "AM1\n\n\nEu 0 0 0\n", "holds no FINAL GEOMETRY OBTAINED"},
             {"a.xyz", "2000000000\n\nEu 0 0 0\n", "is not a number of atoms"},
             {"a.xyz", "3\n\nEu 0 0 0\nO 2 0 0\n", "announces 3 atoms and holds 2"},
