@@ -1,5 +1,7 @@
 #include "input/lineReader_p.h"
 
+#include "core/inputGuard_p.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
@@ -29,7 +31,10 @@ bool InputFile::rewind()
     // an empty name.
     const QFileInfo info(file->fileName());
     const bool isOtherKind = info.exists() && !info.isFile();
-    return !file->fileName().isEmpty() && !isOtherKind && file->open(QIODevice::ReadOnly);
+    if (file->fileName().isEmpty() || isOtherKind || !file->open(QIODevice::ReadOnly))
+        return false;
+    inputGuard::noteRead(file->handle());
+    return true;
 }
 
 int InputFile::read(char *buffer, int size)
