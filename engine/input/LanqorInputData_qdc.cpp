@@ -106,8 +106,8 @@ StructureName structureName(const textFields::Fields &fields)
     for (std::size_t i = nameEnd; i < fields.size(); ++i)
         result.numbers[i - nameEnd] = textFields::toInt(fields[i]);
     QStringList words;
-    for (std::size_t i = 0; i < nameEnd; ++i) // file names may be of any script
-        words.append(QString::fromUtf8(fields[i].data(), static_cast<int>(fields[i].size())));
+    for (std::size_t i = 0; i < nameEnd; ++i)
+        words.append(textFields::toString(fields[i]));
     result.name = words.join(QLatin1Char(' '));
     return result;
 }

@@ -1,6 +1,7 @@
 #include "input/fitFileFaults_p.h"
 
 #include "input/lineReader_p.h"
+#include "input/textFields_p.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
@@ -29,8 +30,7 @@ QString tr(const char *text)
 
 QString textOf(const LineReader &reader)
 {
-    const std::string_view line = reader.line();
-    return QString::fromUtf8(line.data(), int(line.size()));
+    return textFields::toString(reader.line());
 }
 
 /// One letter for each of @p count fields of a line.

@@ -4,11 +4,13 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <string_view>
 
 class QFile;
 
-/// The message for a file that cannot be opened.
+/// The message for a file that cannot be opened: it does not exist, or is a folder, a device or a
+/// pipe.
 QString missingFile(const QString &fileName);
 
 /// One opening of a text file, which several readers may share one after the other: each starts at
@@ -26,18 +28,41 @@ public:
     /// Number of bytes read; 0 at the end and on an error.
     int read(char *buffer, int size);
     QString fileName() const;
-    /// The system's reason when rewind() failed.
+    /// The reason when rewind() failed.
     QString errorString() const;
 
 private:
     std::shared_ptr<QFile> file;
 };
 
+/// Turns UTF-16 into UTF-8, piece by piece. A surrogate without its partner becomes the
+/// replacement character; half a character at the end of the text is dropped.
+class Utf16Decoder
+{
+public:
+    enum class ByteOrder { LittleEndian, BigEndian };
+    /// Bytes of UTF-8 that one byte of UTF-16 may become, with what is pending.
+    static constexpr int growth = 3;
+
+    explicit Utf16Decoder(ByteOrder order)
+        : order(order)
+    {}
+    /// Decodes @p size bytes into @p text, which has room for growth * (size + 1) bytes; returns
+    /// the number of bytes written.
+    int decode(const char *bytes, int size, char *text);
+
+private:
+    ByteOrder order;
+    std::optional<unsigned char> firstByte; // of a unit cut by the end of a piece
+    unsigned highSurrogate = 0;             // 0: none is pending
+};
+
 /// Reads a text file line by line in bounded memory.
 ///
 /// A line longer than maximumLineLength is cut there and its rest skipped: no program whose
 /// output we read prints longer lines, and a binary file may be one line of any length. A byte
-/// order mark at the start of the file is skipped.
+/// order mark at the start of the file is skipped; text in UTF-16 needs one and is read as UTF-8
+/// (a Windows shell writes it for "orca job.inp > job.out").
 class LineReader
 {
 public:
@@ -63,13 +88,16 @@ public:
     /// 1-based number of the current line.
     qint64 lineNumber() const { return number; }
     QString fileName() const { return file.fileName(); }
-    /// The system's reason when open() failed.
+    /// The reason when open() failed.
     QString errorString() const { return file.errorString(); }
 
 private:
     bool refill();
+    bool refillDecoded();
 
     InputFile file;
+    std::optional<Utf16Decoder> decoder;
+    QByteArray encoded; // bytes of the file that are decoded into the buffer
     QByteArray buffer;
     QByteArray joined; // a line that spans two buffers
     int position = 0;
@@ -79,4 +107,5 @@ private:
     bool lineComplete = true;
     bool repeatLine = false;
     bool atEnd = false;
+    bool atStart = true; // of the file: nothing is read yet
 };

@@ -1,6 +1,7 @@
 #include "input/textFields_p.h"
 
 #include <QByteArray>
+#include <QTextCodec>
 
 #include <algorithm>
 #include <cmath>
@@ -205,7 +206,15 @@ double numberBefore(std::string_view line, std::string_view keyword, bool *ok)
 
 QString toString(std::string_view text)
 {
-    return QString::fromLatin1(text.data(), static_cast<int>(text.size()));
+    const int size = static_cast<int>(text.size());
+    const bool isAscii = std::none_of(text.begin(), text.end(),
+                                      [](char c) { return static_cast<unsigned char>(c) > 0x7F; });
+    if (isAscii)
+        return QString::fromLatin1(text.data(), size);
+    QTextCodec::ConverterState state;
+    const QString decoded = QTextCodec::codecForName("UTF-8")->toUnicode(text.data(), size, &state);
+    const bool isValid = state.invalidChars == 0 && state.remainingChars == 0;
+    return isValid ? decoded : QString::fromLatin1(text.data(), size);
 }
 
 } // namespace textFields

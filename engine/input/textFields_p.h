@@ -43,7 +43,7 @@ bool takeFixedDecimal(std::string_view &text, std::size_t decimals, double &valu
 double numberAfter(std::string_view line, std::string_view keyword, bool *ok = nullptr);
 /// Number that stands before @p keyword, from the blank before it.
 double numberBefore(std::string_view line, std::string_view keyword, bool *ok = nullptr);
-/// Text of a line for a record or a message; bytes are taken as Latin-1.
+/// Text of a line for a record or a message: UTF-8, or Latin-1 where it is not valid as such.
 QString toString(std::string_view text);
 
 } // namespace textFields
