@@ -1,114 +1,45 @@
 #include "Command.h"
 
-#include "text.h"
-
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
-#include <LanqorEngine/LanqorOutputFile.h>
 
-#include <QDateTime>
+#include <QSaveFile>
 
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
-#include <mutex>
 
 namespace cli {
 
 namespace {
 
-/// What the end of the program tells.
-struct Outcome
-{
-    std::mutex mutex; // fits run in several threads
-    QString
-        heldBack; ///< a failure of a calculation, of which it is not known yet whether it ends all
-    QString printError;
-    bool isFileLost = false;
-};
-
-Outcome &outcome()
-{
-    static Outcome instance;
-    return instance;
-}
-
-bool write(FILE *stream, const QString &text)
+void write(FILE *stream, const QString &text)
 {
     const QByteArray bytes = text.toUtf8();
-    const auto size = static_cast<std::size_t>(bytes.size());
-    return std::fwrite(bytes.constData(), 1, size, stream) == size;
-}
-
-QString systemReason()
-{
-    return QString::fromLocal8Bit(std::strerror(errno));
-}
-
-void complain(const QString &message)
-{
-    tell(QStringLiteral("lanqor: error: ") + message.trimmed());
-}
-
-void showHeldBack()
-{
-    if (!outcome().heldBack.isEmpty())
-        warn(outcome().heldBack);
-    outcome().heldBack.clear();
-}
-
-/// A message of progress begins with its date.
-bool isProgress(const QString &message)
-{
-    const int dateLength = int(std::strlen("2026-01-01T00:00:00"));
-    return QStringView{message}.mid(dateLength).startsWith(QLatin1String(" -> (")) &&
-           QDateTime::fromString(message.left(dateLength), Qt::ISODate).isValid();
-}
-
-void showMessage(const QString &message, const QString &lastError)
-{
-    const std::lock_guard<std::mutex> lock(outcome().mutex);
-    if (message == lastError) {
-        if (message != outcome().heldBack)
-            showHeldBack();
-        outcome().heldBack = message;
-        return;
-    }
-    showHeldBack();
-    if (isProgress(message))
-        tell(message.trimmed());
-    else
-        warn(message);
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
 }
 
 } // namespace
 
 void print(const QString &text)
 {
-    if (!write(stdout, text) && outcome().printError.isEmpty())
-        outcome().printError = systemReason();
-}
-
-void tell(const QString &line)
-{
-    write(stderr, line + QLatin1Char('\n'));
+    write(stdout, text);
 }
 
 void note(const QString &text)
 {
-    tell(QStringLiteral("lanqor: note: ") + text.trimmed());
+    write(stderr, text + QLatin1Char('\n'));
 }
 
-void warn(const QString &text)
+void complain(const QString &message)
 {
-    tell(QStringLiteral("lanqor: warning: ") + text.trimmed());
+    note(QStringLiteral("lanqor: ") + message.trimmed());
 }
 
 void showMessages(LanqorAbstractObjCalculation &object)
 {
-    QObject::connect(
-        &object, &LanqorAbstractObjCalculation::newObjCalculationMessage, &object,
-        [&object](const QString &message) { showMessage(message, object.getLastError()); },
-        Qt::DirectConnection);
+    QObject::connect(&object, &LanqorAbstractObjCalculation::newObjCalculationMessage, &object,
+                     [&object](const QString &message) {
+                         if (message != object.getLastError()) // main() shows that one
+                             note(message.trimmed());
+                     });
 }
 
 void failOf(const LanqorAbstractObjCalculation &object)
@@ -116,29 +47,11 @@ void failOf(const LanqorAbstractObjCalculation &object)
     throw Failure{object.getLastError()};
 }
 
-bool writeFile(const QString &fileName, const QByteArray &bytes)
+void writeFile(const QString &fileName, const QByteArray &bytes)
 {
-    QString reason;
-    if (LanqorOutputFile::write(fileName, bytes, reason))
-        return true;
-    outcome().isFileLost = true;
-    complain(tr("%1 cannot be written: %2").arg(fileName, reason));
-    return false;
-}
-
-int finish(int status, const QString &error)
-{
-    if (outcome().heldBack == error)
-        outcome().heldBack.clear();
-    showHeldBack();
-    if (!error.isEmpty())
-        complain(error);
-    if (std::fflush(stdout) != 0 && outcome().printError.isEmpty())
-        outcome().printError = systemReason();
-    if (!outcome().printError.isEmpty())
-        complain(tr("standard output cannot be written: %1").arg(outcome().printError));
-    const bool isLost = outcome().isFileLost || !outcome().printError.isEmpty();
-    return isLost && status == success ? failure : status;
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) < 0 || !file.commit())
+        throw Failure{QStringLiteral("%1: %2").arg(fileName, file.errorString())};
 }
 
 } // namespace cli

@@ -13,7 +13,8 @@ int chargeOfSystem(const LanqorInputData &structure)
 {
     const int charge = qRound(structure.getChargeOnSystem());
     if (!structure.isChargeOnSystemTold())
-        note(tr("the charge of the system is taken as %1; give another with --charge").arg(charge));
+        note(tr("lanqor: note: the charge of the system is taken as %1; give another with --charge")
+                 .arg(charge));
     return charge;
 }
 

@@ -20,6 +20,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QRegularExpression>
+#include <QSaveFile>
 #include <QSvgGenerator>
 
 #include <cmath>
@@ -178,7 +179,11 @@ void writePlot(QwtPlot &plot, const QString &file)
     const QByteArray bytes = suffix == QLatin1String("svg")   ? svgOf(plot)
                              : suffix == QLatin1String("pdf") ? pdfOf(plot)
                                                               : pngOf(plot);
-    cli::writeFile(file, bytes);
+    QSaveFile output(file);
+    if (bytes.isEmpty() || !output.open(QIODevice::WriteOnly) || output.write(bytes) < 0 ||
+        !output.commit())
+        throw cli::Failure{
+            tr("the picture %1 cannot be written: %2").arg(file, output.errorString())};
 }
 
 } // namespace plots

@@ -1,5 +1,7 @@
 #include "core/elements_p.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <iterator>
 
@@ -36,6 +38,21 @@ constexpr TableRow rows[elementCount] = {
     {"Lr", 260.00},
 };
 
+int leadingLetters(const QString &name)
+{
+    int letters = 0;
+    while (letters < name.size() && name.at(letters).isLetter())
+        ++letters;
+    return letters;
+}
+
+/// The first @p letters as those of a symbol are written.
+QString capitalised(const QString &name, int letters)
+{
+    return name.left(std::min(letters, 1)).toUpper() +
+           name.mid(1, std::max(letters - 1, 0)).toLower();
+}
+
 } // namespace
 
 QVector<QPair<QString, double>> makeElementMassTable()
@@ -67,6 +84,18 @@ int atomicNumberOf(const QString &symbol)
     return found == std::end(rows) ? 0 : static_cast<int>(found - std::begin(rows)) + 1;
 }
 
+bool isAtomLabel(const QString &label)
+{
+    static const QStringList others = {
+        QStringLiteral("Hg"), QStringLiteral("Lw"), // elements that the tables spell otherwise
+        QStringLiteral("X"),  QStringLiteral("Xx"), QStringLiteral("Du"), QStringLiteral("Lp"),
+        QStringLiteral("Tv"), QStringLiteral("Cb"), QStringLiteral("D"),  QStringLiteral("T")};
+    const QString symbol = capitalised(label, leadingLetters(label));
+    const bool isCharge = !label.isEmpty() && (label.count(QLatin1Char('+')) == label.size() ||
+                                               label.count(QLatin1Char('-')) == label.size());
+    return isCharge || atomicNumberOf(symbol) > 0 || others.contains(symbol);
+}
+
 QString elementLabel(const QString &name)
 {
     bool isAtomicNumber = false;
@@ -74,9 +103,7 @@ QString elementLabel(const QString &name)
     if (isAtomicNumber)
         return number >= 1 && number <= elementCount ? QString::fromLatin1(rows[number - 1].symbol)
                                                      : name;
-    int letters = 0;
-    while (letters < name.size() && name.at(letters).isLetter())
-        ++letters;
-    const QString symbol = name.left(1).toUpper() + name.mid(1, letters - 1).toLower();
+    const int letters = leadingLetters(name);
+    const QString symbol = capitalised(name, letters);
     return letters > 0 && atomicNumberOf(symbol) > 0 ? symbol : name;
 }

@@ -1,5 +1,6 @@
 #include "LanqorParametricEnergyLevels.h"
 
+#include "core/reportText_p.h"
 #include "core/title_p.h"
 #include "fitting/levelsFitReport_p.h"
 #include "fitting/measuredLevel_p.h"
@@ -7,8 +8,8 @@
 #include "levels/hamiltonian_p.h"
 
 #include <LanqorEngine/LanqorEnergyLevels.h>
-#include <LanqorEngine/LanqorOutputFile.h>
 
+#include <QFile>
 #include <QLoggingCategory>
 #include <QSet>
 #include <QStringList>
@@ -279,18 +280,15 @@ double LanqorParametricEnergyLevelsPrivate::responseOfLevels() const
 /// Appends the best point to the progress file; returns why that failed.
 QString LanqorParametricEnergyLevelsPrivate::appendProgress(int point, double response) const
 {
-    QString line;
-    QTextStream stream(&line);
+    QFile file(companionFile(QStringLiteral(".output")));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append))
+        return LanqorParametricEnergyLevels::tr("The progress of the fit is not kept: %1: %2")
+            .arg(file.fileName(), file.errorString());
+    QTextStream stream(&file);
     stream << "Point Number = " << point << "\tF2 = " << best[0] << "\tF4 = " << best[1]
            << "\tF6 = " << best[2] << "\tzeta = " << best[3]
            << "\t Response Function = " << response << '\n';
-    stream.flush();
-    const QString fileName = companionFile(QStringLiteral(".output"));
-    QString error;
-    if (LanqorOutputFile::append(fileName, line.toUtf8(), error))
-        return QString();
-    return LanqorParametricEnergyLevels::tr("The progress of the fit is not kept: %1: %2")
-        .arg(fileName, error);
+    return QString();
 }
 
 QVector<FittedLevel> LanqorParametricEnergyLevelsPrivate::compareLevels() const
@@ -329,7 +327,7 @@ void LanqorParametricEnergyLevels::endOfParametrization()
         d->report += requiredCitations + QLatin1Char('\n');
     d->report += d->energyLevels->createOutputFile(QString());
     QString error;
-    if (!LanqorOutputFile::write(getResultFileName(), d->report.toUtf8(), error))
+    if (!reportText::writeFile(getResultFileName(), d->report, error))
         failWith(tr("%1: %2").arg(getResultFileName(), error));
 }
 

@@ -1,13 +1,15 @@
 #include "LanqorParametricStarkLevels.h"
 
 #include "core/physicalConstants_p.h"
+#include "core/reportText_p.h"
 #include "fitting/starkFitReport_p.h"
 #include "input/fitFileFaults_p.h"
 #include "levels/starkMatrix_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
-#include <LanqorEngine/LanqorOutputFile.h>
 #include <LanqorEngine/LanqorStarkLevels.h>
+
+#include <QFile>
 
 #include <algorithm>
 #include <cmath>
@@ -89,6 +91,7 @@ public:
     bool isWritingGivenUp = false;
     QVector<Limits> limitsByAtom;  // by atom number
     QVector<double> chargeFactors; // by atom number, N+2 entries
+    std::unique_ptr<QFile> progress;
 
     int bestPoint = 0;                   // number of the evaluation
     QVector<double> bestChargeFactors;   // by group
@@ -142,6 +145,7 @@ void LanqorParametricStarkLevels::setCoordNumber(const int &number)
 void LanqorParametricStarkLevels::setFileName(const QString &baseName)
 {
     d->baseName = baseName;
+    d->progress.reset();
     d->isWritingGivenUp = false;
 }
 
@@ -408,14 +412,16 @@ void LanqorParametricStarkLevelsPrivate::keepBest(const double *x, int point)
 /// Appends a line to the progress file; returns why that failed.
 QString LanqorParametricStarkLevelsPrivate::writeProgress(double response)
 {
-    const QString fileName = baseName + QStringLiteral(".progress");
+    if (!progress) {
+        progress = std::make_unique<QFile>(baseName + QStringLiteral(".progress"));
+        progress->open(QIODevice::WriteOnly | QIODevice::Append);
+    }
     const QByteArray line =
         QByteArray::number(bestPoint) + "  " + QByteArray::number(response, 'g', 10) + "\n";
-    QString error;
-    if (LanqorOutputFile::append(fileName, line, error))
+    if (progress->isOpen() && progress->write(line) == line.size() && progress->flush())
         return QString();
     return LanqorParametricStarkLevels::tr("The progress of the fit cannot be written to %1: %2")
-        .arg(fileName, error);
+        .arg(progress->fileName(), progress->errorString());
 }
 
 bool LanqorParametricStarkLevels::createOuputFile()
@@ -424,7 +430,7 @@ bool LanqorParametricStarkLevels::createOuputFile()
         return failWith(tr("There is no result of a fit to write, or no name for its file."));
     const QString fileName = d->baseName + QStringLiteral(".stark");
     QString error;
-    return LanqorOutputFile::write(fileName, getReport().toUtf8(), error) ||
+    return reportText::writeFile(fileName, getReport(), error) ||
            failWith(tr("The report %1 cannot be written: %2").arg(fileName, error));
 }
 

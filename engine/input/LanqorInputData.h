@@ -64,6 +64,10 @@ public:
     /// MOPAC output or archive (".arc"), ".mop", ".zmt", ".xyz" or MOL2.
     bool readStructureFile();
 
+    /// What a file is, told from its first lines, for a message about one of the wrong kind: "an
+    /// ORCA output", "a crystal structure (CIF)"; empty when it cannot be told.
+    static QString getFileDescription(const QString &fileName);
+
     /// Reads a MOPAC output: final geometry, heat of formation, charges, dipole and the like.
     /// @param keepTv  keeps translation vectors ("Tv" rows) as atoms of the geometry
     bool readMopacOutFile(const bool &keepTv);
@@ -113,6 +117,11 @@ public:
     /// away than the bonding distance of its element, or near the ion and of an element without
     /// one (hydrogen apart).
     QStringList getNearAtomNotes() const;
+    /// A sentence on each thing that makes the geometry doubtful: further lanthanide ions, places
+    /// of disordered atoms (two non-hydrogen atoms nearer than 0.6 times the sum of their covalent
+    /// radii, Cordero et al., Dalton Trans. 2832, 2008), and distances from the ion as they are in
+    /// other units than Angstrom.
+    QStringList getStructureWarnings() const;
     /// The coordinated atoms of the geometry.
     SphereResults getSphereResults() const;
     static LanqorResultTables makeTables(const SphereResults &results);
@@ -234,8 +243,7 @@ public:
     int getMolecularOrbitalNumber() const;
     int getHomoMO() const;
     int getLumoMO() const;
-    /// Absorption spectrum: transitions allowed by spin, energies in cm^-1. A reader replaces
-    /// what another one found.
+    /// Absorption spectrum: transitions allowed by spin, energies in cm^-1.
     double getEnergyVector(const int &index) const;
     double getOscForceVector(const int &index) const;
     /// Number of transitions of the spectrum.

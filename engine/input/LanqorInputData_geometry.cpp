@@ -1,12 +1,18 @@
 #include "LanqorInputData.h"
 
+#include "core/covalentRadii_p.h"
 #include "input/LanqorInputData_p.h"
+#include "input/atomGrid_p.h"
 #include "input/bondCutOff_p.h"
+#include "input/disorder_p.h"
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
+
+constexpr int maximumNamed = 5; // atoms or pairs in one sentence
 
 /// Azimuth of (dx, dy), degrees, 0 to 360.
 double azimuth(double dx, double dy, double degreesPerRadian)
@@ -49,6 +55,70 @@ QString listOfAtoms(const QVector<int> &numbers, const QVector<Coord> &atoms)
         text += QStringLiteral("%1 %2").arg(atoms.at(numbers.at(i) - 1).label).arg(numbers.at(i));
     }
     return text;
+}
+
+/// Lanthanide ions besides atom 1.
+QStringList furtherIons(const QVector<Coord> &atoms)
+{
+    QVector<int> numbers;
+    for (int i = 1; i < atoms.size(); ++i) {
+        if (LanqorInputData::isLanthanide(atoms.at(i).label))
+            numbers.append(i + 1);
+    }
+    if (numbers.isEmpty() || !LanqorInputData::isLanthanide(atoms.first().label))
+        return {};
+    return {LanqorInputData::tr("the structure holds further lanthanide ions (%1); all that is "
+                                "computed is about atom 1 (%2) alone")
+                .arg(listOfAtoms(numbers.mid(0, maximumNamed), atoms), atoms.first().label)};
+}
+
+/// Two places of one atom would count twice.
+QStringList disorderedAtoms(const QVector<Coord> &atoms)
+{
+    const auto pairs = disorder::pairs(atoms);
+    QStringList texts;
+    for (const auto &[first, second] : pairs.mid(0, maximumNamed))
+        texts.append(
+            LanqorInputData::tr("%1 and %2 are %3 Angstrom apart")
+                .arg(listOfAtoms({first + 1}, atoms), listOfAtoms({second + 1}, atoms),
+                     QString::number(distanceOf(atoms.at(first), atoms.at(second)), 'f', 3)));
+    if (pairs.size() > maximumNamed)
+        texts.append(LanqorInputData::tr("and so on, %1 pairs").arg(pairs.size()));
+    if (texts.isEmpty())
+        return {};
+    return {LanqorInputData::tr("places of disordered atoms, or atoms given twice: %1; keep one "
+                                "place of each")
+                .arg(texts.join(QStringLiteral(", ")))};
+}
+
+/// A question about the unit of the coordinates when the nearest atoms are not where the donors of
+/// a lanthanide ion are, 1.8 to 3 Angstrom from it.
+QStringList doubtfulUnits(const QVector<Coord> &atoms)
+{
+    constexpr double shortestBond = 1.5; // Angstrom; no lanthanide has one as short
+    constexpr double farthestNearest = 3.0;
+    constexpr double farthestInBohr = 6.0; // 3.2 Angstrom
+    constexpr double shortestInPm = 100.0; // 1 Angstrom
+    if (atoms.size() < 2 || !LanqorInputData::isLanthanide(atoms.first().label))
+        return {};
+    double nearest = std::numeric_limits<double>::max();
+    double nearestHeavy = nearest;
+    for (const Coord &atom : atoms.mid(1)) {
+        nearest = std::min(nearest, distanceOf(atoms.first(), atom));
+        if (covalentRadius(atom.label) > 0.0 && atom.label != QLatin1String("H") &&
+            !LanqorInputData::isLanthanide(atom.label))
+            nearestHeavy = std::min(nearestHeavy, distanceOf(atoms.first(), atom));
+    }
+    const bool isTooNear = nearestHeavy < shortestBond;
+    if (!isTooNear && nearest <= farthestNearest)
+        return {};
+    const QString unit = isTooNear                  ? LanqorInputData::tr("fractional or in nm")
+                         : nearest < farthestInBohr ? LanqorInputData::tr("in bohr")
+                         : nearest > shortestInPm   ? LanqorInputData::tr("in pm")
+                                                    : LanqorInputData::tr("in bohr or pm");
+    return {LanqorInputData::tr("the atom nearest to the ion is %1 Angstrom away; perhaps the "
+                                "coordinates are %2")
+                .arg(QString::number(isTooNear ? nearestHeavy : nearest, 'g', 4), unit)};
 }
 
 } // namespace
@@ -153,8 +223,10 @@ QString LanqorInputData::getSphereError() const
     if (!ionError.isEmpty())
         return QStringLiteral("%1: %2").arg(d->fileName, ionError);
     if (d->coordNumber == 0)
-        return tr("%1: no atom is within bonding distance of atom 1 (%2)")
-            .arg(d->fileName, getAtomLabel(1));
+        return (QStringList(tr("%1: no atom is within bonding distance of atom 1 (%2)")
+                                .arg(d->fileName, getAtomLabel(1))) +
+                doubtfulUnits(d->coord))
+            .join(QStringLiteral("; "));
     return getAtomOrderError();
 }
 
@@ -179,6 +251,11 @@ QStringList LanqorInputData::getNearAtomNotes() const
             notes.append(tr("%1 is not counted: its element has no bonding limit").arg(where));
     }
     return notes;
+}
+
+QStringList LanqorInputData::getStructureWarnings() const
+{
+    return furtherIons(d->coord) + disorderedAtoms(d->coord) + doubtfulUnits(d->coord);
 }
 
 SphereResults LanqorInputData::getSphereResults() const

@@ -9,7 +9,8 @@
 
 namespace structureFiles {
 struct Structure;
-}
+enum class Kind;
+} // namespace structureFiles
 struct ExcitedStates;
 
 /// What a LanqorInputData has read, and the opening of its file when it is kept.
@@ -27,6 +28,7 @@ public:
     InputFile file() const { return keptFile ? *keptFile : InputFile(fileName); }
 
     bool readMopacOutput(const InputFile &file, bool keepTv);
+    bool checkFormat(const InputFile &file, structureFiles::Kind kind);
     /// Keeps what a structure file holds; false with its error, if any.
     bool takeStructure(const structureFiles::Structure &structure, const QString &format);
     bool takeMol2(const structureFiles::Structure &structure);

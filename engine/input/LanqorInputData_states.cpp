@@ -2,41 +2,27 @@
 
 #include "input/LanqorInputData_p.h"
 #include "input/excitedStates_p.h"
+#include "input/fileFormats_p.h"
 #include "input/lineReader_p.h"
-#include "input/textFields_p.h"
 
 namespace {
 
 /// Which program wrote a file, told from its text.
 LanqorInputData::ProgramType programOf(const InputFile &file)
 {
-    struct Mark
-    {
-        std::string_view text;
-        LanqorInputData::ProgramType program;
-    };
-    // Title lines first, then headings, for excerpts without a title. The first line that holds
-    // one decides: an ORCA or Gaussian output may well speak of ZINDO, but later.
-    static constexpr Mark marks[] = {
-        {"* O   R   C   A *", LanqorInputData::OrcaOutput},
-        {"CARTESIAN COORDINATES (ANGSTROEM)", LanqorInputData::OrcaOutput},
-        {"EXCITED STATES (SINGLETS)", LanqorInputData::OrcaOutput},
-        {"Entering Gaussian System", LanqorInputData::GaussianOutput},
-        {"This is part of the Gaussian", LanqorInputData::GaussianOutput},
-        {"Coordinates (Angstroms)", LanqorInputData::GaussianOutput},
-        {"Excitation energies and oscillator strengths:", LanqorInputData::GaussianOutput},
-        {"Molecular Orbital Coefficients", LanqorInputData::GaussianOutput},
-        {"ZINDO  -  A semi-empirical program", LanqorInputData::ZindoOutput},
-        {"CTR AT.NO. VAL.CHG. CORE CHG.", LanqorInputData::ZindoOutput},
-        {"RHF/ROHF - MOs follow", LanqorInputData::ZindoOutput},
-    };
     LineReader reader(file);
     if (!reader.open())
         return LanqorInputData::UnknownOutput;
     while (reader.next()) {
-        for (const Mark &mark : marks) {
-            if (textFields::contains(reader.line(), mark.text))
-                return mark.program;
+        switch (fileFormats::markedProgram(reader.line())) {
+        case fileFormats::Format::OrcaOutput:
+            return LanqorInputData::OrcaOutput;
+        case fileFormats::Format::GaussianOutput:
+            return LanqorInputData::GaussianOutput;
+        case fileFormats::Format::ZindoOutput:
+            return LanqorInputData::ZindoOutput;
+        default:
+            break;
         }
     }
     return LanqorInputData::UnknownOutput;
@@ -97,8 +83,8 @@ void LanqorInputDataPrivate::takeExcitedStates(const ExcitedStates &results)
 
 void LanqorInputDataPrivate::takeSpectrum(const ExcitedStates &results)
 {
-    energyVector = results.spectrumEnergies;
-    oscForceVector = results.spectrumStrengths;
+    energyVector += results.spectrumEnergies;
+    oscForceVector += results.spectrumStrengths;
     excitedStateCount = energyVector.size();
 }
 

@@ -1,17 +1,47 @@
 #include "LanqorInputData.h"
 
 #include "input/LanqorInputData_p.h"
+#include "input/fileFormats_p.h"
 #include "input/lineReader_p.h"
 #include "input/structureFiles_p.h"
 #include "input/textFields_p.h"
 
+using fileFormats::Format;
 using structureFiles::Kind;
 using structureFiles::Structure;
+
+namespace {
+
+/// True unless a file of this form is certainly of another kind.
+bool mayBe(Kind kind, Format format)
+{
+    switch (format) {
+    case Format::Unknown:
+        return true;
+    case Format::MopacInput: // keywords stand at the head of excerpts of outputs, too
+        return kind == Kind::Mop || kind == Kind::MopacOutput || kind == Kind::MopacArchive;
+    case Format::MopacOutput:
+        return kind == Kind::MopacOutput;
+    case Format::MopacArchive:
+        return kind == Kind::MopacArchive;
+    case Format::Xyz:
+        return kind == Kind::Xyz;
+    case Format::Mol2:
+        return kind == Kind::Mol2;
+    default:
+        return false;
+    }
+}
+
+} // namespace
 
 bool LanqorInputData::readStructureFile()
 {
     InputFile file = d->file(); // told and read from one opening
-    switch (structureFiles::kindOf(file)) {
+    const Kind kind = structureFiles::kindOf(file);
+    if (!d->checkFormat(file, kind))
+        return false;
+    switch (kind) {
     case Kind::MopacOutput:
         return d->readMopacOutput(file, false);
     case Kind::MopacArchive:
@@ -36,22 +66,46 @@ bool LanqorInputData::readStructureFile()
 
 bool LanqorInputData::readMopFile()
 {
-    return d->takeStructure(structureFiles::readMop(d->file()), QStringLiteral(".mop"));
+    const InputFile file = d->file();
+    return d->checkFormat(file, Kind::Mop) &&
+           d->takeStructure(structureFiles::readMop(file), QStringLiteral(".mop"));
 }
 
 bool LanqorInputData::readZmtFile()
 {
-    return d->takeStructure(structureFiles::readZmt(d->file()), QStringLiteral(".zmt"));
+    const InputFile file = d->file();
+    return d->checkFormat(file, Kind::Zmt) &&
+           d->takeStructure(structureFiles::readZmt(file), QStringLiteral(".zmt"));
 }
 
 bool LanqorInputData::readXYZFile()
 {
-    return d->takeStructure(structureFiles::readXyz(d->file()), QStringLiteral(".xyz"));
+    const InputFile file = d->file();
+    return d->checkFormat(file, Kind::Xyz) &&
+           d->takeStructure(structureFiles::readXyz(file), QStringLiteral(".xyz"));
 }
 
 bool LanqorInputData::readMol2File()
 {
-    return d->takeMol2(structureFiles::readMol2(d->file()));
+    const InputFile file = d->file();
+    return d->checkFormat(file, Kind::Mol2) && d->takeMol2(structureFiles::readMol2(file));
+}
+
+QString LanqorInputData::getFileDescription(const QString &fileName)
+{
+    return fileFormats::description(fileFormats::formatOf(fileName));
+}
+
+/// Fails when a file is recognised as one of another kind than it is to be read as.
+bool LanqorInputDataPrivate::checkFormat(const InputFile &file, Kind kind)
+{
+    const Format format = fileFormats::formatOf(file);
+    return mayBe(kind, format) ||
+           owner.failWith(tr("\nThe file is %1; a structure is read from a MOPAC output (.out), "
+                             ".arc, .mop, .zmt, .xyz or .mol2 file with the suffix of its kind: "
+                             "\n")
+                              .arg(fileFormats::description(format)) +
+                          fileName);
 }
 
 bool LanqorInputDataPrivate::takeMol2(const Structure &structure)

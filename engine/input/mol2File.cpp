@@ -11,13 +11,31 @@ namespace structureFiles {
 
 namespace {
 
-/// Types in small letters belong to force fields that number their own atoms ("ho" is a hydroxyl
-/// hydrogen); they stay as they are.
+/// Element of an atom whose type is in small letters, as force fields write it: types begin with
+/// the symbol, mostly of one letter ("ca" is an aromatic carbon, "ho" a hydroxyl hydrogen). The
+/// name tells it where both begin alike: one whose second letter is small is a symbol ("Ca1",
+/// "Eu1"), one in capitals may go on with a place ("CA", "HO5") unless its first letter is none.
+/// Empty when name and type differ.
+QString elementOfForceFieldType(const QString &type, const QString &name)
+{
+    if (type.left(1) != name.left(1).toLower())
+        return QString();
+    const QString fromName = elementLabel(name);
+    const QString fromLetter = elementLabel(name.left(1));
+    if (type == QLatin1String("cl") || type == QLatin1String("br"))
+        return elementLabel(type);
+    if (atomicNumberOf(fromLetter) == 0 || name.mid(1, 1).toUpper() != name.mid(1, 1))
+        return atomicNumberOf(fromName) > 0 ? fromName : QString();
+    return fromLetter;
+}
+
 QString elementOf(const QString &type, const QString &name)
 {
-    QString root = type.section(QLatin1Char('.'), 0, 0);
-    if (!root.left(1).isUpper())
-        return root;
+    const QString root = type.section(QLatin1Char('.'), 0, 0);
+    if (!root.left(1).isUpper()) {
+        const QString element = elementOfForceFieldType(root, name);
+        return element.isEmpty() ? root : element;
+    }
     const QString fromType = elementLabel(root);
     const QString fromName = elementLabel(name);
     return atomicNumberOf(fromType) == 0 && atomicNumberOf(fromName) > 0 ? fromName : fromType;
@@ -99,6 +117,11 @@ void Mol2Reader::readAtoms(Mol2Molecule &molecule)
         }
         const QString name = textFields::toString(fields[1]);
         const QString type = textFields::toString(fields[5]);
+        atom.label = elementOf(type, name);
+        molecule.error = impossibleAtom(reader.fileName(), reader.lineNumber(),
+                                        name + QLatin1Char(' ') + type, atom);
+        if (!molecule.error.isEmpty())
+            return;
         const int number = textFields::toInt(fields[0]);
         if (indexOfNumber.contains(number))
             molecule.bondError =
@@ -106,7 +129,6 @@ void Mol2Reader::readAtoms(Mol2Molecule &molecule)
                     .arg(number) +
                 reader.fileName();
         indexOfNumber.insert(number, molecule.atoms.size());
-        atom.label = elementOf(type, name);
         molecule.atoms.append(atom);
         molecule.atomNames.append(name);
         molecule.atomTypes.append(type);

@@ -36,7 +36,8 @@ struct Mol2Molecule
 /// all others are passed over.
 ///
 /// The element of an atom is its type up to the dot, since atom names are free ("CE" is a
-/// carbon); only where the type is no element, as a dummy type of a metal, the name tells it.
+/// carbon); only where the type is no element, as a dummy type of a metal or a type of a force
+/// field in small letters, the name tells it.
 class Mol2Reader
 {
 public:

@@ -2,6 +2,7 @@
 
 #include "LanqorInputData.h"
 #include "core/elements_p.h"
+#include "input/fileFormats_p.h"
 #include "input/lineReader_p.h"
 #include "input/mol2File_p.h"
 #include "input/readerLimits_p.h"
@@ -9,10 +10,14 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cmath>
+
 namespace structureFiles {
 
 namespace {
 
+using fileFormats::Format;
 using textFields::Fields;
 
 Structure failed(const QString &error)
@@ -69,36 +74,48 @@ QString unreadableLine(const QString &fileName, qint64 lineNumber, const QString
            fileName;
 }
 
+QString impossibleAtom(const QString &fileName, qint64 lineNumber, const QString &name,
+                       const Coord &atom)
+{
+    constexpr double largestCoordinate = 1e4; // Angstrom
+    const double largest = std::max({std::abs(atom.x), std::abs(atom.y), std::abs(atom.z)});
+    QString fault;
+    if (!isAtomLabel(atom.label))
+        fault = LanqorInputData::tr("\"%1\" is no element").arg(name);
+    else if (largest > largestCoordinate)
+        fault = LanqorInputData::tr("the atom \"%1\" has a coordinate of %2 Angstrom, beyond %3")
+                    .arg(name, QString::number(largest), QString::number(largestCoordinate));
+    return fault.isEmpty() ? fault
+                           : LanqorInputData::tr("\nLine %1 of the structure file: %2: \n%3")
+                                 .arg(QString::number(lineNumber), fault, fileName);
+}
+
 Kind kindOf(const InputFile &file)
 {
     const Kind bySuffix = kindBySuffix(file.fileName());
-    LineReader reader(file);
-    if (bySuffix != Kind::Unknown || !reader.open())
+    if (bySuffix != Kind::Unknown)
         return bySuffix;
-    constexpr int linesLookedAt = 200; // the title box of any MOPAC version is shorter
-    Fields fields;
-    bool startsWithNumber = false;
-    while (reader.lineNumber() < linesLookedAt && reader.next()) {
-        const std::string_view line = reader.line();
-        if (textFields::contains(line, "@<TRIPOS>"))
-            return Kind::Mol2;
-        if (textFields::contains(line, "CALCULATION RESULTS") ||
-            textFields::trimmed(line) == "CARTESIAN COORDINATES")
-            return Kind::MopacOutput;
-        if (textFields::contains(line, "SUMMARY OF ") &&
-            textFields::contains(line, " CALCULATION"))
-            return Kind::MopacArchive;
-        textFields::split(line, fields);
-        if (reader.lineNumber() == 1) {
-            startsWithNumber = fields.size() == 1 && textFields::isInteger(fields[0]);
-            if (isZmtRow(fields))
-                return Kind::Zmt;
-        } else if (reader.lineNumber() == 3 && startsWithNumber && fields.size() >= 4) {
-            return Kind::Xyz;
-        }
+    switch (fileFormats::formatOf(file)) {
+    case Format::MopacOutput:
+        return Kind::MopacOutput;
+    case Format::MopacArchive:
+        return Kind::MopacArchive;
+    case Format::Xyz:
+        return Kind::Xyz;
+    case Format::Mol2:
+        return Kind::Mol2;
+    case Format::MopacInput:
+    case Format::Unknown:
+        break;
+    default:
+        return Kind::Unknown;
     }
+    LineReader reader(file);
+    Fields fields;
+    if (reader.open() && reader.next())
+        textFields::split(reader.line(), fields);
     bool isInternal = false;
-    return readMopKind(file, isInternal) ? Kind::Mop : Kind::Unknown;
+    return isZmtRow(fields) ? Kind::Zmt : readMopKind(file, isInternal) ? Kind::Mop : Kind::Unknown;
 }
 
 Structure readXyz(const InputFile &file)
@@ -124,7 +141,11 @@ Structure readXyz(const InputFile &file)
                 LanqorInputData::tr("an element and its x, y and z (decimal points, no commas)"));
             return structure;
         }
-        atom.label = elementLabel(textFields::toString(fields[0]));
+        const QString name = textFields::toString(fields[0]);
+        atom.label = elementLabel(name);
+        structure.error = impossibleAtom(file.fileName(), reader.lineNumber(), name, atom);
+        if (!structure.error.isEmpty())
+            return structure;
         structure.atoms.append(atom);
     }
     if (structure.atoms.size() < count)

@@ -33,6 +33,11 @@ enum class Kind { Unknown, MopacOutput, MopacArchive, Mop, Zmt, Xyz, Mol2 };
 /// The three numbers from field @p first on; false when they are not numbers.
 bool readPosition(const textFields::Fields &fields, std::size_t first, Coord &atom);
 
+/// The message for an atom, labelled @p name in the file, that cannot belong to a structure: its
+/// label is no element, or it lies beyond 1e4 Angstrom. Empty when neither is so.
+QString impossibleAtom(const QString &fileName, qint64 lineNumber, const QString &name,
+                       const Coord &atom);
+
 /// The message for a row that cannot be read; @p expected tells what it should hold.
 QString unreadableLine(const QString &fileName, qint64 lineNumber, const QString &expected);
 

@@ -197,6 +197,12 @@ bool LanqorAradPartition::setLigandsVector(const QStringList &descriptions)
             continue;
         Ligand group;
         group.name = fields.first();
+        bool isNameNumber = false;
+        group.name.toInt(&isNameNumber);
+        if (isNameNumber)
+            return failWith(tr("Line %1 of the ligands begins with the number %2; the name of the "
+                               "group stands first, then its atoms.")
+                                .arg(QString::number(line), group.name));
         for (const QString &field : fields.mid(1)) {
             bool isNumber = false;
             const int atom = field.toInt(&isNumber);

@@ -2,8 +2,6 @@
 
 #include "core/reportText_p.h"
 
-#include <LanqorEngine/LanqorOutputFile.h>
-
 #include <QTextStream>
 
 #include <cmath>
@@ -35,7 +33,7 @@ QString LanqorEnergyLevels::createOutputFile(const QString &fileName) const
     QString text = reportOf(getResults());
     if (!fileName.isEmpty()) {
         QString ignored; // whether the file could be written is not reported
-        LanqorOutputFile::write(fileName, text.toUtf8(), ignored);
+        reportText::writeFile(fileName, text, ignored);
     }
     return text;
 }

@@ -11,7 +11,6 @@
 #include "structure/structureText_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
-#include <LanqorEngine/LanqorOutputFile.h>
 
 #include <QFileInfo>
 #include <QMap>
@@ -392,7 +391,7 @@ bool LanqorOrganizeMolecules::createOutputFile(const QString &outputFile)
         return failWith(tr("An organised structure is written as .mol2, .xyz or .mop, not as: ") +
                         outputFile);
     QString error;
-    return LanqorOutputFile::write(outputFile, text.toUtf8(), error) ||
+    return reportText::writeFile(outputFile, text, error) ||
            failWith(tr("The file %1 cannot be written: %2").arg(outputFile, error));
 }
 

@@ -201,7 +201,9 @@ private Q_SLOTS:
         LanqorInputData spectrum(nullptr, dataFile(gaussianTwoJobs));
         QVERIFY(spectrum.readAbsorptionDataGaussian());
         QCOMPARE(spectrum.getExcitedStateCount(), 3);
-        QCOMPARE(spectrum.getOscForceVector(1), 0.5);
+        QVERIFY(spectrum.readAbsorptionDataGaussian()); // appends
+        QCOMPARE(spectrum.getExcitedStateCount(), 6);
+        QCOMPARE(spectrum.getOscForceVector(4), 0.5);
     }
 
     void gaussianUnrestrictedReference()

@@ -135,6 +135,23 @@ private Q_SLOTS:
                     .contains(QStringLiteral("no lanthanide ion")));
     }
 
+    void doubtfulStructures()
+    {
+        const QPair<QByteArray, const char *> cases[] = {
+            {"Eu 0 0 0\nO 2.4 0 0\nO 2.4 0 0.8\nH 0 0 0.9\n", ""},
+            {"Eu 0 0 0\nO 2.4 0 0\nO 2.4 0 0.68\n", "O 2 and O 3 are 0.680 Angstrom apart"},
+            {"Eu 0 0 0\nO 2.4 0 0\nTb 9 0 0\n", "further lanthanide ions (Tb 3)"},
+            {"Eu 0 0 0\nO 4.5 0 0\nH 5 1 0\n",
+             "4.5 Angstrom away; perhaps the coordinates are in bohr"},
+            {"Eu 0 0 0\nO 240 0 0\n", "are in pm"},
+            {"Eu 0 0 0\nO 0.24 0 0\n", "are fractional or in nm"}};
+        for (const auto &[rows, warning] : cases) {
+            const QString text = Geometry(rows).getStructureWarnings().join(QLatin1Char('\n'));
+            QVERIFY2(text.contains(QLatin1String(warning)) && text.isEmpty() == (*warning == '\0'),
+                     qPrintable(text));
+        }
+    }
+
     void centreOfMass()
     {
         const auto centre = [](const char *rows) {
@@ -238,6 +255,13 @@ private Q_SLOTS:
                                   QStringLiteral("7"), QStringLiteral("complex")}));
             QCOMPARE(first, (QVector<int>{12, 0, 0, 4}));
             QCOMPARE(second, (QVector<int>{3, 0, 0, 0}));
+        }
+        // One decoding for both kinds of line: UTF-8, or Latin-1 where that is not valid.
+        for (const QByteArray &bytes :
+             {QByteArray("tomo: \xC3\xA9\n\xC3\xA9 1\n"), QByteArray("tomo: \xE9\n\xE9 1\n")}) {
+            QString file = scratchFile(QStringLiteral("accents.txt"), bytes);
+            QCOMPARE(readList(file), QString());
+            QCOMPARE(prefix + names.first(), QStringLiteral("\u00e9\u00e9"));
         }
         QString empty = scratchFile(QStringLiteral("none.txt"), "tomo: x\n\n");
         QCOMPARE(readList(empty), QStringLiteral("Number of structures equal to 0, there has "

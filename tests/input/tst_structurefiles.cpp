@@ -1,8 +1,12 @@
 #include "TestSupport.h"
 
+#include "input/lineReader_p.h"
+#include "input/textFields_p.h"
+
 #include <LanqorEngine/LanqorInputData.h>
 
 #include <QDir>
+#include <QTextCodec>
 #include <QtTest>
 
 #include <cmath>
@@ -39,6 +43,13 @@ Reading readText(const char *name, const QByteArray &text)
 Reading readFixture(const char *name)
 {
     return Reading(dataFile(QString::fromLatin1(name)));
+}
+
+/// The bytes of a text in an encoding without a byte order mark of its own.
+QByteArray encoded(const QString &text, const char *encoding)
+{
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    return QTextCodec::codecForName(encoding)->fromUnicode(text.constData(), text.size(), &state);
 }
 
 /// Labels of the atoms, blank separated.
@@ -234,6 +245,14 @@ private Q_SLOTS:
         QCOMPARE(elements(readText(
                      "a.xyz", "5\n\n63 0 0 0 1 2\nCL1 2 0 0\no 0 2 0 .5\nXX 0 0 2\n1 9 9 9\n")),
                  QStringLiteral("Eu Cl O XX H"));
+        QCOMPARE(
+            elements(readText("a.xyz", "5\n\nHg 0 0 0\nlr 2 0 0\nTv 0 0 9\nD 1 1 1\n+ 0 9 0\n")),
+            QStringLiteral("Hg Lr Tv D +"));
+        // Types of force fields: the first letter, unless the name is written as a symbol.
+        QCOMPARE(elements(readText("a.mol2", "@<TRIPOS>ATOM\n1 Eu1 0 0 0 eu\n2 O2 2 0 0 oh\n"
+                                             "3 N1 0 2 0 n\n4 C7 0 0 2 ca\n5 CA 3 0 2 ca\n"
+                                             "6 HO5 4 0 0 ho\n7 CL1 0 4 0 cl\n8 Ca1 0 0 6 ca\n")),
+                 QStringLiteral("Eu O N C C H Cl Ca"));
     }
 
     void kindIsToldByContentWithoutATellingSuffix()
@@ -249,6 +268,32 @@ private Q_SLOTS:
             QVERIFY2(unknown.ok, qPrintable(unknown.getLastError()));
             QCOMPARE(unknown.getCoord().size(), known.getCoord().size());
             QCOMPARE(unknown.getCoord(2).x, known.getCoord(2).x);
+        }
+    }
+
+    /// Characters and lines that lie across the ends of the pieces that are read, in both byte
+    /// orders; an unpaired surrogate at the place of "!", and half a character at the end.
+    void utf16ReadsLikeUtf8()
+    {
+        QString text = QString(QChar::ByteOrderMark) + QStringLiteral("first!\r\n");
+        for (int i = 0; i < 60000; ++i)
+            text += QString::fromUtf8("O\u03b1 \u20ac \U0001F600 ") + QString::number(i) + '\n';
+        const QByteArray utf8 =
+            encoded(QString(text).replace('!', QChar(QChar::ReplacementCharacter)), "UTF-8");
+        text.replace('!', QChar(0xD83D));
+        for (const char *encoding : {"UTF-16LE", "UTF-16BE"}) {
+            LineReader plain(scratchFile(QStringLiteral("utf8"), utf8));
+            LineReader wide(scratchFile(QStringLiteral("utf16"), encoded(text, encoding) + 'x'));
+            QVERIFY(wide.open() && wide.open() && plain.open());
+            while (plain.next()) {
+                QVERIFY(wide.next());
+                if (plain.line() != wide.line())
+                    QCOMPARE(textFields::toString(wide.line()), textFields::toString(plain.line()));
+            }
+            QCOMPARE(wide.lineNumber(), 60001);
+            QVERIFY(!wide.next());
+            const QString xyz = QString(QChar::ByteOrderMark) + "2\n\nEu 0 0 0\nO 2 0 .5\n";
+            QCOMPARE(elements(readText("a.dat", encoded(xyz, encoding))), QStringLiteral("Eu O"));
         }
     }
 
@@ -289,6 +334,20 @@ private Q_SLOTS:
              "Atom 5 of the Z-matrix"},
             {"a.zmt", "", "Cannot find the atoms"},
             {"a.dat", "\n\n\n\n", "cannot be told"},
+            {"a.xyz", "2\n\nEu 0 0 0\nOW1 2 0 0\n", "Line 4 of the structure file: \"OW1\" is no"},
+            {"a.xyz", "2\n\nEu 0 0 0\nO 2 0 -1.2e4\n", "a coordinate of 12000 Angstrom"},
+            {"a.mol2", "@<TRIPOS>ATOM\n 1 C5 0 0 0 hc\n", "\"C5 hc\" is no element"},
+            // Files of another kind than their suffix says.
+            {"a.mop", "%chk=a\n#p b3lyp\n\ntitle\n\n0 1\nEu 0. 0. 0.\n", "is a Gaussian input"},
+            {"a.zmt", "! TightSCF\n*xyz 0 1\nEu 0. 0. 0.\n*\n", "is an ORCA input"},
+            {"a.mop", "2\n\nEu 0 0 0\nO 2 0 0\n", "is an .xyz file"},
+            {"a.zmt", "AM1\ntitle\n\nEu\n", "is a MOPAC input (.mop)"},
+            {"a.xyz", "# made by hand\ndata_eu\n_cell_length_a 9\n",
+             "is a crystal structure (CIF)"},
+            {"a", "HEADER\nHETATM    1 EU\nHETATM    2 O\n", "is a PDB file"},
+            {"a.mol2", "\n\n\n  2  1  0  0 V2000\n", "is a MOL file"},
+            {"a.out", "\n                 * O   R   C   A *\n", "is an ORCA output"},
+            {"a.out", QByteArray("\x1f\x8b\0", 3), "is a binary file"},
         };
         for (const auto &wrong : cases) {
             const Reading reading = readText(wrong.name, wrong.text);
@@ -307,7 +366,9 @@ private Q_SLOTS:
                                                  QStringLiteral(" does not exist."));
             QCOMPARE(reading.spy.messages, QStringList(reading.getLastError()));
         }
-        QVERIFY(!Reading(QDir::tempPath()).ok);
+        QCOMPARE(Reading(QDir::tempPath()).getLastError(), QDir::tempPath() + " is a folder.");
+        QCOMPARE(Reading(QStringLiteral("/dev/null")).getLastError(),
+                 QStringLiteral("/dev/null is no regular file."));
         const QString nowhere = QStringLiteral("/nowhere");
         QVERIFY(!LanqorInputData::checkTypeMopFile(nowhere));
         QCOMPARE(LanqorInputData::getTypeOfGeometryFromMopFile(nowhere),

@@ -129,6 +129,7 @@ void TestPartition::groupTexts()
         {"A 2\n\nB 10", "Line 3 of the ligands: \"10\""},
         {"acac ligand 2 3", "\"ligand\""},
         {"A 2.5", "\"2.5\""},
+        {"2 3 4", "begins with the number 2"},
         {"A 2\nB # 3", "Line 2 of the ligands: group \"B\""},
         {"# nothing\n\n", "no group"},
     };

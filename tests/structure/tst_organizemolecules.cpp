@@ -299,7 +299,7 @@ private Q_SLOTS:
             << mol2Text(smallComplex, {{1, 2}, {1, 9}}) << QStringLiteral("Line 15");
         QTest::newRow("an atom far away")
             << mol2Text(smallComplex, smallBonds).replace("2.7000", "2.7e99")
-            << QStringLiteral("Cl 4");
+            << QStringLiteral("\"Cl1 Cl\" has a coordinate of 2.7e+99 Angstrom");
     }
     void structuresThatCannotBeOrganised()
     {
