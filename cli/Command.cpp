@@ -1,45 +1,114 @@
 #include "Command.h"
 
+#include "text.h"
+
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
+#include <LanqorEngine/LanqorOutputFile.h>
 
-#include <QSaveFile>
+#include <QDateTime>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <mutex>
 
 namespace cli {
 
 namespace {
 
-void write(FILE *stream, const QString &text)
+/// What the end of the program tells.
+struct Outcome
+{
+    std::mutex mutex; // fits run in several threads
+    QString
+        heldBack; ///< a failure of a calculation, of which it is not known yet whether it ends all
+    QString printError;
+    bool isFileLost = false;
+};
+
+Outcome &outcome()
+{
+    static Outcome instance;
+    return instance;
+}
+
+bool write(FILE *stream, const QString &text)
 {
     const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
+    const auto size = static_cast<std::size_t>(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, stream) == size;
+}
+
+QString systemReason()
+{
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+void complain(const QString &message)
+{
+    tell(QStringLiteral("lanqor: error: ") + message.trimmed());
+}
+
+void showHeldBack()
+{
+    if (!outcome().heldBack.isEmpty())
+        warn(outcome().heldBack);
+    outcome().heldBack.clear();
+}
+
+/// A message of progress begins with its date.
+bool isProgress(const QString &message)
+{
+    const int dateLength = int(std::strlen("2026-01-01T00:00:00"));
+    return QStringView{message}.mid(dateLength).startsWith(QLatin1String(" -> (")) &&
+           QDateTime::fromString(message.left(dateLength), Qt::ISODate).isValid();
+}
+
+void showMessage(const QString &message, const QString &lastError)
+{
+    const std::lock_guard<std::mutex> lock(outcome().mutex);
+    if (message == lastError) {
+        if (message != outcome().heldBack)
+            showHeldBack();
+        outcome().heldBack = message;
+        return;
+    }
+    showHeldBack();
+    if (isProgress(message))
+        tell(message.trimmed());
+    else
+        warn(message);
 }
 
 } // namespace
 
 void print(const QString &text)
 {
-    write(stdout, text);
+    if (!write(stdout, text) && outcome().printError.isEmpty())
+        outcome().printError = systemReason();
+}
+
+void tell(const QString &line)
+{
+    write(stderr, line + QLatin1Char('\n'));
 }
 
 void note(const QString &text)
 {
-    write(stderr, text + QLatin1Char('\n'));
+    tell(QStringLiteral("lanqor: note: ") + text.trimmed());
 }
 
-void complain(const QString &message)
+void warn(const QString &text)
 {
-    note(QStringLiteral("lanqor: ") + message.trimmed());
+    tell(QStringLiteral("lanqor: warning: ") + text.trimmed());
 }
 
 void showMessages(LanqorAbstractObjCalculation &object)
 {
-    QObject::connect(&object, &LanqorAbstractObjCalculation::newObjCalculationMessage, &object,
-                     [&object](const QString &message) {
-                         if (message != object.getLastError()) // main() shows that one
-                             note(message.trimmed());
-                     });
+    QObject::connect(
+        &object, &LanqorAbstractObjCalculation::newObjCalculationMessage, &object,
+        [&object](const QString &message) { showMessage(message, object.getLastError()); },
+        Qt::DirectConnection);
 }
 
 void failOf(const LanqorAbstractObjCalculation &object)
@@ -47,11 +116,29 @@ void failOf(const LanqorAbstractObjCalculation &object)
     throw Failure{object.getLastError()};
 }
 
-void writeFile(const QString &fileName, const QByteArray &bytes)
+bool writeFile(const QString &fileName, const QByteArray &bytes)
 {
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) < 0 || !file.commit())
-        throw Failure{QStringLiteral("%1: %2").arg(fileName, file.errorString())};
+    QString reason;
+    if (LanqorOutputFile::write(fileName, bytes, reason))
+        return true;
+    outcome().isFileLost = true;
+    complain(tr("%1 cannot be written: %2").arg(fileName, reason));
+    return false;
+}
+
+int finish(int status, const QString &error)
+{
+    if (outcome().heldBack == error)
+        outcome().heldBack.clear();
+    showHeldBack();
+    if (!error.isEmpty())
+        complain(error);
+    if (std::fflush(stdout) != 0 && outcome().printError.isEmpty())
+        outcome().printError = systemReason();
+    if (!outcome().printError.isEmpty())
+        complain(tr("standard output cannot be written: %1").arg(outcome().printError));
+    const bool isLost = outcome().isFileLost || !outcome().printError.isEmpty();
+    return isLost && status == success ? failure : status;
 }
 
 } // namespace cli

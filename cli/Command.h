@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -42,15 +43,24 @@ struct HelpRequest
 
 /// Writes a result to standard output (UTF-8).
 void print(const QString &text);
-/// Writes a line of progress or warning to standard error.
+/// Writes a line to standard error as it is: progress, or a help that was not asked for.
+void tell(const QString &line);
+/// Writes "lanqor: note: text" to standard error: what was chosen, or where something stands.
 void note(const QString &text);
-/// Writes "lanqor: message" to standard error.
-void complain(const QString &message);
-/// Sends the object's messages to standard error, but for that of a failure, which main() shows.
+/// Writes "lanqor: warning: text" to standard error: what may make the result wrong.
+void warn(const QString &text);
+/// Sends the object's messages to standard error, dated progress as it is and others as warnings. A
+/// message that is the object's last error waits for finish(), which shows it once, as an error if
+/// the command fails by it.
 void showMessages(LanqorAbstractObjCalculation &object);
 /// Throws the last error of a calculation.
 [[noreturn]] void failOf(const LanqorAbstractObjCalculation &object);
-/// Writes a file whole or, with a Failure, not at all.
-void writeFile(const QString &fileName, const QByteArray &bytes);
+/// Writes a file whole or not at all. The loss of one, told by false, ends no command, so that its
+/// results still stand on standard output: it is shown at once, and finish() makes the exit status
+/// a failure.
+bool writeFile(const QString &fileName, const QByteArray &bytes);
+/// Ends the program's output: shows the error if there is one, and what is held back. Returns the
+/// exit status: @p status, or failure when a file or standard output could not be written.
+int finish(int status, const QString &error = QString());
 
 } // namespace cli

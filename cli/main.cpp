@@ -2,7 +2,13 @@
 #include "commands/commands.h"
 #include "plots/plots.h"
 
+#include <LanqorEngine/LanqorOutputFile.h>
+
 #include <QCoreApplication>
+
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -49,9 +55,30 @@ QString overview()
                                  "calculation fails, 2 when the command line is wrong.\n");
 }
 
+/// Makes every loss of output an error that is told. A write beyond a limit of file sizes would
+/// end the process. Where standard output is closed, the next file to be opened would get its
+/// number and the results: a device that cannot be written to takes it.
+void takeCareOfOutput()
+{
+    std::signal(SIGXFSZ, SIG_IGN);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (::fcntl(stream, F_GETFD) < 0)
+            ::open("/dev/null", O_RDONLY);
+    LanqorOutputFile::setInputsProtected(true);
+}
+
 /// Runs the command that the first words name.
 int run(const QStringList &arguments)
 {
+    const QString first = arguments.value(0);
+    if (first == QLatin1String("--version") || first == QLatin1String("-v")) {
+        cli::print(QStringLiteral("lanqor ") + QCoreApplication::applicationVersion() +
+                   QLatin1Char('\n'));
+        return cli::success;
+    }
+    if (first == QLatin1String("--help") || first == QLatin1String("-h") ||
+        first == QLatin1String("help"))
+        throw cli::HelpRequest{overview()};
     // A command's name may be of two words ("fit omega").
     for (const Command &command : commands()) {
         const QStringList words = QString::fromLatin1(command.name).split(QLatin1Char(' '));
@@ -59,7 +86,7 @@ int run(const QStringList &arguments)
             return command.run(arguments.mid(words.size()));
     }
     if (arguments.isEmpty()) {
-        cli::note(overview());
+        cli::tell(overview());
         return cli::wrongUse;
     }
     throw cli::UsageError{
@@ -70,6 +97,7 @@ int run(const QStringList &arguments)
 
 int main(int argc, char **argv)
 {
+    takeCareOfOutput();
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
@@ -77,27 +105,14 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationName(QStringLiteral("lanqor"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LANQOR_VERSION));
 
-    const QString first = arguments.value(0);
-    if (first == QLatin1String("--version") || first == QLatin1String("-v")) {
-        cli::print(QStringLiteral("lanqor ") + QCoreApplication::applicationVersion() +
-                   QLatin1Char('\n'));
-        return cli::success;
-    }
-    if (first == QLatin1String("--help") || first == QLatin1String("-h") ||
-        first == QLatin1String("help")) {
-        cli::print(overview());
-        return cli::success;
-    }
     try {
-        return run(arguments);
+        return cli::finish(run(arguments));
     } catch (const cli::HelpRequest &help) {
         cli::print(help.text);
-        return cli::success;
+        return cli::finish(cli::success);
     } catch (const cli::UsageError &error) {
-        cli::complain(error.message);
-        return cli::wrongUse;
+        return cli::finish(cli::wrongUse, error.message);
     } catch (const cli::Failure &error) {
-        cli::complain(error.message);
-        return cli::failure;
+        return cli::finish(cli::failure, error.message);
     }
 }

@@ -117,6 +117,6 @@ int fitLevelsCommand(const QStringList &arguments)
                      {request.fileName});
     if (!fit.getLastError().isEmpty())
         cli::failOf(fit);
-    cli::note(tr("lanqor: all levels of the best point are in %1").arg(fit.getResultFileName()));
+    cli::note(tr("all levels of the best point are in %1").arg(fit.getResultFileName()));
     return end == cli::FitEnd::Interrupted ? cli::interrupted : cli::success;
 }

@@ -54,7 +54,7 @@ QString groupTable(const QVector<OmegaFitGroup> &groups)
 void noteWeights(const QVector<FittedOmega> &omega)
 {
     if (omega.at(0).weight != 1.0 || omega.at(1).weight != 1.0)
-        cli::note(tr("lanqor: weights %1 and %2 were read from pesos.txt")
+        cli::note(tr("weights %1 and %2 were read from pesos.txt")
                       .arg(omega.at(0).weight)
                       .arg(omega.at(1).weight));
 }
@@ -96,18 +96,15 @@ int fitOmegaCommand(const QStringList &arguments)
         fit->setGroupsAndAtoms(groups.isEmpty() ? fit->makeElementGroups() : groups);
         return fit;
     });
-    if (!outcome.hasReport)
-        return outcome.status;
     const OmegaFitResults &results = outcome.results;
     noteWeights(results.omega);
     cli::noteMissedTargets(results.omega,
                            tr("Other groups of atoms or more starts (--starts) may come nearer; "
                               "some geometries cannot give some pairs of values."));
     cli::showResults(reader,
-                     cli::fitText(options, outcome.status,
-                                  cli::omegaTable(results.omega) + groupTable(results.groups) +
-                                      cli::responseLine(results.response, results.points),
-                                  results.report),
+                     cli::fitText(outcome, cli::omegaTable(results.omega) +
+                                               groupTable(results.groups) +
+                                               cli::responseLine(results.response, results.points)),
                      LanqorParametric::makeTables(results), {options.fileName});
     return outcome.status;
 }

@@ -112,7 +112,7 @@ private:
                                  .arg(rate)
                                  .arg(sum.best, 0, 'g', 4);
         if (!isTerminal) {
-            note(line);
+            tell(line);
             return;
         }
         // Short enough for 80 columns; blanks cover what is left of a longer line before.

@@ -66,7 +66,7 @@ int fitQdcCommand(const QStringList &arguments)
     if (!indices.calculateIndices())
         cli::failOf(indices);
     if (!indices.getLastError().isEmpty())
-        cli::note(QStringLiteral("lanqor: ") + indices.getLastError());
+        cli::warn(indices.getLastError());
 
     const auto outcome = cli::runIntensityFit<LanqorParametricQDC>(options, [&] {
         auto fit = std::make_unique<LanqorParametricQDC>(nullptr, options.geometry.get(), 0);
@@ -75,19 +75,15 @@ int fitQdcCommand(const QStringList &arguments)
         fit->setSuperDeslocalizability(&indices);
         return fit;
     });
-    if (!outcome.hasReport)
-        return outcome.status;
     const QdcFitResults &results = outcome.results;
     cli::noteMissedTargets(results.omega,
                            tr("The fit weighs them against Omega(6), which it drives to zero, and "
                               "three parameters serve all atoms; more starts (--starts) may come "
                               "nearer."));
     cli::showResults(reader,
-                     cli::fitText(options, outcome.status,
-                                  cli::omegaTable(results.omega) +
-                                      parameterTable(results.parameters) +
-                                      cli::responseLine(results.response, results.points),
-                                  results.report),
+                     cli::fitText(outcome, cli::omegaTable(results.omega) +
+                                               parameterTable(results.parameters) +
+                                               cli::responseLine(results.response, results.points)),
                      LanqorParametricQDC::makeTables(results), {options.fileName});
     return outcome.status;
 }

@@ -37,7 +37,7 @@ FitFiles readFiles(const QString &baseName)
                 tr("%1 does not exist; see \"lanqor fit stark --help\"").arg(fileName)};
     }
     for (const QString &fault : LanqorParametricStarkLevels::findFileFaults(baseName))
-        cli::complain(fault);
+        cli::warn(fault);
     FitFiles files;
     for (const char *extension : {".groups", ".exp", ".limits", ".chargefactors"})
         if (QFileInfo::exists(baseName + QLatin1String(extension)))
@@ -118,11 +118,13 @@ int fitStarkCommand(const QStringList &arguments)
     if (starts.getCount() > 0)
         starts.getAnnealing(1)->setNStopMax(stepsPerCycle);
     const cli::FitEnd end = cli::runFits(starts);
-    const auto &fit = *qobject_cast<LanqorParametricStarkLevels *>(starts.getBest());
+    auto &fit = *qobject_cast<LanqorParametricStarkLevels *>(starts.getBest());
     const QString report = fit.getReport();
     if (report.isEmpty())
         throw cli::Failure{tr("no trial lay within the limits of the charge factors")};
     cli::showResults(options, report, LanqorParametricStarkLevels::makeTables(fit.getResults()),
                      files.names + QStringList{structure});
+    if (!fit.createOuputFile()) // again, for the run goes on without a file that it cannot write
+        cli::failOf(fit);
     return end == cli::FitEnd::Interrupted ? cli::interrupted : cli::success;
 }

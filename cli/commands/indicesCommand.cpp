@@ -38,9 +38,9 @@ int indicesCommand(const QStringList &arguments)
                                          : LanqorIndicesCalculation::MopacOutput);
     if (!indices.calculateIndices())
         cli::failOf(indices);
-    if (!indices.getLastError().isEmpty())
-        cli::note(QStringLiteral("lanqor: ") + indices.getLastError());
     cli::showResults(options, indices.getIndicesTable(),
                      LanqorIndicesCalculation::makeTables(indices.getResults()), {fileName});
+    if (!indices.getLastError().isEmpty()) // the file of the indices is lost
+        cli::failOf(indices);
     return cli::success;
 }

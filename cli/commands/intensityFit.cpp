@@ -39,7 +39,7 @@ void noteMissedTargets(const QVector<FittedOmega> &omega, const QString &advice)
             largestGap = std::max(largestGap, gap);
     }
     if (largestGap > printedHalf)
-        note(tr("lanqor: the targets were not reached: the best point found is off by %1e-20 "
+        warn(tr("the targets were not reached: the best point found is off by %1e-20 "
                 "cm^2. %2")
                  .arg(largestGap, 0, 'f', 2)
                  .arg(advice));
@@ -50,13 +50,6 @@ QString responseLine(double response, qint64 points)
     return tr("Response %1 (1e-20 cm^2)^2, best of %2 points\n")
         .arg(response, 0, 'g', 6)
         .arg(points);
-}
-
-QString fitText(const IntensityFitOptions &options, int status, const QString &summary,
-                const QString &report)
-{
-    const bool isWritten = !options.report.isEmpty() && status != failure;
-    return isWritten ? summary : summary + QLatin1Char('\n') + report;
 }
 
 } // namespace cli

@@ -31,13 +31,12 @@ QString responseLine(double response, qint64 points);
 
 template <class Results> struct IntensityFitOutcome
 {
-    int status = success;   ///< exit status
-    Results results;        ///< of the best start, with the points of all
-    bool hasReport = false; ///< without one there is nothing to show
+    int status = success; ///< exit status
+    Results results;      ///< of the best start, with the points of all
+    bool isReportWritten = false;
 };
 
-/// Runs a fit from each of its starting vectors and writes the report of the best point; when the
-/// file cannot be written, the status tells and the report is with the results.
+/// Runs a fit from each of its starting vectors and writes the report of the best point.
 /// @param makeFit  a new object, set up but for the common options
 template <class Fit>
 auto runIntensityFit(const IntensityFitOptions &options,
@@ -60,23 +59,21 @@ auto runIntensityFit(const IntensityFitOptions &options,
     Fit &fit = *qobject_cast<Fit *>(starts.getBest());
     showMessages(fit);
     fit.setLastError(QString());
-    fit.setFileNameOmg(options.report);
     fit.endOfParametrization();
-    if (fit.getReport().isEmpty()) {
-        complain(fit.getLastError());
-        outcome.status = failure;
-        // A report that cannot be written goes to standard output: the fit was work.
-        fit.setFileNameOmg(QString());
-        fit.endOfParametrization();
-    }
     outcome.results = fit.getResults();
+    if (fit.getReport().isEmpty())
+        failOf(fit);
     outcome.results.points = starts.getPointNumber();
-    outcome.hasReport = !outcome.results.report.isEmpty();
+    outcome.isReportWritten =
+        !options.report.isEmpty() && writeFile(options.report, outcome.results.report.toUtf8());
     return outcome;
 }
 
 /// What a fit shows: the summary, and the report unless it was written.
-QString fitText(const IntensityFitOptions &options, int status, const QString &summary,
-                const QString &report);
+template <class Results>
+QString fitText(const IntensityFitOutcome<Results> &outcome, const QString &summary)
+{
+    return outcome.isReportWritten ? summary : summary + QLatin1Char('\n') + outcome.results.report;
+}
 
 } // namespace cli

@@ -130,11 +130,13 @@ void show(const cli::OptionReader &options, LanqorOmega &omega, const ReportRequ
             QStringLiteral("%1: %2").arg(request.ligandFile, results.partition.groupError)};
     QString text = summary(results);
     if (request.isWanted) {
-        const QString report = omega.createOutFile(request.fileName);
+        const QString report = omega.createOutFile(QString());
         if (report.isEmpty())
             cli::failOf(omega);
         if (request.fileName.isEmpty())
             text = report;
+        else
+            cli::writeFile(request.fileName, report.toUtf8());
     }
     cli::showResults(options, text, LanqorOmega::makeTables(results), inputFiles);
 }

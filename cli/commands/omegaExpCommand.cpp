@@ -199,11 +199,13 @@ int omegaExpCommand(const QStringList &arguments)
     calculation.setLifeTime(lifeTime);
     if (!calculation.calcOmegaExp())
         cli::failOf(calculation);
-    const QString report = calculation.createOutputFile(options.text("report"));
+    const QString report = calculation.createOutputFile(QString());
     if (report.isEmpty())
         cli::failOf(calculation);
     const QString spectrum = options.text("spectrum");
     cli::showResults(options, report, LanqorOmegaExp::makeTables(calculation.getResults()),
                      spectrum.isEmpty() ? options.files() : QStringList{spectrum});
+    if (options.isSet("report"))
+        cli::writeFile(options.text("report"), report.toUtf8());
     return cli::success;
 }

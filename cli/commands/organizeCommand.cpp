@@ -75,10 +75,10 @@ int organizeCommand(const QStringList &arguments)
     if (!isChargeGiven && QFileInfo(files.at(1)).suffix().toLower() == QLatin1String("mop"))
         charge = cli::chargeOfSystem(source);
     structure.setExtraMopacKeywords(cli::mopacKeywords(options, structure.getCoord(), charge));
-    if (!structure.createOutputFile(files.at(1)))
-        cli::failOf(structure);
     const OrganizeResults results = structure.getResults();
     cli::showResults(options, summary(results), LanqorOrganizeMolecules::makeTables(results),
                      {files.at(0)});
+    if (!structure.createOutputFile(files.at(1)))
+        cli::failOf(structure);
     return cli::success;
 }

@@ -102,13 +102,14 @@ int spectrumCommand(const QStringList &arguments)
 
     LanqorNormalizePoints points(nullptr, &output, program->type);
     points.setParametersNormalization(request.width, request.start, request.end);
-    if (!points.spectrum() ||
-        (!request.curveFile.isEmpty() && !points.createEspFile(request.curveFile)))
+    if (!points.spectrum())
         cli::failOf(points);
     const AbsorptionResults results = points.getResults();
-    if (!request.plotFile.isEmpty())
-        plots::draw(results, QFileInfo(request.file).fileName(), request.plotFile);
     cli::showResults(options, transitionTable(results), LanqorNormalizePoints::makeTables(results),
                      {request.file});
+    if (!request.curveFile.isEmpty() && !points.createEspFile(request.curveFile))
+        cli::failOf(points);
+    if (!request.plotFile.isEmpty())
+        plots::draw(results, QFileInfo(request.file).fileName(), request.plotFile);
     return cli::success;
 }

@@ -53,6 +53,6 @@ int sphereCommand(const QStringList &arguments)
     cli::showResults(options, sphereText(sphere), LanqorInputData::makeTables(sphere), {fileName});
     cli::noteNearAtoms(data);
     if (!data.getAtomOrderError().isEmpty())
-        cli::note(tr("warning: ") + data.getAtomOrderError());
+        cli::warn(data.getAtomOrderError());
     return cli::success;
 }

@@ -61,10 +61,12 @@ int starkCommand(const QStringList &arguments)
     levels.setChargeFactors(chargeFactors);
     levels.setRO0(ro0);
     levels.calculateStarkLevels();
-    const QString report = levels.createOutFile(options.text("report"));
+    const QString report = levels.createOutFile(QString());
     if (report.isEmpty())
         throw cli::Failure{levels.getLastError()};
     cli::showResults(options, report, LanqorStarkLevels::makeTables(levels.getResults()),
                      {fileName});
+    if (options.isSet("report"))
+        cli::writeFile(options.text("report"), report.toUtf8());
     return cli::success;
 }

@@ -113,10 +113,10 @@ void writeReport(Calculation &calculation, const Request &request)
     cli::writeFile(request.reportFile, text.toUtf8());
 }
 
-void warn(const QString &text)
+void warnIfAny(const QString &text)
 {
     if (!text.isEmpty())
-        cli::note(QStringLiteral("lanqor: warning: ") + text);
+        cli::warn(text);
 }
 
 QString negativeRate(const SpectroscopicResults &results)
@@ -152,13 +152,13 @@ int yieldCommand(const QStringList &arguments)
     run(calculation, request);
     const SpectroscopicResults results = calculation.getResults();
     if (states)
-        warn(states->getComplexMismatch(complex));
-    warn(negativeRate(results));
+        warnIfAny(states->getComplexMismatch(complex));
+    warnIfAny(negativeRate(results));
+    cli::showResults(options, yieldTables(results), Calculation::makeTables(results),
+                     request.inputFiles());
     if (!request.reportFile.isEmpty())
         writeReport(calculation, request);
     if (!request.plotFile.isEmpty())
         plots::draw(yieldDiagram(results), request.plotFile);
-    cli::showResults(options, yieldTables(results), Calculation::makeTables(results),
-                     request.inputFiles());
     return cli::success;
 }

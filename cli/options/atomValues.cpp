@@ -71,7 +71,7 @@ QVector<double> readAtomValues(const LanqorInputData &geometry, int coordNumber,
                         .arg(option, pair.first)
                         .arg(coordNumber + 1)};
             if (atoms.isEmpty())
-                note(tr("lanqor: %1: no coordinated atom is %2").arg(option, pair.first));
+                note(tr("%1: no coordinated atom is %2").arg(option, pair.first));
             for (const int atom : atoms) {
                 values[atom] = pair.second;
                 isSet[atom] = true;

@@ -135,7 +135,7 @@ double readOverlap(const OptionReader &options)
 void noteNearAtoms(const LanqorInputData &geometry)
 {
     for (const QString &text : geometry.getNearAtomNotes())
-        note(tr("note: ") + text);
+        note(text);
 }
 
 } // namespace cli

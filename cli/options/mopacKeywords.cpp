@@ -13,8 +13,7 @@ int chargeOfSystem(const LanqorInputData &structure)
 {
     const int charge = qRound(structure.getChargeOnSystem());
     if (!structure.isChargeOnSystemTold())
-        note(tr("lanqor: note: the charge of the system is taken as %1; give another with --charge")
-                 .arg(charge));
+        note(tr("the charge of the system is taken as %1; give another with --charge").arg(charge));
     return charge;
 }
 

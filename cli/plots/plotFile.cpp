@@ -20,7 +20,6 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 #include <cmath>
@@ -179,11 +178,7 @@ void writePlot(QwtPlot &plot, const QString &file)
     const QByteArray bytes = suffix == QLatin1String("svg")   ? svgOf(plot)
                              : suffix == QLatin1String("pdf") ? pdfOf(plot)
                                                               : pngOf(plot);
-    QSaveFile output(file);
-    if (bytes.isEmpty() || !output.open(QIODevice::WriteOnly) || output.write(bytes) < 0 ||
-        !output.commit())
-        throw cli::Failure{
-            tr("the picture %1 cannot be written: %2").arg(file, output.errorString())};
+    cli::writeFile(file, bytes);
 }
 
 } // namespace plots

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// Numbers of reports (C locale) and the writing of report files.
+/// Numbers of reports (C locale).
 namespace reportText {
 
 /// Heading of the tables of reactivity indices, in reports and in ".indeces" files.
@@ -13,9 +13,5 @@ constexpr char indicesHeading[] =
 QString fixed(double value, int decimals, int width = 0);
 /// Exponential notation, right-aligned in @p width columns.
 QString exponential(double value, int decimals, int width = 0);
-
-/// Writes @p text (UTF-8) to @p fileName by way of a temporary file beside it, so that an
-/// existing file is replaced whole or not at all. False with the system's reason in @p error.
-bool writeFile(const QString &fileName, const QString &text, QString &error);
 
 } // namespace reportText

@@ -1,6 +1,5 @@
 #include "LanqorParametricEnergyLevels.h"
 
-#include "core/reportText_p.h"
 #include "core/title_p.h"
 #include "fitting/levelsFitReport_p.h"
 #include "fitting/measuredLevel_p.h"
@@ -8,8 +7,8 @@
 #include "levels/hamiltonian_p.h"
 
 #include <LanqorEngine/LanqorEnergyLevels.h>
+#include <LanqorEngine/LanqorOutputFile.h>
 
-#include <QFile>
 #include <QLoggingCategory>
 #include <QSet>
 #include <QStringList>
@@ -280,15 +279,18 @@ double LanqorParametricEnergyLevelsPrivate::responseOfLevels() const
 /// Appends the best point to the progress file; returns why that failed.
 QString LanqorParametricEnergyLevelsPrivate::appendProgress(int point, double response) const
 {
-    QFile file(companionFile(QStringLiteral(".output")));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append))
-        return LanqorParametricEnergyLevels::tr("The progress of the fit is not kept: %1: %2")
-            .arg(file.fileName(), file.errorString());
-    QTextStream stream(&file);
+    QString line;
+    QTextStream stream(&line);
     stream << "Point Number = " << point << "\tF2 = " << best[0] << "\tF4 = " << best[1]
            << "\tF6 = " << best[2] << "\tzeta = " << best[3]
            << "\t Response Function = " << response << '\n';
-    return QString();
+    stream.flush();
+    const QString fileName = companionFile(QStringLiteral(".output"));
+    QString error;
+    if (LanqorOutputFile::append(fileName, line.toUtf8(), error))
+        return QString();
+    return LanqorParametricEnergyLevels::tr("The progress of the fit is not kept: %1: %2")
+        .arg(fileName, error);
 }
 
 QVector<FittedLevel> LanqorParametricEnergyLevelsPrivate::compareLevels() const
@@ -327,7 +329,7 @@ void LanqorParametricEnergyLevels::endOfParametrization()
         d->report += requiredCitations + QLatin1Char('\n');
     d->report += d->energyLevels->createOutputFile(QString());
     QString error;
-    if (!reportText::writeFile(getResultFileName(), d->report, error))
+    if (!LanqorOutputFile::write(getResultFileName(), d->report.toUtf8(), error))
         failWith(tr("%1: %2").arg(getResultFileName(), error));
 }
 

@@ -1,15 +1,13 @@
 #include "LanqorParametricStarkLevels.h"
 
 #include "core/physicalConstants_p.h"
-#include "core/reportText_p.h"
 #include "fitting/starkFitReport_p.h"
 #include "input/fitFileFaults_p.h"
 #include "levels/starkMatrix_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorOutputFile.h>
 #include <LanqorEngine/LanqorStarkLevels.h>
-
-#include <QFile>
 
 #include <algorithm>
 #include <cmath>
@@ -91,7 +89,6 @@ public:
     bool isWritingGivenUp = false;
     QVector<Limits> limitsByAtom;  // by atom number
     QVector<double> chargeFactors; // by atom number, N+2 entries
-    std::unique_ptr<QFile> progress;
 
     int bestPoint = 0;                   // number of the evaluation
     QVector<double> bestChargeFactors;   // by group
@@ -145,7 +142,6 @@ void LanqorParametricStarkLevels::setCoordNumber(const int &number)
 void LanqorParametricStarkLevels::setFileName(const QString &baseName)
 {
     d->baseName = baseName;
-    d->progress.reset();
     d->isWritingGivenUp = false;
 }
 
@@ -412,16 +408,14 @@ void LanqorParametricStarkLevelsPrivate::keepBest(const double *x, int point)
 /// Appends a line to the progress file; returns why that failed.
 QString LanqorParametricStarkLevelsPrivate::writeProgress(double response)
 {
-    if (!progress) {
-        progress = std::make_unique<QFile>(baseName + QStringLiteral(".progress"));
-        progress->open(QIODevice::WriteOnly | QIODevice::Append);
-    }
+    const QString fileName = baseName + QStringLiteral(".progress");
     const QByteArray line =
         QByteArray::number(bestPoint) + "  " + QByteArray::number(response, 'g', 10) + "\n";
-    if (progress->isOpen() && progress->write(line) == line.size() && progress->flush())
+    QString error;
+    if (LanqorOutputFile::append(fileName, line, error))
         return QString();
     return LanqorParametricStarkLevels::tr("The progress of the fit cannot be written to %1: %2")
-        .arg(progress->fileName(), progress->errorString());
+        .arg(fileName, error);
 }
 
 bool LanqorParametricStarkLevels::createOuputFile()
@@ -430,7 +424,7 @@ bool LanqorParametricStarkLevels::createOuputFile()
         return failWith(tr("There is no result of a fit to write, or no name for its file."));
     const QString fileName = d->baseName + QStringLiteral(".stark");
     QString error;
-    return reportText::writeFile(fileName, getReport(), error) ||
+    return LanqorOutputFile::write(fileName, getReport().toUtf8(), error) ||
            failWith(tr("The report %1 cannot be written: %2").arg(fileName, error));
 }
 

@@ -1,5 +1,6 @@
 #include "input/lineReader_p.h"
 
+#include "core/inputGuard_p.h"
 #include "input/textFields_p.h"
 
 #include <QCoreApplication>
@@ -111,8 +112,11 @@ bool InputFile::rewind()
         return file->seek(0);
     // Devices and pipes may never end, and cannot be read twice. QFile warns on the terminal about
     // an empty name.
-    return !file->fileName().isEmpty() && obstacleAt(file->fileName()) == Obstacle::None &&
-           file->open(QIODevice::ReadOnly);
+    if (file->fileName().isEmpty() || obstacleAt(file->fileName()) != Obstacle::None ||
+        !file->open(QIODevice::ReadOnly))
+        return false;
+    inputGuard::noteRead(file->handle());
+    return true;
 }
 
 int InputFile::read(char *buffer, int size)

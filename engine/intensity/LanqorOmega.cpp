@@ -1,12 +1,12 @@
 #include "LanqorOmega.h"
 
 #include "core/physicalConstants_p.h"
-#include "core/reportText_p.h"
 #include "input/intensityReportReader_p.h"
 #include "intensity/LanqorOmega_p.h"
 #include "intensity/intensityReport_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorOutputFile.h>
 
 #include <algorithm>
 #include <cmath>
@@ -350,7 +350,7 @@ QString LanqorOmega::createOutFile(const QString &fileName)
         processStatus(results.partition.groupError);
     QString text = IntensityReport(results).text();
     QString error;
-    if (!fileName.isEmpty() && !reportText::writeFile(fileName, text, error)) {
+    if (!fileName.isEmpty() && !LanqorOutputFile::write(fileName, text.toUtf8(), error)) {
         failWith(tr("The report %1 cannot be written: %2.").arg(fileName, error));
         return QString();
     }

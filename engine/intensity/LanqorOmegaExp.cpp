@@ -1,12 +1,12 @@
 #include "LanqorOmegaExp.h"
 
-#include "core/reportText_p.h"
 #include "input/emissionBandTable_p.h"
 #include "input/emissionSpectrumReader_p.h"
 #include "intensity/emissionSpectrum_p.h"
 #include "intensity/experimentalIntensities_p.h"
 #include "intensity/omegaExpReport_p.h"
 
+#include <LanqorEngine/LanqorOutputFile.h>
 #include <LanqorEngine/OmegaExpResults.h>
 
 #include <QStringList>
@@ -284,7 +284,7 @@ QString LanqorOmegaExp::createOutputFile(const QString &outFile)
     }
     QString report = omegaExpReport(results);
     QString error;
-    if (!outFile.isEmpty() && !reportText::writeFile(outFile, report, error)) {
+    if (!outFile.isEmpty() && !LanqorOutputFile::write(outFile, report.toUtf8(), error)) {
         failWith(tr("The report %1 cannot be written: %2").arg(outFile, error));
         return QString();
     }

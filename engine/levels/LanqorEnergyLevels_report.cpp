@@ -2,6 +2,8 @@
 
 #include "core/reportText_p.h"
 
+#include <LanqorEngine/LanqorOutputFile.h>
+
 #include <QTextStream>
 
 #include <cmath>
@@ -33,7 +35,7 @@ QString LanqorEnergyLevels::createOutputFile(const QString &fileName) const
     QString text = reportOf(getResults());
     if (!fileName.isEmpty()) {
         QString ignored; // whether the file could be written is not reported
-        reportText::writeFile(fileName, text, ignored);
+        LanqorOutputFile::write(fileName, text.toUtf8(), ignored);
     }
     return text;
 }

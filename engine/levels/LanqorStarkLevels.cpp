@@ -1,13 +1,13 @@
 #include "LanqorStarkLevels.h"
 
 #include "core/physicalConstants_p.h"
-#include "core/reportText_p.h"
 #include "levels/chargeFactors_p.h"
 #include "levels/fieldParameters_p.h"
 #include "levels/starkMatrix_p.h"
 #include "levels/starkReport_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorOutputFile.h>
 
 #include <Eigen/Eigenvalues>
 
@@ -278,7 +278,7 @@ QString LanqorStarkLevels::createOutFile(const QString &outFile)
     }
     QString report = starkReport::text(getResults());
     QString error;
-    if (!outFile.isEmpty() && !reportText::writeFile(outFile, report, error)) {
+    if (!outFile.isEmpty() && !LanqorOutputFile::write(outFile, report.toUtf8(), error)) {
         d->lastError = tr("The report %1 cannot be written: %2").arg(outFile, error);
         return QString();
     }

@@ -1,11 +1,11 @@
 #include "LanqorIndicesCalculation.h"
 
-#include "core/reportText_p.h"
 #include "input/inputDataAccess_p.h"
 #include "photophysics/indicesTable_p.h"
 #include "photophysics/reactivityIndices_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorOutputFile.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -113,7 +113,7 @@ bool LanqorIndicesCalculationPrivate::finish()
     own.reset();
     const QString fileName = owner.getIndicesFileName();
     QString error;
-    if (!reportText::writeFile(fileName, owner.getIndicesTable(), error))
+    if (!LanqorOutputFile::write(fileName, owner.getIndicesTable().toUtf8(), error))
         owner.failWith(tr("The file \"%1\" cannot be written: %2").arg(fileName, error));
     owner.emitProgress(tr(" -> (Indices) Reactivity indices were calculated from the file: \n") +
                        outputPath);

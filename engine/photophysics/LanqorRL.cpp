@@ -1,9 +1,10 @@
 #include "LanqorRL.h"
 
 #include "core/physicalConstants_p.h"
-#include "core/reportText_p.h"
 #include "photophysics/donorDistance_p.h"
 #include "photophysics/donorStatesReport_p.h"
+
+#include <LanqorEngine/LanqorOutputFile.h>
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -349,7 +350,7 @@ QString LanqorRL::createOutput(const QString &path)
     }
     QString text = donorStatesReport(getResults());
     QString error;
-    if (!reportText::writeFile(path, text, error)) {
+    if (!LanqorOutputFile::write(path, text.toUtf8(), error)) {
         failWith(tr("\nThe report of the distances RL could not be written to the file: \n") +
                  path + QLatin1Char('\n') + error);
         return QString();

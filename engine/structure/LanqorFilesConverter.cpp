@@ -1,7 +1,6 @@
 #include "LanqorFilesConverter.h"
 
 #include "core/internalCoordinates_p.h"
-#include "core/reportText_p.h"
 #include "input/atomRows_p.h"
 #include "input/inputDataAccess_p.h"
 #include "input/mopacOutput_p.h"
@@ -10,6 +9,7 @@
 #include "structure/structureText_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorOutputFile.h>
 
 #include <QDir>
 #include <QFileInfo>
@@ -362,7 +362,7 @@ bool LanqorFilesConverterPrivate::writeOutput(const QString &requestedName,
     if (QFileInfo(output) == QFileInfo(fileName))
         return q.failWith(tr("The file to write is the one that was read: \n") + output);
     QString error;
-    if (!reportText::writeFile(output, text, error))
+    if (!LanqorOutputFile::write(output, text.toUtf8(), error))
         return q.failWith(tr("The file %1 cannot be written: %2").arg(output, error));
     q.emitProgress(tr(" -> (Lanqor Files Converter Module) The output file created successfully."));
     return true;
@@ -382,7 +382,7 @@ bool LanqorFilesConverterPrivate::createPointChargesFile(const QString &outputFi
                                                          const QVector<Coord> &ions)
 {
     QString error;
-    return reportText::writeFile(outputFile, jobFiles::orcaPointCharges(ions), error) ||
+    return LanqorOutputFile::write(outputFile, jobFiles::orcaPointCharges(ions).toUtf8(), error) ||
            q.failWith(tr("The file %1 cannot be written: %2").arg(outputFile, error));
 }
 

@@ -5,6 +5,7 @@
 #include "structure/lorentzSpectrum_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorOutputFile.h>
 
 #include <algorithm>
 #include <cmath>
@@ -212,7 +213,7 @@ bool LanqorNormalizePoints::createEspFile(QString const &fileName)
         text += reportText::fixed(d->axisX.at(k), 6, 14) +
                 reportText::fixed(d->axisY.at(k), 9, 14) + QLatin1Char('\n');
     QString error;
-    return reportText::writeFile(fileName, text, error) ||
+    return LanqorOutputFile::write(fileName, text.toUtf8(), error) ||
            failWith(tr("The file %1 cannot be written: %2").arg(fileName, error));
 }
 

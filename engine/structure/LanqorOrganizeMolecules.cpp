@@ -11,6 +11,7 @@
 #include "structure/structureText_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorOutputFile.h>
 
 #include <QFileInfo>
 #include <QMap>
@@ -391,7 +392,7 @@ bool LanqorOrganizeMolecules::createOutputFile(const QString &outputFile)
         return failWith(tr("An organised structure is written as .mol2, .xyz or .mop, not as: ") +
                         outputFile);
     QString error;
-    return reportText::writeFile(outputFile, text, error) ||
+    return LanqorOutputFile::write(outputFile, text.toUtf8(), error) ||
            failWith(tr("The file %1 cannot be written: %2").arg(outputFile, error));
 }
 

@@ -15,7 +15,8 @@ using testSupport::sourceFile;
 namespace {
 
 /// Runs a line of arguments; names that begin with a folder of the fixtures stand for their files.
-ProgramRun run(const QString &line, const QString &folder = QString())
+ProgramRun run(const QString &line, const QString &folder = QString(),
+               const QString &shellScript = QString())
 {
     QStringList arguments = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     for (QString &argument : arguments) {
@@ -24,7 +25,7 @@ ProgramRun run(const QString &line, const QString &folder = QString())
         else if (argument.startsWith(QLatin1String("tests/")))
             argument = dataFile(argument.mid(6));
     }
-    return runProgram(arguments, folder);
+    return runProgram(arguments, folder, {}, shellScript);
 }
 
 /// Fields of a line of CSV; no field of a result holds a line break.
@@ -172,8 +173,93 @@ private Q_SLOTS:
         for (const char *options : {"--json - --csv -", "--csv o.xyz", "--json ./r --csv r",
                                     "--json tests/mopac/eu_f_acac3_rm1_opt.out"})
             QCOMPARE(run(line + QLatin1String(options), folder.path()).exitStatus, 2);
-        QCOMPARE(run(line + QStringLiteral("--csv no/such/folder/r.csv"), folder.path()).exitStatus,
-                 1);
+    }
+
+    // No write is lost in silence: the old file stays, the result stands on standard output.
+    void filesThatCannotBeWritten_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("target");
+        const auto row = [](const char *line, const char *target = "old") {
+            QTest::newRow(line) << QString::fromLatin1(line) << QString::fromLatin1(target);
+        };
+        row("omega ion.out --g O=1,Cl=1 --alpha O=1,Cl=1 --report old");
+        row("omega ion.out --g O=1,Cl=1 --alpha O=1,Cl=1 --json old");
+        row("stark ion.out --g O=1,Cl=1 --report old");
+        row("levels --ion Ce --report old");
+        row("levels --ion Ce --plot old.svg", "old.svg");
+        row("omega-exp --areas 0.1,1,8.5,0.2,1.9,0 --barycentres 17240,16910,16290,15350,14380,0 "
+            "--lifetime 0.4 --report old");
+        row("fit omega ion.out --omega2 3 --omega4 40 --points 1 --report old");
+        row("fit levels ce --ion Ce --points 1", "ce.result");
+        row("fit stark ion ion.out --points 1", "ion.stark");
+        row("fit stark ion ion.out --points 1", "ion.progress");
+        row("convert ion.out old.xyz", "old.xyz");
+        row("organize ion.out old.xyz", "old.xyz");
+        row("indices phen.out", "phen.indeces");
+        row("spectrum examples/data/eu_l2_zindos_excerpt.orcout --out old");
+        row("states examples/data/eu_l2_zindos_excerpt.orcout --report old");
+        row("yield --omega 33,4.6,0 --omega-ed 0,0,0 --singlet-energy 28000 --triplet-energy 20500 "
+            "--rl-singlet 4.5 --rl-triplet 5.1 --report old");
+    }
+    void filesThatCannotBeWritten()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, target);
+        QFile::copy(dataFile(QStringLiteral("mopac/eu_cl2_h2o6_am1_int.out")), path("ion.out"));
+        QFile::copy(dataFile(QStringLiteral("mopac/eu_acac3_phen_am1_allvec.out")),
+                    path("phen.out"));
+        testSupport::writeAll(path("ion.groups"), "all 2 3 4 5 6 7 8 9\n");
+        testSupport::writeAll(path("ion.exp"), "1 302 455 379\n");
+        testSupport::writeAll(path("ce"), "Ce3+\n2F5/2 0\n2F7/2 2253\n");
+        const bool grows = target.endsWith(QLatin1String("progress"));
+        const QString file = folder.filePath(target);
+        // The limit counts KiB; a file that grows is there already.
+        const QByteArray old(grows ? 1024 : 3, 'x');
+        testSupport::writeAll(file, old);
+        const QString normal = run(line, folder.path()).output;
+        testSupport::writeAll(file, old);
+        const ProgramRun limited =
+            run(line, folder.path(),
+                QStringLiteral("ulimit -f %1; exec \"$0\" \"$@\"").arg(grows ? 1 : 0));
+        QCOMPARE(testSupport::readAll(file), old);
+        QVERIFY2(limited.error.contains(target), qPrintable(limited.error));
+        if (!grows)
+            QCOMPARE(limited.exitStatus, 1);
+        QVERIFY2(limited.output.startsWith(normal), qPrintable(limited.output));
+        const ProgramRun full =
+            run(line, folder.path(), QStringLiteral("\"$0\" \"$@\" >/dev/full"));
+        QCOMPARE(full.exitStatus, normal.isEmpty() ? 0 : 1);
+        const ProgramRun closed = run(line, folder.path(), QStringLiteral("\"$0\" \"$@\" >&-"));
+        QCOMPARE(closed.exitStatus, normal.isEmpty() ? 0 : 1);
+    }
+
+    // No link hides an input; what is no regular file is written to and stays.
+    void targetsThatAreNotReplaced()
+    {
+        const QByteArray original =
+            testSupport::readAll(dataFile(QStringLiteral("mopac/eu_cl2_h2o6_am1_int.out")));
+        testSupport::writeAll(path("in.out"), original);
+        const QString line = QStringLiteral("omega in.out --g O=1,Cl=1 --alpha O=1,Cl=1 --report ");
+        const QString links = QStringLiteral("ln -s in.out soft; ln in.out hard; mkfifo pipe; ");
+        run(QString(), folder.path(), links);
+        for (const char *target : {"in.out", "soft", "hard", "."}) {
+            const ProgramRun refused = run(line + QLatin1String(target), folder.path());
+            QVERIFY2(refused.exitStatus == 1 && !refused.output.isEmpty(), target);
+            QCOMPARE(testSupport::readAll(path("in.out")), original);
+        }
+        QVERIFY(run(line + QStringLiteral("/dev/full"), folder.path()).exitStatus == 1);
+        const QString report = run(line + QStringLiteral("r"), folder.path()).output;
+        const ProgramRun piped =
+            run(line + QStringLiteral("pipe"), folder.path(),
+                QStringLiteral("cat pipe > copy & \"$0\" \"$@\"; wait; test -p pipe"));
+        QCOMPARE(piped.exitStatus, 0);
+        QCOMPARE(testSupport::readAll(path("copy")), testSupport::readAll(path("r")));
+        const ProgramRun both = run(line + QStringLiteral("/dev/stdout"), folder.path(),
+                                    QStringLiteral("\"$0\" \"$@\" > both"));
+        QCOMPARE(both.exitStatus, 0);
+        QCOMPARE(testSupport::readAll(path("both")).size(),
+                 testSupport::readAll(path("r")).size() + report.toUtf8().size());
     }
 };
 

@@ -75,8 +75,15 @@ bool MessageSpy::contains(const QString &text) const
     return !messages.filter(text).isEmpty();
 }
 
+void writeAll(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("%s cannot be written", qPrintable(path));
+}
+
 ProgramRun runProgram(const QStringList &arguments, const QString &workingDirectory,
-                      const QMap<QString, QString> &environment)
+                      const QMap<QString, QString> &environment, const QString &shellScript)
 {
     QProcess process;
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
@@ -85,7 +92,11 @@ ProgramRun runProgram(const QStringList &arguments, const QString &workingDirect
     process.setProcessEnvironment(variables);
     if (!workingDirectory.isEmpty())
         process.setWorkingDirectory(workingDirectory);
-    process.start(QString::fromLocal8Bit(qgetenv("LANQOR_PROGRAM")), arguments);
+    const QString program = QString::fromLocal8Bit(qgetenv("LANQOR_PROGRAM"));
+    if (shellScript.isEmpty())
+        process.start(program, arguments);
+    else
+        process.start(QStringLiteral("bash"), QStringList{"-c", shellScript, program} + arguments);
     ProgramRun run;
     if (!process.waitForFinished(300000) || process.exitStatus() != QProcess::NormalExit)
         return run;

@@ -21,6 +21,8 @@ QString corpusFile(const QString &name);
 /// Path of a file of the optional reference values; empty when it is not at hand.
 QString referenceFile(const QString &name);
 QByteArray readAll(const QString &path);
+/// Replaces a file by these bytes.
+void writeAll(const QString &path, const QByteArray &bytes);
 /// Writes @p bytes to a file in the test's scratch folder and returns its path.
 QString scratchFile(const QString &name, const QByteArray &bytes);
 
@@ -40,9 +42,11 @@ struct ProgramRun
     QString output;
     QString error;
 };
-/// Runs the lanqor program built here, with changes to the environment if given.
+/// Runs the lanqor program built here, with changes to the environment if given; with a shell
+/// script through bash, in which "$0" "$@" is the command.
 ProgramRun runProgram(const QStringList &arguments, const QString &workingDirectory = QString(),
-                      const QMap<QString, QString> &environment = {});
+                      const QMap<QString, QString> &environment = {},
+                      const QString &shellScript = QString());
 
 /// Calls @p read with the file cut at @p cuts places and with @p mutations random mutations
 /// (bytes changed, runs deleted, doubled or filled with asterisks); the seed is fixed.
