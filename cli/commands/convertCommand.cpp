@@ -1,13 +1,15 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "options/OptionReader.h"
-#include "options/mopacKeywords.h"
+#include "options/jobOptions.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorFilesConverter.h>
 #include <LanqorEngine/LanqorInputData.h>
 
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace {
 
@@ -67,9 +69,7 @@ void addOptions(cli::OptionReader &options)
                        tr("Charge of the whole system, ion included; by default that of the MOPAC "
                           "output, archive or job (CHARGE=), else 0."),
                        QStringLiteral("n")});
-    options.addOption({QStringLiteral("keywords"),
-                       tr("MOPAC: keywords of the second line instead of \"SPARKLE CHARGE=n\"."),
-                       QStringLiteral("text")});
+    cli::addJobOptions(options);
     options.addOption({QStringLiteral("roots"),
                        tr("ORCA: number of states of each multiplicity (25)."), QStringLiteral("n"),
                        QStringLiteral("25")});
@@ -84,38 +84,73 @@ void addOptions(cli::OptionReader &options)
                        tr("xyz: keep the translation vectors (Tv) of a periodic structure.")});
 }
 
-/// An ORCA job; its atoms lack the ion's charge when the ion becomes a point charge.
+/// An ORCA job; its atoms lack the charge of the ions that become point charges.
 bool toOrca(LanqorFilesConverter &converter, const cli::OptionReader &options, const QString &out,
-            const Numbers &numbers)
+            const LanqorInputData &structure, const Numbers &numbers)
 {
     const bool pointCharge = !options.isSet("keep-ion");
     const int charge =
-        pointCharge ? LanqorFilesConverter::chargeWithoutIon(numbers.charge) : numbers.charge;
+        pointCharge ? LanqorFilesConverter::chargeWithoutIons(structure.getCoord(), numbers.charge)
+                    : numbers.charge;
     return converter.convertFromOutToInpOrca(out, pointCharge, !options.isSet("singlets-only"),
                                              charge, numbers.roots, numbers.maxdim);
 }
 
-/// Charge and keywords of a job: from the command line, else from the file.
-void settleCharge(const cli::OptionReader &options, const QString &format,
-                  LanqorInputData &structure, LanqorFilesConverter &converter, Numbers &numbers)
+/// Reads the atoms of a job and its charge: from the command line, else from the file.
+void readJob(const cli::OptionReader &options, const QString &format, LanqorInputData &structure,
+             Numbers &numbers)
 {
-    const bool isJob = format == QLatin1String("mop") || format == QLatin1String("gjf") ||
-                       format == QLatin1String("orcinp");
-    if (!isJob)
-        return;
-    if (structure.getFileName().endsWith(QLatin1String("orcout"))) {
-        if (!numbers.isChargeGiven)
-            options.refuse(tr("an ORCA output does not tell the charge of the complex; give it, "
-                              "ion included, with --charge"));
-        return;
-    }
-    if (!structure.readStructureFile())
+    const bool isOrcaOutput = structure.getFileName().endsWith(QLatin1String("orcout"));
+    if (isOrcaOutput && !numbers.isChargeGiven)
+        options.refuse(tr("an ORCA output does not tell the charge of the complex; give it, "
+                          "ion included, with --charge"));
+    const bool isForOrca = isOrcaOutput && format == QLatin1String("orcinp");
+    const bool isRead =
+        !structure.getCoord().isEmpty() ||
+        (isForOrca ? structure.readCoordFromOrcaOutFile() : structure.readStructureFile());
+    if (!isRead)
         cli::failOf(structure);
     if (!numbers.isChargeGiven)
-        numbers.charge = cli::chargeOfSystem(structure);
-    converter.setExtraMopacKeywords(
-        cli::mopacKeywords(options, structure.getCoord(), numbers.charge));
+        numbers.charge = cli::chargeOfJob(options, structure);
+}
+
+/// Charge, multiplicity and keywords of a job, with which its electrons must agree.
+void settleJob(const cli::OptionReader &options, const QString &format, LanqorInputData &structure,
+               LanqorFilesConverter &converter, Numbers &numbers)
+{
+    const bool isMopacJob = format == QLatin1String("mop");
+    cli::checkJobOptions(options, isMopacJob);
+    const int multiplicity = cli::multiplicityOfJob(options);
+    const bool isClosedShell = format == QLatin1String("orcinp") || format == QLatin1String("inp");
+    if (isClosedShell && multiplicity > 1)
+        options.refuse(tr("--multiplicity belongs to MOPAC and Gaussian jobs; ORCA and ZINDO jobs "
+                          "start from a closed shell"));
+    // A ZINDO job needs the output of MOPAC, which tells its charge.
+    const bool isUntold = format == QLatin1String("inp") && !numbers.isChargeGiven &&
+                          !(structure.readStructureFile() && structure.isChargeOnSystemTold());
+    if (isUntold || (!isMopacJob && !isClosedShell && format != QLatin1String("gjf")))
+        return;
+    readJob(options, format, structure, numbers);
+    const QVector<Coord> atoms = structure.getCoord();
+    // An ORCA output of the ligands alone has the ion beside it, as a point charge.
+    const bool isIonBeside = format == QLatin1String("orcinp") && !options.isSet("keep-ion") &&
+                             std::none_of(atoms.begin(), atoms.end(), [](const Coord &atom) {
+                                 return LanqorInputData::isLanthanide(atom.label);
+                             });
+    const int chargeBeside =
+        isIonBeside ? numbers.charge - LanqorFilesConverter::chargeWithoutIon(numbers.charge) : 0;
+    if (isMopacJob)
+        cli::checkMopacElectrons(options, atoms, numbers.charge);
+    else
+        cli::checkElectrons(atoms, {numbers.charge, multiplicity,
+                                    isClosedShell ? tr("Give it with --charge; ORCA and ZINDO jobs "
+                                                       "start from a closed shell.")
+                                                  : cli::chargeOrMultiplicity(),
+                                    chargeBeside});
+    cli::settleMopacJob(options, converter);
+    converter.setExtraMopacKeywords(cli::mopacKeywords(options, atoms, numbers.charge));
     converter.setCharge(numbers.charge);
+    converter.setMultiplicity(multiplicity);
 }
 
 } // namespace
@@ -150,13 +185,13 @@ int convertCommand(const QStringList &arguments)
     structure.setKeepFileOpen(true);
     LanqorFilesConverter converter(nullptr, &structure);
     cli::showMessages(converter);
-    settleCharge(options, format, structure, converter, numbers);
+    settleJob(options, format, structure, converter, numbers);
 
     const bool isDone =
         format == QLatin1String("mop")      ? converter.convertFromOutToMop(out)
         : format == QLatin1String("gjf")    ? converter.convertFromOutToGjf(out)
         : format == QLatin1String("inp")    ? converter.convertFromOutToInp(out)
-        : format == QLatin1String("orcinp") ? toOrca(converter, options, out, numbers)
+        : format == QLatin1String("orcinp") ? toOrca(converter, options, out, structure, numbers)
         : format == QLatin1String("sph")    ? converter.convertFromOutToSph(out)
         : format == QLatin1String("zmt")    ? converter.convertFromOutToZmt(out)
                                             : converter.convertToXYZ(out, options.isSet("keep-tv"));

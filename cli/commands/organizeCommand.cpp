@@ -1,7 +1,7 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "options/OptionReader.h"
-#include "options/mopacKeywords.h"
+#include "options/jobOptions.h"
 #include "options/showResults.h"
 #include "text.h"
 
@@ -31,6 +31,51 @@ QString summary(const OrganizeResults &results)
     return text;
 }
 
+/// Charge of the atoms that are kept: of the whole system, less those of the fragments left out.
+int chargeOfKeptAtoms(const cli::OptionReader &options, const LanqorInputData &source,
+                      const OrganizeResults &results)
+{
+    QStringList unknown;
+    QStringList known;
+    int omittedCharge = 0;
+    for (const OmittedFragment &fragment : results.omittedFragments) {
+        const QString number =
+            fragment.count > 1 ? QStringLiteral("%1 ").arg(fragment.count) : QString();
+        if (!fragment.isChargeKnown) {
+            unknown.append(number + fragment.formula);
+            continue;
+        }
+        known.append(number + fragment.formula +
+                     (fragment.count > 1 ? tr(" (charge %1 each)") : tr(" (charge %1)"))
+                         .arg(fragment.charge));
+        omittedCharge += fragment.count * fragment.charge;
+    }
+    if (!unknown.isEmpty())
+        throw cli::Failure{tr("--drop-unbound leaves out %1, whose charge is not known: give the "
+                              "charge of the atoms that are kept with --charge.")
+                               .arg(unknown.join(QStringLiteral(", ")))};
+    const int whole = cli::chargeOfJob(options, source);
+    if (!known.isEmpty())
+        cli::note(tr("left out are %1; the charge of the atoms that are kept is %2 (of the whole "
+                     "%3)")
+                      .arg(known.join(QStringLiteral(", ")), QString::number(whole - omittedCharge),
+                           QString::number(whole)));
+    return whole - omittedCharge;
+}
+
+/// Charge, method and keywords of a MOPAC job.
+void settleJob(const cli::OptionReader &options, const LanqorInputData &source,
+               const OrganizeResults &results, LanqorOrganizeMolecules &structure)
+{
+    const int charge = options.isSet("charge")     ? options.wholeNumber("charge")
+                       : options.isSet("keywords") ? cli::chargeOfJob(options, source)
+                                                   : chargeOfKeptAtoms(options, source, results);
+    const QVector<Coord> atoms = structure.getCoord();
+    cli::checkMopacElectrons(options, atoms, charge);
+    cli::settleMopacJob(options, structure);
+    structure.setExtraMopacKeywords(cli::mopacKeywords(options, atoms, charge));
+}
+
 } // namespace
 
 int organizeCommand(const QStringList &arguments)
@@ -52,18 +97,18 @@ int organizeCommand(const QStringList &arguments)
     options.addOption(
         {QStringLiteral("charge"),
          tr("Charge of a .mop job, of all atoms that it keeps; by default that of the "
-            "MOPAC output, archive or job (CHARGE=), else 0."),
+            "MOPAC output, archive or job (CHARGE=), else 0, less those of fragments left out."),
          QStringLiteral("n")});
-    options.addOption({QStringLiteral("keywords"),
-                       tr("Keywords of the second line of a .mop job instead of \"SPARKLE "
-                          "CHARGE=n\"."),
-                       QStringLiteral("text")});
+    cli::addJobOptions(options);
     options.addResultOptions();
     options.parse(arguments);
     const QStringList files =
         options.files(2, tr("organize needs two files; see \"lanqor organize --help\""));
-    const bool isChargeGiven = options.isSet("charge");
-    int charge = isChargeGiven ? options.wholeNumber("charge") : 0;
+    const bool isMopacJob =
+        QFileInfo(files.at(1)).suffix().compare(QLatin1String("mop"), Qt::CaseInsensitive) == 0;
+    cli::checkJobOptions(options, isMopacJob);
+    if (options.isSet("charge"))
+        options.wholeNumber("charge");
 
     LanqorInputData source(nullptr, files.at(0));
     source.setKeepFileOpen(true);
@@ -72,13 +117,12 @@ int organizeCommand(const QStringList &arguments)
     structure.setKeepUnboundFragments(!options.isSet("drop-unbound"));
     if (!structure.organize())
         cli::failOf(structure);
-    if (!isChargeGiven && QFileInfo(files.at(1)).suffix().toLower() == QLatin1String("mop"))
-        charge = cli::chargeOfSystem(source);
-    structure.setExtraMopacKeywords(cli::mopacKeywords(options, structure.getCoord(), charge));
     const OrganizeResults results = structure.getResults();
+    if (isMopacJob)
+        settleJob(options, source, results, structure);
     cli::showResults(options, summary(results), LanqorOrganizeMolecules::makeTables(results),
                      {files.at(0)});
-    if (!structure.createOutputFile(files.at(1)))
+    if (!structure.createOutpuFile(files.at(1)))
         cli::failOf(structure);
     return cli::success;
 }

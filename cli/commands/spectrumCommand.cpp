@@ -101,6 +101,7 @@ int spectrumCommand(const QStringList &arguments)
                                .arg(request.file)};
 
     LanqorNormalizePoints points(nullptr, &output, program->type);
+    cli::showMessages(points);
     points.setParametersNormalization(request.width, request.start, request.end);
     if (!points.spectrum())
         cli::failOf(points);

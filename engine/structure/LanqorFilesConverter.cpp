@@ -1,6 +1,7 @@
 #include "LanqorFilesConverter.h"
 
 #include "core/internalCoordinates_p.h"
+#include "core/reportText_p.h"
 #include "input/atomRows_p.h"
 #include "input/inputDataAccess_p.h"
 #include "input/mopacOutput_p.h"
@@ -50,6 +51,27 @@ bool orbitalWindow(const LanqorInputData &data, double &from, double &to)
     return hasOccupied && hasEmpty;
 }
 
+/// Number of empty orbitals to which an ORCA output cuts its last list of orbital energies ("*Only
+/// the first 10 virtual orbitals were printed."); 0 when it lists all.
+int listedEmptyOrbitals(const InputFile &file)
+{
+    LineReader reader(file);
+    int number = 0;
+    textFields::Fields fields;
+    for (bool more = reader.open() && reader.next(); more; more = reader.next()) {
+        const std::string_view line = textFields::trimmed(reader.line());
+        if (line == "ORBITAL ENERGIES")
+            number = 0;
+        if (line.substr(0, 15) != "*Only the first")
+            continue;
+        textFields::split(line, fields);
+        bool ok = fields.size() > 4 && fields[4] == "virtual";
+        const int listed = ok ? textFields::toInt(fields[3], &ok) : 0;
+        number = ok ? listed : number;
+    }
+    return number;
+}
+
 } // namespace
 
 class LanqorFilesConverterPrivate
@@ -79,8 +101,9 @@ public:
     LanqorFilesConverter &q;
     LanqorInputData *given; // null: each conversion reads the file apart
     QString fileName;
-    QString extraMopacKeywords;
+    jobFiles::MopacJob mopacJob;
     std::optional<int> charge;
+    int multiplicity = 1;
 };
 
 LanqorFilesConverter::LanqorFilesConverter()
@@ -106,9 +129,36 @@ QString LanqorFilesConverter::sparkleKeywords(const QVector<Coord> &atoms, const
            QStringLiteral("CHARGE=%1").arg(charge);
 }
 
+QString LanqorFilesConverter::sparkleKeywords(const QVector<Coord> &atoms, const int &charge,
+                                              const int &multiplicity)
+{
+    static const char *const words[] = {"DOUBLET", "TRIPLET", "QUARTET", "QUINTET",
+                                        "SEXTET",  "SEPTET",  "OCTET",   "NONET"};
+    const QString keywords = sparkleKeywords(atoms, charge);
+    return multiplicity < 2 || multiplicity > 9
+               ? keywords
+               : keywords + QLatin1Char(' ') + QLatin1String(words[multiplicity - 2]);
+}
+
 int LanqorFilesConverter::chargeWithoutIon(const int &charge)
 {
     return charge - jobFiles::ionCharge;
+}
+
+int LanqorFilesConverter::chargeWithoutIons(const QVector<Coord> &atoms, const int &charge)
+{
+    return charge - jobFiles::ionCharge * std::max(1, jobFiles::ionsOf(atoms).size());
+}
+
+std::optional<int> LanqorFilesConverter::electronCount(const QVector<Coord> &atoms,
+                                                       const int &charge)
+{
+    return jobFiles::electronCount(atoms, charge);
+}
+
+QStringList LanqorFilesConverter::mopacMethods()
+{
+    return jobFiles::mopacMethods();
 }
 
 void LanqorFilesConverter::setCharge(const int &charge)
@@ -118,16 +168,33 @@ void LanqorFilesConverter::setCharge(const int &charge)
 
 void LanqorFilesConverter::setExtraMopacKeywords(const QString &keywords)
 {
-    d->extraMopacKeywords = keywords;
+    d->mopacJob.extraKeywords = keywords;
+}
+
+void LanqorFilesConverter::setMultiplicity(const int &multiplicity)
+{
+    d->multiplicity = multiplicity;
+}
+
+void LanqorFilesConverter::setMopacMethod(const QString &method)
+{
+    d->mopacJob.method = method;
+}
+
+void LanqorFilesConverter::setMopacJobForQdcFit(const bool &isForQdcFit)
+{
+    d->mopacJob.isForQdcFit = isForQdcFit;
 }
 
 bool LanqorFilesConverter::convertFromOutToMop(QString const &outputFile)
 {
+    if (!jobFiles::mopacMethods().contains(d->mopacJob.method))
+        return failWith(jobFiles::unknownMethod(d->mopacJob.method));
     std::unique_ptr<LanqorInputData> own;
     LanqorInputData &data = d->input(own);
     return d->readStructure(data, QStringLiteral("mop")) &&
            d->writeOutput(outputFile, QStringLiteral("mop"),
-                          jobFiles::mopacJob(data.getCoord(), d->extraMopacKeywords));
+                          jobFiles::mopacJob(data.getCoord(), d->mopacJob));
 }
 
 bool LanqorFilesConverter::convertFromOutToGjf(QString const &outputFile)
@@ -141,9 +208,14 @@ bool LanqorFilesConverter::convertFromOutToGjf(QString const &outputFile)
                            "have no pseudopotential to read: \n") +
                         d->fileName);
     const QFileInfo output(d->nameOfOutput(outputFile, QStringLiteral("gjf")));
+    const QString baseName = output.completeBaseName();
+    if (std::any_of(baseName.begin(), baseName.end(), [](QChar c) { return c.isSpace(); }))
+        return failWith(tr("The name \"%1\" has a blank, at which Gaussian ends the name of the "
+                           "checkpoint file (%chk=%1.chk); write the job under a name without.")
+                            .arg(baseName));
     return d->writeOutput(
         outputFile, QStringLiteral("gjf"),
-        jobFiles::gaussianJob(data.getCoord(), d->chargeOfJob(data), output.completeBaseName()));
+        jobFiles::gaussianJob(data.getCoord(), d->chargeOfJob(data), d->multiplicity, baseName));
 }
 
 bool LanqorFilesConverter::convertFromOutToInp(QString const &outputFile)
@@ -410,6 +482,13 @@ bool LanqorFilesConverterPrivate::readOrcaOutput(LanqorInputData &data, double &
     q.emitProgress(tr(" -> (Lanqor Files Converter Module) The window of orbitals spans the %1 "
                       "orbitals whose energies the output lists.")
                        .arg(data.getMolecularOrbitalsOccCount()));
+    const int emptyOrbitals = listedEmptyOrbitals(inputFileOf(data));
+    if (emptyOrbitals > 0)
+        q.processStatus(
+            tr("%1 lists the energies of the first %2 empty orbitals only, so that the window of "
+               "the job ends at %3 hartree and leaves out excitations into higher ones. Raise the "
+               "upper limit of \"ewin\" in the job, or start from the MOPAC output.")
+                .arg(fileName, QString::number(emptyOrbitals), reportText::fixed(windowTo, 3)));
     return atomsRead(data.getCoord());
 }
 

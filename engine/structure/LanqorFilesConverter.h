@@ -5,9 +5,11 @@
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <memory>
+#include <optional>
 
 class LanqorFilesConverterPrivate;
 class LanqorInputData;
@@ -21,8 +23,9 @@ class LanqorInputData;
 /// existing file is replaced whole or not at all. Each returns false with the reason in
 /// getLastError(), and reports its steps through newObjCalculationMessage().
 ///
-/// Coordinates are written in Angstrom with nine decimals. Jobs are of multiplicity 1 and have
-/// the charge that the MOPAC file tells, unless setCharge() gave another.
+/// Coordinates are written in Angstrom with nine decimals. Jobs are of multiplicity 1, unless
+/// setMultiplicity() gave another, and have the charge that the MOPAC file tells, unless
+/// setCharge() gave another.
 class LANQORENGINE_EXPORT LanqorFilesConverter : public LanqorAbstractObjCalculation
 {
     Q_OBJECT
@@ -38,8 +41,20 @@ public:
     /// Further keywords that a MOPAC job of these atoms needs: the charge of the system and, when
     /// there is a lanthanide among them, the sparkle model for it.
     static QString sparkleKeywords(const QVector<Coord> &atoms, const int &charge);
+    /// The same with the keyword of a multiplicity above 1, 2 ("DOUBLET") to 9 ("NONET").
+    static QString sparkleKeywords(const QVector<Coord> &atoms, const int &charge,
+                                   const int &multiplicity);
     /// Charge of the atoms of a system of this charge when the ion, +3, is left out.
     static int chargeWithoutIon(const int &charge);
+    /// The same when each lanthanide among the atoms is left out; one where there is none among
+    /// them, as in an ORCA output of the ligands around a point charge.
+    static int chargeWithoutIons(const QVector<Coord> &atoms, const int &charge);
+    /// Electrons of atoms with this charge, each lanthanide counted as a 3+ ion whose electrons all
+    /// belong to its core: a closed shell needs an even number. Dummy atoms and translation vectors
+    /// have none. Empty when the element of an atom is not known.
+    static std::optional<int> electronCount(const QVector<Coord> &atoms, const int &charge);
+    /// Methods of setMopacMethod(): AM1, PM3, PM6, PM7, RM1.
+    static QStringList mopacMethods();
 
     /// Charge of the whole system in the jobs to come, elementary charges.
     void setCharge(const int &charge);
@@ -47,11 +62,22 @@ public:
     /// second keyword line.
     void setExtraMopacKeywords(const QString &keywords);
 
-    /// A MOPAC job (.mop): an AM1 optimisation in Cartesian coordinates.
+    /// Multiplicity of the Gaussian jobs to come, 1 by default; an open shell has states of its own
+    /// multiplicity only.
+    void setMultiplicity(const int &multiplicity);
+    /// Method of MOPAC jobs, one of mopacMethods(); AM1 by default. A conversion with another
+    /// fails.
+    void setMopacMethod(const QString &method);
+    /// Whether a MOPAC job is one for LanqorParametricQDC: with all orbitals (ALLVEC), and followed
+    /// by a second job with the force constants of the optimised structure (FORCE OLDGEO).
+    void setMopacJobForQdcFit(const bool &isForQdcFit);
+
+    /// A MOPAC job (.mop): an optimisation in Cartesian coordinates.
     bool convertFromOutToMop(QString const &outputFile = QString());
     /// A Gaussian job (.gjf): ten singlets and ten triplets by TD-LC-wPBE, 6-31+G(d) on the
     /// ligands and on the ion the quasi-relativistic large-core pseudopotential of Dolg et al.
-    /// (Theor. Chim. Acta 75, 173, 1989). Fails without a lanthanide ion.
+    /// (Theor. Chim. Acta 75, 173, 1989). Fails without a lanthanide ion, and when the file's name
+    /// has a blank, at which Gaussian would end the name of the checkpoint file.
     bool convertFromOutToGjf(QString const &outputFile = QString());
     /// A ZINDO job (.inp): INDO/S states by single excitations from the (at most) thirty highest
     /// occupied to the thirty lowest empty orbitals, singlets and triplets. The ion becomes a
@@ -60,7 +86,8 @@ public:
     /// An ORCA job (.orcinp) of ZINDO/S states.
     ///
     /// Started from an ORCA output (a name that ends in ".orcout"), the window of orbitals spans
-    /// the orbital energies of that output instead of @p windowFrom to @p windowTo.
+    /// the orbital energies of that output instead of @p windowFrom to @p windowTo; a message tells
+    /// when the output lists some of the empty orbitals only.
     /// @param pointCharges  leaves the ion out of the atoms and writes it as a point charge of
     ///                      +3 to a ".pointcharge" file beside the job; the position comes from
     ///                      the atoms or, where an ORCA output has no ion, from the point-charge

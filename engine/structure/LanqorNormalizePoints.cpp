@@ -189,11 +189,18 @@ bool LanqorNormalizePoints::spectrum()
     }
     const QVector<double> sums = lorentzSums(bands, grid);
     const double maximum = *std::max_element(sums.cbegin(), sums.cend());
-    if (!isInRange || !isPositive(maximum))
-        return failWith(tr("No transition with an oscillator strength above zero lies between %1 "
-                           "and %2 nm.")
-                            .arg(std::min(d->rangeStart, d->rangeEnd))
-                            .arg(std::max(d->rangeStart, d->rangeEnd)));
+    const QString range = QStringLiteral("%1 to %2 nm")
+                              .arg(std::min(d->rangeStart, d->rangeEnd))
+                              .arg(std::max(d->rangeStart, d->rangeEnd));
+    if (!isPositive(maximum))
+        return failWith(tr("No transition with an oscillator strength above zero reaches into the "
+                           "range %1.")
+                            .arg(range));
+    if (!isInRange)
+        processStatus(tr("No transition with an oscillator strength above zero lies in the range "
+                         "%1: the curve is the wing of bands outside, its largest value scaled to "
+                         "1.")
+                          .arg(range));
 
     d->axisX.clear();
     d->axisY.clear();

@@ -33,8 +33,9 @@ public:
     /// Width of every band and the limits of the spectrum, in either order, all in nm.
     void setParametersNormalization(double const &bandWidth, double const &rangeStart,
                                     double const &rangeEnd);
-    /// Computes the two axes. Fails, and leaves earlier axes as they are, when no transition with
-    /// an oscillator strength lies in the range, or when a width or limit is not positive.
+    /// Computes the two axes. Fails, and leaves earlier axes as they are, when no transition has an
+    /// oscillator strength that reaches into the range, or when a width or limit is not positive.
+    /// A message tells when no band has its centre in the range, so that the curve is a wing.
     bool spectrum();
     /// Wavelengths, nm, in the order of rising wavenumber; 1001 values after spectrum().
     QVector<double> getaxisX() const;

@@ -8,6 +8,7 @@
 #include "input/structureFiles_p.h"
 #include "structure/fragments_p.h"
 #include "structure/jobFiles_p.h"
+#include "structure/knownFragments_p.h"
 #include "structure/structureText_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
@@ -29,6 +30,7 @@ namespace {
 struct Source
 {
     QVector<Coord> atoms;
+    QVector<int> numbers; // in the file, from 1; empty while they are those of this list
     QStringList types;
     QVector<structureFiles::Bond> bonds;
 };
@@ -41,10 +43,33 @@ struct NewBond
     QString type;
 };
 
-/// "O 8": element and number, from 1.
-QString nameOf(const QVector<Coord> &atoms, int index)
+/// "O 8": element and number in the file, from 1.
+QString nameOf(const Source &source, int index)
 {
-    return QStringLiteral("%1 %2").arg(atoms.at(index).label).arg(index + 1);
+    return QStringLiteral("%1 %2")
+        .arg(source.atoms.at(index).label)
+        .arg(source.numbers.value(index, index + 1));
+}
+
+/// The structure without some of its atoms.
+Source without(const Source &source, const QVector<fragments::SecondPlace> &omitted)
+{
+    QVector<int> newIndex(source.atoms.size(), 0);
+    for (const fragments::SecondPlace &place : omitted)
+        newIndex[place.atom] = -1;
+    Source rest;
+    for (int i = 0; i < source.atoms.size(); ++i) {
+        if (newIndex.at(i) < 0)
+            continue;
+        newIndex[i] = rest.atoms.size();
+        rest.atoms.append(source.atoms.at(i));
+        rest.numbers.append(i + 1);
+        rest.types.append(source.types.value(i, source.atoms.at(i).label));
+    }
+    for (const structureFiles::Bond &bond : source.bonds)
+        if (newIndex.at(bond.first) >= 0 && newIndex.at(bond.second) >= 0)
+            rest.bonds.append({newIndex.at(bond.first), newIndex.at(bond.second), bond.type});
+    return rest;
 }
 
 /// Formula of a fragment in the order of Hill: C, H, then the others by symbol.
@@ -153,6 +178,8 @@ public:
     bool readSource(Source &source);
     bool readMol2(const InputFile &file, Source &source);
     bool checkSource(const Source &source, int &ion);
+    void omitSecondPlaces(Source &source);
+    void takeOmitted(const Source &source, const QVector<Fragment> &all);
     void takeFragments(const Source &source, int ion, const QVector<Fragment> &around);
     void reportUncounted(const Source &source, int ion);
     QString mol2Text() const;
@@ -160,10 +187,11 @@ public:
     LanqorOrganizeMolecules &q;
     LanqorInputData *given; // null: the file is read apart
     QString fileName;
-    QString extraMopacKeywords;
+    jobFiles::MopacJob mopacJob;
     bool keepUnboundFragments = true;
     int coordNumber = 0;
     QVector<OrganizedLigand> ligands;
+    QVector<OmittedFragment> omittedFragments;
     QVector<Coord> atoms;
     QVector<int> sourceAtoms; // number of each atom in the structure that was read, from 1
     QStringList atomTypes;    // of MOL2, one an atom
@@ -215,7 +243,7 @@ bool LanqorOrganizeMoleculesPrivate::checkSource(const Source &source, int &ion)
             ions.append(i);
         if (!isInRange(source.atoms.at(i)))
             return q.failWith(tr("Atom %1 lies too far away to belong to a structure: \n")
-                                  .arg(nameOf(source.atoms, i)) +
+                                  .arg(nameOf(source, i)) +
                               fileName);
     }
     if (ions.isEmpty())
@@ -223,22 +251,72 @@ bool LanqorOrganizeMoleculesPrivate::checkSource(const Source &source, int &ion)
                               .arg(source.atoms.size()) +
                           fileName);
     if (ions.size() > 1)
-        return q.failWith(
-            tr("There is more than one lanthanide ion (%1 and %2); a structure must "
-               "have one: \n")
-                .arg(nameOf(source.atoms, ions.at(0)), nameOf(source.atoms, ions.at(1))) +
-            fileName);
+        return q.failWith(tr("There is more than one lanthanide ion (%1 and %2); a structure must "
+                             "have one: \n")
+                              .arg(nameOf(source, ions.at(0)), nameOf(source, ions.at(1))) +
+                          fileName);
     if (const auto pair = fragments::overlappingAtoms(source.atoms))
         return q.failWith(
-            tr("Atoms %1 and %2 are the same atom twice, or two places of a disordered "
-               "one (%3 Angstrom apart); keep one of them: \n")
-                .arg(nameOf(source.atoms, pair->first), nameOf(source.atoms, pair->second))
-                .arg(fragments::distance(source.atoms.at(pair->first),
-                                         source.atoms.at(pair->second)),
-                     0, 'f', 3) +
+            tr("Atoms %1 and %2 are nearer to each other than any bond is long (%3 Angstrom); "
+               "keep one of them: \n")
+                .arg(nameOf(source, pair->first), nameOf(source, pair->second),
+                     reportText::fixed(fragments::distance(source.atoms.at(pair->first),
+                                                           source.atoms.at(pair->second)),
+                                       3)) +
             fileName);
     ion = ions.first();
     return true;
+}
+
+/// Keeps the first place of each disordered atom and tells of the others.
+void LanqorOrganizeMoleculesPrivate::omitSecondPlaces(Source &source)
+{
+    const QVector<fragments::SecondPlace> places =
+        fragments::secondPlaces(source.atoms, source.bonds);
+    if (places.isEmpty())
+        return;
+    constexpr int mostNames = 20; // of a message that is still read
+    QStringList names;
+    for (const fragments::SecondPlace &place : places.mid(0, mostNames)) {
+        QString name = nameOf(source, place.atom);
+        if (place.kept != place.atom)
+            name += tr(" (%1 Angstrom from %2)")
+                        .arg(reportText::fixed(fragments::distance(source.atoms.at(place.atom),
+                                                                   source.atoms.at(place.kept)),
+                                               3),
+                             nameOf(source, place.kept));
+        names.append(name);
+    }
+    if (places.size() > mostNames)
+        names.append(tr("%1 more").arg(places.size() - mostNames));
+    q.processStatus(tr("%1: of disordered atoms the first place in the file is kept. Left out are "
+                       "%2. Check that the places which are kept belong together.")
+                        .arg(fileName, names.join(QStringLiteral(", "))));
+    source = without(source, places);
+}
+
+/// Keeps what is told of the fragments that are left out.
+void LanqorOrganizeMoleculesPrivate::takeOmitted(const Source &source, const QVector<Fragment> &all)
+{
+    omittedFragments.clear();
+    for (const Fragment &fragment : all) {
+        if (keepUnboundFragments || fragment.isBondedToIon || !fragment.coordinated.isEmpty())
+            continue;
+        const std::optional<int> charge =
+            knownFragments::chargeOf(source.atoms, fragment, source.bonds);
+        const OmittedFragment omitted{formulaOf(source.atoms, fragment), 1, charge.has_value(),
+                                      charge.value_or(0)};
+        const auto same = std::find_if(omittedFragments.begin(), omittedFragments.end(),
+                                       [&](const OmittedFragment &other) {
+                                           return other.formula == omitted.formula &&
+                                                  other.isChargeKnown == omitted.isChargeKnown &&
+                                                  other.charge == omitted.charge;
+                                       });
+        if (same == omittedFragments.end())
+            omittedFragments.append(omitted);
+        else
+            ++same->count;
+    }
 }
 
 /// Tells of atoms that are bonded to the ion without being counted as coordinated: elements
@@ -257,7 +335,7 @@ void LanqorOrganizeMoleculesPrivate::reportUncounted(const Source &source, int i
             q.emitProgress(
                 tr(" -> (Organize Molecules) Atom %1 is bonded to the ion at %2 Angstrom "
                    "but not counted as coordinated.")
-                    .arg(nameOf(source.atoms, other))
+                    .arg(nameOf(source, other))
                     .arg(r, 0, 'f', 3));
     }
 }
@@ -292,7 +370,7 @@ void LanqorOrganizeMoleculesPrivate::takeFragments(const Source &source, int ion
     sourceAtoms.clear();
     atomTypes.clear();
     for (const int atom : qAsConst(order)) {
-        sourceAtoms.append(atom + 1);
+        sourceAtoms.append(source.numbers.value(atom, atom + 1));
         atoms.append(source.atoms.at(atom));
         atomTypes.append(source.types.value(atom, source.atoms.at(atom).label));
     }
@@ -351,32 +429,45 @@ void LanqorOrganizeMolecules::setKeepUnboundFragments(const bool &keep)
 
 void LanqorOrganizeMolecules::setExtraMopacKeywords(const QString &keywords)
 {
-    d->extraMopacKeywords = keywords;
+    d->mopacJob.extraKeywords = keywords;
+}
+
+void LanqorOrganizeMolecules::setMopacMethod(const QString &method)
+{
+    d->mopacJob.method = method;
+}
+
+void LanqorOrganizeMolecules::setMopacJobForQdcFit(const bool &isForQdcFit)
+{
+    d->mopacJob.isForQdcFit = isForQdcFit;
 }
 
 bool LanqorOrganizeMolecules::organize()
 {
     Source source;
     int ion = 0;
-    if (!d->readSource(source) || !d->checkSource(source, ion))
+    if (!d->readSource(source))
+        return false;
+    const int atomsInFile = source.atoms.size();
+    d->omitSecondPlaces(source);
+    if (!d->checkSource(source, ion))
         return false;
     source.bonds = fragments::withMissingBonds(source.atoms, source.bonds);
     d->reportUncounted(source, ion);
-    const QVector<Fragment> around = sorted(
-        fragments::fragmentsAround(ion, source.atoms, source.bonds), d->keepUnboundFragments);
-
-    d->takeFragments(source, ion, around);
+    const QVector<Fragment> all = fragments::fragmentsAround(ion, source.atoms, source.bonds);
+    d->takeOmitted(source, all);
+    d->takeFragments(source, ion, sorted(all, d->keepUnboundFragments));
     emitProgress(tr(" -> (Organize Molecules) %1 with %2 coordinated atoms in %3 ligands; %4 of %5 "
                     "atoms are kept.")
                      .arg(d->atoms.first().label)
                      .arg(d->coordNumber)
                      .arg(d->ligands.size())
                      .arg(d->atoms.size())
-                     .arg(source.atoms.size()));
+                     .arg(atomsInFile));
     return true;
 }
 
-bool LanqorOrganizeMolecules::createOutputFile(const QString &outputFile)
+bool LanqorOrganizeMolecules::createOutpuFile(const QString &outputFile)
 {
     if (d->atoms.isEmpty())
         return failWith(tr("There is no organised structure to write."));
@@ -386,14 +477,22 @@ bool LanqorOrganizeMolecules::createOutputFile(const QString &outputFile)
         text = d->mol2Text();
     else if (suffix == QLatin1String("xyz"))
         text = structureText::xyzFile(d->atoms, QFileInfo(d->fileName).completeBaseName());
+    else if (suffix == QLatin1String("mop") &&
+             !jobFiles::mopacMethods().contains(d->mopacJob.method))
+        return failWith(jobFiles::unknownMethod(d->mopacJob.method));
     else if (suffix == QLatin1String("mop"))
-        text = jobFiles::mopacJob(d->atoms, d->extraMopacKeywords);
+        text = jobFiles::mopacJob(d->atoms, d->mopacJob);
     else
         return failWith(tr("An organised structure is written as .mol2, .xyz or .mop, not as: ") +
                         outputFile);
     QString error;
     return LanqorOutputFile::write(outputFile, text.toUtf8(), error) ||
            failWith(tr("The file %1 cannot be written: %2").arg(outputFile, error));
+}
+
+bool LanqorOrganizeMolecules::createOutputFile(const QString &outputFile)
+{
+    return createOutpuFile(outputFile);
 }
 
 QString LanqorOrganizeMolecules::getLanthanideLabel() const
@@ -434,5 +533,6 @@ OrganizeResults LanqorOrganizeMolecules::getResults() const
                               d->residueNames.at(d->residues.at(i) - 1), isCoordinated});
     }
     results.ligands = d->ligands;
+    results.omittedFragments = d->omittedFragments;
     return results;
 }

@@ -25,6 +25,11 @@ class LanqorResultTables;
 /// and, for atoms that it bonds to nothing, to all within the sum of their covalent radii and 0.4
 /// Angstrom. Inside a
 /// ligand the atoms keep their order.
+///
+/// Two atoms other than hydrogen that are nearer to each other than 0.6 times the sum of their
+/// covalent radii are two places of one disordered atom: the first in the file stays (the ion,
+/// where it is one of them), the other goes with the hydrogen atoms on it, and a message tells so.
+/// Of two hydrogen atoms within 0.4 Angstrom the first stays, too.
 class LANQORENGINE_EXPORT LanqorOrganizeMolecules : public LanqorAbstractObjCalculation
 {
     Q_OBJECT
@@ -41,11 +46,19 @@ public:
     /// Further keywords of a ".mop" file, as "SPARKLE CHARGE=1"; empty by default.
     void setExtraMopacKeywords(const QString &keywords);
 
+    /// Method of a ".mop" file, one of LanqorFilesConverter::mopacMethods(); AM1 by default.
+    void setMopacMethod(const QString &method);
+    /// Whether a ".mop" file is a job for a QDC fit; see LanqorFilesConverter.
+    void setMopacJobForQdcFit(const bool &isForQdcFit);
+
     /// Reads the file and sorts its atoms. Fails when there is no lanthanide ion or more than
-    /// one, or when two atoms overlap; results of an earlier call stay then.
+    /// one, or when a hydrogen atom overlaps with another element; results of an earlier call stay
+    /// then.
     bool organize();
     /// Writes the organised structure as ".mol2" (with its bonds), ".xyz" or ".mop", told by the
     /// suffix. An existing file is replaced whole or not at all.
+    bool createOutpuFile(const QString &fileName);
+    /// Another name of createOutpuFile().
     bool createOutputFile(const QString &fileName);
 
     /// Element of the ion, "Eu"; empty before organize().

@@ -21,6 +21,15 @@ struct OrganizedLigand
     QVector<int> coordinatedAtoms;
 };
 
+/// Fragments of one formula that were left out.
+struct OmittedFragment
+{
+    QString formula;
+    int count = 0;
+    bool isChargeKnown = false; ///< of a common counter-ion or solvent, told by its connectivity
+    int charge = 0;             ///< of each one, elementary charges
+};
+
 /// A structure in the order of atoms that all calculations need.
 struct OrganizeResults
 {
@@ -28,4 +37,5 @@ struct OrganizeResults
     int coordNumber = 0;
     QVector<OrganizedAtom> atoms; ///< in the new order, the ion first
     QVector<OrganizedLigand> ligands;
+    QVector<OmittedFragment> omittedFragments; ///< those not bound to the ion, unless they are kept
 };

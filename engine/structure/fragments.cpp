@@ -4,6 +4,9 @@
 #include "core/elements_p.h"
 #include "input/atomGrid_p.h"
 #include "input/bondCutOff_p.h"
+#include "input/disorder_p.h"
+
+#include <LanqorEngine/LanqorInputData.h>
 
 #include <algorithm>
 
@@ -48,6 +51,64 @@ bool isGroup1Or2Metal(const Coord &atom)
     }
 }
 
+bool isHydrogen(const Coord &atom)
+{
+    return atom.label == QLatin1String("H") || atom.label == QLatin1String("D") ||
+           atom.label == QLatin1String("T");
+}
+
+/// The atoms that each hydrogen atom is bonded to: by the file, else the nearest within 1.4
+/// Angstrom; none for other atoms.
+QVector<QVector<int>> carriersOfHydrogens(const QVector<Coord> &atoms, const QVector<Bond> &bonds)
+{
+    QVector<QVector<int>> carriers(atoms.size());
+    for (const Bond &bond : bonds) {
+        if (isHydrogen(atoms.at(bond.first)))
+            carriers[bond.first].append(bond.second);
+        if (isHydrogen(atoms.at(bond.second)))
+            carriers[bond.second].append(bond.first);
+    }
+    constexpr double longestBond = 1.4; // Angstrom, in crystal structures
+    const AtomGrid grid(atoms, longestBond);
+    for (int i = 0; i < atoms.size(); ++i) {
+        if (!isHydrogen(atoms.at(i)) || !carriers.at(i).isEmpty())
+            continue;
+        int nearest = -1;
+        grid.visitEarlier(atoms.at(i), atoms.size(), [&](int other) {
+            const double r = distanceOf(atoms.at(i), atoms.at(other));
+            if (!isHydrogen(atoms.at(other)) && r < longestBond &&
+                (nearest < 0 || r < distanceOf(atoms.at(i), atoms.at(nearest))))
+                nearest = other;
+            return false;
+        });
+        if (nearest >= 0)
+            carriers[i].append(nearest);
+    }
+    return carriers;
+}
+
+/// Whether a hydrogen atom on the second place of an atom goes with it. It stays as one of the
+/// first place's when that has none, or when it is at the length of a bond from it and not in the
+/// place of another: hydrogen atoms on one atom are 1.5 Angstrom or more apart.
+bool goesWith(int hydrogen, const SecondPlace &place, const QVector<Coord> &atoms,
+              const QVector<QVector<int>> &hydrogens)
+{
+    const QVector<int> &others = hydrogens.at(place.kept);
+    if (others.isEmpty())
+        return false;
+    constexpr int several = 2; // no atom of a ligand has four
+    if (others.size() >= several && hydrogens.at(place.atom).size() >= several)
+        return true;
+    constexpr double hydrogenRadius = 0.31; // Angstrom
+    constexpr double tolerance = 0.2;       // Angstrom, narrower than for other bonds
+    constexpr double nearest = 1.2;         // Angstrom
+    const Coord &atom = atoms.at(hydrogen);
+    return distanceOf(atom, atoms.at(place.kept)) >
+               radiusOf(atoms.at(place.kept)) + hydrogenRadius + tolerance ||
+           std::any_of(others.begin(), others.end(),
+                       [&](int other) { return distanceOf(atom, atoms.at(other)) < nearest; });
+}
+
 } // namespace
 
 double distance(const Coord &a, const Coord &b)
@@ -67,6 +128,51 @@ std::optional<std::pair<int, int>> overlappingAtoms(const QVector<Coord> &atoms)
         });
     }
     return pair;
+}
+
+QVector<SecondPlace> secondPlaces(const QVector<Coord> &atoms, const QVector<Bond> &bonds)
+{
+    QVector<SecondPlace> found;
+    QVector<bool> isOmitted(atoms.size(), false);
+    const auto omit = [&](int atom, int kept) {
+        found.append({atom, kept});
+        isOmitted[atom] = true;
+    };
+    for (const auto &pair : disorder::pairs(atoms)) {
+        if (isOmitted.at(pair.first) || isOmitted.at(pair.second))
+            continue;
+        const bool isIonSecond = LanqorInputData::isLanthanide(atoms.at(pair.second).label) &&
+                                 !LanqorInputData::isLanthanide(atoms.at(pair.first).label);
+        omit(isIonSecond ? pair.first : pair.second, isIonSecond ? pair.second : pair.first);
+    }
+    const QVector<QVector<int>> carriers = carriersOfHydrogens(atoms, bonds);
+    QVector<QVector<int>> hydrogens(atoms.size());
+    for (int i = 0; i < atoms.size(); ++i)
+        for (const int carrier : carriers.at(i))
+            hydrogens[carrier].append(i);
+    const QVector<SecondPlace> heavy = found;
+    for (const SecondPlace &place : heavy) {
+        for (const int hydrogen : hydrogens.at(place.atom)) {
+            const QVector<int> &own = carriers.at(hydrogen);
+            const auto isGone = [&](int atom) { return isOmitted.at(atom); };
+            if (!isOmitted.at(hydrogen) && std::all_of(own.begin(), own.end(), isGone) &&
+                goesWith(hydrogen, place, atoms, hydrogens))
+                omit(hydrogen, hydrogen);
+        }
+    }
+    const AtomGrid grid(atoms, overlapDistance);
+    for (int i = 0; i < atoms.size(); ++i) {
+        if (!isHydrogen(atoms.at(i)) || isOmitted.at(i))
+            continue;
+        grid.visitEarlier(atoms.at(i), i, [&](int other) {
+            const bool isSame = isHydrogen(atoms.at(other)) && !isOmitted.at(other) &&
+                                distance(atoms.at(i), atoms.at(other)) < overlapDistance;
+            if (isSame)
+                omit(i, other);
+            return isSame;
+        });
+    }
+    return found;
 }
 
 bool isWithinBondLength(const Coord &a, const Coord &b)

@@ -15,9 +15,19 @@ namespace fragments {
 /// Coordinates beyond this, Angstrom, are no structure.
 constexpr double largestCoordinate = 1e6;
 
-/// Two atoms nearer to each other than any bond is long: an atom given twice, or the places of a
-/// disordered one.
+/// Two atoms nearer to each other than any bond is long.
 std::optional<std::pair<int, int>> overlappingAtoms(const QVector<Coord> &atoms);
+
+/// An atom and the one that stands in the place of it.
+struct SecondPlace
+{
+    int atom = 0;
+    int kept = 0;
+};
+/// The second places of disordered atoms, then the hydrogen atoms on them that are second places
+/// themselves, for which `kept` is the atom itself, and hydrogen atoms next to another one.
+QVector<SecondPlace> secondPlaces(const QVector<Coord> &atoms,
+                                  const QVector<structureFiles::Bond> &bonds);
 
 /// Whether two atoms are within the sum of their covalent radii (Cordero et al., Dalton Trans.
 /// 2832, 2008) and 0.4 Angstrom.

@@ -4,8 +4,10 @@
 #include "core/reportText_p.h"
 #include "structure/structureText_p.h"
 
+#include <LanqorEngine/LanqorFilesConverter.h>
 #include <LanqorEngine/LanqorInputData.h>
 
+#include <QHash>
 #include <QStringList>
 
 #include <algorithm>
@@ -18,7 +20,7 @@ namespace jobFiles {
 
 namespace {
 
-constexpr int multiplicity = 1;
+constexpr int closedShell = 1; // multiplicity
 /// Orbitals on either side of the gap that take part in the excitations of a ZINDO job, and states
 /// of each multiplicity that it prints; chosen to reach the lowest states of common ligands.
 constexpr int windowWidth = 30;
@@ -32,6 +34,26 @@ QStringList elementsOf(const QVector<Coord> &atoms)
             elements.append(atom.label);
     }
     return elements;
+}
+
+/// Electrons that an atom brings into a neutral system, of a 3+ lanthanide those beyond its core;
+/// empty for an unknown element.
+std::optional<int> electronsOf(const QString &label)
+{
+    // Beside the elements: isotopes of hydrogen; MOPAC's capped bond and charges without a basis,
+    // which count like the atom in whose place they stand; what is no atom.
+    static const QHash<QString, int> others = {
+        {QStringLiteral("D"), 1},   {QStringLiteral("T"), 1},   {QStringLiteral("Cb"), 1},
+        {QStringLiteral("+"), 1},   {QStringLiteral("-"), -1},  {QStringLiteral("++"), 2},
+        {QStringLiteral("--"), -2}, {QStringLiteral("Hg"), 80}, {QStringLiteral("X"), 0},
+        {QStringLiteral("XX"), 0},  {QStringLiteral("Tv"), 0}};
+    if (LanqorInputData::isLanthanide(label))
+        return ionCharge;
+    const int number = atomicNumberOf(label);
+    const auto other = others.constFind(label);
+    if (number == 0 && other == others.cend())
+        return std::nullopt;
+    return number > 0 ? number : *other;
 }
 
 /// Valence basis functions of an element in INDO/S: s for H and He, s and p for main groups, s,
@@ -117,17 +139,48 @@ QString zindoAtoms(const QVector<Coord> &atoms)
 
 } // namespace
 
-QString mopacJob(const QVector<Coord> &atoms, const QString &extraKeywords)
+QStringList mopacMethods()
+{
+    return {QStringLiteral("AM1"), QStringLiteral("PM3"), QStringLiteral("PM6"),
+            QStringLiteral("PM7"), QStringLiteral("RM1")};
+}
+
+QString unknownMethod(const QString &method)
+{
+    return LanqorFilesConverter::tr("There is no MOPAC method \"%1\" here; there are %2.")
+        .arg(method, mopacMethods().join(QStringLiteral(", ")));
+}
+
+std::optional<int> electronCount(const QVector<Coord> &atoms, int charge)
+{
+    int electrons = -charge;
+    for (const Coord &atom : atoms) {
+        const std::optional<int> own = electronsOf(atom.label);
+        if (!own)
+            return std::nullopt;
+        electrons += *own;
+    }
+    return electrons;
+}
+
+QString mopacJob(const QVector<Coord> &atoms, const MopacJob &job)
 {
     // After keyword lines joined by "+" MOPAC takes two lines as title and comment; with one
     // blank line alone it would take the ion's row for the second and lose the ion.
-    QString text = QStringLiteral("AM1 PRECISE XYZ T=10D BFGS GNORM=0.25 +   \n"
+    QString text = job.method +
+                   QStringLiteral(" PRECISE XYZ T=10D BFGS GNORM=0.25 +   \n"
                                   "NOLOG GEO-OK SCFCRT=1.D-10    ") +
-                   extraKeywords + QStringLiteral("\n\n\n");
+                   job.extraKeywords +
+                   (job.isForQdcFit ? QStringLiteral(" ALLVEC\n\n\n") : QStringLiteral("\n\n\n"));
     for (const Coord &atom : atoms)
         text += QStringLiteral("%1%2 1%3 1%4 1\n")
                     .arg(atom.label, -3)
                     .arg(fixed(atom.x, 9, 17), fixed(atom.y, 9, 17), fixed(atom.z, 9, 17));
+    // The second job takes the geometry that the first one ends with.
+    if (job.isForQdcFit)
+        text += QLatin1Char('\n') + job.method +
+                QStringLiteral(" FORCE OLDGEO LET XYZ T=10D NOLOG GEO-OK ") + job.extraKeywords +
+                QStringLiteral("\n\n\n");
     return text;
 }
 
@@ -141,13 +194,19 @@ QString pseudopotentialOf(const QString &label)
                          : QStringLiteral("MWB%1").arg(coreElectronsOfLanthanum + (found - first));
 }
 
-QString gaussianJob(const QVector<Coord> &atoms, int charge, const QString &baseName)
+QString gaussianJob(const QVector<Coord> &atoms, int charge, int multiplicity,
+                    const QString &baseName)
 {
+    const QString states = multiplicity == closedShell ? QStringLiteral("nstates=10,50-50")
+                                                       : QStringLiteral("nstates=10");
+
     QString text = QStringLiteral("%chk=") + baseName +
                    QStringLiteral(".chk\n"
                                   "%nproc=8\n"
                                   "%mem=4GB\n"
-                                  "#td=(nstates=10,50-50) scf=(maxcyc=800) LC-wPBE/genecp "
+                                  "#td=(") +
+                   states +
+                   QStringLiteral(") scf=(maxcyc=800) LC-wPBE/genecp "
                                   "pseudo=read guess=core pop=full\n"
                                   "\n Title Card Required \n\n");
     text += QStringLiteral("%1 %2\n").arg(charge).arg(multiplicity);
@@ -215,7 +274,7 @@ QString orcaJob(const OrcaJob &job)
                            "end\n");
     if (!job.pointChargeFile.isEmpty())
         text += QStringLiteral("%pointcharges \"") + job.pointChargeFile + QStringLiteral("\"\n");
-    text += QStringLiteral("*xyz %1 %2\n").arg(job.charge).arg(multiplicity);
+    text += QStringLiteral("*xyz %1 %2\n").arg(job.charge).arg(closedShell);
     for (const Coord &atom : job.atoms)
         text += atomRow(atom) + QLatin1Char('\n');
     return text + QStringLiteral("*\n");

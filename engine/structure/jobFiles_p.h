@@ -3,25 +3,45 @@
 #include <LanqorEngine/Coord.h>
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
-/// Texts of input files of quantum-chemistry programs. Multiplicity is 1 throughout: the ligands
-/// are closed shells, and the 4f shell is in the core or left out.
+#include <optional>
+
+/// Texts of input files of quantum-chemistry programs. Multiplicity is 1 unless another is given:
+/// the ligands are closed shells, and the 4f shell is in the core or left out.
 namespace jobFiles {
 
 /// Charge of a trivalent lanthanide ion that stands as a point charge, elementary charges.
 constexpr int ionCharge = 3;
 
-/// An AM1 optimisation of all coordinates by MOPAC; @p extraKeywords end the second keyword line.
-QString mopacJob(const QVector<Coord> &atoms, const QString &extraKeywords);
+/// Methods of a MOPAC job for which there are sparkle parameters of the lanthanides.
+QStringList mopacMethods();
+struct MopacJob
+{
+    QString method = QStringLiteral("AM1");
+    QString extraKeywords;    ///< end the second keyword line
+    bool isForQdcFit = false; ///< all orbitals, and a second job with the force constants
+};
+/// An optimisation of all coordinates by MOPAC.
+QString mopacJob(const QVector<Coord> &atoms, const MopacJob &job);
+
+/// What to say to a method that is not among them.
+QString unknownMethod(const QString &method);
+
+/// Electrons of the atoms at this charge, each lanthanide a 3+ ion without any; empty when an atom
+/// is of no known element.
+std::optional<int> electronCount(const QVector<Coord> &atoms, int charge);
 
 /// Name of the large-core pseudopotential of a lanthanide, 4f shell of the trivalent ion in the
 /// core (Dolg, Stoll, Savin, Preuss, Theor. Chim. Acta 75, 173, 1989): MWBn with the number n
 /// of core electrons, 46 for La to 60 for Lu. Empty for other elements.
 QString pseudopotentialOf(const QString &label);
 
-/// A Gaussian job; the checkpoint file is named @p baseName + ".chk".
-QString gaussianJob(const QVector<Coord> &atoms, int charge, const QString &baseName);
+/// A Gaussian job; the checkpoint file is named @p baseName + ".chk". An open shell has states of
+/// its own multiplicity only.
+QString gaussianJob(const QVector<Coord> &atoms, int charge, int multiplicity,
+                    const QString &baseName);
 
 /// Single excitations of a ZINDO job, orbital numbers from 1.
 struct ActiveWindow

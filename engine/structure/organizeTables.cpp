@@ -21,6 +21,16 @@ LanqorResultTables LanqorOrganizeMolecules::makeTables(const OrganizeResults &re
         QStringLiteral("ligands"),
         {{QStringLiteral("ligand"), none}, {QStringLiteral("coordinated_atoms_from_1"), none}},
         ligands);
+    QVector<QVector<QVariant>> omitted;
+    for (const OmittedFragment &fragment : results.omittedFragments)
+        omitted.append({fragment.formula, fragment.count,
+                        fragment.isChargeKnown ? QVariant(fragment.charge) : QVariant()});
+    if (!omitted.isEmpty())
+        tables.addTable(QStringLiteral("omitted_fragments"),
+                        {{QStringLiteral("fragment"), none},
+                         {QStringLiteral("count"), none},
+                         {QStringLiteral("charge"), QStringLiteral("e")}},
+                        omitted);
     QVector<QVector<QVariant>> atoms;
     for (int i = 0; i < results.atoms.size(); ++i) {
         const OrganizedAtom &atom = results.atoms.at(i);

@@ -127,6 +127,33 @@ private Q_SLOTS:
         COMPARE_NEAR(ours.getFinalHeat(), reference.getFinalHeat(), 1e-5);
     }
 
+    // The job for a QDC fit, run by MOPAC, is what the fit reads.
+    void qdcJobIsReadByTheFit()
+    {
+        const QString mopac = QStandardPaths::findExecutable(QStringLiteral("mopac"));
+        if (mopac.isEmpty())
+            QSKIP("needs MOPAC");
+        const QString file =
+            scratchFile(QStringLiteral("small.xyz"), "5\n\nEu 0 0 0\nCl 2.6 0 0\nO 0 2.4 0\n"
+                                                     "H 0.76 2.95 0\nH -0.76 2.95 0\n");
+        LanqorFilesConverter converter(nullptr, file);
+        converter.setMopacMethod(QStringLiteral("RM1"));
+        converter.setMopacJobForQdcFit(true);
+        converter.setExtraMopacKeywords(QStringLiteral("SPARKLE CHARGE=2 THREADS=1"));
+        QVERIFY(converter.convertFromOutToMop(path("qdc.mop")));
+        const RunResult run = runInFolder(mopac, {QStringLiteral("qdc.mop")}, folder.path());
+        QVERIFY2(run.isDone, qPrintable(run.output));
+        const testSupport::ProgramRun fit = testSupport::runProgram(
+            {QStringLiteral("fit"), QStringLiteral("qdc"), QStringLiteral("qdc.out"),
+             QStringLiteral("--omega2"), QStringLiteral("5"), QStringLiteral("--omega4"),
+             QStringLiteral("5"), QStringLiteral("--points"), QStringLiteral("20"),
+             QStringLiteral("--print"), QStringLiteral("all")},
+            folder.path());
+        QVERIFY2(fit.exitStatus == 0, qPrintable(fit.error));
+        converter.setMopacMethod(QStringLiteral("PM5"));
+        QVERIFY(!converter.convertFromOutToMop(path("qdc.mop")));
+    }
+
     void openBabelReadsXyz()
     {
         const QString babel = QStandardPaths::findExecutable(QStringLiteral("obabel"));
@@ -157,6 +184,10 @@ private Q_SLOTS:
             const QString expected = QStringLiteral("%1 0 \nMWB%2\n").arg(ion).arg(46 + i);
             const QString text = QString::fromUtf8(testSupport::readAll(path("ion.gjf")));
             QVERIFY2(text.count(expected) == 2, qPrintable(text));
+            QVERIFY(!converter.convertFromOutToGjf(path("an ion.gjf")));
+            QVERIFY(converter.getLastError().contains(QLatin1String("%chk=an ion.chk")));
+            // Ten electrons of water oxide's oxygen, none of the ion's.
+            QCOMPARE(LanqorFilesConverter::electronCount(atomsOf(file), 1).value_or(-1), 10);
         }
         const QString water = scratchFile(QStringLiteral("water.xyz"), "1\n\nO 0 0 0\n");
         LanqorFilesConverter converter(nullptr, water);
@@ -201,6 +232,14 @@ private Q_SLOTS:
         double z = 0.0;
         QVERIFY(next.readChargePointFileOrca(x, y, z)); // as ORCA's output beside it will be read
         QVERIFY(x == 0.5 && y == -0.25 && z == 2.4);
+
+        const QByteArray cutMark = "*Only the first 1 virtual orbitals were printed.\n";
+        QVERIFY(!spy.contains(QStringLiteral("empty orbitals only")));
+        write("ligand.orcout", orcaOutput(orbitals + cutMark));
+        LanqorFilesConverter cut(nullptr, path("ligand.orcout"));
+        testSupport::MessageSpy cutSpy(cut);
+        QVERIFY(cut.convertFromOutToInpOrca(path("next.orcinp"), true, true, 0, 10, 5));
+        QVERIFY(cutSpy.contains(QStringLiteral("first 1 empty orbitals only")));
 
         const QString noEmpty = scratchFile(QStringLiteral("filled.orcout"),
                                             orcaOutput(orbitals.left(orbitals.indexOf("   2 "))));

@@ -104,6 +104,8 @@ QStringList asSortedText(const QVector<Coord> &atoms)
 
 } // namespace
 
+Q_DECLARE_METATYPE(QVector<Mol2Atom>)
+
 class TestOrganizeMolecules : public QObject
 {
     Q_OBJECT
@@ -171,7 +173,7 @@ private Q_SLOTS:
             nullptr, scratchFile(QStringLiteral("crystal.mol2"), crystal(true)));
         QVERIFY(structure.organize());
         structure.setExtraMopacKeywords(QStringLiteral("SPARKLE CHARGE=0 1SCF THREADS=1"));
-        QVERIFY(structure.createOutputFile(folder.filePath(QStringLiteral("organised.mop"))));
+        QVERIFY(structure.createOutpuFile(folder.filePath(QStringLiteral("organised.mop"))));
         QProcess process;
         process.setWorkingDirectory(folder.path());
         process.start(mopac, {QStringLiteral("organised.mop")});
@@ -189,7 +191,7 @@ private Q_SLOTS:
         LanqorOrganizeMolecules structure(
             nullptr, dataFile(QStringLiteral("mopac/eu_terpy_acac_no3_2_am1_int_unordered.out")));
         const QString file = folder.filePath(QStringLiteral("ordered.xyz"));
-        QVERIFY(structure.organize() && structure.createOutputFile(file));
+        QVERIFY(structure.organize() && structure.createOutpuFile(file));
         LanqorInputData data(nullptr, file);
         QVERIFY(data.readXYZFile() && data.createSphericalCoordinate());
         LanqorInputData *geometry = &data;
@@ -289,9 +291,9 @@ private Q_SLOTS:
         atoms.append({"Tb1", "Tb", 8.0, 0.0, 0.0});
         QTest::newRow("two ions") << mol2Text(atoms, smallBonds) << QStringLiteral("Eu 5 and Tb 6");
         atoms = smallComplex;
-        atoms.append({"O2", "O.3", 2.4, 0.1, 0.0});
-        QTest::newRow("an atom twice")
-            << mol2Text(atoms, smallBonds) << QStringLiteral("O 1 and O 6");
+        atoms.append({"N2", "N.3", 3.0, 0.76, 0.1});
+        QTest::newRow("two elements in one place")
+            << mol2Text(atoms, smallBonds) << QStringLiteral("H 2 and N 6");
         QTest::newRow("an atom number twice")
             << mol2Text(smallComplex, smallBonds).replace("\n2 H1", "\n1 H1")
             << QStringLiteral("Atom number 1 stands twice");
@@ -311,7 +313,104 @@ private Q_SLOTS:
         QVERIFY(!structure.organize());
         QVERIFY2(structure.getLastError().contains(message), qPrintable(structure.getLastError()));
         QCOMPARE(spy.messages, QStringList(structure.getLastError()));
-        QVERIFY(!structure.createOutputFile(folder.filePath(QStringLiteral("never.xyz"))));
+        QVERIFY(!structure.createOutpuFile(folder.filePath(QStringLiteral("never.xyz"))));
+    }
+
+    void disorderedAtomsKeepTheirFirstPlace_data()
+    {
+        QTest::addColumn<QVector<Mol2Atom>>("further");
+        QTest::addColumn<QString>("leftOut");
+        const auto row = [](const char *name, const QVector<Mol2Atom> &further,
+                            const QString &leftOut) { QTest::newRow(name) << further << leftOut; };
+        row("an atom twice", {{"O2", "O.3", 2.4, 0.1, 0.0}},
+            QStringLiteral("O 6 (0.100 Angstrom from O 1)"));
+        row("water in two places, which count as one donor",
+            {{"O2", "O.3", 2.35, 0.0, 0.68},
+             {"H3", "H", 2.95, 0.76, 0.9},
+             {"H4", "H", 2.95, -0.76, 0.9}},
+            QStringLiteral("O 6 (0.682 Angstrom from O 1), H 7, H 8"));
+        row("methylene in two places, turned",
+            {{"C1", "C.3", 0.0, 9.0, 0.0},
+             {"H5", "H", 0.8, 9.5, -0.5},
+             {"H6", "H", -0.8, 9.5, -0.5},
+             {"C2", "C.3", 0.0, 9.0, 0.3},
+             {"H7", "H", 0.0, 9.8, 1.0},
+             {"H8", "H", 0.0, 8.2, 1.0}},
+            QStringLiteral("C 9 (0.300 Angstrom from C 6), H 10, H 11"));
+        row("hydrogen twice", {{"H3", "H", 3.0, 0.76, 0.3}},
+            QStringLiteral("H 6 (0.300 Angstrom from H 2)"));
+        row("an atom in the ion's place", {{"Cl2", "Cl", 0.3, 0.0, 0.0}},
+            QStringLiteral("Cl 6 (0.300 Angstrom from Eu 5)"));
+    }
+    void disorderedAtomsKeepTheirFirstPlace()
+    {
+        QFETCH(QVector<Mol2Atom>, further);
+        QFETCH(QString, leftOut);
+        for (const bool isFirst : {false, true}) { // the further atoms stand before the others
+            if (isFirst && !leftOut.startsWith(QLatin1String("Cl")))
+                continue;
+            const QVector<Mol2Atom> atoms =
+                isFirst ? further + smallComplex : smallComplex + further;
+            LanqorOrganizeMolecules structure(
+                nullptr, scratchFile(QStringLiteral("disorder.mol2"), mol2Text(atoms, {})));
+            testSupport::MessageSpy spy(structure);
+            QVERIFY2(structure.organize(), qPrintable(structure.getLastError()));
+            QVERIFY2(isFirst || spy.messages.first().contains(QLatin1String("Left out are ") +
+                                                              leftOut + QLatin1Char('.')),
+                     qPrintable(spy.messages.first()));
+            QCOMPARE(structure.getCoordNumber(), 2);
+            QCOMPARE(structure.getCoord().size(),
+                     atoms.size() - leftOut.count(QStringLiteral(", ")) - 1);
+            QCOMPARE(structure.getLanthanideLabel(), QStringLiteral("Eu"));
+            QCOMPARE(structure.getResults().atoms.first().sourceAtom, isFirst ? 6 : 5);
+        }
+    }
+
+    // Isomers and what lacks hydrogen atoms are not taken for a species of known charge.
+    void chargesOfFragmentsLeftOut()
+    {
+        const QString babel = QStandardPaths::findExecutable(QStringLiteral("obabel"));
+        if (babel.isEmpty())
+            QSKIP("needs Open Babel");
+        const QByteArray species = "[Cl-] -1\n[I-] -1\n[Na+] 1\n[O-][N+](=O)[O-] -1\n"
+                                   "[O-]Cl(=O)(=O)=O -1\nF[B-](F)(F)F -1\n"
+                                   "F[P-](F)(F)(F)(F)F -1\nFC(F)(F)S(=O)(=O)[O-] -1\n"
+                                   "CC(=O)[O-] -1\nFC(F)(F)C(=O)[O-] -1\n[OH3+] 1\n[NH4+] 1\n"
+                                   "C[N+](C)(C)C 1\nCC[NH+](CC)CC 1\nCC[N+](CC)(CC)CC 1\nO 0\n"
+                                   "CO 0\nCCO 0\nCC(O)C 0\nCC#N 0\nCN(C)C=O 0\nCS(=O)C 0\n"
+                                   "C1CCCO1 0\nO1CCOCC1 0\nCCOCC 0\nCC(=O)C 0\nCCOC(C)=O 0\n"
+                                   "ClCCl 0\nClC(Cl)Cl 0\nClCCCl 0\nc1ccccc1 0\nCc1ccccc1 0\n"
+                                   "c1ccncc1 0\nCCCCCC 0\nCOC ?\nCC(Cl)Cl ?\n[O-]ON=O ?\n"
+                                   "CC(C)CCC ?\nC=CCO ?\nCNC(C)=O ?\n[OH-] ?\nC1=CC=CC=CC1 ?\n"
+                                   "CC(=O)O ?\nCCN(CC)CC ?\n[O-2] ?\n";
+        QProcess process;
+        process.start(babel, {scratchFile(QStringLiteral("species.smi"), species),
+                              QStringLiteral("-h"), QStringLiteral("-omol2")});
+        QVERIFY(process.waitForFinished(60000));
+        structureFiles::Mol2Reader reader(
+            scratchFile(QStringLiteral("species.mol2"), process.readAllStandardOutput()));
+        QVERIFY(reader.open());
+        structureFiles::Mol2Molecule molecule;
+        const QList<QByteArray> rows = species.trimmed().split('\n');
+        for (const QByteArray &row : rows) {
+            QVERIFY(reader.next(molecule));
+            QVector<Mol2Atom> atoms = {{"Eu1", "Eu", -9.0, 0.0, 0.0},
+                                       {"Cl1", "Cl", -9.0, 2.7, 0.0}};
+            QVector<QPair<int, int>> bonds;
+            for (const Coord &atom : qAsConst(molecule.atoms)) // no distance tells of a bond
+                atoms.append(
+                    {atom.label.toLatin1(), atom.label.toLatin1(), 5.0 * atoms.size(), 0.0, 0.0});
+            for (const structureFiles::Bond &bond : qAsConst(molecule.bonds))
+                bonds.append({3 + bond.first, 3 + bond.second});
+            LanqorOrganizeMolecules structure(
+                nullptr, scratchFile(QStringLiteral("solvate.mol2"), mol2Text(atoms, bonds)));
+            structure.setKeepUnboundFragments(false);
+            QVERIFY2(structure.organize(), qPrintable(structure.getLastError()));
+            const OmittedFragment omitted = structure.getResults().omittedFragments.value(0);
+            QCOMPARE(row.left(row.indexOf(' ') + 1) +
+                         (omitted.isChargeKnown ? QByteArray::number(omitted.charge) : "?"),
+                     row);
+        }
     }
 
     void damagedFilesAreOrganisedOrRefused()
