@@ -5,11 +5,13 @@
 #include "input/mopacOutput_p.h"
 #include "input/readerLimits_p.h"
 
+#include <algorithm>
+
 namespace {
 
 using Status = MopacOutputReader::Status;
 
-QString failureText(Status status, const QString &fileName)
+QString failureText(Status status, const QString &fileName, const QString &complaint)
 {
     const QString check = LanqorInputData::tr("\nCheck the file to identify the possible errors.");
     switch (status) {
@@ -27,6 +29,11 @@ QString failureText(Status status, const QString &fileName)
     case Status::NoParameters: // the file name is part of the text, whatever the job used
         return LanqorInputData::tr("\nThe following error was detected in the MOPAC output file: "
                                    "No parameters read in from spk.inp \n");
+    case Status::DiedBeforeScf:
+        return LanqorInputData::tr("\nThe following error was detected in the MOPAC output file: "
+                                   "%1 \n")
+                   .arg(complaint) +
+               fileName;
     case Status::NoCoordinates:
         return LanqorInputData::tr(
                    "\nCannot find the cartesian coordinates from the desired .out file: \n") +
@@ -47,6 +54,35 @@ QString failureText(Status status, const QString &fileName)
         return LanqorInputData::tr("\nThere has been an error during read in dipole.");
     }
     return QString();
+}
+
+/// What the user of a whole output should know of it.
+QStringList doubtsOf(const MopacResults &results)
+{
+    QStringList doubts;
+    if (!results.heatOfFormation && results.charges.isEmpty())
+        doubts.append(LanqorInputData::tr(
+            "The MOPAC output holds neither a heat of formation nor atomic "
+            "charges (FORCE and INDO jobs print none; any other ended before "
+            "its results). Its geometry is the one that the job started from."));
+    else if (results.charges.size() < results.atomCount)
+        doubts.append(
+            LanqorInputData::tr("The MOPAC output holds the charges of %1 of its %2 "
+                                "atoms.")
+                .arg(QString::number(results.charges.size()), QString::number(results.atomCount)));
+    if (!results.complaint.isEmpty())
+        doubts.append(LanqorInputData::tr("MOPAC reports of the last job of this output: \"%1\"")
+                          .arg(results.complaint));
+    const auto isIon = [](const Coord &atom) { return LanqorInputData::isLanthanide(atom.label); };
+    if (results.unpairedElectrons > 0 &&
+        std::any_of(results.atoms.begin(), results.atoms.end(), isIon))
+        doubts.append(LanqorInputData::tr("The MOPAC output is of an open shell (unpaired "
+                                          "electrons: %1), but a complex of a sparkle ion in its "
+                                          "right charge is closed-shell; check the charge of the "
+                                          "system, %2.")
+                          .arg(QString::number(results.unpairedElectrons),
+                               QString::number(results.chargeOnSystem.value_or(0.0))));
+    return doubts;
 }
 
 } // namespace
@@ -73,11 +109,13 @@ bool LanqorInputDataPrivate::readMopacOutput(const InputFile &file, bool keepTv)
     coord += results.atoms;
     coordZMT += results.zMatrix;
     if (status != Status::Read)
-        return owner.failWith(failureText(status, fileName));
+        return owner.failWith(failureText(status, fileName, results.complaint));
     owner.emitProgress(
         tr(" -> (Read Input Data) Cartesian coordinates successfully loaded from the "
            "desired Mopac output file: \n") +
         fileName);
+    for (const QString &doubt : doubtsOf(results))
+        Q_EMIT owner.newObjCalculationMessage(doubt + QLatin1Char('\n') + fileName);
     return true;
 }
 

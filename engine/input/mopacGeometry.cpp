@@ -1,7 +1,10 @@
 #include "input/mopacOutput_p.h"
 
+#include "core/internalCoordinates_p.h"
 #include "input/readerLimits_p.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 using textFields::contains;
@@ -52,12 +55,14 @@ void MopacOutputReader::readCoordinates()
             break;
         }
         const bool isVector = isTranslationVector(fields[1]);
-        if (!isVector)
-            ++block.atomCount;
+        block.atomCount += isVector ? 0 : 1;
         if (!isVector || keepTranslationVectors)
             block.atoms.append(atom);
     }
-    keepBlock(std::move(block));
+    if (block.atoms.size() == block.atomCount)
+        block.atoms += job.translationVectors;
+    if (!job.isTurned)
+        keepBlock(std::move(block));
 }
 
 /// Row of number, label, x, y, z.
@@ -81,8 +86,8 @@ MopacOutputReader::RowKind MopacOutputReader::readCoordinateRow(Coord &atom)
 }
 
 /// The table "ATOM CHEMICAL" that repeats the geometry in the form of the job's input: Cartesian
-/// coordinates, of which only the number of atoms is noted, or a Z-matrix, told by the titles of
-/// its reference columns.
+/// coordinates, of which only the number of atoms and the translation vectors are noted, or a
+/// Z-matrix, told by the titles of its reference columns.
 void MopacOutputReader::readGeometryEcho()
 {
     if (!reader.next())
@@ -92,6 +97,7 @@ void MopacOutputReader::readGeometryEcho()
     if (!isZMatrix)
         reader.unread();
     QVector<CoordZMT> zMatrix;
+    QVector<Coord> vectors;
     int rows = 0;
     int atoms = 0;
     bool intact = true;
@@ -107,6 +113,9 @@ void MopacOutputReader::readGeometryEcho()
         const bool isVector = isTranslationVector(fields[1]);
         if (!isVector && !isDummy(fields[1]))
             ++atoms;
+        Coord vector;
+        if (!isZMatrix && isVector && readCoordinateRow(vector) == RowKind::Row)
+            vectors.append(vector);
         if (!isZMatrix || !intact || (isVector && !keepTranslationVectors))
             continue;
         CoordZMT zRow;
@@ -116,6 +125,22 @@ void MopacOutputReader::readGeometryEcho()
     }
     job.echoedAtoms = atoms;
     job.zMatrix = intact ? zMatrix : QVector<CoordZMT>();
+    if (keepTranslationVectors)
+        noteTranslationVectors(vectors, job.zMatrix);
+}
+
+/// Vectors of a Z-matrix run from atom 1, which stands at the origin.
+void MopacOutputReader::noteTranslationVectors(const QVector<Coord> &cartesian,
+                                               const QVector<CoordZMT> &zMatrix)
+{
+    job.translationVectors = cartesian;
+    const auto isVector = [](const auto &row) { return row.label == QLatin1String("Tv"); };
+    if (std::none_of(zMatrix.begin(), zMatrix.end(), isVector))
+        return;
+    const auto geometry = internalCoordinates::gmetry(zMatrix);
+    if (geometry.failedAtom == 0)
+        std::copy_if(geometry.atoms.begin(), geometry.atoms.end(),
+                     std::back_inserter(job.translationVectors), isVector);
 }
 
 /// Row of number, label, then distance, angle and dihedral and as many references; old versions
@@ -144,7 +169,10 @@ bool MopacOutputReader::readZMatrixRow(CoordZMT &zRow)
 void MopacOutputReader::keepBlock(Block &&block)
 {
     block.zMatrix = job.zMatrix;
-    if (job.hasFirstBlock) {
+    block.job = jobNumber;
+    if (job.hasFirstBlock || job.hasHeat) {
+        if (!job.hasFirstBlock)
+            job.firstBlockAtoms = job.echoedAtoms.value_or(block.atomCount);
         finalBlock = std::move(block);
         finalBlockExpectedAtoms = job.firstBlockAtoms;
         return;
@@ -164,12 +192,17 @@ void MopacOutputReader::keepBlock(Block &&block)
 
 MopacOutputReader::Status MopacOutputReader::chooseGeometry()
 {
+    found.chargeOnSystem = job.system.charge;
     if (!anyBlock)
         return Status::NoCoordinates;
+    passSystemOn();
     const Block &chosen = finalBlock         ? *finalBlock
                           : singlePointBlock ? *singlePointBlock
                                              : startBlock;
     found.atoms = chosen.atoms;
+    found.atomCount = chosen.atomCount;
+    found.chargeOnSystem = chosen.system.charge;
+    found.unpairedElectrons = chosen.system.unpairedElectrons;
     found.zMatrix = chosen.zMatrix;
     const bool isWhole = chosen.intact && !chosen.atoms.isEmpty();
     if (finalBlock)
@@ -177,5 +210,7 @@ MopacOutputReader::Status MopacOutputReader::chooseGeometry()
                                                                       : Status::NoFinalCoordinates;
     if (!isWhole)
         return Status::NoCoordinates;
-    return singlePointBlock ? Status::Read : Status::NoFinalCoordinates;
+    if (!singlePointBlock)
+        return Status::NoFinalCoordinates;
+    return job.hasReachedScf || job.complaint.isEmpty() ? Status::Read : Status::DiedBeforeScf;
 }

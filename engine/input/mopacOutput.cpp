@@ -3,6 +3,7 @@
 #include "input/readerLimits_p.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 using textFields::contains;
 using textFields::isBlank;
@@ -10,6 +11,8 @@ using textFields::startsWith;
 using textFields::trimmed;
 
 namespace {
+
+const QLatin1String citationOpening("MOPAC Program Reference\n\n");
 
 /// A rule of asterisks closes the title box and frames the list of keywords. Old versions print
 /// further characters behind it.
@@ -28,6 +31,31 @@ std::string_view withoutFrame(std::string_view text)
     while (!text.empty() && text.back() == '*')
         text.remove_suffix(1);
     return trimmed(text);
+}
+
+/// " **                     **"
+bool isBlankFrame(std::string_view text)
+{
+    text = trimmed(text);
+    return startsWith(text, "**") && withoutFrame(text).empty();
+}
+
+/// "  ATOM NO.   TYPE          CHARGE      No. of ELECS. ...", in old versions "ATOM  ELECTRON
+/// DENSITY" at its end; wider where the atoms have labels. The table of charges fitted to the
+/// electrostatic potential has another distance between its titles and no electrons.
+bool isHeadOfCharges(std::string_view line)
+{
+    return contains(line, "ATOM NO.   TYPE") ||
+           (contains(line, "ATOM NO. ") && contains(line, " TYPE ") &&
+            contains(line, "No. of ELECS."));
+}
+
+/// Texts on elements that the method lacks, where no report at the end of the output repeats them.
+bool isLackOfParameters(std::string_view line)
+{
+    return contains(line, "DATA ARE NOT AVAILABLE FOR") ||
+           contains(line, "Data are not available for") ||
+           contains(line, "arameters for some elements are missing");
 }
 
 /// Text behind the first occurrence of @p marker; the line must hold it.
@@ -94,6 +122,7 @@ MopacOutputReader::Status MopacOutputReader::read()
         examine(reader.line());
     }
     const Status geometry = chooseGeometry();
+    found.complaint = job.complaint;
     if (tooManyAtoms)
         return Status::TooManyAtoms;
     if (geometry != Status::Read)
@@ -133,15 +162,16 @@ void MopacOutputReader::examine(std::string_view line)
     }
     if (contains(line, "CHARGE ON SYSTEM"))
         readChargeOnSystem(line);
-    if (!job.hasFirstBlock && examineHeader(line))
+    if (!job.hasFirstBlock && !job.hasHeat && examineHeader(line))
         return;
+    examineProgress(line);
     if (contains(line, "(ANGSTROMS)") && contains(line, "SYMBOL"))
         readGeometryEcho();
     else if (contains(line, "FINAL HEAT OF FORMATION"))
         readValue(behind(line, "FINAL HEAT OF FORMATION"), "KCAL", found.heatOfFormation);
     else if (contains(line, "IONIZATION POTENTIAL"))
         readValue(behind(line, "IONIZATION POTENTIAL"), "EV", found.ionPotential);
-    else if (contains(line, "ATOM NO.   TYPE"))
+    else if (isHeadOfCharges(line))
         readCharges();
     else if (contains(line, "DIPOLE") && startsWith(trimmed(line), "DIPOLE") &&
              contains(line, "TOTAL"))
@@ -152,7 +182,82 @@ void MopacOutputReader::examine(std::string_view line)
 
 void MopacOutputReader::startJob()
 {
+    passSystemOn();
     job = Job();
+    ++jobNumber;
+}
+
+/// Gives the geometries of the job what was read of its system since.
+void MopacOutputReader::passSystemOn()
+{
+    for (Block *const block : {&startBlock, finalBlock ? &*finalBlock : nullptr,
+                               singlePointBlock ? &*singlePointBlock : nullptr}) {
+        if (block && block->job == jobNumber)
+            block->system = job.system;
+    }
+}
+
+/// Notes how far the job has come.
+void MopacOutputReader::examineProgress(std::string_view line)
+{
+    if (contains(line, "HEAT OF FORMATION")) {
+        job.hasReachedScf = true;
+        if (contains(line, "FINAL HEAT OF FORMATION")) {
+            job.hasHeat = true;
+            job.isTurned = false;
+        }
+    } else if (contains(line, "ROTATION MATRIX FOR ORIENTATION OF MOLECULE")) {
+        job.isTurned = true;
+    } else if (contains(line, " ELECTRONS ") || contains(line, "OCCUPIED LEVELS")) {
+        readElectrons(line);
+    } else if (contains(line, "Error and normal termination messages")) {
+        readEndMessages();
+    } else if (isLackOfParameters(line)) {
+        addComplaint(trimmed(line));
+    }
+}
+
+/// Unpaired electrons: "UHF CALCULATION, NO. OF ALPHA ELECTRONS =    5" ahead of the same of BETA,
+/// or "NO. OF SINGLY OCCUPIED LEVELS =    1".
+void MopacOutputReader::readElectrons(std::string_view line)
+{
+    const std::size_t sign = line.rfind('=');
+    bool ok = sign != std::string_view::npos && reader.isLineComplete();
+    const int number = ok ? textFields::toInt(trimmed(line.substr(sign + 1)), &ok) : 0;
+    if (!ok)
+        return;
+    if (contains(line, "NO. OF ALPHA ELECTRONS"))
+        job.system.alphaElectrons = number;
+    else if (contains(line, "NO. OF BETA  ELECTRONS"))
+        job.system.unpairedElectrons = std::abs(job.system.alphaElectrons - number);
+    else if (contains(line, "SINGLY OCCUPIED LEVELS"))
+        job.system.unpairedElectrons = number;
+}
+
+/// The box at the end of an output of newer versions: a line each message, the last of which is
+/// "JOB ENDED NORMALLY" whatever happened.
+void MopacOutputReader::readEndMessages()
+{
+    constexpr int longestBox = 50;
+    for (int i = 0; i < longestBox && reader.next(); ++i) {
+        const std::string_view text = trimmed(reader.line());
+        if (!startsWith(text, "*") || isRuleOfAsterisks(text) || failureOf(text) != Status::Read) {
+            reader.unread();
+            return;
+        }
+        addComplaint(withoutFrame(text));
+    }
+}
+
+void MopacOutputReader::addComplaint(std::string_view text)
+{
+    constexpr int longest = 400; // characters
+    const QString sentence = textFields::toString(text).simplified();
+    if (sentence.isEmpty() || sentence == QLatin1String("JOB ENDED NORMALLY") ||
+        job.complaint.contains(sentence) || job.complaint.size() > longest)
+        return;
+    job.complaint +=
+        (job.complaint.isEmpty() ? QString() : QStringLiteral(" / ")) + sentence.left(longest);
 }
 
 /// True when the line was the first of a block that has been read.
@@ -164,6 +269,15 @@ bool MopacOutputReader::examineHeader(std::string_view line)
         return true;
     }
     const std::string_view text = trimmed(line);
+    if (!found.citation && startsWith(text, "**") && contains(text, "MOPAC v"))
+        versionLine = textFields::toString(withoutFrame(text));
+    if (!found.citation && !versionLine.isEmpty() &&
+        contains(text, "Digital Object Identifier (DOI):")) {
+        found.citation = citationOpening;
+        appendCitation(versionLine.toLatin1().toStdString());
+        appendCitation(text);
+        return true;
+    }
     if (isRuleOfAsterisks(text)) {
         job.hasAsterisks = true;
         job.keywordsFollow = true;
@@ -190,21 +304,24 @@ void MopacOutputReader::noteKeywords(const textFields::Fields &words)
 
 void MopacOutputReader::readCitation()
 {
-    // The text may begin on the line of the marker; it ends at "Days" (the term of a licence) or
-    // at the rule that closes the title box.
+    // The text may begin on the line of the marker, or behind a blank one; it ends at a further
+    // blank one or at the rule that closes the title box, but blank lines frame the "AND" between
+    // two references. "Days" (the term of a licence) ends the text of its line.
     constexpr int longestBox = 20; // lines; no version prints more than eleven
-    found.citation = QStringLiteral("MOPAC Program Reference\n\n");
+    found.citation = citationOpening;
+    bool isBehindBlank = false;
     int lines = 0;
     do {
         const std::string_view line = reader.line();
-        if (isBlank(line) || isRuleOfAsterisks(trimmed(line))) {
+        const bool isEnd = isBlank(line) || isRuleOfAsterisks(trimmed(line));
+        const bool isAnd = withoutFrame(line) == "AND";
+        if (isEnd || (isBehindBlank && !isAnd && *found.citation != citationOpening &&
+                      !found.citation->endsWith(QLatin1String(" AND")) && !isBlankFrame(line))) {
             reader.unread();
             return;
         }
-        const std::size_t days = line.find("Days");
-        appendCitation(line.substr(0, days));
-        if (days != std::string_view::npos)
-            return;
+        isBehindBlank = isBlankFrame(line);
+        appendCitation(line.substr(0, line.find("Days")));
     } while (++lines < longestBox && reader.next());
 }
 
@@ -232,7 +349,7 @@ void MopacOutputReader::readChargeOnSystem(std::string_view line)
     bool ok = !fields.empty() && reader.isLineComplete();
     const double charge = ok ? textFields::toDouble(fields[0], &ok) : 0.0;
     if (ok)
-        found.chargeOnSystem = charge;
+        job.system.charge = charge;
 }
 
 // --- results ---
@@ -263,7 +380,10 @@ void MopacOutputReader::readCharges()
     QVector<double> charges;
     bool ended = false;
     while (reader.next()) {
-        textFields::split(reader.line(), fields);
+        if (contains(reader.line(), "(")) // a label, "O(HETATM    1  O   HOH A   1)"
+            splitRow(reader.line());
+        else
+            textFields::split(reader.line(), fields);
         bool ok = fields.size() > 2 && textFields::isInteger(fields[0]) &&
                   (reader.isLineComplete() || fields.size() > 3) && charges.size() < maximumAtoms;
         const double charge = ok ? textFields::toDouble(fields[2], &ok) : 0.0;

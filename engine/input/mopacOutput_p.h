@@ -17,13 +17,16 @@
 struct MopacResults
 {
     std::optional<QString> citation;
-    std::optional<double> chargeOnSystem;  ///< elementary charges
+    std::optional<double> chargeOnSystem;  ///< elementary charges, of the job of the geometry
     std::optional<double> heatOfFormation; ///< kcal/mol
     std::optional<double> ionPotential;    ///< eV
     std::optional<double> dipole;          ///< debye
     QVector<double> charges;               ///< net atomic charges, in atom order
     QVector<Coord> atoms;                  ///< final geometry
+    int atomCount = 0;                     ///< of it, without translation vectors
     QVector<CoordZMT> zMatrix;             ///< its Z-matrix when the job used one
+    int unpairedElectrons = 0;             ///< of the job of the geometry
+    QString complaint; ///< what MOPAC reports to have gone wrong in the last job
 };
 
 /// The line that tells the number of doubly occupied orbitals of a closed shell.
@@ -38,8 +41,10 @@ std::optional<int> readMopacFilledLevels(const InputFile &file);
 /// An output holds one or more jobs, each headed by a "CALCULATION RESULTS" title (old versions
 /// print none). Every job prints its starting geometry; an optimisation and, in newer versions,
 /// a single point print the final geometry as a further block under the same title. The final
-/// geometry of the file is the last block that is not the first of its job; single-point and
-/// force jobs, which may print no further block, are served by their first.
+/// geometry of the file is the last block that is not the first of its job, or that stands behind
+/// its heat of formation (NOXYZ and labels of atoms leave out the starting block); single-point and
+/// force jobs, which may print no further block, are served by their first. A block in the frame of
+/// a polarisability (POLAR, STATIC) is turned against charges and orbitals, and passed over.
 class MopacOutputReader
 {
 public:
@@ -49,6 +54,7 @@ public:
         DumpedToDisk,
         ScfFailed,
         NoParameters,
+        DiedBeforeScf,
         NoCoordinates,
         NoFinalCoordinates,
         TooManyAtoms,
@@ -56,7 +62,8 @@ public:
         DipoleUnreadable,
     };
 
-    /// @param keepTranslationVectors  keeps "Tv" rows as atoms
+    /// @param keepTranslationVectors  keeps "Tv" rows as atoms; those of MOPAC 22 stand in the
+    ///                                echo of the input ahead of the block alone
     MopacOutputReader(const InputFile &file, bool keepTranslationVectors);
 
     bool open() { return reader.open(); }
@@ -66,12 +73,20 @@ public:
     const MopacResults &results() const { return found; }
 
 private:
+    struct System
+    {
+        std::optional<double> charge;
+        int alphaElectrons = 0;
+        int unpairedElectrons = 0;
+    };
     struct Block
     {
         QVector<Coord> atoms;
         QVector<CoordZMT> zMatrix;
         int atomCount = 0; // without translation vectors
         bool intact = true;
+        System system;
+        int job = 0;
     };
     struct Job
     {
@@ -79,9 +94,15 @@ private:
         bool keywordsFollow = false;
         bool isSinglePoint = false; // keywords that end a job without a new geometry
         bool hasFirstBlock = false;
+        bool hasHeat = false;
+        bool hasReachedScf = false;
+        bool isTurned = false; // by the rotation that a table ahead of the block prints
         int firstBlockAtoms = 0;
+        System system;
+        QString complaint;
         std::optional<int> echoedAtoms;
         QVector<CoordZMT> zMatrix;
+        QVector<Coord> translationVectors;
     };
     enum class RowKind { Row, Broken, Other };
 
@@ -90,6 +111,11 @@ private:
     bool examineHeader(std::string_view line);
     void noteKeywords(const textFields::Fields &words);
     void startJob();
+    void passSystemOn();
+    void examineProgress(std::string_view line);
+    void readElectrons(std::string_view line);
+    void readEndMessages();
+    void addComplaint(std::string_view text);
     void readCitation();
     void appendCitation(std::string_view text);
     void readChargeOnSystem(std::string_view line);
@@ -99,6 +125,7 @@ private:
     void readCoordinates();
     RowKind readCoordinateRow(Coord &atom);
     void readGeometryEcho();
+    void noteTranslationVectors(const QVector<Coord> &cartesian, const QVector<CoordZMT> &zMatrix);
     bool readZMatrixRow(CoordZMT &zRow);
     void keepBlock(Block &&block);
     Status chooseGeometry();
@@ -110,6 +137,8 @@ private:
     textFields::Fields fields;
     std::string row; // the line without optimisation marks and atom tags
     Job job;
+    int jobNumber = 0;
+    QString versionLine; // of the title box
     bool anyBlock = false;
     bool titlesHeadJobs = false;
     bool tooManyAtoms = false;

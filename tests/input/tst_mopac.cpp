@@ -113,6 +113,14 @@ private Q_SLOTS:
              dumped},
             {head + "  No parameters read in from 'other.inp'\n",
              detected("No parameters read in from spk.inp")},
+            {singlePointHead + "           Data are not available for Iron.\n *** \n"
+                               " *     Error and normal termination messages reported *\n *  *\n"
+                               " * Data are not available for Iron.  *\n * Second line *\n"
+                               " * JOB ENDED NORMALLY *\n *  *\n",
+             detected("Data are not available for Iron. / Second line") + jobPath()},
+            {singlePointHead + " DATA ARE NOT AVAILABLE FOR ELEMENT NO.26\n",
+             detected("DATA ARE NOT AVAILABLE FOR ELEMENT NO.26") + jobPath()},
+            {head + " Data are not available for Iron.\n", noFinal},
             {QByteArray(), noStart},
             {head.left(head.indexOf("          CARTESIAN")) + heat, noStart},
             {singlePointHead.left(singlePointHead.size() - 30), noStart},
@@ -158,10 +166,13 @@ private Q_SLOTS:
              opening + "MOPAC2012, James J. P. Stewart, Stewart Computational Chemistry, Version "
                        "12.151M web: HTTP://OpenMOPAC.net"},
             {QStringLiteral("mopac2012_two_works.out"),
-             opening + "MOPAC2012, James J. P. Stewart, Version 14.208M"},
+             opening + "MOPAC2012, James J. P. Stewart, Version 14.208M AND (b) Maia, J.D.C., et "
+                       "al., J. Chem. Theory Comput. 2012, 8, 3072-3081. DOI: "
+                       "10.1021/ct3004645."},
             {QStringLiteral("mopac2016_no_days.out"),
              opening + "MOPAC2016, Version: 21.298M, web-site: HTTP://OpenMOPAC.net."},
-            {QStringLiteral("mopac22.out"), QString()}};
+            {QStringLiteral("mopac22.out"),
+             opening + "MOPAC v22.0.6 Digital Object Identifier (DOI): 10.5281/zenodo.6511958"}};
         for (const auto &[name, citation] : citations) {
             const QByteArray text = readAll(dataFile(QStringLiteral("mopac/layouts/") + name));
             for (const QByteArray &job : {text, text + text}) { // a second job replaces the first
@@ -198,7 +209,16 @@ private Q_SLOTS:
             whole + changed(forceHead, "1.8000", "1.7000") +
                 "   FORCE CONSTANT IN CARTESIAN COORDINATES (Millidynes/A)\n\n"
                 "      2       O   5.365997   0.205668   0.205668\n",
-            earlier + whole, // values of a later job count
+            earlier + whole,                                         // values of a later job count
+            whole + changed(forceHead, "CHARGE ON SYSTEM = +1", ""), // none for that geometry
+            changed(earlier, "SYSTEM = +1", "SYSTEM = -3") + whole,
+            head.left(head.indexOf("          CARTESIAN")) + heat + final + results, // NOXYZ
+            whole + " ROTATION MATRIX FOR ORIENTATION OF MOLECULE:\n\n" +            // POLAR
+                changed(start, "1.8000", "1.1000"),
+            head + heat + final +
+                changed(changed(changed(results, "NO.   TYPE", "NO.                 TYPE"), " Eu  ",
+                                " Eu(HETATM    1 EU   MOH A   1) "),
+                        " O  ", " O(HETATM    2  O   MOH A   1) "),
             changed(head, "AM1 CALCULATION RESULTS", "") + heat + results +
                 "   CALCULATION RESULTS\n" + final,
             (head + heat + results + final).trimmed()};
@@ -230,6 +250,58 @@ private Q_SLOTS:
         const Reading kept = readText(text, true);
         QCOMPARE(kept.getCoord().size(), 3);
         QCOMPARE(kept.getCoord(3).x, 13.0);
+        // MOPAC 22 prints them in the echo of the input alone, there in the form of the input.
+        const QByteArray echo =
+            "   ATOM   CHEMICAL          X               Y               Z\n"
+            "  NUMBER   SYMBOL      (ANGSTROMS)     (ANGSTROMS)     (ANGSTROMS)\n\n"
+            "     1      Eu          0.10000000  *   0.00000000  *   0.00000000  *\n"
+            "     2       O          1.90000000  *   0.00000000  *   0.00000000  *\n"
+            "     3      Tv         11.00000000  *   0.00000000      2.00000000   \n\n";
+        const QByteArray internal =
+            "    ATOM   CHEMICAL  BOND LENGTH    BOND ANGLE     TWIST ANGLE\n"
+            "   NUMBER  SYMBOL    (ANGSTROMS)     (DEGREES)      (DEGREES)\n"
+            "    (I)                  NA:I          NB:NA:I      NC:NB:NA:I     NA   NB   NC\n"
+            "     1      Eu          0.00000000       0.0000000       0.0000000        0     0     "
+            "0\n"
+            "     2       O          1.80000000  *    0.0000000       0.0000000        1     0     "
+            "0\n"
+            "     3      Tv         11.00000000  *   90.0000000       0.0000000        1     2     "
+            "0\n\n";
+        for (const auto &[table, x, y] :
+             {std::make_tuple(echo, 11.0, 0.0), std::make_tuple(internal, 0.0, 11.0)}) {
+            const QByteArray job = head + heat + table + final + results;
+            compareWhole(readText(job));
+            const Reading periodic = readText(job, true);
+            QCOMPARE(periodic.getCoord().size(), 3);
+            COMPARE_NEAR(periodic.getCoord(3).x, x, 1e-9);
+            COMPARE_NEAR(periodic.getCoord(3).y, y, 1e-9);
+        }
+    }
+
+    void doubtsAreTold()
+    {
+        const QByteArray charges = results.left(results.indexOf("    2 "));
+        const QByteArray dipole = results.mid(results.indexOf(" DIPOLE   "));
+        const QByteArray odd = "     UHF CALCULATION, NO. OF ALPHA ELECTRONS =    5\n"
+                               "                      NO. OF BETA  ELECTRONS =    4\n";
+        const QPair<QByteArray, const char *> cases[] = {
+            {forceHead, "neither a heat of formation nor atomic charges"},
+            {head + heat + final + charges + dipole, "the charges of 1 of its 2 atoms"},
+            {head + heat + final, "the charges of 0 of its 2 atoms"},
+            {head + odd + heat + final + results, "(unpaired electrons: 1)"},
+            {whole + "   NO. OF SINGLY OCCUPIED LEVELS =    1\n", "the charge of the system, 1."},
+            {whole + singlePointHead + "  Parameters for some elements are missing\n",
+             "of the last job of this output: \"Parameters for"},
+            {changed(head + odd + heat + final + results, "Eu ", "Y  "), nullptr},
+            {head + changed(odd, "5", "4") + heat + final + results, nullptr},
+            {odd + whole, nullptr}};
+        for (const auto &[text, doubt] : cases) {
+            LanqorInputData data(nullptr, scratchFile(QStringLiteral("job.out"), text));
+            testSupport::MessageSpy spy(data);
+            QVERIFY2(data.readMopacOutFile(false), text);
+            QVERIFY2(spy.messages.size() == (doubt ? 2 : 1), doubt);
+            QVERIFY2(!doubt || spy.contains(QLatin1String(doubt)), qPrintable(spy.messages.last()));
+        }
     }
 
     void zMatrixWithMissingValues()

@@ -71,8 +71,11 @@ private Q_SLOTS:
         QCOMPARE(data.getIonPotential(), number("ionisation_potential_eV"));
         QCOMPARE(data.getDipole(), number("dipole_debye"));
         QCOMPARE(data.getChargeOnSystem(), number("charge_on_system"));
-        QCOMPARE(data.getMopacCitation().isEmpty(),
-                 fact.value(QStringLiteral("citation_marker_lines")).toArray().isEmpty());
+        const QString citation = data.getMopacCitation();
+        if (fact.value(QStringLiteral("citation_marker_lines")).toArray().isEmpty())
+            QVERIFY(citation.isEmpty() || citation.endsWith(QLatin1String("zenodo.6511958")));
+        else
+            QVERIFY(!citation.isEmpty());
         compareCharges(fact, data);
         compareGeometry(fact, data);
         compareSphere(fact, data);
