@@ -69,7 +69,8 @@ LanqorEnergyLevels::LanqorEnergyLevels(QObject *parent, const int &electrons)
     : LanqorAbstractObjCalculation(parent)
     , d(std::make_unique<LanqorEnergyLevelsPrivate>(electrons))
 {
-    setLastError(d->readTables());
+    d->tablesError = d->readTables();
+    setLastError(d->tablesError);
     d->collectJValues();
 }
 
@@ -182,6 +183,8 @@ QString LanqorEnergyLevelsPrivate::calcBlock(const LanqorEnergyLevels &ion, int 
 bool LanqorEnergyLevels::calcEnergyLevels(const double &Jsel)
 {
     QString error = d->checkParameters();
+    if (error.isEmpty())
+        error = d->tablesError;
     QVector<MixedState> states;
     for (int i = 0; error.isEmpty() && i < d->jValues.size(); ++i)
         if (Jsel == allLevels || d->jValues.at(i) == Jsel)

@@ -60,7 +60,8 @@ public:
     /// have gives no levels.
     ///
     /// False, and the earlier levels stay, when F2, F4, F6 or zeta is 0 (not set), a parameter is
-    /// not finite, or matrix elements exceed 1e8 cm^-1, with which the diagonaliser would not end.
+    /// not finite, the tables could not be read (the constructor's message, which tells the file),
+    /// or matrix elements exceed 1e8 cm^-1, with which the diagonaliser would not end.
     bool calcEnergyLevels(const double &Jsel);
 
     /// Levels of the last calculation.

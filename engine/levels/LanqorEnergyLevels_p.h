@@ -32,6 +32,7 @@ public:
     int shellElectrons; // n, or the 14 - n holes of a shell more than half full
     QString cfpFileName;
     QString eleFileName;
+    QString tablesError; // why the tables could not be read
     double F0 = 0.0;
     FreeIonParameters parameters;
     QVector<double> jValues; // ascending

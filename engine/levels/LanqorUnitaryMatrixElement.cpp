@@ -15,7 +15,7 @@ using LanqorSpectroscopicTermUtil::termFromLabel;
 
 namespace {
 
-Q_LOGGING_CATEGORY(levelsLog, "lanqor.levels")
+Q_LOGGING_CATEGORY(levelsLog, "lanqor.levels", QtInfoMsg)
 
 } // namespace
 

@@ -348,8 +348,11 @@ void TestEnergyLevels::missingTables()
                                              folder + QStringLiteral("f6.ele  ")),
              qPrintable(shell.getLastError()));
     QVERIFY(shell.getLastError().size() > folder.size() + 36);
+    const QString missing = shell.getLastError();
+    QVERIFY(!shell.calcEnergyLevels(-1.0)); // without parameters, which hides the reason for now
     setParameters(shell, {305.2, 46.3, 4.43, 740.0});
-    QVERIFY(shell.calcEnergyLevels(-1.0));
+    QVERIFY(!shell.calcEnergyLevels(-1.0));
+    QCOMPARE(shell.getLastError(), missing);
     QVERIFY(shell.getMixedStatesVector().isEmpty());
     QCOMPARE(shell.createOutputFile(QString()), QString());
     for (int n : {0, 14, -5, std::numeric_limits<int>::max()})
@@ -426,7 +429,7 @@ void TestEnergyLevels::refusedTables()
             qPrintable(shell.getLastError()));
         QVERIFY(shell.getSpectroscopicTermVector().isEmpty());
         setParameters(shell, {305.2, 46.3, 4.43, 740.0});
-        QVERIFY(shell.calcEnergyLevels(-1.0));
+        QVERIFY(!shell.calcEnergyLevels(-1.0));
         QVERIFY(shell.getMixedStatesVector().isEmpty());
     }
 }
