@@ -54,7 +54,7 @@ public:
     QStringList warnings() const;
     /// Levels at these parameters; false when they cannot be calculated.
     bool calcLevels(const Parameters &parameters);
-    double responseOfLevels() const;
+    double calcResponseFunction() const;
     QString appendProgress(int point, double response) const;
     QVector<FittedLevel> compareLevels() const;
     QString companionFile(const QString &suffix) const;
@@ -242,7 +242,7 @@ bool LanqorParametricEnergyLevels::runParametrization(const int &n, double *&x)
         return false;
     if (!d->calcLevels(trial))
         return failWith(d->energyLevels->getLastError());
-    responseFunction = d->responseOfLevels();
+    responseFunction = d->calcResponseFunction();
     qCDebug(fitLog) << pointNumber << responseFunction;
     if (responseFunction < bestResponse) {
         bestResponse = responseFunction;
@@ -262,7 +262,7 @@ bool LanqorParametricEnergyLevelsPrivate::calcLevels(const Parameters &parameter
     return energyLevels->calcEnergyLevels(allLevels);
 }
 
-double LanqorParametricEnergyLevelsPrivate::responseOfLevels() const
+double LanqorParametricEnergyLevelsPrivate::calcResponseFunction() const
 {
     const QVector<MixedState> states = energyLevels->getMixedStatesVector();
     double sum = 0.0;
@@ -321,7 +321,7 @@ void LanqorParametricEnergyLevels::endOfParametrization()
         failWith(d->energyLevels->getLastError());
         return;
     }
-    responseFunction = d->responseOfLevels();
+    responseFunction = d->calcResponseFunction();
     d->bestLevels = d->compareLevels();
     d->summary = levelsFitSummary(getResults());
     d->report = makeReportTitle() + QLatin1Char('\n') + d->summary + QLatin1Char('\n');

@@ -19,7 +19,7 @@ int functionNumber(const QString &label)
     });
     const QString name = label.mid(static_cast<int>(begin - label.cbegin()));
     for (int i = 0; i < atomicOrbitalCount; ++i) {
-        if (name.compare(QLatin1String(atomicOrbitalNames[i]), Qt::CaseInsensitive) == 0)
+        if (name.compare(QLatin1String(getAtomicOrbital(i)), Qt::CaseInsensitive) == 0)
             return i;
     }
     return -1;

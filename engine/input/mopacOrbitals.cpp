@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::string_view functionNames[] = {"S", "Px", "Py", "Pz", "x2", "xz", "z2", "yz", "xy"};
 
-/// Place of a name in functionNames; the first four are those of atomicOrbitalNames.
+/// Place of a name in functionNames; the first four are those of getAtomicOrbital().
 int functionNumber(std::string_view name)
 {
     const auto found = std::find(std::begin(functionNames), std::end(functionNames), name);

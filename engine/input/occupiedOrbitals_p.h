@@ -11,7 +11,7 @@
 struct OrbitalEntry
 {
     int atom;     ///< 1-based
-    int function; ///< place in atomicOrbitalNames
+    int function; ///< k of getAtomicOrbital(k)
     float coefficient;
 };
 
@@ -23,7 +23,19 @@ struct OccupiedOrbital
 };
 
 constexpr int atomicOrbitalCount = 4;
-constexpr const char *atomicOrbitalNames[atomicOrbitalCount] = {"S", "Px", "Py", "Pz"};
+constexpr const char *getAtomicOrbital(int k)
+{
+    switch (k) {
+    case 0:
+        return "S";
+    case 1:
+        return "Px";
+    case 2:
+        return "Py";
+    default:
+        return "Pz";
+    }
+}
 
 /// Readers of the occupied orbitals of closed-shell calculations. Only s and p functions are
 /// kept. False with a message in @p error when an occupied orbital is not printed.

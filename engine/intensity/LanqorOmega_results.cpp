@@ -35,7 +35,7 @@ OmegaResults::Constants constants()
     constants.radialIntegral8 = europium::radialR8;
     for (int lambda = 2; lambda <= 6; lambda += 2) {
         for (int t = lambda - 1; t <= lambda + 1; t += 2)
-            constants.thetas.append({t, lambda, europium::theta(t, lambda)});
+            constants.thetas.append({t, lambda, europium::tet(t, lambda)});
     }
     constants.deltaE = europium::deltaE;
     return constants;

@@ -5,6 +5,35 @@
 
 namespace {
 
+/// Coefficients of one orbital by atom number and function.
+class CoefficientTable
+{
+public:
+    explicit CoefficientTable(std::size_t atoms)
+        : table(atoms)
+    {}
+
+    void take(const OccupiedOrbital &orbital)
+    {
+        Coefficients missing;
+        missing.fill(missingCoefficient);
+        std::fill(table.begin(), table.end(), missing);
+        // Backwards, so that the first of several entries of a function stays.
+        for (auto entry = orbital.entries.rbegin(); entry != orbital.entries.rend(); ++entry) {
+            const auto atom = static_cast<std::size_t>(entry->atom);
+            if (entry->atom > 0 && atom < table.size())
+                table[atom][static_cast<std::size_t>(entry->function)] = entry->coefficient;
+        }
+    }
+
+    /// Those of S, Px, Py and Pz of an atom; missingCoefficient for a function without entry.
+    const float *coeff(std::size_t atom) const { return table[atom].data(); }
+
+private:
+    using Coefficients = std::array<float, atomicOrbitalCount>;
+    std::vector<Coefficients> table;
+};
+
 /// Single-precision sums of one atom, in the order of the orbitals and their functions.
 struct AtomSums
 {
@@ -37,22 +66,13 @@ ReactivityIndices doubled(const std::vector<AtomSums> &sums)
 ReactivityIndices calcMinimalBasisIndices(const std::vector<OccupiedOrbital> &orbitals,
                                           const std::vector<int> &functionsOfAtom)
 {
-    using Coefficients = std::array<float, atomicOrbitalCount>;
     const std::size_t size = std::max<std::size_t>(2, functionsOfAtom.size());
     std::vector<AtomSums> sums(size);
-    std::vector<Coefficients> coefficients(size);
+    CoefficientTable coefficients(size);
     for (const OccupiedOrbital &orbital : orbitals) {
-        Coefficients missing;
-        missing.fill(missingCoefficient);
-        std::fill(coefficients.begin(), coefficients.end(), missing);
-        // Backwards, so that the first of several entries of a function stays.
-        for (auto entry = orbital.entries.rbegin(); entry != orbital.entries.rend(); ++entry) {
-            const auto atom = static_cast<std::size_t>(entry->atom);
-            if (entry->atom > 0 && atom < size)
-                coefficients[atom][static_cast<std::size_t>(entry->function)] = entry->coefficient;
-        }
+        coefficients.take(orbital);
         for (std::size_t atom = 2; atom < functionsOfAtom.size(); ++atom)
-            sums[atom].add(coefficients[atom].data(), functionsOfAtom[atom], orbital.energy);
+            sums[atom].add(coefficients.coeff(atom), functionsOfAtom[atom], orbital.energy);
     }
     return doubled(sums);
 }

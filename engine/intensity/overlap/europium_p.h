@@ -36,7 +36,7 @@ constexpr double deltaE = -2.383392e-11;
 /// Numerical factors theta(t, lambda) of the forced electric dipole mechanism: O. L. Malta,
 /// S. J. L. Ribeiro, M. Faucher, P. Porcher, J. Phys. Chem. Solids 52, 587 (1991). Pairs that
 /// do not contribute give 0.
-constexpr double theta(int t, int lambda)
+constexpr double tet(int t, int lambda)
 {
     switch (10 * t + lambda) {
     case 12:

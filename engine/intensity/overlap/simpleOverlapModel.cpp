@@ -78,7 +78,7 @@ double dynamicFactor(int lambda, int t)
 double electricFactor(int lambda, int t)
 {
     const double radial = t == 7 ? europium::radialR8 : europium::radialR[t + 1];
-    return 2.0 / europium::deltaE * radial * europium::theta(t, lambda);
+    return 2.0 / europium::deltaE * radial * europium::tet(t, lambda);
 }
 
 } // namespace
