@@ -28,4 +28,7 @@ struct DonorStatesResults
     double minDistanceLnLigand = 0.0;
     QVector<LigandState> singlets;
     QVector<LigandState> triplets;
+    QString program; ///< that wrote the output: "ORCA", "Gaussian" or "ZINDO"
+    /// Number of the ground state in both lists (ZINDO); 0 when they start with an excited state.
+    int groundState = 0;
 };

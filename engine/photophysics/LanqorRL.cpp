@@ -1,6 +1,7 @@
 #include "LanqorRL.h"
 
 #include "core/physicalConstants_p.h"
+#include "photophysics/complexComparison_p.h"
 #include "photophysics/donorDistance_p.h"
 #include "photophysics/donorStatesReport_p.h"
 
@@ -27,6 +28,29 @@ QString stateWithOrbitals(const QString &kind, int state, const QVector<int> &or
         .arg(kind)
         .arg(state)
         .arg(numbers.join(QStringLiteral(", ")));
+}
+
+QString programName(int programType)
+{
+    switch (programType) {
+    case LanqorInputData::ZindoOutput:
+        return QStringLiteral("ZINDO");
+    case LanqorInputData::OrcaOutput:
+        return QStringLiteral("ORCA");
+    case LanqorInputData::GaussianOutput:
+        return QStringLiteral("Gaussian");
+    default:
+        return QString();
+    }
+}
+
+/// The atoms of @p complex but its ion, atom 1.
+QVector<complexComparison::Atom> ligandAtoms(const LanqorInputData &complex)
+{
+    QVector<complexComparison::Atom> atoms;
+    for (const CoordSPH &atom : complex.getCoordSPH())
+        atoms.append({atom.label, atom.r});
+    return atoms.mid(1);
 }
 
 /// @p rl  of the state; 0 where it is not known
@@ -62,8 +86,10 @@ public:
     bool readOutput();
     /// Place of the ion and its atom number, 0 for a point charge.
     bool findIon(Coord &place, int &atom);
-    void calcAtomDistances(const Coord &ion, int ionAtom);
+    void calcAtomDistances(const Coord &ion);
     bool calcStateDistances();
+    /// What was read but the ion.
+    QVector<complexComparison::Atom> ligandAtoms() const;
     /// Why there is no RL, with what the user may do about it.
     QString reasonWithoutDistances() const;
 
@@ -73,6 +99,7 @@ public:
     int programType = LanqorInputData::UnknownOutput;
     int selExcitateState = 1;
     double minDistanceLnLigand = noDistance;
+    int ionAtom = 0; // its number (1-based), 0 for a point charge
     bool isCalculated = false;
     QString missingDistances; // the reason
     LanqorInputData *inputData = nullptr;
@@ -93,6 +120,7 @@ void LanqorRLPrivate::restart()
     missingDistances.clear();
     selExcitateState = inputData->getSelExcitateState();
     minDistanceLnLigand = noDistance;
+    ionAtom = 0;
     singletRL = {0.0};
     tripletRL = {0.0};
     atomDistances.clear();
@@ -101,13 +129,12 @@ void LanqorRLPrivate::restart()
 bool LanqorRLPrivate::calculate()
 {
     Coord ion;
-    int ionAtom = 0;
     if (!readOutput())
         return false;
     selExcitateState = inputData->getSelExcitateState();
     if (!findIon(ion, ionAtom))
         return false;
-    calcAtomDistances(ion, ionAtom);
+    calcAtomDistances(ion);
     return calcStateDistances();
 }
 
@@ -155,7 +182,7 @@ bool LanqorRLPrivate::findIon(Coord &place, int &atom)
         tr("\nThe distances RL are those from the ion."));
 }
 
-void LanqorRLPrivate::calcAtomDistances(const Coord &ion, int ionAtom)
+void LanqorRLPrivate::calcAtomDistances(const Coord &ion)
 {
     const QVector<Coord> atoms = inputData->getCoord();
     for (int i = 0; i < atoms.size(); ++i) {
@@ -201,6 +228,16 @@ bool LanqorRLPrivate::calcStateDistances()
                            incompleteStates.join(QStringLiteral("; ")));
     }
     return true;
+}
+
+QVector<complexComparison::Atom> LanqorRLPrivate::ligandAtoms() const
+{
+    const QVector<Coord> coordinates = inputData->getCoord();
+    QVector<complexComparison::Atom> atoms;
+    for (int i = 0; i < atomDistances.size(); ++i)
+        if (i + 1 != ionAtom)
+            atoms.append({coordinates.at(i).label, atomDistances.at(i)});
+    return atoms;
 }
 
 QString LanqorRLPrivate::reasonWithoutDistances() const
@@ -304,22 +341,40 @@ const LanqorInputData *LanqorRL::getInputData() const
     return d->inputData;
 }
 
+QString LanqorRL::getCompositionMismatch(const LanqorInputData &complex) const
+{
+    const auto inComplex = complexComparison::composition(ligandAtoms(complex));
+    const auto amongLigands = complexComparison::composition(d->ligandAtoms());
+    if (inComplex.isEmpty() || amongLigands.isEmpty() || inComplex == amongLigands)
+        return QString();
+    return tr("%1 holds %2 beside the ion, but %3 holds %4: these are not the excited states of "
+              "this complex")
+        .arg(complex.getFileName(), complexComparison::formula(inComplex), d->outputPath,
+             complexComparison::formula(amongLigands));
+}
+
 QString LanqorRL::getComplexMismatch(const LanqorInputData &complex) const
 {
-    constexpr double tolerance = 0.1; // Angstrom
-    const QVector<CoordSPH> atoms = complex.getCoordSPH();
-    if (atoms.size() < 2)
+    constexpr double nearestTolerance = 0.1; // Angstrom
+    constexpr double sphereTolerance = 0.3;  // Angstrom
+    const QVector<complexComparison::Atom> atoms = ligandAtoms(complex);
+    if (atoms.isEmpty())
         return QString();
-    const auto isNearer = [](const CoordSPH &a, const CoordSPH &b) { return a.r < b.r; };
-    const double shortest = std::min_element(atoms.begin() + 1, atoms.end(), isNearer)->r;
-    if (!(shortest > 0.0 && std::abs(d->minDistanceLnLigand - shortest) > tolerance))
+    const auto text = [](double distance) { return QString::number(distance, 'f', 3); };
+    const auto largest = complexComparison::largestDifference(atoms, d->ligandAtoms());
+    if (largest.size() > sphereTolerance)
+        return tr("the coordination spheres differ: a coordinated %1 is %2 A from the ion in %3 "
+                  "but %4 A in %5, the largest difference; are these the same complex in the same "
+                  "geometry?")
+            .arg(largest.element, text(largest.inComplex), complex.getFileName(),
+                 text(largest.amongLigands), d->outputPath);
+    const auto isNearer = [](const auto &a, const auto &b) { return a.distance < b.distance; };
+    const double shortest = std::min_element(atoms.begin(), atoms.end(), isNearer)->distance;
+    if (!(shortest > 0.0 && std::abs(d->minDistanceLnLigand - shortest) > nearestTolerance))
         return QString();
     return tr("the atom nearest to the ion is %1 A away in %2 but %3 A in %4: are these the same "
               "complex in the same geometry?")
-        .arg(shortest, 0, 'f', 3)
-        .arg(complex.getFileName())
-        .arg(d->minDistanceLnLigand, 0, 'f', 3)
-        .arg(d->outputPath);
+        .arg(text(shortest), complex.getFileName(), text(d->minDistanceLnLigand), d->outputPath);
 }
 
 DonorStatesResults LanqorRL::getResults() const
@@ -327,6 +382,8 @@ DonorStatesResults LanqorRL::getResults() const
     const LanqorInputData &data = *d->inputData;
     DonorStatesResults results;
     results.outputPath = d->outputPath;
+    results.program = programName(d->programType);
+    results.groundState = d->programType == LanqorInputData::ZindoOutput ? 1 : 0;
     results.reasonWithoutDistances =
         d->isCalculated || !d->missingDistances.isEmpty()
             ? d->missingDistances

@@ -62,9 +62,13 @@ public:
     int getAtomDistancesCount() const;
     /// What was read: the reader that was given, or one that the next calcRL replaces.
     const LanqorInputData *getInputData() const;
-    /// Empty when the atom nearest to the ion is as far away in @p complex, whose spherical
-    /// coordinates are known, as among the ligands here, within 0.1 Angstrom; otherwise a question
-    /// to the user that names both distances and files.
+    /// Empty when @p complex, whose spherical coordinates are known, and the output hold as many
+    /// atoms of every element, ions and dummy atoms aside, or when one of them holds no geometry;
+    /// otherwise both compositions with their files.
+    QString getCompositionMismatch(const LanqorInputData &complex) const;
+    /// Empty when the coordinated atoms are as far from the ion in @p complex as among the ligands
+    /// here, the nearest within 0.1 Angstrom and the others within 0.3; otherwise a question to
+    /// the user that names two distances and the files.
     QString getComplexMismatch(const LanqorInputData &complex) const;
 
     /// All of the last calcRL. When it failed, the states that were read and the reason.

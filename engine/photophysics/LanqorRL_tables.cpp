@@ -53,13 +53,16 @@ LanqorResultTables LanqorRL::makeTables(const DonorStatesResults &results)
 {
     const bool hasDistances = results.reasonWithoutDistances.isEmpty();
     LanqorResultTables tables;
-    tables.addRecord(key("donor_states"),
-                     {{key("excited_state_file"), QString()},
-                      {key("shortest_distance"), key("Angstrom")},
-                      {key("reason_without_rl"), QString()}},
-                     {results.outputPath,
-                      hasDistances ? QVariant(results.minDistanceLnLigand) : QVariant(),
-                      hasDistances ? QVariant() : QVariant(results.reasonWithoutDistances)});
+    tables.addRecord(
+        key("donor_states"),
+        {{key("excited_state_file"), QString()},
+         {key("shortest_distance"), key("Angstrom")},
+         {key("reason_without_rl"), QString()},
+         {key("program"), QString()},
+         {key("ground_state_from_1"), QString()}},
+        {results.outputPath, hasDistances ? QVariant(results.minDistanceLnLigand) : QVariant(),
+         hasDistances ? QVariant() : QVariant(results.reasonWithoutDistances), results.program,
+         results.groundState > 0 ? QVariant(results.groundState) : QVariant()});
     addStates(tables, key("singlet"), results.singlets);
     addStates(tables, key("triplet"), results.triplets);
     return tables;

@@ -275,6 +275,13 @@ void LanqorSpectroscopicCalculation::calcArad()
         calcAnrad(0.0);
         return;
     }
+    if (d->isLifeTimeEstimated && d->arad != d->aradOfEstimate)
+        emitProgress(tr(" -> (Spectroscopic Calculation) The lifetime in use, %1 ms, is an earlier "
+                        "estimate, from a radiative rate of %2 s^-1 that is now %3 s^-1: set the "
+                        "lifetime to 0 for a new estimate. \n")
+                         .arg(1000.0 * d->lifeTime)
+                         .arg(d->aradOfEstimate)
+                         .arg(d->arad));
     d->anrad = 1.0 / d->lifeTime - d->arad;
     d->quantumEfficiency = 100.0 * d->arad / (d->anrad + d->arad);
 }
@@ -301,6 +308,7 @@ void LanqorSpectroscopicCalculation::calcAnrad(const double &arad)
     d->quantumEfficiency = 100.0 * d->arad / (d->anrad + d->arad);
     d->lifeTime = 1.0 / (d->arad + d->anrad);
     d->isLifeTimeEstimated = true;
+    d->aradOfEstimate = d->arad;
 }
 
 bool LanqorSpectroscopicCalculation::calcEnergyTransferRate()

@@ -22,10 +22,14 @@ class LanqorSpectroscopicCalculationPrivate;
 /// energies in cm^-1, distances in Angstrom, the lifetime in s, yield and efficiency in percent.
 ///
 /// Transfer rates by the dipole-dipole, dipole-multipole and exchange mechanisms (O. L. Malta,
-/// J. Lumin. 71, 229 (1997)), each back-transfer in detailed balance at 300 K. They are known by
-/// the slots of LanqorTransferChannels: 0 to 4 singlet -> 5D4, 5G6, 5L6, 5D1, 5D0; 10 to 14 the
-/// same from the triplet; 5 the first of two triplets -> 5D4. The table of multipolar rates holds
-/// slots 0-2, 5 and 10-12, the table of exchange rates 3, 4, 13 and 14.
+/// J. Lumin. 71, 229 (1997)). A back-transfer is its transfer times exp(-difference / kT) at 300 K
+/// for the difference of donor and acceptor energy; degeneracies, which detailed balance would
+/// bring in, are left out. A measured lifetime already holds the loss by back-transfer from 5D0:
+/// with a donor near 5D0 that loss counts twice, in the non-radiative rate and in the rate
+/// equations. The rates are known by the slots of LanqorTransferChannels: 0 to 4 singlet -> 5D4,
+/// 5G6, 5L6, 5D1, 5D0; 10 to 14 the same from the triplet; 5 the first of two triplets -> 5D4. The
+/// table of multipolar rates holds slots 0-2, 5 and 10-12, the table of exchange rates 3, 4, 13
+/// and 14.
 class LANQORENGINE_EXPORT LanqorSpectroscopicCalculation : public LanqorAbstractObjCalculation
 {
     Q_OBJECT
@@ -87,7 +91,8 @@ public:
     /// are left out.
     void calcArad();
     /// Estimates the non-radiative rate from the radiative rate alone, an empirical law, and
-    /// sets efficiency and lifetime by it; the lifetime stays for later calls of calcArad.
+    /// sets efficiency and lifetime by it. The lifetime stays for later calls of calcArad, which
+    /// emit a message when they find another radiative rate.
     /// @param arad  radiative rate; 0 to use the one in store
     void calcAnrad(const double &arad);
 
@@ -159,8 +164,9 @@ public:
     /// the text and writes no file.
     /// @param path  the input file that the report cites
     QString createOutFileET(const QString &path);
-    /// Report on non-radiative rate, populations and quantum yield; cites no file. Returns the
-    /// text and writes no file.
+    /// Report on non-radiative rate, populations and quantum yield, and on what they rest: the
+    /// file of the excited states, the exchange model and the kinetic constants. Returns the text
+    /// and writes no file.
     QString createOutFile(const QString &path);
 
 private:

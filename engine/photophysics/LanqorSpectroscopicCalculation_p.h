@@ -50,6 +50,7 @@ public:
     double refractiveIndex = 1.5;
     double lifeTime = 0.0;
     bool isLifeTimeEstimated = false;
+    double aradOfEstimate = 0.0; // of an estimated lifetime
     double quantumEfficiency = 0.0;
     ByRank omega; // cm^2
     std::array<double, transferChannels::stateCount> populations = {};

@@ -1,5 +1,6 @@
 #include "photophysics/LanqorSpectroscopicCalculation_p.h"
 #include "photophysics/spectroscopicReport_p.h"
+#include "photophysics/spectroscopicWarnings_p.h"
 
 using lanqor::cmPerAngstrom;
 using lanqor::omegaUnitCm2;
@@ -102,7 +103,8 @@ void LanqorSpectroscopicCalculationPrivate::fillTransfer(SpectroscopicResults &r
         results.transfers.append({transferChannels::describe(channel), mismatch,
                                   transferRates::F(mismatch, formulas.bandHalfWidth),
                                   transfer.tables.forward(channel),
-                                  transfer.tables.backward(channel)});
+                                  transfer.tables.backward(channel),
+                                  !solvedScheme || solvedScheme->holdsSlot(channel.slot)});
     }
 }
 
@@ -239,13 +241,21 @@ SpectroscopicResults LanqorSpectroscopicCalculation::getResults() const
     results.anrad = d->anrad;
     results.quantumEfficiency = d->quantumEfficiency;
     d->fillTransfer(results);
-    if (d->solvedScheme)
+    const auto name = [](transferChannels::State state) {
+        return QLatin1String(transferChannels::stateName(state));
+    };
+    if (d->solvedScheme) {
         for (const transferChannels::State state : d->solvedScheme->states)
-            results.populations.append(
-                {QLatin1String(transferChannels::stateName(state)), d->populations[state]});
+            results.populations.append({name(state), d->populations[state]});
+        for (const rateEquations::FixedRate &fixed : rateEquations::fixedRates(*d->solvedScheme))
+            results.kineticConstants.append({name(fixed.from), name(fixed.to), fixed.rate});
+    }
     results.quantumYield = d->quantumYield;
     if (d->rlCalculation)
         results.ligandStates = d->rlCalculation->getResults();
+    results.overlapExponent = d->formulas.nOverlapIntegral;
+    results.bandHalfWidth = d->formulas.bandHalfWidth;
+    results.warnings = spectroscopicWarnings(results);
     return results;
 }
 

@@ -80,7 +80,7 @@ void addTransfers(LanqorResultTables &tables, const SpectroscopicResults &result
         const bool isExchange = channel.mechanism == TransferMechanism::Exchange;
         rows.append({channel.name, key(isExchange ? "exchange" : "multipolar"),
                      channel.acceptorEnergy, transfer.energyMismatch, transfer.overlap,
-                     transfer.forwardRate, transfer.backwardRate});
+                     transfer.forwardRate, transfer.backwardRate, transfer.takesPart});
     }
     tables.addTable(key("energy_transfer"),
                     {{key("channel"), QString()},
@@ -89,8 +89,32 @@ void addTransfers(LanqorResultTables &tables, const SpectroscopicResults &result
                      {key("energy_mismatch"), key("cm^-1")},
                      {key("spectral_overlap"), key("erg^-1")},
                      {key("transfer_rate"), key("s^-1")},
-                     {key("back_transfer_rate"), key("s^-1")}},
+                     {key("back_transfer_rate"), key("s^-1")},
+                     {key("takes_part"), QString()}},
                     rows);
+}
+
+void addPopulations(LanqorResultTables &tables, const SpectroscopicResults &results)
+{
+    QVector<Row> rows;
+    for (const StatePopulation &entry : results.populations)
+        rows.append({entry.state, entry.population});
+    tables.addTable(key("populations"), {{key("state"), QString()}, {key("population"), key("1")}},
+                    rows);
+    tables.addRecord(
+        key("yield"),
+        {{key("energy_transfer_model"), QString()},
+         {key("quantum_yield"), key("%")},
+         {key("overlap_exponent"), key("1")},
+         {key("ligand_band_half_width"), key("cm^-1")}},
+        {results.etModel, results.quantumYield, results.overlapExponent, results.bandHalfWidth});
+    rows.clear();
+    for (const KineticConstant &constant : results.kineticConstants)
+        rows.append({constant.from, constant.to, constant.rate});
+    tables.addTable(
+        key("kinetic_constants"),
+        {{key("from_state"), QString()}, {key("to_state"), QString()}, {key("rate"), key("s^-1")}},
+        rows);
 }
 
 } // namespace
@@ -104,16 +128,13 @@ LanqorResultTables LanqorSpectroscopicCalculation::makeTables(const Spectroscopi
         addDonors(tables, results);
         addTransfers(tables, results);
     }
-    if (!results.populations.isEmpty()) {
+    if (!results.populations.isEmpty())
+        addPopulations(tables, results);
+    if (!results.warnings.isEmpty()) {
         QVector<Row> rows;
-        for (const StatePopulation &entry : results.populations)
-            rows.append({entry.state, entry.population});
-        tables.addTable(key("populations"),
-                        {{key("state"), QString()}, {key("population"), key("1")}}, rows);
-        tables.addRecord(
-            key("yield"),
-            {{key("energy_transfer_model"), QString()}, {key("quantum_yield"), key("%")}},
-            {results.etModel, results.quantumYield});
+        for (const QString &warning : results.warnings)
+            rows.append({warning});
+        tables.addTable(key("warnings"), {{key("warning"), QString()}}, rows);
     }
     if (!results.ligandStates.outputPath.isEmpty())
         tables.append(LanqorRL::makeTables(results.ligandStates));

@@ -17,4 +17,5 @@ struct SpecPrintingOptions
     bool printAnrad = true;         ///< lifetime, non-radiative rate and quantum efficiency
     bool printPopulations = true;   ///< populations of the states
     bool printQuantumYield = true;  ///< emission quantum yield
+    bool printSettings = true;      ///< origin of the states, exchange model, kinetic constants
 };

@@ -5,6 +5,7 @@
 #include <LanqorEngine/TransferChannel.h>
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 /// A state of the ligands that gives energy to the ion.
@@ -24,6 +25,8 @@ struct TransferResult
     double overlap = 0.0;        ///< of the ligand's band with the level, erg^-1
     double forwardRate = 0.0;    ///< to the ion
     double backwardRate = 0.0;   ///< back to the ligand
+    /// False for a channel that the scheme of the populations leaves out.
+    bool takesPart = true;
 };
 
 /// Share of a state of the kinetic scheme under continuous excitation.
@@ -31,6 +34,14 @@ struct StatePopulation
 {
     QString state; ///< "S0", "S1", "Ta" (first of two triplets), "T", "5D4", "5G6", ...
     double population = 0.0;
+};
+
+/// A rate of the kinetic scheme that is the same for all complexes, s^-1.
+struct KineticConstant
+{
+    QString from; ///< states, named as those of the populations
+    QString to;
+    double rate = 0.0;
 };
 
 /// What LanqorSpectroscopicCalculation found. Rates in s^-1, Omega in cm^2.
@@ -62,4 +73,10 @@ struct SpectroscopicResults
     QVector<StatePopulation> populations; ///< of the states of the scheme; empty without any
     double quantumYield = 0.0;            ///< percent
     DonorStatesResults ligandStates;      ///< empty with states given by hand
+
+    double overlapExponent = 0.0; ///< of the 4f-ligand overlap, exchange models 0 and 1
+    double bandHalfWidth = 0.0;   ///< of the ligands' bands, cm^-1
+    QVector<KineticConstant> kineticConstants; ///< of the scheme; empty without populations
+    /// Sentences on results that donor states, channels or a lifetime make doubtful.
+    QStringList warnings;
 };

@@ -35,33 +35,6 @@ private:
     std::array<double, stateCount *stateCount> rates = {};
 };
 
-void setLigandRates(const Scheme &scheme, RateTable &k)
-{
-    k(S0, S1) = excitationRate;
-    k(S1, S0) = singletDecay;
-    for (const State triplet : {FirstTriplet, T1}) {
-        if (!scheme.holds(triplet))
-            continue;
-        k(S1, triplet) = intersystemCrossing;
-        k(triplet, S0) = scheme.tripletDecay;
-    }
-    if (scheme.holds(FirstTriplet))
-        k(FirstTriplet, T1) = intersystemCrossing;
-}
-
-void setIonRates(const Scheme &scheme, double emissionDecay, RateTable &k)
-{
-    State above = S0;
-    for (const State level : scheme.states) {
-        if (level < Level5D4)
-            continue;
-        if (above != S0)
-            k(above, level) = cascadeStep;
-        above = level;
-    }
-    k(Level5D0, S0) = emissionDecay;
-}
-
 } // namespace
 
 bool Scheme::holds(State state) const
@@ -97,12 +70,35 @@ const Scheme &twoTriplets()
     return scheme;
 }
 
+std::vector<FixedRate> fixedRates(const Scheme &scheme)
+{
+    std::vector<FixedRate> rates = {{S0, S1, excitationRate}, {S1, S0, singletDecay}};
+    for (const State triplet : {FirstTriplet, T1}) {
+        if (!scheme.holds(triplet))
+            continue;
+        rates.push_back({S1, triplet, intersystemCrossing});
+        rates.push_back({triplet, S0, scheme.tripletDecay});
+    }
+    if (scheme.holds(FirstTriplet))
+        rates.push_back({FirstTriplet, T1, intersystemCrossing});
+    State above = S0;
+    for (const State level : scheme.states) {
+        if (level < Level5D4)
+            continue;
+        if (above != S0)
+            rates.push_back({above, level, cascadeStep});
+        above = level;
+    }
+    return rates;
+}
+
 Eigen::MatrixXd rateMatrix(const Scheme &scheme, const transferRates::Tables &tables,
                            double emissionDecay)
 {
     RateTable k;
-    setLigandRates(scheme, k);
-    setIonRates(scheme, emissionDecay, k);
+    for (const FixedRate &fixed : fixedRates(scheme))
+        k(fixed.from, fixed.to) = fixed.rate;
+    k(Level5D0, S0) = emissionDecay;
     for (const Channel &channel : channels) {
         if (!scheme.holdsSlot(channel.slot))
             continue;
@@ -128,8 +124,7 @@ Eigen::MatrixXd rateMatrix(const Scheme &scheme, const transferRates::Tables &ta
 Eigen::VectorXd steadyState(const Eigen::MatrixXd &rateMatrix)
 {
     // Rates span more than fifteen orders of magnitude. Solved for the flux out of each state,
-    // y = x * outflow, the coefficients are branching probabilities, and no equation is lost
-    // beside the others.
+    // y = x * outflow, the coefficients are branching probabilities of one scale.
     Eigen::VectorXd outflow = -rateMatrix.diagonal();
     for (double &rate : outflow)
         if (rate == 0.0)
@@ -137,15 +132,15 @@ Eigen::VectorXd steadyState(const Eigen::MatrixXd &rateMatrix)
     Eigen::MatrixXd A = rateMatrix;
     A.row(0).setOnes();
     A = A * outflow.cwiseInverse().asDiagonal();
-    // Scaled far down, the sum of the populations is the last pivot of all: its rounding errors
-    // reach no state that nothing feeds.
+    // Scaled far down, the sum of the populations is the last pivot of all: a state that nothing
+    // feeds stays at exactly 0.
     const double scale = 1e-100 / A.row(0).cwiseAbs().maxCoeff();
     A.row(0) *= scale;
     Eigen::FullPivLU<Eigen::MatrixXd> solver(A);
     solver.setThreshold(0.0);
     const Eigen::VectorXd b = scale * Eigen::VectorXd::Unit(A.rows(), 0);
     Eigen::VectorXd flux = solver.solve(b);
-    flux += solver.solve(b - A * flux); // refined: small populations as exact as the large ones
+    flux += solver.solve(b - A * flux); // one step of refinement
     return flux.cwiseQuotient(outflow);
 }
 

@@ -33,13 +33,27 @@ const Scheme &eightStates();
 /// other channel belongs to this scheme.
 const Scheme &twoTriplets();
 
+/// A rate that no transfer and no emission decides.
+struct FixedRate
+{
+    transferChannels::State from;
+    transferChannels::State to;
+    double rate;
+};
+
+/// Excitation, decay and crossing of the ligand states, and the cascade in the ion.
+std::vector<FixedRate> fixedRates(const Scheme &scheme);
+
 /// A(j, i) = k(i -> j), A(i, i) = -sum of k(i -> j), in the order of the scheme's states; the
 /// columns sum to 0.
 /// @param emissionDecay  5D0 -> ground state, radiative and non-radiative together
 Eigen::MatrixXd rateMatrix(const Scheme &scheme, const transferRates::Tables &tables,
                            double emissionDecay);
 
-/// Solves A x = 0 with sum(x) = 1, which takes the place of the equation of S0.
+/// Solves A x = 0 with sum(x) = 1, which takes the place of the equation of S0. Relative errors of
+/// the populations, against exact rationals: 1e-15 with weak back-transfer, 1e-10 with a donor
+/// below 5D0, up to 4e-7 at a distance RL of 0.5 Angstrom, where back-transfer is so strong that
+/// the diagonal of A keeps few digits of what leaves the ion.
 Eigen::VectorXd steadyState(const Eigen::MatrixXd &rateMatrix);
 
 } // namespace rateEquations

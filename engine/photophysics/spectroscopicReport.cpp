@@ -4,6 +4,8 @@
 #include "core/reportText_p.h"
 #include "overlap/europium_p.h"
 
+#include <cmath>
+
 using reportText::exponential;
 using reportText::fixed;
 
@@ -263,8 +265,67 @@ QString populationSection(const SpectroscopicResults &results)
 
 QString yieldSection(const SpectroscopicResults &results)
 {
-    return QString(44, QLatin1Char('-')) + QStringLiteral("\nQuantum Yield:") +
-           fixed(results.quantumYield, 4, 12) + QStringLiteral(" %\n");
+    constexpr double leastFixed = 0.01; // three digits are left above it
+    const double yield = results.quantumYield;
+    const QString text = std::abs(yield) < leastFixed && yield != 0.0
+                             ? QString::number(yield, 'g', 3).rightJustified(12)
+                             : fixed(yield, 4, 12);
+    return QString(44, QLatin1Char('-')) + QStringLiteral("\nQuantum Yield:") + text +
+           QStringLiteral(" %\n");
+}
+
+/// "    name:                       text"
+QString settingLine(const QString &name, const QString &text)
+{
+    constexpr int width = 36;
+    return QStringLiteral("    %1:").arg(name).leftJustified(width) + text + QLatin1Char('\n');
+}
+
+QString exchangeModel(const SpectroscopicResults &results)
+{
+    const QString exponent = QString::number(results.overlapExponent);
+    switch (results.etModel) {
+    case 0:
+        return QStringLiteral("0, square of the overlap 0.05 (Rmin/R)^%1").arg(exponent);
+    case 1:
+        return QStringLiteral("1, fourth power of the overlap 0.05 (Rmin/R)^%1").arg(exponent);
+    case 2:
+        return QStringLiteral("2, shielding of the 4f shell (overlap exponent %1 not used)")
+            .arg(exponent);
+    default:
+        return QStringLiteral("%1, unknown: no exchange").arg(results.etModel);
+    }
+}
+
+QString settingsSection(const SpectroscopicResults &results)
+{
+    QString text;
+    if (results.isLifeTimeEstimated)
+        text += settingLine(QStringLiteral("Lifetime"),
+                            QStringLiteral("not measured: estimated from Arad, as are Anrad and "
+                                           "the efficiency"));
+    if (results.isTransferCalculated) {
+        const DonorStatesResults &states = results.ligandStates;
+        text +=
+            settingLine(QStringLiteral("Excited States"),
+                        states.outputPath.isEmpty()
+                            ? QStringLiteral("given values")
+                            : QStringLiteral("%1 (%2)").arg(states.outputPath, states.program)) +
+            settingLine(QStringLiteral("Exchange Model"), exchangeModel(results)) +
+            settingLine(QStringLiteral("Half Width of Ligand Bands"),
+                        QStringLiteral("%1 cm^-1").arg(results.bandHalfWidth));
+    }
+    if (!results.kineticConstants.isEmpty())
+        text += QStringLiteral("    Kinetic Constants:\n");
+    for (const KineticConstant &constant : results.kineticConstants)
+        text +=
+            QStringLiteral("      %1 -> %2 =").arg(constant.from, constant.to).leftJustified(24) +
+            exponential(constant.rate, 2, 10) + QStringLiteral(" s^-1\n");
+    return text.isEmpty() ? text
+                          : QStringLiteral("\n\n-----------------------\n"
+                                           " Origin of the Results \n"
+                                           "-----------------------\n\n") +
+                                text;
 }
 
 } // namespace
@@ -310,6 +371,8 @@ QString populationReport(const SpectroscopicResults &results, const SpecPrinting
         text += populationSection(results);
     if (options.printQuantumYield)
         text += yieldSection(results);
+    if (options.printSettings)
+        text += settingsSection(results);
     return text;
 }
 

@@ -126,9 +126,14 @@ void TestSpectroscopic::emission()
     QVERIFY(calculation.getQuantumEfficiency() > 100.0);
 
     MessageSpy spy(calculation);
+    calculation.setLifeTime(0.0);
+    calculation.calcArad();
+    calculation.calcArad(); // the same again needs no word
+    QVERIFY(spy.messages.isEmpty());
     calculation.setOmegaValues(0.0, 0.0, 0.0);
     calculation.calcArad();
     QVERIFY(spy.contains(QStringLiteral("intensity parameters are zero")));
+    QVERIFY(spy.contains(QStringLiteral("is an earlier estimate")));
 }
 
 void TestSpectroscopic::givenValues()
@@ -144,6 +149,22 @@ void TestSpectroscopic::givenValues()
         COMPARE_NEAR(calculation.getEnergyMismatch(k), mismatches[k], 1e-9);
     COMPARE_NEAR(calculation.getPopulation(8) / 0.719792110, 1.0, 2e-5);
     COMPARE_NEAR(calculation.getQuantumYield() / 28.5536432, 1.0, 2e-5);
+    const struct
+    {
+        double singletEnergy, tripletEnergy, rlTriplet;
+        const char *warning;
+    } doubtful[] = {{28000.0, 20500.0, 5.1, ""},
+                    {20400.0, 20500.0, 5.1, "singlet at 20400 cm^-1 lies below the triplet"},
+                    {28000.0, 17292.0, 5.1, "triplet at 17292 cm^-1 lies below 5D0"},
+                    {28000.0, 19026.0, 5.1, "back-transfer: T-5D1 by 1 cm^-1"},
+                    {28000.0, 20500.0, 0.5, "above 1e13 s^-1, which no molecule has: T-5D1 "}};
+    for (const auto &row : doubtful) {
+        QVERIFY(calculation.calcQuantumYield(4.5, row.rlTriplet, row.singletEnergy,
+                                             row.tripletEnergy, 1109.14586, 2737.00799));
+        const QString text = calculation.getResults().warnings.join(QLatin1Char('\n'));
+        QVERIFY2(text.contains(QLatin1String(row.warning)), qPrintable(text));
+        QCOMPARE(text.isEmpty(), QByteArray(row.warning).isEmpty());
+    }
     // The rates that were handed over belong to that call.
     QCOMPARE(calculation.getArad() + calculation.getForwardRate(-1) +
                  calculation.getForwardRate(20),
@@ -363,7 +384,8 @@ void TestSpectroscopic::reportSections()
         &Options::printInputFile,    &Options::printOmega,         &Options::printOmegaED,
         &Options::printConstants,    &Options::printDonorStates,   &Options::printGama,
         &Options::printFranckCondon, &Options::printTransferRates, &Options::printArad,
-        &Options::printAnrad,        &Options::printPopulations,   &Options::printQuantumYield};
+        &Options::printAnrad,        &Options::printPopulations,   &Options::printQuantumYield,
+        &Options::printSettings};
     Calculation calculation(nullptr);
     setIllustrativeValues(calculation);
     QVERIFY(calculation.calcQuantumYield(4.5, 5.1, 28000.0, 20500.0, 500.0, 500.0));
@@ -373,7 +395,7 @@ void TestSpectroscopic::reportSections()
     };
     QString sections; // each printed alone, in their order
     for (bool Options::*flag : flags) {
-        Options alone = {false, false, false, false, false, false,
+        Options alone = {false, false, false, false, false, false, false,
                          false, false, false, false, false, false};
         alone.*flag = true;
         QVERIFY(!report(alone).isEmpty());

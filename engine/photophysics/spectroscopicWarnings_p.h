@@ -1,0 +1,7 @@
+#pragma once
+
+#include <LanqorEngine/SpectroscopicResults.h>
+
+/// Sentences on what makes a result doubtful: donor states in an order that the kinetic scheme
+/// does not know, transfer uphill, rates that no molecule has, a lifetime above the radiative one.
+QStringList spectroscopicWarnings(const SpectroscopicResults &results);
