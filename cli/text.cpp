@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 
+#include <cmath>
+
 namespace cli {
 
 QString tr(const char *text)
@@ -12,6 +14,12 @@ QString tr(const char *text)
 QString column(double value, int decimals, int width)
 {
     return QString::number(value, 'f', decimals).rightJustified(width);
+}
+
+QString textOfYield(double percent)
+{
+    return std::abs(percent) >= 1.0 || percent == 0.0 ? QString::number(percent, 'f', 2)
+                                                      : QString::number(percent, 'g', 3);
 }
 
 QString powerColumn(double value, int decimals, int width)

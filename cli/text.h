@@ -13,5 +13,7 @@ QString column(double value, int decimals, int width);
 /// The same with a power of ten, "1.23e+04".
 QString powerColumn(double value, int decimals, int width);
 QString column(int value, int width);
+/// A yield, per cent: two decimals, below 1 % three digits that count.
+QString textOfYield(double percent);
 
 } // namespace cli

@@ -19,8 +19,10 @@ int indicesCommand(const QStringList &arguments)
            "and the S, Px, Py, Pz functions of the atom.\n\n"
            "FILE is a MOPAC output with all orbitals (keyword ALLVEC), energies E in eV; or, with\n"
            "--gaussian, a Gaussian output (pop=full), energies in hartree, which means something\n"
-           "for orthonormal minimal bases only. Superdelocalizabilities are negative for donors\n"
-           "and depend on the orientation of the molecule.\n\n"
+           "for orthonormal minimal bases only. Superdelocalizabilities are in 1/eV (MOPAC) or\n"
+           "1/hartree (Gaussian), although the heading of the table, which other programs look\n"
+           "for, says au; they are negative for donors and depend on the orientation of the\n"
+           "molecule.\n\n"
            "The table goes to standard output and to a file beside FILE with the suffix\n"
            "\".indeces\".\n\n"
            "Example: lanqor indices complex.out"));

@@ -17,6 +17,7 @@
 #include <limits>
 
 using LanqorSpectroscopicTermUtil::textOfJ;
+using LanqorSpectroscopicTermUtil::textOfLevel;
 
 namespace {
 
@@ -101,14 +102,14 @@ QString levelLine(const Level &level)
     QString text = QString::number(level.number).rightJustified(5) +
                    QString::number(level.energy, 'f', 2).rightJustified(14) +
                    textOfJ(level.J).rightJustified(6) + QStringLiteral("  ");
-    QString name = level.label;
+    QString name = textOfLevel(level.label);
     for (const CoeffAndLabel &component : level.components) {
         const double percent = 100.0 * component.coefficient * component.coefficient;
         if (percent < smallestShown)
             break;
         text += name.leftJustified(9) +
                 QStringLiteral("  %1 % ").arg(QString::number(percent, 'f', 1), 5);
-        name = component.label;
+        name = textOfLevel(component.label);
     }
     return text + name + QLatin1Char('\n');
 }

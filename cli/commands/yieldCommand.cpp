@@ -48,18 +48,23 @@ void checkStates(const Calculation &calculation, const QString &excitedFile)
     check("triplet", calculation.getReplacedTriplet());
 }
 
-/// Reads the complex; a report of intensity parameters belongs to a MOPAC output.
-void readComplex(LanqorInputData &complex, const Request &request)
+/// Reads the complex and returns its count of coordinated atoms where g and alpha ask for one. A
+/// report of intensity parameters belongs to a MOPAC output.
+int readComplex(const cli::OptionReader &options, LanqorInputData &complex, const Request &request)
 {
     complex.setKeepFileOpen(true);
+    if (!request.g.isEmpty())
+        return cli::readSphere(options, complex);
     const bool isRead = request.omegaReport.isEmpty() ? complex.readStructureFile()
                                                       : complex.readMopacOutFile(false);
     if (!isRead || !complex.createSphericalCoordinate())
         cli::failOf(complex);
+    return 0;
 }
 
 /// Sets the intensity parameters unless a report gave them.
-void setOmega(Calculation &calculation, LanqorInputData &complex, const Request &request)
+void setOmega(Calculation &calculation, LanqorInputData &complex, int coordNumber,
+              const Request &request)
 {
     if (!request.omega.isEmpty()) {
         const QVector<double> &ed = request.omegaEd;
@@ -68,10 +73,8 @@ void setOmega(Calculation &calculation, LanqorInputData &complex, const Request 
     }
     if (request.g.isEmpty())
         return;
-    cli::checkSphere(complex);
-    cli::noteNearAtoms(complex);
     LanqorOmega omega(nullptr, 0, &complex);
-    cli::calcOmega(omega, complex, complex.getCoordNumber(), request.g, request.alpha);
+    cli::calcOmega(omega, complex, coordNumber, request.g, request.alpha);
     const auto total = [&omega](int lambda) { return omega.getOmega(lambda) / omegaUnitCm2; };
     const auto ed = [&omega](int lambda) { return omega.getOmegaED(lambda) / omegaUnitCm2; };
     calculation.setOmegaValues(total(2), total(4), total(6));
@@ -106,8 +109,7 @@ void run(Calculation &calculation, const Request &request)
 
 void writeReport(Calculation &calculation, const Request &request)
 {
-    const QString source =
-        request.complexFile.isEmpty() ? tr("(values of the command line)") : request.complexFile;
+    const QString source = request.inputFiles().value(0, tr("(values of the command line)"));
     const QString text = LanqorInputData::LANQORTitle + QStringLiteral("\n\n\n") +
                          calculation.createOutFileET(source) + calculation.createOutFile(source);
     cli::writeFile(request.reportFile, text.toUtf8());
@@ -119,15 +121,24 @@ void warnIfAny(const QString &text)
         cli::warn(text);
 }
 
-QString negativeRate(const SpectroscopicResults &results)
+/// Donor states of another complex give a yield that looks like any other.
+void checkComplex(const LanqorRL &states, const LanqorInputData &complex, bool isForced)
 {
-    if (results.anrad >= 0.0)
-        return QString();
-    return tr("the lifetime of %1 ms is longer than the radiative lifetime of %2 ms, so that Anrad "
-              "is negative and the efficiency above 100 %: Omega, refractive index or lifetime do "
-              "not fit each other")
-        .arg(results.lifeTime * msPerSecond, 0, 'f', 4)
-        .arg(msPerSecond / results.arad, 0, 'f', 4);
+    const QString mismatch = states.getCompositionMismatch(complex);
+    if (!mismatch.isEmpty() && !isForced)
+        throw cli::Failure{mismatch + tr("; --force computes all the same")};
+    warnIfAny(mismatch);
+    warnIfAny(states.getComplexMismatch(complex));
+}
+
+/// Throws a Failure after results that no molecule can have.
+void checkResults(const SpectroscopicResults &results)
+{
+    constexpr double highest = 100.0 * (1.0 + 1e-9); // per cent, beyond rounding
+    if (results.quantumEfficiency > highest || results.quantumYield > highest)
+        throw cli::Failure{tr("a quantum efficiency of %1 % and a yield of %2 % cannot be")
+                               .arg(cli::textOfYield(results.quantumEfficiency),
+                                    cli::textOfYield(results.quantumYield))};
 }
 
 } // namespace
@@ -138,8 +149,7 @@ int yieldCommand(const QStringList &arguments)
     const Request request = yieldOptions::read(options, arguments);
     LanqorInputData complex(nullptr, request.complexFile);
     const bool hasComplex = !request.complexFile.isEmpty();
-    if (hasComplex)
-        readComplex(complex, request);
+    const int coordNumber = hasComplex ? readComplex(options, complex, request) : 0;
     Calculation calculation(nullptr, 0, request.programType, hasComplex ? &complex : nullptr,
                             request.omegaReport, request.excitedStates.get(), request.triplet,
                             request.singlet);
@@ -148,17 +158,19 @@ int yieldCommand(const QStringList &arguments)
     const LanqorRL *states = calculation.getRLCalculation();
     if (states)
         checkStates(calculation, states->getInputData()->getFileName());
-    setOmega(calculation, complex, request);
+    if (states && hasComplex)
+        checkComplex(*states, complex, request.isForced);
+    setOmega(calculation, complex, coordNumber, request);
     run(calculation, request);
     const SpectroscopicResults results = calculation.getResults();
-    if (states)
-        warnIfAny(states->getComplexMismatch(complex));
-    warnIfAny(negativeRate(results));
+    for (const QString &warning : results.warnings)
+        cli::warn(warning);
     cli::showResults(options, yieldTables(results), Calculation::makeTables(results),
                      request.inputFiles());
     if (!request.reportFile.isEmpty())
         writeReport(calculation, request);
     if (!request.plotFile.isEmpty())
         plots::draw(yieldDiagram(results), request.plotFile);
+    checkResults(results);
     return cli::success;
 }

@@ -30,9 +30,9 @@ QString donorTable(const SpectroscopicResults &results)
 {
     const QString text = tr("Donor states of the ligands\n\n") +
                          tr("              number   energy / cm^-1    RL / A\n") +
-                         donorLine(tr("singlet"), results.singlet);
+                         donorLine(tr("singlet S"), results.singlet);
     if (!results.considerTwoTriplets)
-        return text + donorLine(tr("triplet"), results.triplet);
+        return text + donorLine(tr("triplet T"), results.triplet);
     return text + donorLine(tr("triplet Ta"), results.firstTriplet) +
            donorLine(tr("triplet T"), results.triplet);
 }
@@ -70,6 +70,8 @@ QString transferTable(const SpectroscopicResults &results)
     QString text = tr("\nEnergy transfer, model %1\n\n").arg(results.etModel) +
                    tr("  channel  mechanism   mismatch / cm^-1   transfer / s^-1   back / s^-1\n");
     for (const TransferResult &transfer : results.transfers) {
+        if (!transfer.takesPart)
+            continue;
         const TransferChannel &channel = transfer.channel;
         const bool isExchange = channel.mechanism == TransferMechanism::Exchange;
         text += QStringLiteral("  ") + channel.name.leftJustified(9) +
@@ -83,8 +85,10 @@ QString transferTable(const SpectroscopicResults &results)
 QString populationTable(const SpectroscopicResults &results)
 {
     QString text = tr("\nPopulations\n\n");
+    // The donor singlet bears the name of its channels.
     for (const StatePopulation &entry : results.populations)
-        text += line(entry.state, powerColumn(entry.population, 4, 12));
+        text += line(entry.state == QLatin1String("S1") ? tr("S") : entry.state,
+                     powerColumn(entry.population, 4, 12));
     return text;
 }
 
@@ -94,6 +98,6 @@ QString yieldTables(const SpectroscopicResults &results)
 {
     return donorTable(results) + omegaTable(results) + radiativeTable(results) +
            transferTable(results) + populationTable(results) + QLatin1Char('\n') +
-           tr("Quantum yield").leftJustified(36) + column(results.quantumYield, 2, 12) +
-           QStringLiteral(" %\n");
+           tr("Quantum yield").leftJustified(36) +
+           cli::textOfYield(results.quantumYield).rightJustified(12) + QStringLiteral(" %\n");
 }

@@ -168,8 +168,8 @@ void addOptions(OptionReader &options)
         "  lanqor yield --omega 33,4.6,0 --omega-ed 0.3,0.2,0 --lifetime 0.26 \\\n"
         "      --singlet-energy 28000 --triplet-energy 20500 --rl-singlet 4.5 --rl-triplet 5.1"));
     options.addArgument(QStringLiteral("COMPLEX.out"),
-                        tr("MOPAC output of the complex, Eu as atom 1; not needed when "
-                           "donor states and Omega are given."),
+                        tr("MOPAC output of the complex, Eu as atom 1; not needed when Omega is "
+                           "given."),
                         QStringLiteral("[COMPLEX.out]"));
     const QString states = tr("state");
     const QString wavenumber = tr("cm^-1");
@@ -184,6 +184,7 @@ void addOptions(OptionReader &options)
          tr("list")},
         {option("alpha"), tr("Polarisabilities, cubic Angstrom, likewise: O=3.1,N=4.0."),
          tr("list")},
+        cli::coordinationOption(),
         {option("omega"), tr("Omega 2, 4 and 6 in 1e-20 cm^2."), tr("O2,O4,O6")},
         {option("omega-ed"),
          tr("Their forced electric dipole part, which drives dipole-dipole transfer."),
@@ -212,6 +213,8 @@ void addOptions(OptionReader &options)
          QStringLiteral("3.5")},
         {option("two-triplets"),
          tr("Two donor triplets: the chosen one (Ta) feeds 5D4, number 2 feeds 5D1 and 5D0.")},
+        {option("force"),
+         tr("Compute also when --excited holds other atoms than the complex, ions aside.")},
         {option("report"), tr("Write the full report to this file."), tr("file")},
     });
 }
@@ -221,8 +224,6 @@ void readStates(const OptionReader &options, Request &request)
 {
     refuseIfSet(options, {"singlet-energy", "triplet-energy", "rl-singlet", "rl-triplet"},
                 tr("does not go with --excited, which gives the donor states"));
-    if (request.complexFile.isEmpty())
-        options.refuse(tr("name the MOPAC output of the complex"));
     request.excitedStates = std::make_unique<LanqorInputData>(nullptr, options.text("excited"));
     request.excitedStates->setKeepFileOpen(true);
     request.programType = programOf(options, *request.excitedStates);
@@ -230,12 +231,13 @@ void readStates(const OptionReader &options, Request &request)
     request.triplet = wholeNumber(options, "triplet", 1, maximumState);
     request.openChannels = channelList(options);
     request.twoTriplets = options.isSet("two-triplets");
+    request.isForced = options.isSet("force");
 }
 
 /// The options of donor states that are given.
 void readGivenStates(const OptionReader &options, Request &request)
 {
-    refuseIfSet(options, {"program", "singlet", "triplet", "channels", "two-triplets"},
+    refuseIfSet(options, {"program", "singlet", "triplet", "channels", "two-triplets", "force"},
                 tr("needs --excited"));
     for (const char *name : {"singlet-energy", "triplet-energy", "rl-singlet", "rl-triplet"})
         if (!options.isSet(name))
@@ -262,6 +264,8 @@ void readOmega(const OptionReader &options, Request &request)
     if (!isGiven && request.complexFile.isEmpty())
         options.refuse(tr("name the MOPAC output of the complex"));
     const QString alone = tr("does not go with another source of intensity parameters");
+    if (!isByFactors)
+        refuseIfSet(options, {"coordination"}, tr("needs --g and --alpha"));
     if (isByReport) {
         refuseIfSet(options, {"g", "alpha", "omega", "omega-ed"}, alone);
         request.omegaReport = options.text("omega-report");

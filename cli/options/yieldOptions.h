@@ -18,7 +18,7 @@ namespace yieldOptions {
 /// What is asked for: energies in cm^-1, distances in Angstrom, Omega in 1e-20 cm^2.
 struct Request
 {
-    QString complexFile; ///< may be empty with explicit donor states
+    QString complexFile; ///< may be empty with explicit Omega
     /// The output of the excited-state calculation, its file open; null: explicit donor states.
     std::unique_ptr<LanqorInputData> excitedStates;
     int programType = -1;
@@ -39,6 +39,7 @@ struct Request
     double overlapExponent = 0.0;
     EnergyTransferChannels openChannels;
     bool twoTriplets = false;
+    bool isForced = false; ///< whatever the atoms of complex and excited states
     QString reportFile;
     QString plotFile;
 

@@ -159,7 +159,7 @@ public:
             drawColumn(*painter, xMap, yMap, canvas, i);
         drawArrows(*painter, xMap, yMap);
         drawArrowList(*painter, xMap, canvas);
-        drawLegend(*painter, canvas);
+        drawLegend(*painter, yMap, canvas);
     }
 
 private:
@@ -245,7 +245,8 @@ private:
         }
     }
 
-    void drawLegend(QPainter &painter, const QRectF &canvas) const
+    /// In the lower left corner, above levels that stand there.
+    void drawLegend(QPainter &painter, const QwtScaleMap &yMap, const QRectF &canvas) const
     {
         const QPair<ArrowKind, QString> kinds[] = {
             {ArrowKind::Multipolar, tr("multipolar transfer")},
@@ -253,6 +254,10 @@ private:
             {ArrowKind::Emission, tr("emission")}};
         const QFontMetricsF metrics(painter.font(), painter.device());
         QPointF at(canvas.left() + legendMargin, canvas.bottom() - legendMargin);
+        const double top = at.y() - 1.3 * metrics.height() * double(std::size(kinds));
+        for (const Level &level : diagram.columns.first().levels)
+            if (yMap.transform(level.energy) > top)
+                at.setY(std::min(at.y(), yMap.transform(level.energy) - 1.3 * metrics.height()));
         for (const auto &kind : kinds) {
             const bool isUsed =
                 std::any_of(diagram.arrows.cbegin(), diagram.arrows.cend(),
@@ -306,7 +311,7 @@ void draw(const LevelDiagram &diagram, const QString &file)
     QList<double> positions;
     for (int i = 0; i < diagram.columns.size(); ++i)
         positions.append(placeOf(i, diagram));
-    QwtScaleDiv scale(-0.65, positions.last() + 0.75);
+    QwtScaleDiv scale(diagram.arrows.isEmpty() ? -0.65 : -0.8, positions.last() + 0.75);
     scale.setTicks(QwtScaleDiv::MajorTick, positions);
     plot.setAxisScaleDraw(QwtPlot::xBottom, new ColumnScale(diagram));
     plot.setAxisScaleDiv(QwtPlot::xBottom, scale);

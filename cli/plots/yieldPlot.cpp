@@ -78,17 +78,37 @@ QString textOfRate(double rate)
         .arg(parts.value(0), plots::superscript(parts.value(1).toInt()));
 }
 
-/// A column of the states that an output lists; those of @p donors bear their names, the others
-/// are drawn up to @p highest.
+/// A donor of the scheme among the states of a list.
+struct NamedDonor
+{
+    QString name; ///< as in the names of the channels
+    int number = 0;
+};
+
+/// "T (T₁)": the names of the donors that are state @p number, and its place among the excited
+/// states; empty for a state that is none.
+QString donorLabel(const QVector<NamedDonor> &donors, int number, const QString &state)
+{
+    QStringList names;
+    for (const NamedDonor &donor : donors)
+        if (donor.number == number)
+            names.append(donor.name);
+    return names.isEmpty() ? QString()
+                           : QStringLiteral("%1 (%2)").arg(names.join(QStringLiteral(", ")), state);
+}
+
+/// A column of the excited states that an output lists; those of @p donors bear their names, the
+/// others are drawn up to @p highest.
 LevelDiagram::Column stateColumn(const QString &title, const QString &kind,
-                                 const QVector<LigandState> &states, const QVector<int> &donors,
-                                 double highest)
+                                 const QVector<LigandState> &states, int groundState,
+                                 const QVector<NamedDonor> &donors, double highest)
 {
     LevelDiagram::Column column{title, {}};
-    for (int i = 0; i < states.size(); ++i) {
+    for (int i = groundState; i < states.size(); ++i) {
         const double energy = states.at(i).energy;
-        if (donors.contains(i + 1))
-            column.levels.append({energy, label(numbered(kind, i + 1), energy)});
+        const QString name = donorLabel(donors, i + 1, numbered(kind, i + 1 - groundState));
+        if (!name.isEmpty())
+            column.levels.append({energy, label(name, energy)});
         else if (energy <= highest)
             column.levels.append({energy, QString()});
     }
@@ -99,21 +119,27 @@ void addLigandStates(LevelDiagram &diagram, const SpectroscopicResults &results)
 {
     const QString singlets = tr("ligand singlets");
     const QString triplets = tr("ligand triplets");
+    const QString S = tr("S");
+    const QString T = tr("T");
     if (results.singlet.number == 0) { // given by hand
         const double singlet = results.singlet.energy;
         const double triplet = results.triplet.energy;
-        diagram.columns << LevelDiagram::Column{singlets, {{singlet, label(tr("S"), singlet)}}}
-                        << LevelDiagram::Column{triplets, {{triplet, label(tr("T"), triplet)}}};
+        diagram.columns << LevelDiagram::Column{singlets, {{singlet, label(S, singlet)}}}
+                        << LevelDiagram::Column{triplets, {{triplet, label(T, triplet)}}};
         return;
     }
     const double highest = results.singlet.energy + shownAboveDonor;
-    QVector<int> donors = {results.triplet.number};
+    const DonorStatesResults &states = results.ligandStates;
+    QVector<NamedDonor> donors;
     if (results.considerTwoTriplets)
-        donors.append(results.firstTriplet.number);
-    diagram.columns << stateColumn(singlets, tr("S"), results.ligandStates.singlets,
-                                   {results.singlet.number}, highest)
-                    << stateColumn(triplets, tr("T"), results.ligandStates.triplets, donors,
+        donors.append({tr("Ta"), results.firstTriplet.number});
+    donors.append({T, results.triplet.number});
+    diagram.columns << stateColumn(singlets, S, states.singlets, states.groundState,
+                                   {{S, results.singlet.number}}, highest)
+                    << stateColumn(triplets, T, states.triplets, states.groundState, donors,
                                    highest);
+    if (states.groundState > 0)
+        diagram.columns[SingletColumn].levels.prepend({0.0, numbered(S, 0)});
 }
 
 double donorEnergy(const SpectroscopicResults &results, const TransferChannel &channel)
@@ -143,15 +169,17 @@ LevelDiagram::Arrow transferArrow(const SpectroscopicResults &results,
 LevelDiagram yieldDiagram(const SpectroscopicResults &results)
 {
     LevelDiagram diagram;
-    const QString source =
-        results.inputPath.isEmpty() ? tr("given states") : QFileInfo(results.inputPath).fileName();
-    diagram.title = tr("%1: quantum yield %2 %").arg(source).arg(results.quantumYield, 0, 'f', 1);
+    const QString path =
+        results.inputPath.isEmpty() ? results.ligandStates.outputPath : results.inputPath;
+    const QString source = path.isEmpty() ? tr("given states") : QFileInfo(path).fileName();
+    diagram.title =
+        tr("%1: quantum yield %2 %").arg(source, cli::textOfYield(results.quantumYield));
     addLigandStates(diagram, results);
 
     LevelDiagram::Column ion{QString::fromUtf8("Eu³⁺"), {}};
     for (const IonLevel &level : ionLevels()) {
         for (const TransferResult &transfer : results.transfers)
-            if (transfer.channel.acceptor == level.name)
+            if (transfer.takesPart && transfer.channel.acceptor == level.name)
                 diagram.arrows.append(transferArrow(results, transfer));
         const QString name = levelLabel(level.name);
         const bool isGround = ion.levels.size() < int(std::size(groundLevels));

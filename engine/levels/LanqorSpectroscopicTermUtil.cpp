@@ -21,6 +21,13 @@ double number(const QString &text)
     return std::isfinite(value) ? value : 0.0;
 }
 
+/// Where J begins in the label of a level.
+int positionOfJ(const QString &label)
+{
+    const int closing = label.indexOf(QLatin1Char(')'));
+    return closing >= 0 ? closing + 1 : 2;
+}
+
 } // namespace
 
 const QStringList termLetterList =
@@ -42,8 +49,7 @@ SpectroscopicTerm termFromLabel(const QString &label, const bool &withJ)
     }
     if (label.contains(QLatin1Char('(')))
         term.termIndex = label.mid(3, 1).toInt();
-    const int closing = label.indexOf(QLatin1Char(')'));
-    term.J = number(label.mid(closing >= 0 ? closing + 1 : 2));
+    term.J = number(label.mid(positionOfJ(label)));
     return term;
 }
 
@@ -51,6 +57,11 @@ QString textOfJ(const double &J)
 {
     const int twice = static_cast<int>(2.0 * J);
     return twice % 2 == 0 ? QString::number(twice / 2) : QStringLiteral("%1/2").arg(twice);
+}
+
+QString textOfLevel(const QString &label)
+{
+    return label.left(positionOfJ(label)) + textOfJ(termFromLabel(label, true).J);
 }
 
 bool parseJ(const QString &text, double &J)

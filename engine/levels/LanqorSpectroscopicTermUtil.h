@@ -32,6 +32,8 @@ LANQORENGINE_EXPORT SpectroscopicTerm termFromLabel(const QString &label, const 
 
 /// An angular momentum as spectroscopists write it: "2", "5/2".
 LANQORENGINE_EXPORT QString textOfJ(const double &J);
+/// A level's label with its J written so: "4I9/2" for "4I4.5".
+LANQORENGINE_EXPORT QString textOfLevel(const QString &label);
 /// Reads "2", "5/2" or "2.5"; false for what is no angular momentum below 100.
 LANQORENGINE_EXPORT bool parseJ(const QString &text, double &J);
 

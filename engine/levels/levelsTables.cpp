@@ -7,6 +7,7 @@
 
 // The records of this room as tables.
 
+using LanqorSpectroscopicTermUtil::textOfLevel;
 using resultColumns::column;
 
 namespace {
@@ -37,9 +38,9 @@ LanqorResultTables LanqorEnergyLevels::makeTables(const FreeIonLevelsResults &re
     QVector<QVector<QVariant>> levels;
     QVector<QVector<QVariant>> components;
     for (const FreeIonLevelsResults::Level &level : results.levels) {
-        levels.append({level.number, level.label, level.J, level.energy});
+        levels.append({level.number, textOfLevel(level.label), level.J, level.energy});
         for (const CoeffAndLabel &component : level.components)
-            components.append({level.number, component.label, component.coefficient,
+            components.append({level.number, textOfLevel(component.label), component.coefficient,
                                100.0 * component.coefficient * component.coefficient});
     }
     tables.addTable(

@@ -70,7 +70,8 @@ public:
     static LanqorResultTables makeTables(const IndicesResults &results);
 
     /// The table that the ".indeces" file holds: a heading, then for each atom from 2 on its
-    /// number, symbol, charge and superdelocalizability.
+    /// number, symbol, charge and superdelocalizability. The heading says au, as readers of such
+    /// files expect; the superdelocalizability is in 1/eV from MOPAC, 1/hartree from Gaussian.
     QString getIndicesTable() const;
     /// Name of that file: the output's with its suffix replaced.
     QString getIndicesFileName() const;

@@ -53,16 +53,17 @@ QMap<QString, int> composition(const QVector<Atom> &atoms)
 
 QString formula(const QMap<QString, int> &composition)
 {
+    const QStringList first = {QStringLiteral("C"), QStringLiteral("H")};
     QStringList parts;
-    QMap<QString, int> others = composition;
-    const auto take = [&parts, &others](const QString &element) {
-        if (others.contains(element))
-            parts.append(element + QString::number(others.take(element)));
+    const auto add = [&](const QString &element) {
+        if (composition.contains(element))
+            parts.append(element + QString::number(composition.value(element)));
     };
-    take(QStringLiteral("C"));
-    take(QStringLiteral("H"));
-    while (!others.isEmpty())
-        take(others.firstKey());
+    for (const QString &element : first)
+        add(element);
+    for (auto entry = composition.begin(); entry != composition.end(); ++entry)
+        if (!first.contains(entry.key()))
+            add(entry.key());
     return parts.join(QLatin1Char(' '));
 }
 

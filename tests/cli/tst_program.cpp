@@ -49,7 +49,8 @@ bool isSame(const QJsonValue &json, const QString &value, const QString &unit)
     const QJsonObject quantity = json.toObject();
     const QVariant given =
         (unit.isEmpty() ? json : quantity.value(QStringLiteral("value"))).toVariant();
-    const bool isNumber = given.userType() == QMetaType::Double;
+    const bool isNumber =
+        given.userType() == QMetaType::Double || given.userType() == QMetaType::LongLong;
     return quantity.value(QStringLiteral("unit")).toString() == unit &&
            (isNumber ? given.toDouble() == value.toDouble() : given.toString() == value);
 }
@@ -141,7 +142,7 @@ private Q_SLOTS:
         row("yield --omega 33,4.6,0 --omega-ed 0,0,0 --singlet-energy 28000 --triplet-energy 20500 "
             "--rl-singlet 4.5 --rl-triplet 5.1",
             "intensity_parameters emission emission_bands donors energy_transfer populations "
-            "yield");
+            "yield kinetic_constants");
     }
     void resultsAsData()
     {
