@@ -40,19 +40,28 @@ const QVector<Command> &commands()
     return table;
 }
 
+/// The commands whose name begins with @p word, or all, each with its summary.
+QString listOfCommands(const QString &word = QString())
+{
+    QString text;
+    for (const Command &command : commands())
+        if (word.isEmpty() || QString::fromLatin1(command.name).startsWith(word + QLatin1Char(' ')))
+            text += QStringLiteral("  %1 %2\n")
+                        .arg(QLatin1String(command.name), -18)
+                        .arg(QLatin1String(command.summary));
+    return text;
+}
+
 QString overview()
 {
-    QString text = QStringLiteral("Usage: lanqor COMMAND [options] ...\n"
-                                  "Luminescence of lanthanide coordination compounds.\n\n"
-                                  "Commands:\n");
-    for (const Command &command : commands())
-        text += QStringLiteral("  %1 %2\n")
-                    .arg(QLatin1String(command.name), -18)
-                    .arg(QLatin1String(command.summary));
-    return text + QStringLiteral("\n\"lanqor COMMAND --help\" tells the options of a command.\n"
-                                 "Results go to standard output, messages to standard error;\n"
-                                 "the exit status is 0 on success, 1 when the input or the\n"
-                                 "calculation fails, 2 when the command line is wrong.\n");
+    return QStringLiteral("Usage: lanqor COMMAND [options] ...\n"
+                          "Luminescence of lanthanide coordination compounds.\n\n"
+                          "Commands:\n") +
+           listOfCommands() +
+           QStringLiteral("\n\"lanqor COMMAND --help\" tells the options of a command.\n"
+                          "Results go to standard output, messages to standard error;\n"
+                          "the exit status is 0 on success, 1 when the input or the\n"
+                          "calculation fails, 2 when the command line is wrong.\n");
 }
 
 /// Makes every loss of output an error that is told. A write beyond a limit of file sizes would
@@ -88,6 +97,14 @@ int run(const QStringList &arguments)
     if (arguments.isEmpty()) {
         cli::tell(overview());
         return cli::wrongUse;
+    }
+    const QString family = first.isEmpty() ? QString() : listOfCommands(first);
+    if (!family.isEmpty()) {
+        const QString text = QStringLiteral("which \"%1\"? There are:\n").arg(first) + family +
+                             QStringLiteral("\"lanqor ... --help\" tells the options of each.\n");
+        if (arguments.value(1) == QLatin1String("--help"))
+            throw cli::HelpRequest{text};
+        throw cli::UsageError{text};
     }
     throw cli::UsageError{
         QStringLiteral("unknown command \"%1\"; see \"lanqor --help\"").arg(arguments.first())};
