@@ -8,6 +8,7 @@
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOmega.h>
+#include <LanqorEngine/LanqorOutputFile.h>
 #include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/OmegaResults.h>
 
@@ -82,6 +83,7 @@ ReportRequest readReportRequest(const cli::OptionReader &options)
     QFile file(request.ligandFile);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         options.refuse(QStringLiteral("%1: %2").arg(request.ligandFile, file.errorString()));
+    LanqorOutputFile::protectInput(request.ligandFile);
     constexpr qint64 maximumSize = 1 << 20;
     request.ligands = QString::fromUtf8(file.read(maximumSize)).split(QLatin1Char('\n'));
     return request;

@@ -18,9 +18,9 @@ class LanqorInputData;
 /// quantum-chemistry programs.
 ///
 /// An object works on the file of its constructor. The conversions "from out" read a MOPAC
-/// output, or a .xyz, .mop, .arc, .zmt or .mol2 file when the name ends so. The text argument of every
-/// conversion is the file to write; when it is empty, the input's name with the new ending. An
-/// existing file is replaced whole or not at all. Each returns false with the reason in
+/// output, or a .xyz, .mop, .arc, .zmt or .mol2 file when the name ends so. The text argument of
+/// every conversion is the file to write; when it is empty, the input's name with the new ending.
+/// An existing file is replaced whole or not at all. Each returns false with the reason in
 /// getLastError(), and reports its steps through newObjCalculationMessage().
 ///
 /// Coordinates are written in Angstrom with nine decimals. Jobs are of multiplicity 1, unless

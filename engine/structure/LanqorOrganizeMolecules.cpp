@@ -2,6 +2,7 @@
 
 #include "core/reportText_p.h"
 #include "input/bondCutOff_p.h"
+#include "input/disorder_p.h"
 #include "input/inputDataAccess_p.h"
 #include "input/mol2File_p.h"
 #include "input/readerLimits_p.h"
@@ -181,6 +182,7 @@ public:
     void omitSecondPlaces(Source &source);
     void takeOmitted(const Source &source, const QVector<Fragment> &all);
     void takeFragments(const Source &source, int ion, const QVector<Fragment> &around);
+    void reportTooNear(const Source &source, int ion);
     void reportUncounted(const Source &source, int ion);
     QString mol2Text() const;
 
@@ -319,6 +321,22 @@ void LanqorOrganizeMoleculesPrivate::takeOmitted(const Source &source, const QVe
     }
 }
 
+/// Tells of atoms that are nearer to the ion than any bond is long.
+void LanqorOrganizeMoleculesPrivate::reportTooNear(const Source &source, int ion)
+{
+    for (const auto &pair : disorder::pairs(source.atoms)) {
+        if (pair.first != ion && pair.second != ion)
+            continue;
+        const int other = pair.first == ion ? pair.second : pair.first;
+        q.processStatus(
+            tr("%1: atom %2 lies %3 Angstrom from the ion, nearer than any bond is long; check the "
+               "structure.")
+                .arg(fileName, nameOf(source, other),
+                     reportText::fixed(
+                         fragments::distance(source.atoms.at(ion), source.atoms.at(other)), 3)));
+    }
+}
+
 /// Tells of atoms that are bonded to the ion without being counted as coordinated: elements
 /// without a cut-off (F, Br, C) and atoms beyond it. The middle atom of a chelate, as N of a
 /// nitrate, is only near to the ion and not worth a word unless the file bonds it.
@@ -453,6 +471,7 @@ bool LanqorOrganizeMolecules::organize()
     if (!d->checkSource(source, ion))
         return false;
     source.bonds = fragments::withMissingBonds(source.atoms, source.bonds);
+    d->reportTooNear(source, ion);
     d->reportUncounted(source, ion);
     const QVector<Fragment> all = fragments::fragmentsAround(ion, source.atoms, source.bonds);
     d->takeOmitted(source, all);

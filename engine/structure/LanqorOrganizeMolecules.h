@@ -27,9 +27,10 @@ class LanqorResultTables;
 /// ligand the atoms keep their order.
 ///
 /// Two atoms other than hydrogen that are nearer to each other than 0.6 times the sum of their
-/// covalent radii are two places of one disordered atom: the first in the file stays (the ion,
-/// where it is one of them), the other goes with the hydrogen atoms on it, and a message tells so.
-/// Of two hydrogen atoms within 0.4 Angstrom the first stays, too.
+/// covalent radii are two places of one disordered atom: the first in the file stays, the other
+/// goes with the hydrogen atoms on it, and a message tells so. Of two hydrogen atoms within 0.4
+/// Angstrom the first stays, too, and of the ion and another atom the ion; an atom that is farther
+/// off but still too near to the ion for a bond is kept and told of.
 class LANQORENGINE_EXPORT LanqorOrganizeMolecules : public LanqorAbstractObjCalculation
 {
     Q_OBJECT

@@ -141,9 +141,14 @@ QVector<SecondPlace> secondPlaces(const QVector<Coord> &atoms, const QVector<Bon
     for (const auto &pair : disorder::pairs(atoms)) {
         if (isOmitted.at(pair.first) || isOmitted.at(pair.second))
             continue;
-        const bool isIonSecond = LanqorInputData::isLanthanide(atoms.at(pair.second).label) &&
-                                 !LanqorInputData::isLanthanide(atoms.at(pair.first).label);
-        omit(isIonSecond ? pair.first : pair.second, isIonSecond ? pair.second : pair.first);
+        const bool isIonFirst = LanqorInputData::isLanthanide(atoms.at(pair.first).label);
+        const bool isIonSecond = LanqorInputData::isLanthanide(atoms.at(pair.second).label);
+        // A ligand atom far too near to the ion is misplaced, yet no place of the ion.
+        if (isIonFirst != isIonSecond &&
+            distance(atoms.at(pair.first), atoms.at(pair.second)) >= overlapDistance)
+            continue;
+        const bool isSecondKept = isIonSecond && !isIonFirst;
+        omit(isSecondKept ? pair.first : pair.second, isSecondKept ? pair.second : pair.first);
     }
     const QVector<QVector<int>> carriers = carriersOfHydrogens(atoms, bonds);
     QVector<QVector<int>> hydrogens(atoms.size());

@@ -262,6 +262,75 @@ private Q_SLOTS:
         QCOMPARE(testSupport::readAll(path("both")).size(),
                  testSupport::readAll(path("r")).size() + report.toUtf8().size());
     }
+
+    // Whatever a command reads stays as it is when a link to it has the name of what it writes.
+    void inputsAreNotWrittenOver_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<QStringList>("inputs");
+        const auto row = [](const char *line, const char *target, const char *inputs) {
+            QTest::newRow(line) << QString::fromLatin1(line) << QString::fromLatin1(target)
+                                << QString::fromLatin1(inputs).split(QLatin1Char(' '));
+        };
+        row("omega ion.out --g O=1,Cl=1 --alpha O=1,Cl=1 --ligands lines --report t", "t",
+            "ion.out lines");
+        row("omega ion.out --g O=1,Cl=1 --alpha O=1,Cl=1 --json t", "t", "ion.out");
+        row("sphere ion.out --csv t", "t", "ion.out");
+        row("stark ion.out --g O=1,Cl=1 --report t", "t", "ion.out");
+        row("omega-exp --spectrum spectrum.txt --report t", "t", "spectrum.txt");
+        row("fit omega ion.out --omega2 3 --omega4 40 --points 1 --report t", "t", "ion.out");
+        row("fit qdc force.out --omega2 8 --omega4 6 --points 1 --report t", "t", "force.out");
+        row("fit levels ce --ion Ce --points 1", "ce.result", "ce");
+        row("fit stark ion ion.out --points 1", "ion.stark", "ion.out ion.groups ion.exp");
+        row("fit stark ion ion.out --points 1", "ion.progress", "ion.out ion.groups ion.exp");
+        row("convert ion.out t.xyz", "t.xyz", "ion.out");
+        row("convert l2.orcout t.orcinp --charge -1", "t.pointcharge", "l2.orcout l2.pointcharge");
+        row("organize ion.out t.mol2", "t.mol2", "ion.out");
+        row("organize ion.out o.xyz --csv t", "t", "ion.out");
+        row("indices phen.out", "phen.indeces", "phen.out");
+        row("spectrum l2.orcout --out t", "t", "l2.orcout");
+        row("spectrum l2.orcout --plot t.pdf", "t.pdf", "l2.orcout");
+        row("states l2.orcout --report t", "t", "l2.orcout l2.pointcharge");
+        row("yield l2.out --g O=1,N=1 --alpha O=1,N=1 --excited l2.orcout --report t", "t",
+            "l2.out l2.orcout l2.pointcharge");
+    }
+    void inputsAreNotWrittenOver()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, target);
+        QFETCH(QStringList, inputs);
+        QTemporaryDir own;
+        const auto put = [&own](const char *name, const QString &origin) {
+            QFile::remove(own.filePath(QLatin1String(name)));
+            QFile::copy(origin, own.filePath(QLatin1String(name)));
+        };
+        put("ion.out", dataFile(QStringLiteral("mopac/eu_cl2_h2o6_am1_int.out")));
+        put("force.out", dataFile(QStringLiteral("mopac/eu_cl2_h2o6_pm7_allvec_force.out")));
+        put("phen.out", dataFile(QStringLiteral("mopac/eu_acac3_phen_am1_allvec.out")));
+        put("l2.out", sourceFile(QStringLiteral("examples/data/eu_l2_rm1_opt.out")));
+        put("l2.orcout", sourceFile(QStringLiteral("examples/data/eu_l2_zindos_excerpt.orcout")));
+        put("l2.pointcharge",
+            sourceFile(QStringLiteral("examples/data/eu_l2_zindos_excerpt.pointcharge")));
+        put("spectrum.txt", dataFile(QStringLiteral("outputs/emission.txt")));
+        testSupport::writeAll(own.filePath(QStringLiteral("lines")), "all 2 3 4 5 6 7 8 9\n");
+        testSupport::writeAll(own.filePath(QStringLiteral("ion.groups")), "all 2 3 4 5 6 7 8 9\n");
+        testSupport::writeAll(own.filePath(QStringLiteral("ion.exp")), "1 302 455 379\n");
+        testSupport::writeAll(own.filePath(QStringLiteral("ce")), "Ce3+\n2F5/2 0\n2F7/2 2253\n");
+        for (const QString &input : qAsConst(inputs)) {
+            const QByteArray original = testSupport::readAll(own.filePath(input));
+            for (const char *link : {"ln -s", "ln"}) {
+                const ProgramRun refused = run(line, own.path(),
+                                               QStringLiteral("rm -f %1; %2 %3 %1; \"$0\" \"$@\"")
+                                                   .arg(target, QLatin1String(link), input));
+                QCOMPARE(testSupport::readAll(own.filePath(input)), original);
+                const bool isTold = refused.error.contains(QLatin1String("read")) ||
+                                    refused.error.contains(QLatin1String("a second time"));
+                QVERIFY2(isTold, qPrintable(input + refused.error));
+                QVERIFY(refused.exitStatus > 0 || target.endsWith(QLatin1String("progress")));
+            }
+        }
+    }
 };
 
 QTEST_GUILESS_MAIN(TestProgram)
