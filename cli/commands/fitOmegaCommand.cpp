@@ -64,7 +64,8 @@ void describe(cli::OptionReader &reader)
     reader.setDescription(tr(
         "Fits charge factors g and polarisabilities alpha of the coordinated atoms to measured\n"
         "Omega(2) and Omega(4) of a Eu3+ complex by simulated annealing.\n\n"
-        "FILE is a MOPAC output with Eu as atom 1 and the N coordinated atoms as atoms 2 to N+1.\n"
+        "FILE is a MOPAC output (.out), archive (.arc) or a structure (.mop, .zmt, .xyz, .mol2)\n"
+        "with Eu as atom 1 and the N coordinated atoms as atoms 2 to N+1.\n"
         "Atoms of one group share g and alpha. Bounds: g 0.01 to 2 (O, S), 0.001 to 1 (F, Cl,\n"
         "Br, I), 0.01 to 3 (N, P); alpha 0.005 to 6.5 cubic Angstrom. A file \"pesos.txt\" in the\n"
         "current folder gives the weights of Omega(2) and Omega(4) on its first two lines.\n\n"

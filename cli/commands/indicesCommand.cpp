@@ -34,6 +34,10 @@ int indicesCommand(const QStringList &arguments)
         options.files(1, tr("indices needs one file; see \"lanqor indices --help\"")).first();
     LanqorInputData output(nullptr, fileName);
     output.setKeepFileOpen(true);
+    if (!options.isSet("gaussian") && output.detectProgram() == LanqorInputData::GaussianOutput)
+        throw cli::Failure{tr("%1 is a Gaussian output; add --gaussian").arg(fileName)};
+    if (!options.isSet("gaussian") && !output.readStructureFile())
+        cli::failOf(output);
     LanqorIndicesCalculation indices(nullptr, &output,
                                      options.isSet("gaussian")
                                          ? LanqorIndicesCalculation::GaussianOutput

@@ -6,13 +6,11 @@
 #include "options/showResults.h"
 #include "text.h"
 
+#include <LanqorEngine/LanqorAradPartition.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOmega.h>
-#include <LanqorEngine/LanqorOutputFile.h>
 #include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/OmegaResults.h>
-
-#include <QFile>
 
 namespace {
 
@@ -80,12 +78,12 @@ ReportRequest readReportRequest(const cli::OptionReader &options)
         request.options.printAradPartition = true;
     if (request.ligandFile.isEmpty())
         return request;
-    QFile file(request.ligandFile);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        options.refuse(QStringLiteral("%1: %2").arg(request.ligandFile, file.errorString()));
-    LanqorOutputFile::protectInput(request.ligandFile);
-    constexpr qint64 maximumSize = 1 << 20;
-    request.ligands = QString::fromUtf8(file.read(maximumSize)).split(QLatin1Char('\n'));
+    QString error;
+    request.ligands = LanqorAradPartition::readLigandsFile(request.ligandFile, error);
+    if (!error.isEmpty())
+        options.refuse(tr("--ligands: %1 A text file with one group of atoms on each line is "
+                          "needed, such as \"acac 2 3\".")
+                           .arg(error));
     return request;
 }
 
@@ -122,6 +120,22 @@ void addOptions(cli::OptionReader &options)
     });
 }
 
+/// Groups that leave atoms out do not add up to the rate.
+void noteUngroupedAtoms(const AradPartitionResults &partition, const QString &ligandFile)
+{
+    QVector<int> grouped;
+    for (const AradPartitionResults::GroupShare &share : partition.groups)
+        grouped += share.group.atoms;
+    QStringList others;
+    for (const AradPartitionResults::AtomShare &share : partition.atoms)
+        if (!grouped.contains(share.atom))
+            others.append(QStringLiteral("%1 %2").arg(share.label, QString::number(share.atom)));
+    if (!others.isEmpty())
+        cli::note(tr("--ligands %1: in no group, so that the shares of the groups do not add up to "
+                     "Arad(ED): %2")
+                      .arg(ligandFile, others.join(QStringLiteral(", "))));
+}
+
 /// Makes the report of a finished calculation if one is wanted, and shows the results.
 void show(const cli::OptionReader &options, LanqorOmega &omega, const ReportRequest &request,
           const QStringList &inputFiles)
@@ -130,6 +144,8 @@ void show(const cli::OptionReader &options, LanqorOmega &omega, const ReportRequ
     if (!results.partition.groupError.isEmpty())
         throw cli::Failure{
             QStringLiteral("%1: %2").arg(request.ligandFile, results.partition.groupError)};
+    if (!request.ligandFile.isEmpty())
+        noteUngroupedAtoms(results.partition, request.ligandFile);
     QString text = summary(results);
     if (request.isWanted) {
         const QString report = omega.createOutFile(QString());

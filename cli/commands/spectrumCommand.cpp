@@ -96,9 +96,7 @@ int spectrumCommand(const QStringList &arguments)
     output.setKeepFileOpen(true);
     const StateProgram *program = request.program ? request.program : cli::stateProgramOf(output);
     if (!program)
-        throw cli::Failure{tr("%1 is not known as an output of ORCA, Gaussian or ZINDO; name the "
-                              "program by --program")
-                               .arg(request.file)};
+        throw cli::Failure{cli::unknownProgram(request.file)};
 
     LanqorNormalizePoints points(nullptr, &output, program->type);
     cli::showMessages(points);

@@ -51,6 +51,7 @@ int sphereCommand(const QStringList &arguments)
 
     const SphereResults sphere = data.getSphereResults();
     cli::showResults(options, sphereText(sphere), LanqorInputData::makeTables(sphere), {fileName});
+    cli::warnOfStructure(data);
     cli::noteNearAtoms(data);
     if (!data.getAtomOrderError().isEmpty())
         cli::warn(data.getAtomOrderError());

@@ -126,10 +126,7 @@ int statesCommand(const QStringList &arguments)
     if (!program && !name.isEmpty())
         options.refuse(tr("unknown program \"%1\"; there are orca, gaussian and zindo").arg(name));
     if (!program)
-        throw cli::Failure{
-            tr("%1 looks like no output of ORCA, Gaussian or ZINDO; name the program "
-               "with --program")
-                .arg(fileName)};
+        throw cli::Failure{cli::unknownProgram(fileName)};
 
     LanqorRL calculation(nullptr, &output);
     cli::showMessages(calculation);

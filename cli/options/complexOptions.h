@@ -38,6 +38,9 @@ int readSphere(const OptionReader &options, LanqorInputData &geometry);
 QCommandLineOption overlapOption();
 double readOverlap(const OptionReader &options);
 
+/// Warnings of further ions, of disordered atoms and of distances as in other units.
+void warnOfStructure(const LanqorInputData &geometry);
+
 /// Notes on atoms so near the ion that a chemist may count them: donors a little beyond the limit
 /// of their element, and elements without one.
 void noteNearAtoms(const LanqorInputData &geometry);

@@ -24,19 +24,20 @@ void readGeometry(const OptionReader &reader, IntensityFitOptions &options)
     options.geometry = std::make_unique<LanqorInputData>(nullptr, options.fileName);
     LanqorInputData &geometry = *options.geometry;
     geometry.setKeepFileOpen(true);
-    if (!geometry.readMopacOutFile(false) || !geometry.createSphericalCoordinate())
+    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate())
         failOf(geometry);
-    if (reader.isSet("coordination"))
-        return;
-    options.coordNumber = geometry.getCoordNumber();
-    checkSphere(geometry);
+    if (!reader.isSet("coordination")) {
+        options.coordNumber = geometry.getCoordNumber();
+        checkSphere(geometry);
+    }
+    warnOfStructure(geometry);
 }
 
 } // namespace
 
 void addIntensityFitOptions(OptionReader &reader)
 {
-    reader.addArgument(QStringLiteral("FILE"), tr("MOPAC output of the complex"));
+    reader.addArgument(QStringLiteral("FILE"), tr("the complex"));
     reader.addOptions({
         {QStringLiteral("omega2"), tr("Measured Omega(2), 1e-20 cm^2."), tr("value")},
         {QStringLiteral("omega4"), tr("Measured Omega(4), 1e-20 cm^2."), tr("value")},
@@ -69,7 +70,11 @@ IntensityFitOptions readIntensityFitOptions(const OptionReader &reader)
     constexpr int maximumSteps = 100000000;
     constexpr int maximumStarts = 1000;
     IntensityFitOptions options;
-    options.fileName = reader.files(1, tr("a fit needs one MOPAC output")).first();
+    options.fileName =
+        reader
+            .files(1, tr("a fit needs one file, that of the complex; see \"lanqor %1 --help\"")
+                          .arg(reader.command()))
+            .first();
     options.report = reader.text("report");
     options.omega2 = readTarget(reader, "omega2");
     options.omega4 = readTarget(reader, "omega4");

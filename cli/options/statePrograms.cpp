@@ -1,5 +1,7 @@
 #include "options/statePrograms.h"
 
+#include "text.h"
+
 namespace cli {
 
 namespace {
@@ -27,6 +29,16 @@ const StateProgram *stateProgramOf(const LanqorInputData &output)
         if (program.type == type)
             return &program;
     return nullptr;
+}
+
+QString unknownProgram(const QString &fileName)
+{
+    const QString kind = LanqorInputData::getFileDescription(fileName);
+    return kind.isEmpty()
+               ? tr("%1 is not known as an output of ORCA, Gaussian or ZINDO; name the "
+                    "program by --program")
+                     .arg(fileName)
+               : tr("%1 is %2, not an output of ORCA, Gaussian or ZINDO").arg(fileName, kind);
 }
 
 } // namespace cli

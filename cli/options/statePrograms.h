@@ -16,5 +16,7 @@ namespace cli {
 const StateProgram *stateProgramNamed(const QString &name);
 /// The program that wrote the file of @p output; null when it is not known.
 const StateProgram *stateProgramOf(const LanqorInputData &output);
+/// What a file is instead when stateProgramOf() knows none.
+QString unknownProgram(const QString &fileName);
 
 } // namespace cli

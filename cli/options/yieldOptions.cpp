@@ -136,9 +136,7 @@ int programOf(const OptionReader &options, const LanqorInputData &excitedStates)
         options.refuse(tr("%1 does not exist.").arg(fileName));
     const StateProgram *program = cli::stateProgramOf(excitedStates);
     if (!program)
-        options.refuse(tr("%1 is not known as an output of ORCA, Gaussian or ZINDO; name the "
-                          "program by --program")
-                           .arg(fileName));
+        options.refuse(cli::unknownProgram(fileName));
     return program->type;
 }
 

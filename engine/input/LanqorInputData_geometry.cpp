@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace {
 
@@ -72,10 +71,15 @@ QStringList furtherIons(const QVector<Coord> &atoms)
                 .arg(listOfAtoms(numbers.mid(0, maximumNamed), atoms), atoms.first().label)};
 }
 
-/// Two places of one atom would count twice.
+/// Two places of one atom would count twice. A donor too near to an ion is no place of the ion.
 QStringList disorderedAtoms(const QVector<Coord> &atoms)
 {
-    const auto pairs = disorder::pairs(atoms);
+    auto pairs = disorder::pairs(atoms);
+    const auto isIon = [&atoms](int i) { return LanqorInputData::isLanthanide(atoms.at(i).label); };
+    pairs.erase(
+        std::remove_if(pairs.begin(), pairs.end(),
+                       [&](const auto &pair) { return isIon(pair.first) != isIon(pair.second); }),
+        pairs.end());
     QStringList texts;
     for (const auto &[first, second] : pairs.mid(0, maximumNamed))
         texts.append(
@@ -101,24 +105,29 @@ QStringList doubtfulUnits(const QVector<Coord> &atoms)
     constexpr double shortestInPm = 100.0; // 1 Angstrom
     if (atoms.size() < 2 || !LanqorInputData::isLanthanide(atoms.first().label))
         return {};
-    double nearest = std::numeric_limits<double>::max();
-    double nearestHeavy = nearest;
-    for (const Coord &atom : atoms.mid(1)) {
-        nearest = std::min(nearest, distanceOf(atoms.first(), atom));
-        if (covalentRadius(atom.label) > 0.0 && atom.label != QLatin1String("H") &&
-            !LanqorInputData::isLanthanide(atom.label))
-            nearestHeavy = std::min(nearestHeavy, distanceOf(atoms.first(), atom));
+    const auto distance = [&atoms](int i) { return distanceOf(atoms.first(), atoms.at(i)); };
+    int nearest = 1;
+    for (int i = 1; i < atoms.size(); ++i) {
+        const Coord &atom = atoms.at(i);
+        if (distance(i) < distance(nearest))
+            nearest = i;
+        const bool isOtherKind = covalentRadius(atom.label) == 0.0 ||
+                                 atom.label == QLatin1String("H") ||
+                                 LanqorInputData::isLanthanide(atom.label);
+        if (!isOtherKind && distance(i) < shortestBond)
+            return {LanqorInputData::tr("%1 is %2 Angstrom from the ion, nearer than a bond can "
+                                        "be; are the coordinates fractional or in nm?")
+                        .arg(listOfAtoms({i + 1}, atoms), QString::number(distance(i), 'g', 4))};
     }
-    const bool isTooNear = nearestHeavy < shortestBond;
-    if (!isTooNear && nearest <= farthestNearest)
+    const double r = distance(nearest);
+    if (r <= farthestNearest)
         return {};
-    const QString unit = isTooNear                  ? LanqorInputData::tr("fractional or in nm")
-                         : nearest < farthestInBohr ? LanqorInputData::tr("in bohr")
-                         : nearest > shortestInPm   ? LanqorInputData::tr("in pm")
-                                                    : LanqorInputData::tr("in bohr or pm");
-    return {LanqorInputData::tr("the atom nearest to the ion is %1 Angstrom away; perhaps the "
-                                "coordinates are %2")
-                .arg(QString::number(isTooNear ? nearestHeavy : nearest, 'g', 4), unit)};
+    const QString unit = r < farthestInBohr ? LanqorInputData::tr("in bohr")
+                         : r > shortestInPm ? LanqorInputData::tr("in pm")
+                                            : LanqorInputData::tr("in bohr or pm");
+    return {LanqorInputData::tr("the atom nearest to the ion, %1, is %2 Angstrom away; are the "
+                                "coordinates %3?")
+                .arg(listOfAtoms({nearest + 1}, atoms), QString::number(r, 'g', 4), unit)};
 }
 
 } // namespace

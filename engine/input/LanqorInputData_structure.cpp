@@ -17,6 +17,8 @@ bool mayBe(Kind kind, Format format)
 {
     switch (format) {
     case Format::Unknown:
+    case Format::Folder: // told by the reader
+    case Format::NoRegularFile:
         return true;
     case Format::MopacInput: // keywords stand at the head of excerpts of outputs, too
         return kind == Kind::Mop || kind == Kind::MopacOutput || kind == Kind::MopacArchive;

@@ -3,9 +3,10 @@
 #include "LanqorInputData.h"
 #include "input/textFields_p.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <iterator>
-#include <optional>
 
 namespace fileFormats {
 
@@ -164,8 +165,12 @@ Format formatOf(const InputFile &file)
     constexpr int linesLookedAt = 400; // the title of any output is shorter
     LineReader reader(file);
     Signs signs;
-    if (!reader.open())
-        return Format::Unknown;
+    if (!reader.open()) {
+        const QFileInfo info(file.fileName());
+        return info.isDir()                      ? Format::Folder
+               : info.exists() && !info.isFile() ? Format::NoRegularFile
+                                                 : Format::Unknown;
+    }
     while (reader.lineNumber() < linesLookedAt && reader.next()) {
         const std::string_view line = reader.line();
         if (line.find('\0') != std::string_view::npos)
@@ -217,6 +222,10 @@ QString description(Format format)
         return LanqorInputData::tr("a Molden file");
     case Format::Binary:
         return LanqorInputData::tr("a binary file");
+    case Format::Folder:
+        return LanqorInputData::tr("a folder");
+    case Format::NoRegularFile:
+        return LanqorInputData::tr("no regular file");
     }
     return QString();
 }

@@ -27,7 +27,9 @@ enum class Format {
     Cif,
     Pdb,
     Molden,
-    Binary
+    Binary,
+    Folder,
+    NoRegularFile
 };
 
 /// The program of excited states that alone writes such a line: a title, or a heading for excerpts

@@ -1,5 +1,7 @@
 #include "LanqorAradPartition.h"
 
+#include "input/lineReader_p.h"
+#include "input/textFields_p.h"
 #include "intensity/radiativeRates_p.h"
 #include "overlap/simpleOverlapModel_p.h"
 
@@ -227,6 +229,17 @@ bool LanqorAradPartition::setLigandsVector(const QStringList &descriptions)
         return failWith(tr("The text of the ligands holds no group."));
     d->ligands = groups;
     return true;
+}
+
+QStringList LanqorAradPartition::readLigandsFile(const QString &fileName, QString &error)
+{
+    constexpr int maximumLines = 10000; // more than there can be groups
+    QStringList lines;
+    LineReader reader(fileName);
+    error = reader.open() ? QString() : missingFile(fileName);
+    while (error.isEmpty() && lines.size() < maximumLines && reader.next())
+        lines.append(textFields::toString(reader.line()));
+    return lines;
 }
 
 int LanqorAradPartition::getLigandsNumber() const

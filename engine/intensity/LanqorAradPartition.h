@@ -47,10 +47,14 @@ public:
     /// Defines the groups, one in each entry: a name, then atom numbers, with blanks or commas
     /// between them; "#" starts a comment and entries without text are skipped. An atom may
     /// stand once in all groups; atoms that stand in none belong to no group. On failure
-    /// (repeated atom, atom outside 2 to N+1, group without atoms) there are no groups.
+    /// (repeated atom, atom outside 2 to N+1, group without atoms or with a number in place of
+    /// its name) there are no groups.
     bool setLigandsVector(const QStringList &descriptions);
     /// The same from a text with one group per line.
     bool setLigandsVector(const QString &text);
+    /// The lines of a text file for setLigandsVector(); none, with the reason in @p error, when it
+    /// cannot be read.
+    static QStringList readLigandsFile(const QString &fileName, QString &error);
     int getLigandsNumber() const;
     Ligand getLigand(const int &i) const;
     QString getLigandsName(const int &i) const;

@@ -142,9 +142,9 @@ private Q_SLOTS:
             {"Eu 0 0 0\nO 2.4 0 0\nO 2.4 0 0.68\n", "O 2 and O 3 are 0.680 Angstrom apart"},
             {"Eu 0 0 0\nO 2.4 0 0\nTb 9 0 0\n", "further lanthanide ions (Tb 3)"},
             {"Eu 0 0 0\nO 4.5 0 0\nH 5 1 0\n",
-             "4.5 Angstrom away; perhaps the coordinates are in bohr"},
-            {"Eu 0 0 0\nO 240 0 0\n", "are in pm"},
-            {"Eu 0 0 0\nO 0.24 0 0\n", "are fractional or in nm"}};
+             "O 2, is 4.5 Angstrom away; are the coordinates in bohr?"},
+            {"Eu 0 0 0\nO 240 0 0\n", "in pm?"},
+            {"Eu 0 0 0\nO 0.24 0 0\n", "fractional or in nm?"}};
         for (const auto &[rows, warning] : cases) {
             const QString text = Geometry(rows).getStructureWarnings().join(QLatin1Char('\n'));
             QVERIFY2(text.contains(QLatin1String(warning)) && text.isEmpty() == (*warning == '\0'),
