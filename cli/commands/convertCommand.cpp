@@ -164,11 +164,14 @@ int convertCommand(const QStringList &arguments)
            "ORCA jobs) an ORCA output named .orcout. The suffix of OUT tells what to write:\n"
            "  .xyz, .zmt     Cartesian coordinates (Angstrom), Z-matrix (degrees)\n"
            "  .sph           spherical coordinates about atom 1\n"
-           "  .mop           MOPAC: AM1 sparkle optimisation\n"
+           "  .mop           MOPAC: sparkle optimisation, by AM1 unless --method names another\n"
            "  .gjf           Gaussian: TD-LC-wPBE, pseudopotential on the ion\n"
            "  .orcinp, .inp  ORCA, ZINDO: ligand states by ZINDO/S (INDO/S), the ion as a point\n"
            "                 charge; the ZINDO job needs a MOPAC output\n\n"
-           "Example: lanqor convert complex.out ligand.orcinp --roots 25"));
+           "A job is refused when its electrons do not go with its multiplicity.\n\n"
+           "Examples:\n"
+           "  lanqor convert complex.out ligand.orcinp --roots 25\n"
+           "  lanqor convert complex.xyz qdc.mop --charge -1 --method RM1 --qdc-fit"));
     addOptions(options);
     options.parse(arguments);
     const QStringList files =

@@ -47,9 +47,8 @@ struct NewBond
 /// "O 8": element and number in the file, from 1.
 QString nameOf(const Source &source, int index)
 {
-    return QStringLiteral("%1 %2")
-        .arg(source.atoms.at(index).label)
-        .arg(source.numbers.value(index, index + 1));
+    return source.atoms.at(index).label + QLatin1Char(' ') +
+           QString::number(source.numbers.value(index, index + 1));
 }
 
 /// The structure without some of its atoms.
@@ -353,8 +352,7 @@ void LanqorOrganizeMoleculesPrivate::reportUncounted(const Source &source, int i
             q.emitProgress(
                 tr(" -> (Organize Molecules) Atom %1 is bonded to the ion at %2 Angstrom "
                    "but not counted as coordinated.")
-                    .arg(nameOf(source, other))
-                    .arg(r, 0, 'f', 3));
+                    .arg(nameOf(source, other), reportText::fixed(r, 3)));
     }
 }
 

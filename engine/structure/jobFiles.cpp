@@ -173,8 +173,8 @@ QString mopacJob(const QVector<Coord> &atoms, const MopacJob &job)
                    job.extraKeywords +
                    (job.isForQdcFit ? QStringLiteral(" ALLVEC\n\n\n") : QStringLiteral("\n\n\n"));
     for (const Coord &atom : atoms)
-        text += QStringLiteral("%1%2 1%3 1%4 1\n")
-                    .arg(atom.label, -3)
+        text += atom.label.leftJustified(3) +
+                QStringLiteral("%1 1%2 1%3 1\n")
                     .arg(fixed(atom.x, 9, 17), fixed(atom.y, 9, 17), fixed(atom.z, 9, 17));
     // The second job takes the geometry that the first one ends with.
     if (job.isForQdcFit)
