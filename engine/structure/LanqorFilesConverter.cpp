@@ -3,6 +3,7 @@
 #include "core/internalCoordinates_p.h"
 #include "core/reportText_p.h"
 #include "input/atomRows_p.h"
+#include "input/fileFormats_p.h"
 #include "input/inputDataAccess_p.h"
 #include "input/mopacOutput_p.h"
 #include "input/structureFiles_p.h"
@@ -19,6 +20,8 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+
+using structureFiles::Kind;
 
 namespace {
 
@@ -49,6 +52,27 @@ bool orbitalWindow(const LanqorInputData &data, double &from, double &to)
     from = lowest * hartreePerEv - margin;
     to = highest * hartreePerEv + margin;
     return hasOccupied && hasEmpty;
+}
+
+/// Suffix of the files of a kind; what is no structure file is read as a MOPAC output.
+QString suffixOf(Kind kind)
+{
+    switch (kind) {
+    case Kind::MopacArchive:
+        return QStringLiteral("arc");
+    case Kind::Mop:
+        return QStringLiteral("mop");
+    case Kind::Zmt:
+        return QStringLiteral("zmt");
+    case Kind::Xyz:
+        return QStringLiteral("xyz");
+    case Kind::Mol2:
+        return QStringLiteral("mol2");
+    case Kind::MopacOutput:
+    case Kind::Unknown:
+        break;
+    }
+    return QStringLiteral("out");
 }
 
 /// Number of empty orbitals to which an ORCA output cuts its last list of orbital energies ("*Only
@@ -186,6 +210,14 @@ void LanqorFilesConverter::setMopacJobForQdcFit(const bool &isForQdcFit)
     d->mopacJob.isForQdcFit = isForQdcFit;
 }
 
+bool LanqorFilesConverter::isOrcaOutput() const
+{
+    if (d->fileName.endsWith(QLatin1String("orcout")))
+        return true;
+    std::unique_ptr<LanqorInputData> own;
+    return fileFormats::formatOf(inputFileOf(d->input(own))) == fileFormats::Format::OrcaOutput;
+}
+
 bool LanqorFilesConverter::convertFromOutToMop(QString const &outputFile)
 {
     if (!jobFiles::mopacMethods().contains(d->mopacJob.method))
@@ -241,7 +273,7 @@ bool LanqorFilesConverter::convertFromOutToInpOrca(QString const &outputFile,
                                                    const int &maxdim, const double &windowFrom,
                                                    const double &windowTo)
 {
-    const bool fromOrca = d->fileName.endsWith(QLatin1String("orcout"));
+    const bool fromOrca = isOrcaOutput();
     jobFiles::OrcaJob job;
     job.windowFrom = windowFrom;
     job.windowTo = windowTo;
@@ -349,14 +381,17 @@ bool LanqorFilesConverter::convertFromMOL2ToXYZ(QString const &outputFile)
 
 bool LanqorFilesConverter::convertToXYZ(QString const &outputFile, bool const &keepTv)
 {
-    const QString suffix = QFileInfo(d->fileName).suffix().toLower();
-    if (suffix == QLatin1String("zmt"))
+    std::unique_ptr<LanqorInputData> own;
+    switch (structureFiles::kindOf(inputFileOf(d->input(own)))) {
+    case Kind::Zmt:
         return convertFromZmtToXYZ(outputFile);
-    if (suffix == QLatin1String("mop"))
+    case Kind::Mop:
         return convertFromMopToXYZ(outputFile, keepTv);
-    if (suffix == QLatin1String("mol2"))
+    case Kind::Mol2:
         return convertFromMOL2ToXYZ(outputFile);
-    return convertFromOutToXYZ(outputFile, keepTv);
+    default:
+        return convertFromOutToXYZ(outputFile, keepTv);
+    }
 }
 
 QVector<Coord> LanqorFilesConverter::createXYZFromZMTCoord(QVector<CoordZMT> const &zMatrix)
@@ -402,14 +437,11 @@ void LanqorFilesConverterPrivate::startConversion(const QString &from, const QSt
 bool LanqorFilesConverterPrivate::readStructure(LanqorInputData &data, const QString &to,
                                                 bool keepTv)
 {
-    const QString suffix = QFileInfo(fileName).suffix().toLower();
-    const bool isStructureFile = suffix == QLatin1String("xyz") || suffix == QLatin1String("mop") ||
-                                 suffix == QLatin1String("arc") || suffix == QLatin1String("zmt") ||
-                                 suffix == QLatin1String("mol2");
-    startConversion(isStructureFile ? suffix : QStringLiteral("out"), to);
+    const QString suffix = suffixOf(structureFiles::kindOf(inputFileOf(data)));
+    startConversion(suffix, to);
     const bool isRead =
         !data.getCoord().isEmpty() ||
-        (isStructureFile ? data.readStructureFile() : data.readMopacOutFile(keepTv));
+        (suffix == QLatin1String("out") ? data.readMopacOutFile(keepTv) : data.readStructureFile());
     if (!isRead)
         return q.failWith(data.getLastError());
     return atomsRead(data.getCoord());

@@ -18,10 +18,10 @@ class LanqorInputData;
 /// quantum-chemistry programs.
 ///
 /// An object works on the file of its constructor. The conversions "from out" read a MOPAC
-/// output, or a .xyz, .mop, .arc, .zmt or .mol2 file when the name ends so. The text argument of
-/// every conversion is the file to write; when it is empty, the input's name with the new ending.
-/// An existing file is replaced whole or not at all. Each returns false with the reason in
-/// getLastError(), and reports its steps through newObjCalculationMessage().
+/// output, or a .xyz, .mop, .arc, .zmt or .mol2 file, told by its suffix, then by its text. The
+/// text argument of every conversion is the file to write; when it is empty, the input's name with
+/// the new ending. An existing file is replaced whole or not at all. Each returns false with the
+/// reason in getLastError(), and reports its steps through newObjCalculationMessage().
 ///
 /// Coordinates are written in Angstrom with nine decimals. Jobs are of multiplicity 1, unless
 /// setMultiplicity() gave another, and have the charge that the MOPAC file tells, unless
@@ -72,6 +72,9 @@ public:
     /// by a second job with the force constants of the optimised structure (FORCE OLDGEO).
     void setMopacJobForQdcFit(const bool &isForQdcFit);
 
+    /// True when the file is an ORCA output, by the suffix ".orcout" or by its text.
+    bool isOrcaOutput() const;
+
     /// A MOPAC job (.mop): an optimisation in Cartesian coordinates.
     bool convertFromOutToMop(QString const &outputFile = QString());
     /// A Gaussian job (.gjf): ten singlets and ten triplets by TD-LC-wPBE, 6-31+G(d) on the
@@ -85,7 +88,7 @@ public:
     bool convertFromOutToInp(QString const &outputFile = QString());
     /// An ORCA job (.orcinp) of ZINDO/S states.
     ///
-    /// Started from an ORCA output (a name that ends in ".orcout"), the window of orbitals spans
+    /// Started from an ORCA output, the window of orbitals spans
     /// the orbital energies of that output instead of @p windowFrom to @p windowTo; a message tells
     /// when the output lists some of the empty orbitals only.
     /// @param pointCharges  leaves the ion out of the atoms and writes it as a point charge of
