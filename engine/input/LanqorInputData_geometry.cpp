@@ -51,7 +51,8 @@ QString listOfAtoms(const QVector<int> &numbers, const QVector<Coord> &atoms)
     for (int i = 0; i < numbers.size(); ++i) {
         if (i > 0)
             text += i + 1 < numbers.size() ? QStringLiteral(", ") : LanqorInputData::tr(" and ");
-        text += QStringLiteral("%1 %2").arg(atoms.at(numbers.at(i) - 1).label).arg(numbers.at(i));
+        text += QStringLiteral("%1 %2").arg(atoms.at(numbers.at(i) - 1).label,
+                                            QString::number(numbers.at(i)));
     }
     return text;
 }
@@ -221,9 +222,8 @@ QString LanqorInputData::getAtomOrderError() const
     return tr("The atoms within bonding distance of the ion are %1, not atoms 2 to %2: %3 must "
               "change places with %4. Reorder the structure: the ion first, then the coordinated "
               "atoms, then all others.")
-        .arg(listOfAtoms(counted, d->coord))
-        .arg(counted.size() + 1)
-        .arg(listOfAtoms(misplaced, d->coord), listOfAtoms(intruders, d->coord));
+        .arg(listOfAtoms(counted, d->coord), QString::number(counted.size() + 1),
+             listOfAtoms(misplaced, d->coord), listOfAtoms(intruders, d->coord));
 }
 
 QString LanqorInputData::getSphereError() const
@@ -250,11 +250,11 @@ QStringList LanqorInputData::getNearAtomNotes() const
         const CoordSPH spherical = sphericalAbout(coord.first(), coord.at(atom - 1));
         const double limit = bondCutOff(spherical.label);
         const QString where =
-            QStringLiteral("%1 %2 (%3)").arg(spherical.label).arg(atom).arg(spherical.r, 0, 'f', 3);
+            QStringLiteral("%1 %2 (%3)")
+                .arg(spherical.label, QString::number(atom), QString::number(spherical.r, 'f', 3));
         if (limit > 0.0 && spherical.r >= limit && spherical.r < limit + marginOfLimit)
             notes.append(tr("%1 is not counted: the limit of its element is %2 Angstrom")
-                             .arg(where)
-                             .arg(limit));
+                             .arg(where, QString::number(limit)));
         else if (limit == 0.0 && spherical.label != QLatin1String("H") &&
                  spherical.r < nearWithoutLimit)
             notes.append(tr("%1 is not counted: its element has no bonding limit").arg(where));

@@ -51,9 +51,8 @@ QString readIndices(LineReader &reader, const QString &fileName, int coordNumber
         if (!ok[0] || !ok[1] || !ok[2] || atom != table.labels.size() + 2)
             return LanqorInputData::tr("Line %1 of the file %2 is not the row of atom %3: its "
                                        "number, label, charge and superdelocalizability.")
-                .arg(reader.lineNumber())
-                .arg(fileName)
-                .arg(table.labels.size() + 2);
+                .arg(QString::number(reader.lineNumber()), fileName,
+                     QString::number(table.labels.size() + 2));
         table.labels.append(textFields::toString(fields[1]));
         table.charges.append(static_cast<float>(charge));
         table.superdelocalizabilities.append(static_cast<float>(index));
@@ -64,9 +63,7 @@ QString readIndices(LineReader &reader, const QString &fileName, int coordNumber
     if (table.labels.size() < coordNumber)
         return LanqorInputData::tr("The file %1 holds the reactivity indices of %2 coordinated "
                                    "atoms; %3 are needed.")
-            .arg(fileName)
-            .arg(table.labels.size())
-            .arg(coordNumber);
+            .arg(fileName, QString::number(table.labels.size()), QString::number(coordNumber));
     return QString();
 }
 
@@ -76,18 +73,12 @@ QString violationText(int atom, const QString &label, double g, double alpha,
 {
     if (!(g >= bounds.minimum && g <= bounds.maximum))
         return LanqorInputData::tr("Atom %1 (%2): the charge factor %3 is outside %4 to %5.")
-            .arg(atom)
-            .arg(label)
-            .arg(g)
-            .arg(bounds.minimum)
-            .arg(bounds.maximum);
+            .arg(QString::number(atom), label, QString::number(g), QString::number(bounds.minimum),
+                 QString::number(bounds.maximum));
     return LanqorInputData::tr("Atom %1 (%2): the polarisability %3 cubic Angstrom is outside %4 "
                                "to %5.")
-        .arg(atom)
-        .arg(label)
-        .arg(alpha / lanqor::cm3PerCubicAngstrom)
-        .arg(minimumAlpha)
-        .arg(maximumAlphaQdcFit);
+        .arg(QString::number(atom), label, QString::number(alpha / lanqor::cm3PerCubicAngstrom),
+             QString::number(minimumAlpha), QString::number(maximumAlphaQdcFit));
 }
 
 /// A line of the list of structures: a name and up to two whole numbers.

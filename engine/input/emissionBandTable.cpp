@@ -54,8 +54,7 @@ EmissionBandTable readEmissionBandTable(const QString &fileName)
                 QCoreApplication::translate(
                     "LanqorOmegaExp", "%1, line %2: each line needs J (0 to 5, each once), area "
                                       "and barycentre (cm^-1), such as \"1 1.00 16921\"")
-                    .arg(fileName)
-                    .arg(reader.lineNumber());
+                    .arg(fileName, QString::number(reader.lineNumber()));
             return table;
         }
         isGiven[row.J] = true;

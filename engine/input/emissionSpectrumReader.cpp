@@ -40,9 +40,7 @@ ReadResult readFile(const QString &fileName, EmissionSpectrumOptions::Axis axis)
             QCoreApplication::translate(
                 "emissionSpectrum", "%1: the first column runs from %2 to %3; wavelengths in nm or "
                                     "wavenumbers in cm^-1 are needed.")
-                .arg(fileName)
-                .arg(table.x.front())
-                .arg(table.x.back());
+                .arg(fileName, QString::number(table.x.front()), QString::number(table.x.back()));
         return result;
     }
     result.spectrum.abscissa = std::move(table.x);

@@ -89,8 +89,7 @@ bool GaussianOrbitalReader::readTable()
         lines.next();
         error = tr("The table of molecular orbitals of the Gaussian output \"%1\" cannot be read "
                    "at line %2.")
-                    .arg(fileName)
-                    .arg(lines.lineNumber());
+                    .arg(fileName, QString::number(lines.lineNumber()));
         return false;
     }
     elements = table.elements();
@@ -135,8 +134,7 @@ bool GaussianOrbitalReader::reportMissingOrbitals()
     if (unreadableOrbital > 0) {
         error =
             tr("The Gaussian output \"%1\" prints orbital %2 with a number that cannot be read.")
-                .arg(fileName)
-                .arg(unreadableOrbital);
+                .arg(fileName, QString::number(unreadableOrbital));
     } else if (orbitals.empty()) {
         error = tr("The Gaussian output \"%1\" does not print its occupied molecular orbitals: run "
                    "the calculation with pop=full.")
@@ -146,11 +144,10 @@ bool GaussianOrbitalReader::reportMissingOrbitals()
                    "need a closed shell.")
                     .arg(fileName);
     } else if (int(orbitals.size()) < alphaElectrons) {
-        error = tr("The Gaussian output \"%1\" prints %2 of its %3 occupied orbitals: run the "
-                   "calculation with pop=full.")
-                    .arg(fileName)
-                    .arg(orbitals.size())
-                    .arg(alphaElectrons);
+        error =
+            tr("The Gaussian output \"%1\" prints %2 of its %3 occupied orbitals: run the "
+               "calculation with pop=full.")
+                .arg(fileName, QString::number(orbitals.size()), QString::number(alphaElectrons));
     } else {
         return true;
     }

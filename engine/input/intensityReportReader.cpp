@@ -103,8 +103,7 @@ IntensityReportData readIntensityReport(const QString &fileName)
             if (!hasRows) {
                 report.error = tr("The charge-factor section of the report %1 is damaged at line "
                                   "%2: it must hold one row for each of atoms 2 to N+1.")
-                                   .arg(fileName)
-                                   .arg(reader.lineNumber());
+                                   .arg(fileName, QString::number(reader.lineNumber()));
                 return report;
             }
         }

@@ -262,10 +262,8 @@ bool MopacOrbitalReader::reportMissingOrbitals()
         error =
             tr("The MOPAC output \"%1\" prints the orbitals %2 to %3, and 1 to %4 are occupied: "
                "run the calculation with the keyword ALLVEC instead of VECTORS.")
-                .arg(fileName)
-                .arg(firstRoot)
-                .arg(lastRoot)
-                .arg(occupied);
+                .arg(fileName, QString::number(firstRoot), QString::number(lastRoot),
+                     QString::number(occupied));
     }
     return false;
 }

@@ -141,9 +141,8 @@ SpectrumTable readSpectrumTable(const QString &fileName)
         result.error = tr("%1, line %2: the table of the spectrum is broken; its first column must "
                           "ascend or descend throughout, with one decimal sign and without other "
                           "lines between, to at most %3 points.")
-                           .arg(fileName)
-                           .arg(reader.lineNumber())
-                           .arg(maximumPoints);
+                           .arg(fileName, QString::number(reader.lineNumber()),
+                                QString::number(maximumPoints));
         return result;
     }
     if (table.xs.size() < 2) {

@@ -209,11 +209,10 @@ bool LanqorAradPartition::setLigandsVector(const QStringList &descriptions)
             bool isNumber = false;
             const int atom = field.toInt(&isNumber);
             if (!isNumber || !d->isCoordinated(atom))
-                return failWith(tr("Line %1 of the ligands: \"%2\" is not the number of a "
-                                   "coordinated atom (2 to %3).")
-                                    .arg(line)
-                                    .arg(field)
-                                    .arg(d->coordNumber + 1));
+                return failWith(
+                    tr("Line %1 of the ligands: \"%2\" is not the number of a "
+                       "coordinated atom (2 to %3).")
+                        .arg(QString::number(line), field, QString::number(d->coordNumber + 1)));
             if (taken.contains(atom))
                 return failWith(
                     tr("Line %1 of the ligands: atom %2 is named twice.").arg(line).arg(atom));
