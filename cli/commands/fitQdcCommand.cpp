@@ -47,7 +47,8 @@ QString parameterTable(const ParametersQDC &best)
             .arg(QLatin1String(unit));
     };
     return line("Q", best.Q, "au^-1") + line("D", best.D, "A^3 eV") + line("C", best.C, "A^3") +
-           QLatin1Char('\n');
+           tr("\ng = Q q, q being an electron population of the orbitals (no charge), in au;\n"
+              "alpha = D S + C, S in 1/eV (orbital energies of MOPAC)\n\n");
 }
 
 } // namespace

@@ -47,12 +47,24 @@ QString omegaTable(const OmegaResults &results)
     return text + QLatin1Char('\n');
 }
 
+QString rateTable(const OmegaResults &results)
+{
+    constexpr double msPerSecond = 1000.0;
+    const RadiativeRates &rates = results.rates;
+    const auto line = [](const QString &name, double value, int decimals, const char *unit) {
+        return QStringLiteral("  %1").arg(name, -40) + column(value, decimals, 11) +
+               QLatin1Char(' ') + QLatin1String(unit) + QLatin1Char('\n');
+    };
+    return tr("Radiative rates of 5D0 at refractive index %1\n\n").arg(results.refractiveIndex) +
+           line(tr("electric dipole (ED + DC), Arad(ED)"), rates.electricDipole(), 2, "s^-1") +
+           line(tr("magnetic dipole, Arad(MD)"), rates.md, 2, "s^-1") +
+           line(tr("sum, Arad"), rates.total(), 2, "s^-1") +
+           line(tr("radiative lifetime 1/Arad"), msPerSecond / rates.total(), 4, "ms");
+}
+
 QString summary(const OmegaResults &results)
 {
-    return sphereTable(results) + omegaTable(results) +
-           tr("Forced electric dipole rate Arad(ED) of 5D0 at refractive index %1: %2 s^-1\n")
-               .arg(results.refractiveIndex)
-               .arg(results.rates.electricDipole(), 0, 'f', 2);
+    return sphereTable(results) + omegaTable(results) + rateTable(results);
 }
 
 /// What the command line asks of the report.
@@ -105,6 +117,10 @@ void addOptions(cli::OptionReader &options)
          tr("list")},
         cli::refractiveIndexOption(tr("Refractive index of the medium, for the radiative rates.")),
         cli::coordinationOption(),
+        {QStringLiteral("ro0"),
+         tr("Overlap of the nearest atom in the crystal-field section, 0 to below 1; that of the "
+            "intensity parameters is always 0.05. \"lanqor stark\" has 0.0801 unless given."),
+         tr("overlap"), QStringLiteral("0.05")},
         {QStringLiteral("print"),
          tr("Print the report with these sections, separated by commas: all, %1.")
              .arg(cli::sectionNames()),
@@ -170,6 +186,7 @@ int omegaCommand(const QStringList &arguments)
     const QString fileName =
         options.files(1, tr("omega needs one file; see \"lanqor omega --help\"")).first();
     const double index = cli::readRefractiveIndex(options);
+    const double ro0 = cli::readOverlap(options);
     const ReportRequest request = readReportRequest(options);
 
     LanqorInputData geometry(nullptr, fileName);
@@ -180,6 +197,7 @@ int omegaCommand(const QStringList &arguments)
     if (!omega.getLastError().isEmpty())
         cli::failOf(omega);
     omega.setRefractiveIndex(index);
+    omega.setCrystalFieldOverlap(ro0);
     omega.setOmegaPrintingOptions(request.options);
     omega.setLigandAtomsByLigandVector(request.ligands);
     cli::calcOmega(omega, geometry, coordNumber, options.text("g"), options.text("alpha"));

@@ -2,6 +2,7 @@
 #include "commands/commands.h"
 #include "options/OptionReader.h"
 #include "options/complexOptions.h"
+#include "options/plausibility.h"
 #include "options/showResults.h"
 #include "text.h"
 
@@ -107,7 +108,7 @@ void addOptions(cli::OptionReader &options)
            "Power or photons? Areas and intensities count as emitted POWER. If your detector\n"
            "counts photons (a photomultiplier in counting mode, a spectrum in counts or cps that\n"
            "was not converted to power), add --photon-counts: every point is then weighted by\n"
-           "its wavenumber. A wrong choice shifts the results by 5 to 15 %.\n"
+           "its wavenumber. A wrong choice shifts the results by 4 to 15 %.\n"
            "Intensities are taken per unit of the first column. If a program replaced nm by\n"
            "cm^-1 without rescaling the intensities by lambda^2, give the column in nm.\n\n"
            "Example:\n"
@@ -136,7 +137,7 @@ void addOptions(cli::OptionReader &options)
          tr("list")},
         {QStringLiteral("baseline"),
          tr("none: the spectrum is free of background; linear: subtract from each band the "
-            "straight line between the two ends of its window."),
+            "straight line between the two ends of its window, which removes a flat background."),
          tr("kind"), QStringLiteral("none")},
         {QStringLiteral("report"), tr("Write the report to this file as well."), tr("file")},
     });
@@ -147,20 +148,26 @@ double readLifeTime(const cli::OptionReader &options)
 {
     if (options.text("lifetime").isEmpty())
         return 0.0;
-    return options.number(
+    const double lifeTime = options.number(
         "lifetime", [](double ms) { return ms >= 0.0 && std::isfinite(ms); },
         tr("a lifetime in ms"));
+    cli::warnOfLifetime(lifeTime);
+    return lifeTime;
 }
 
 /// Hands areas and barycentres to the calculation.
 void readEmission(const cli::OptionReader &options, LanqorOmegaExp &calculation)
 {
     if (options.isSet("spectrum")) {
+        cli::requireFile(QStringLiteral("--spectrum "), options.text("spectrum"),
+                         tr("a text file of two columns, wavelength or wavenumber and intensity"));
         if (!calculation.readSpectrum(options.text("spectrum"), readSpectrumOptions(options)))
             cli::failOf(calculation);
         return;
     }
     if (!options.files().isEmpty()) {
+        cli::requireFile(QString(), options.files().first(),
+                         tr("a table of areas and barycentres (J, area, barycentre in cm^-1)"));
         if (!calculation.readBands(options.files().first()))
             cli::failOf(calculation);
     } else {
@@ -171,6 +178,9 @@ void readEmission(const cli::OptionReader &options, LanqorOmegaExp &calculation)
                                           sigma[5]);
         calculation.setFileName(tr("(areas and barycentres of the command line)"));
     }
+    const QString error = calculation.getBarycentreError();
+    if (!error.isEmpty())
+        throw cli::Failure{error};
     if (options.isSet("photon-counts"))
         calculation.convertPhotonCounts();
 }
@@ -199,6 +209,12 @@ int omegaExpCommand(const QStringList &arguments)
     calculation.setLifeTime(lifeTime);
     if (!calculation.calcOmegaExp())
         cli::failOf(calculation);
+    const QStringList warnings = calculation.getWarnings();
+    for (const QString &warning : warnings)
+        cli::warn(warning);
+    if (options.isSet("spectrum") && !warnings.isEmpty())
+        cli::note(tr("--windows sets other limits of the bands, --baseline linear subtracts a "
+                     "background"));
     const QString report = calculation.createOutputFile(QString());
     if (report.isEmpty())
         cli::failOf(calculation);

@@ -16,16 +16,17 @@ using cli::tr;
 
 void addOptions(cli::OptionReader &options)
 {
-    options.setDescription(
-        tr("Stark levels (cm^-1) of 7F0 to 7F6 of a Eu3+ complex: the splitting of each manifold\n"
-           "by the crystal field of the coordinated atoms, by the simple overlap model.\n\n"
-           "STRUCTURE is a MOPAC .out or .arc or a structure (.mop, .zmt, .xyz, .mol2) with Eu\n"
-           "as atom 1 and the N coordinated atoms as atoms 2 to N+1. Every coordinated atom needs\n"
-           "a charge factor g (dimensionless), given by element or by atom number; an atom's own\n"
-           "value beats that of its element. Levels are given from the barycentre of their\n"
-           "manifold: add the free-ion energies to compare them with a spectrum.\n\n"
-           "Example:\n"
-           "  lanqor stark complex.out --g O=0.6,N=0.9"));
+    options.setDescription(tr(
+        "Stark levels (cm^-1) of 7F0 to 7F6 of a Eu3+ complex: the splitting of each manifold\n"
+        "by the crystal field of the coordinated atoms, by the simple overlap model.\n\n"
+        "STRUCTURE is a MOPAC .out or .arc or a structure (.mop, .zmt, .xyz, .mol2) with Eu\n"
+        "as atom 1 and the N coordinated atoms as atoms 2 to N+1. Every coordinated atom needs\n"
+        "a charge factor g (dimensionless), given by element or by atom number; an atom's own\n"
+        "value beats that of its element. Levels are given from the barycentre of their\n"
+        "manifold: add the free-ion energies to compare them with a spectrum. The parameters\n"
+        "B(k,q) are the coefficients of C(k)q = sqrt(4 pi/(2k+1)) Y(k,q) at the overlap --ro0.\n\n"
+        "Example:\n"
+        "  lanqor stark complex.out --g O=0.6,N=0.9"));
     options.addArgument(QStringLiteral("STRUCTURE"), tr("MOPAC output or structure file"));
     options.addOptions({
         {QStringLiteral("g"), tr("Charge factors, dimensionless, e.g. O=0.6,N=0.9,5=0.4."),
@@ -44,10 +45,9 @@ int starkCommand(const QStringList &arguments)
     addOptions(options);
     options.addResultOptions();
     options.parse(arguments);
-    const QString usage = tr("stark needs one structure and --g; see \"lanqor stark --help\"");
-    const QString fileName = options.files(1, usage).first();
-    if (!options.isSet("g"))
-        options.refuse(usage);
+    const QString fileName =
+        options.files(1, tr("stark needs one structure and --g; see \"lanqor stark --help\""))
+            .first();
     const double ro0 = cli::readOverlap(options);
 
     LanqorInputData geometry(nullptr, fileName);

@@ -6,6 +6,7 @@
 #include <LanqorEngine/LanqorInputData.h>
 
 #include <QPair>
+#include <QStringList>
 
 #include <cmath>
 
@@ -15,7 +16,23 @@ namespace {
 
 using Pair = QPair<QString, double>;
 
-/// Reads "O=0.9,N=1.2" or "2=0.9,3=1.1".
+/// What an option has to give: "O=...,N=...; the coordinated atoms are O 2, N 3".
+QString neededValues(const QString &option, const LanqorInputData &geometry, int coordNumber)
+{
+    QStringList elements;
+    QStringList atoms;
+    for (int atom = 2; atom <= coordNumber + 1; ++atom) {
+        const QString label = geometry.getAtomLabel(atom);
+        atoms.append(QStringLiteral("%1 %2").arg(label, QString::number(atom)));
+        if (!elements.contains(label))
+            elements.append(label);
+    }
+    return tr("give %1 %2=NUMBER, by element or atom number; the coordinated atoms of %3 are %4")
+        .arg(option, elements.join(QStringLiteral("=NUMBER,")), geometry.getFileName(),
+             atoms.join(QStringLiteral(", ")));
+}
+
+/// Reads "O=0.9,N=1.2" or "2=0.9,3=1.1"; no value is below 0.
 QVector<Pair> parsePairs(const QString &option, const QString &text)
 {
     QVector<Pair> pairs;
@@ -28,13 +45,15 @@ QVector<Pair> parsePairs(const QString &option, const QString &text)
         if (!ok || !std::isfinite(value) || name.isEmpty())
             throw UsageError{
                 tr("%1: \"%2\" is not of the form NAME=NUMBER").arg(option, entry.trimmed())};
+        if (value < 0.0)
+            throw UsageError{tr("%1: %2 is negative, which neither a charge factor nor a "
+                                "polarisability can be")
+                                 .arg(option, entry.trimmed())};
         for (const Pair &pair : pairs)
             if (pair.first == name)
                 throw UsageError{tr("%1: \"%2\" is given twice").arg(option, name)};
         pairs.append({name, value});
     }
-    if (pairs.isEmpty())
-        throw UsageError{tr("%1: no NAME=NUMBER given").arg(option)};
     return pairs;
 }
 
@@ -56,6 +75,9 @@ QVector<double> readAtomValues(const LanqorInputData &geometry, int coordNumber,
                                const QString &option, const QString &text)
 {
     const QVector<Pair> pairs = parsePairs(option, text);
+    if (pairs.isEmpty())
+        throw UsageError{
+            tr("%1 is missing: %2").arg(option, neededValues(option, geometry, coordNumber))};
     QVector<double> values(coordNumber + 2, 0.0);
     QVector<bool> isSet(coordNumber + 2, false);
     for (const bool namedAtoms : {false, true}) { // an atom's own value beats its element's
@@ -80,9 +102,9 @@ QVector<double> readAtomValues(const LanqorInputData &geometry, int coordNumber,
     }
     for (int atom = 2; atom <= coordNumber + 1; ++atom)
         if (!isSet.at(atom))
-            throw UsageError{tr("%1 gives no value for element %2 (atom %3)")
-                                 .arg(option, geometry.getAtomLabel(atom))
-                                 .arg(atom)};
+            throw UsageError{tr("%1 gives no value for element %2 (atom %3): %4")
+                                 .arg(option, geometry.getAtomLabel(atom), QString::number(atom),
+                                      neededValues(option, geometry, coordNumber))};
     return values;
 }
 

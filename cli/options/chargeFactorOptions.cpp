@@ -2,6 +2,7 @@
 
 #include "Command.h"
 #include "options/atomValues.h"
+#include "options/plausibility.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOmega.h>
@@ -23,6 +24,7 @@ void calcOmega(LanqorOmega &omega, const LanqorInputData &geometry, int coordNum
         readAtomValues(geometry, coordNumber, QStringLiteral("--g"), g);
     QVector<double> alphasCm3 =
         readAtomValues(geometry, coordNumber, QStringLiteral("--alpha"), alpha);
+    warnOfAlphas(geometry, alphasCm3);
     for (double &value : alphasCm3)
         value *= cm3PerCubicAngstrom;
     omega.setCoordNumber(coordNumber);

@@ -2,11 +2,13 @@
 
 #include "Command.h"
 #include "options/OptionReader.h"
+#include "options/plausibility.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/OmegaPrintingOptions.h>
 
+#include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
@@ -44,6 +46,19 @@ constexpr Section sections[] = {
     {"crystal-field", &OmegaPrintingOptions::printBkq},
 };
 
+bool hasEuropium(const LanqorInputData &geometry)
+{
+    const QVector<Coord> atoms = geometry.getCoord();
+    return std::any_of(atoms.begin(), atoms.end(),
+                       [](const Coord &atom) { return atom.label == QLatin1String("Eu"); });
+}
+
+QString wayToOrder(const LanqorInputData &geometry)
+{
+    return tr(" \"lanqor organize %1 NEW.xyz\" writes it in the order that is needed.")
+        .arg(geometry.getFileName());
+}
+
 } // namespace
 
 QCommandLineOption refractiveIndexOption(const QString &description)
@@ -53,9 +68,11 @@ QCommandLineOption refractiveIndexOption(const QString &description)
 
 double readRefractiveIndex(const OptionReader &options)
 {
-    return options.number(
-        "n", [](double index) { return index >= 1.0 && index < 10.0; },
+    const double index = options.number(
+        "n", [](double value) { return value >= 1.0 && value < 10.0; },
         tr("a refractive index from 1 to 10"));
+    warnOfRefractiveIndex(index);
+    return index;
 }
 
 QString sectionNames()
@@ -93,8 +110,35 @@ OmegaPrintingOptions sectionsOf(const QString &list)
 void checkSphere(const LanqorInputData &geometry)
 {
     const QString error = geometry.getSphereError();
-    if (!error.isEmpty())
-        throw Failure{error};
+    if (error.isEmpty())
+        return;
+    const bool isOrderWrong =
+        geometry.getIonError().isEmpty() ? geometry.getCoordNumber() > 0 : hasEuropium(geometry);
+    throw Failure{isOrderWrong ? error + wayToOrder(geometry) : error};
+}
+
+void requireEuropium(const LanqorInputData &geometry)
+{
+    const QString ion = geometry.getAtomLabel(1);
+    if (ion == QLatin1String("Eu"))
+        return;
+    const QString error =
+        tr("%1: atom 1 is %2, but intensities and Stark levels are those of Eu3+, "
+           "which must be atom 1.")
+            .arg(geometry.getFileName(), ion);
+    if (hasEuropium(geometry))
+        throw Failure{error + wayToOrder(geometry)};
+    throw Failure{error + (geometry.getIonError().isEmpty()
+                               ? tr(" Give the structure of the europium complex; \"lanqor levels "
+                                    "--ion %1\" gives the levels of the free ion %1.")
+                                     .arg(ion)
+                               : tr(" Give the structure of a europium complex."))};
+}
+
+void requireFile(const QString &option, const QString &fileName, const QString &needed)
+{
+    if (!QFileInfo::exists(fileName))
+        throw Failure{tr("%1%2 does not exist; %3 is needed.").arg(option, fileName, needed)};
 }
 
 QCommandLineOption coordinationOption()
@@ -104,12 +148,20 @@ QCommandLineOption coordinationOption()
             tr("N")};
 }
 
-int readSphere(const OptionReader &options, LanqorInputData &geometry)
+void readStructure(LanqorInputData &geometry)
 {
+    requireFile(QString(), geometry.getFileName(),
+                tr("a MOPAC .out or .arc or a structure (.mop, .zmt, .xyz, .mol2)"));
     if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate())
         failOf(geometry);
+}
+
+int readSphere(const OptionReader &options, LanqorInputData &geometry)
+{
+    readStructure(geometry);
     if (!options.isSet("coordination")) {
         checkSphere(geometry);
+        requireEuropium(geometry);
         warnOfStructure(geometry);
         noteNearAtoms(geometry);
         return geometry.getCoordNumber();
@@ -121,13 +173,16 @@ int readSphere(const OptionReader &options, LanqorInputData &geometry)
     // The largest number is that of the file, which is at fault as much as the option.
     if (!isNumber || coordNumber < 1 || coordNumber > atomsBesidesIon)
         throw Failure{tr("--coordination needs a number from 1 to %1").arg(atomsBesidesIon)};
+    requireEuropium(geometry);
     return coordNumber;
 }
 
 QCommandLineOption overlapOption()
 {
-    return {QStringLiteral("ro0"), tr("Overlap of the nearest atom, 0 to below 1."), tr("overlap"),
-            QStringLiteral("0.0801")};
+    return {QStringLiteral("ro0"),
+            tr("Overlap of the nearest atom in the crystal field, 0 to below 1. The crystal-field "
+               "section of \"lanqor omega\" has 0.05 unless given."),
+            tr("overlap"), QStringLiteral("0.0801")};
 }
 
 double readOverlap(const OptionReader &options)

@@ -27,6 +27,12 @@ OmegaPrintingOptions sectionsOf(const QString &list);
 /// N + 1.
 void checkSphere(const LanqorInputData &geometry);
 
+/// Throws a Failure when atom 1 is not Eu.
+void requireEuropium(const LanqorInputData &geometry);
+/// Throws a Failure when there is no such file. The message names @p option ("--spectrum ", or
+/// empty for the argument of a command) and what is @p needed.
+void requireFile(const QString &option, const QString &fileName, const QString &needed);
+
 /// The option --coordination N.
 QCommandLineOption coordinationOption();
 /// Reads a structure and returns N: that of --coordination, or the count of the atoms within

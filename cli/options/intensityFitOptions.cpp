@@ -3,6 +3,7 @@
 #include "Command.h"
 #include "options/OptionReader.h"
 #include "options/complexOptions.h"
+#include "options/plausibility.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
@@ -13,9 +14,13 @@ namespace {
 
 double readTarget(const OptionReader &reader, const char *option)
 {
-    return reader.number(
+    const double target = reader.number(
         option, [](double omega) { return omega >= 0.0 && omega < 1.0e6; },
         tr("the measured intensity parameter in 1e-20 cm^2"));
+    const QString doubt = doubtOfOmega(option, target);
+    if (!doubt.isEmpty())
+        reader.refuse(doubt);
+    return target;
 }
 
 /// Reads the geometry and counts the coordinated atoms, unless their number is given.
@@ -30,6 +35,7 @@ void readGeometry(const OptionReader &reader, IntensityFitOptions &options)
         options.coordNumber = geometry.getCoordNumber();
         checkSphere(geometry);
     }
+    requireEuropium(geometry);
     warnOfStructure(geometry);
 }
 

@@ -1,7 +1,9 @@
 #include "options/yieldOptions.h"
 
+#include "Command.h"
 #include "options/OptionReader.h"
 #include "options/complexOptions.h"
+#include "options/plausibility.h"
 #include "options/statePrograms.h"
 #include "plots/plots.h"
 #include "text.h"
@@ -58,6 +60,11 @@ QVector<double> omegas(const OptionReader &options, const char *name)
         options.refuse(tr("--%1 needs the three values for lambda = 2, 4, 6 in units of 1e-20 "
                           "cm^2, none below 0, e.g. 12.5,3.4,0.2")
                            .arg(option(name)));
+    for (const double value : values) {
+        const QString doubt = cli::doubtOfOmega(name, value);
+        if (!doubt.isEmpty())
+            cli::warn(doubt);
+    }
     return values;
 }
 
@@ -308,6 +315,7 @@ Request read(OptionReader &options, const QStringList &arguments)
     request.refractiveIndex = cli::readRefractiveIndex(options);
     if (options.isSet("lifetime"))
         request.lifetimeMs = number(options, "lifetime", 1e-6, 1e6);
+    cli::warnOfLifetime(request.lifetimeMs);
     request.etModel = wholeNumber(options, "et-model", 0, 2);
     request.overlapExponent = number(options, "overlap-exponent", 0.0, 100.0);
     request.reportFile = options.text("report");

@@ -246,6 +246,7 @@ void LanqorParametricQDC::endOfParametrization()
     best->setParametersQDC(d->bestParameters.Q, d->bestParameters.D, d->bestParameters.C);
     best->setAtomicCharges(d->indices->getAtomicCharge());
     best->setSuperDeslocalizability(d->indices->getSuperDeslocalizability());
+    best->setOrbitalEnergyUnit(d->indices->getResults().energyUnit);
     best->setLigandAtomsByLigandVector(d->ligandAtoms);
     bool isCalculated = best->calcOmega();
     if (!isCalculated) {

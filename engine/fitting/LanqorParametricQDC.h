@@ -20,6 +20,9 @@ class LanqorResultTables;
 ///
 /// Every coordinated atom k has the charge factor and polarisability of its reactivity indices,
 ///     g = Q q(k),  alpha = (D S(k) + C) 1e-24 cm^3,
+/// q being its electron population, which the report calls its atomic charge, and S its
+/// superdelocalizability in the inverse unit E of the orbital energies (eV for MOPAC, hartree for
+/// Gaussian): Q per electron, D in cubic Angstrom times E, C in cubic Angstrom;
 /// and the misfit, in (1e-20 cm^2)^2, also drives Omega(6), which is never measured, to zero:
 ///     response = (Omega2exp - Omega2)^2 + (Omega4exp - Omega4)^2 + Omega6^2
 ///

@@ -64,6 +64,7 @@ QString LanqorOmegaPrivate::takeReport(const QString &reportFile)
     setCoordNumber(report.chargeFactors.size() - 2);
     chargeFactor = report.chargeFactors;
     alpha = report.alphas;
+    isBondEstimate = false;
     QString error = calculate();
     if (error.isEmpty())
         error = disagreementWith(report, reportFile);
@@ -87,6 +88,7 @@ void LanqorOmegaPrivate::setCoordNumber(int number)
 bool LanqorOmegaPrivate::takeChargeFactorAndAlpha(const double *g, const double *a)
 {
     isCalculated = false;
+    isBondEstimate = false;
     chargeFactor.clear();
     alpha.clear();
     if (!g || !a || coordNumber < 1 || coordNumber >= positions.size())
@@ -237,6 +239,11 @@ void LanqorOmega::setAtomicCharges(const QVector<double> &charges)
     d->atomicCharges = charges;
 }
 
+void LanqorOmega::setOrbitalEnergyUnit(const QString &unit)
+{
+    d->orbitalEnergyUnit = unit;
+}
+
 void LanqorOmega::setLigandAtomsByLigandVector(const QStringList &ligands)
 {
     d->ligandAtoms = ligands;
@@ -278,6 +285,14 @@ void LanqorOmega::setOmegaPrintingOptions(const OmegaPrintingOptions &options)
 void LanqorOmega::setRequiredCitations(const QString &citations)
 {
     d->requiredCitations = citations;
+}
+
+bool LanqorOmega::setCrystalFieldOverlap(const double &ro0)
+{
+    if (!(ro0 >= 0.0 && ro0 < 1.0))
+        return failWith(tr("The overlap ro0 is %1; it must be at least 0 and below 1.").arg(ro0));
+    d->crystalFieldOverlap = ro0;
+    return true;
 }
 
 bool LanqorOmega::calcOmega()

@@ -28,8 +28,8 @@ struct OmegaResults;
 ///
 /// There are three sources of g and alpha:
 /// - setChargeFactorAndAlpha();
-/// - the QDC model, when the atomic charges q, the superdelocalizabilities S and Q, D, C are
-///   set: g = Q q, alpha = (D S + C) 1e-24 cm^3;
+/// - the QDC model, when the atomic charges q (electron populations), the superdelocalizabilities
+///   S and Q, D, C are set: g = Q q, alpha = (D S + C) 1e-24 cm^3;
 /// - an estimate from the bonds, when q and S are set but Q, D and C are not. With k the force
 ///   constant of the bond to the ion and Rmin the shortest distance, the bond excitation energy
 ///   is dE = c (Rmin/R) 1e-11 erg, c = 0.315593115 * 4.2925651759 for O and
@@ -66,13 +66,20 @@ public:
 
     /// Index n of the medium, for the radiative rates of the report; 1.5 at the start.
     void setRefractiveIndex(const double &index);
-    /// Q, au^-1; D, cubic Angstrom per au; C, cubic Angstrom.
+    /// Q, per electron; D, cubic Angstrom times the unit of the orbital energies that gave the
+    /// superdelocalizabilities (Angstrom^3 eV for MOPAC); C, cubic Angstrom. The report prints
+    /// them as au^-1, au^-1.A^3 and A^3.
     void setParametersQDC(const double &Q, const double &D, const double &C);
-    /// By atom number, au.
+    /// By atom number, in the inverse unit of the orbital energies (1/eV for MOPAC); "au" in the
+    /// report.
     void setSuperDeslocalizability(const QVector<double> &values);
-    /// By atom number, elementary charges. An empty vector switches the QDC model off; charges
+    /// By atom number: the electron populations of LanqorIndicesCalculation, called atomic charges
+    /// in the report. An empty vector switches the QDC model off; charges
     /// set after a calculation are printed in its report.
     void setAtomicCharges(const QVector<double> &charges);
+    /// Unit of the orbital energies that gave the superdelocalizabilities, for the report: "eV"
+    /// (MOPAC) or "hartree" (Gaussian); empty, as at the start: not known.
+    void setOrbitalEnergyUnit(const QString &unit);
     /// Groups of atoms for the partition of the radiative rate in the report; see
     /// LanqorAradPartition::setLigandsVector().
     void setLigandAtomsByLigandVector(const QStringList &ligands);
@@ -88,6 +95,12 @@ public:
     void setOmegaPrintingOptions(const OmegaPrintingOptions &options);
     /// Text at the end of the report; without it, the papers of the model stand there.
     void setRequiredCitations(const QString &citations);
+
+    /// Overlap ro0 of the nearest atom in the crystal field of the report, dimensionless, 0 to
+    /// below 1; 0.05 at the start, the overlap of the intensity parameters, which it does not
+    /// change. LanqorStarkLevels has 0.0801 by default. False, with the earlier one kept, for any
+    /// other.
+    bool setCrystalFieldOverlap(const double &ro0);
 
     /// Computes all Omega(lambda). False when there is no Eu geometry, N does not fit it, an
     /// atom lies on the ion, g or alpha were not set or, with atomic charges, cannot be had from

@@ -1,5 +1,6 @@
 #include "LanqorOmegaExp.h"
 
+#include "core/physicalConstants_p.h"
 #include "input/emissionBandTable_p.h"
 #include "input/emissionSpectrumReader_p.h"
 #include "intensity/emissionSpectrum_p.h"
@@ -19,7 +20,7 @@ using experimentalIntensities::transitionCount;
 
 namespace {
 
-/// No result exists without these transitions.
+/// A spectrum must reach these transitions.
 bool isIndispensable(int J)
 {
     return J == 1 || J == 2 || J == 4;
@@ -57,8 +58,13 @@ public:
     /// Why the areas and barycentres allow no calculation; empty when they do.
     QString inputError() const;
 
+    QStringList misplacedBarycentres() const;
+    QStringList overlappingWindows() const;
+    QStringList signalsAtEdges() const;
+
     QString fileName;
     experimentalIntensities::Emission emission;
+    OmegaExpResults::Source source;
     experimentalIntensities::Results results;
     double refractiveIndex = 0.0;
     double lifeTime = 0.0; // ms
@@ -78,12 +84,68 @@ QString LanqorOmegaExpPrivate::inputError() const
         return LanqorOmegaExp::tr("The area of 5D0 -> 7F1 is 0; without this transition, which "
                                   "calibrates the others, there is no result.");
     for (int J = 0; J < transitionCount; ++J) {
-        if (atLevel(emission.barycenter, J) == 0.0 &&
-            (isIndispensable(J) || atLevel(emission.area, J) != 0.0))
+        if (atLevel(emission.barycenter, J) == 0.0 && atLevel(emission.area, J) != 0.0)
             return LanqorOmegaExp::tr("The barycentre of %1 is 0; it is needed in cm^-1.")
                 .arg(transitionName(J));
     }
     return QString();
+}
+
+QStringList LanqorOmegaExpPrivate::misplacedBarycentres() const
+{
+    QStringList warnings;
+    const EmissionSpectrumOptions usual;
+    for (int J = 0; J < transitionCount; ++J) {
+        const EmissionSpectrumOptions::Window &window = usual.windows[static_cast<std::size_t>(J)];
+        const double sigma = atLevel(emission.barycenter, J);
+        if (atLevel(emission.area, J) > 0.0 && (sigma < window.lowest || sigma > window.highest))
+            warnings << LanqorOmegaExp::tr("the barycentre of %1, %2 cm^-1, lies outside the usual "
+                                           "place of this band, %3 to %4 cm^-1")
+                            .arg(transitionName(J), QString::number(sigma, 'f', 0),
+                                 QString::number(window.lowest, 'f', 0),
+                                 QString::number(window.highest, 'f', 0));
+    }
+    return warnings;
+}
+
+QStringList LanqorOmegaExpPrivate::overlappingWindows() const
+{
+    QStringList warnings;
+    const auto &windows = source.options.windows;
+    for (int J = 0; J < transitionCount; ++J) {
+        for (int other = J + 1; other < transitionCount; ++other) {
+            const auto &a = windows[static_cast<std::size_t>(J)];
+            const auto &b = windows[static_cast<std::size_t>(other)];
+            const double lowest = std::max(a.lowest, b.lowest);
+            const double highest = std::min(a.highest, b.highest);
+            if (lowest < highest)
+                warnings << LanqorOmegaExp::tr("the windows of %1 and %2 overlap: the emission "
+                                               "from %3 to %4 cm^-1 counts for both")
+                                .arg(transitionName(J), transitionName(other),
+                                     QString::number(lowest, 'f', 0),
+                                     QString::number(highest, 'f', 0));
+        }
+    }
+    return warnings;
+}
+
+QStringList LanqorOmegaExpPrivate::signalsAtEdges() const
+{
+    constexpr double largestSignal = 0.005; // of the highest peak
+    QStringList bands;
+    for (int J = 0; J < transitionCount; ++J) {
+        const double signal = atLevel(source.edgeSignals, J);
+        if (signal > largestSignal)
+            bands << QStringLiteral("%1 (%2 %)")
+                         .arg(transitionName(J), QString::number(100.0 * signal, 'f', 1));
+    }
+    if (bands.isEmpty())
+        return bands;
+    return {LanqorOmegaExp::tr("the signal at an edge of the windows of %1 exceeds 0.5 % of the "
+                               "highest peak: a background, which has to be subtracted, or a "
+                               "window that cuts a band; a flat background of 1 % can make "
+                               "Omega(4) a fifth too high and Omega(2) a third too low")
+                .arg(bands.join(QStringLiteral(", ")))};
 }
 
 LanqorOmegaExp::LanqorOmegaExp(QObject *parent, const double &refractiveIndex)
@@ -99,6 +161,8 @@ void LanqorOmegaExp::setAreaOfTransition(const double &S0, const double &S1, con
                                          const double &S3, const double &S4, const double &S5)
 {
     d->emission.area = {S0, S1, S2, S3, S4, S5};
+    d->source = {};
+    d->source.givenAreas = d->emission.area;
     d->results = {};
 }
 
@@ -140,6 +204,45 @@ double LanqorOmegaExp::getAradExp() const
     return d->results.arad;
 }
 
+QString LanqorOmegaExp::getBarycentreError() const
+{
+    constexpr double lowest = 5000.0; // cm^-1
+    for (int J = 0; J < transitionCount; ++J) {
+        const double sigma = getBarycenterOfEnergy(J);
+        if (sigma > 0.0 && sigma < lowest)
+            return tr("The barycentre of %1 is %2: barycentres are needed in cm^-1, and a "
+                      "wavelength of %2 nm is %3 cm^-1.")
+                .arg(transitionName(J), QString::number(sigma),
+                     QString::number(lanqor::nmPerCm / sigma, 'f', 1));
+    }
+    return QString();
+}
+
+QStringList LanqorOmegaExp::getWarnings() const
+{
+    QStringList warnings = d->misplacedBarycentres();
+    if (d->source.isSpectrum)
+        warnings += d->overlappingWindows() + d->signalsAtEdges();
+    return warnings;
+}
+
+double LanqorOmegaExp::getRate(const int &J) const
+{
+    return atLevel(d->results.rate, J);
+}
+
+double LanqorOmegaExp::getBranchingRatio(const int &J) const
+{
+    constexpr double percent = 100.0;
+    return d->results.arad == 0.0 ? 0.0 : percent * getRate(J) / d->results.arad;
+}
+
+double LanqorOmegaExp::getRadiativeLifeTime() const
+{
+    constexpr double msPerSecond = 1000.0;
+    return d->results.arad == 0.0 ? 0.0 : msPerSecond / d->results.arad;
+}
+
 double LanqorOmegaExp::getRefractiveIndex() const
 {
     return d->refractiveIndex;
@@ -175,6 +278,13 @@ bool LanqorOmegaExp::readSpectrum(const QString &fileName, const EmissionSpectru
         return failWith(file.error);
 
     experimentalIntensities::Emission emission;
+    OmegaExpResults::Source source;
+    source.isSpectrum = true;
+    source.options = options;
+    source.options.axis = file.spectrum.axis == emissionSpectrum::Spectrum::Axis::Nanometre
+                              ? EmissionSpectrumOptions::Axis::Nanometre
+                              : EmissionSpectrumOptions::Axis::Wavenumber;
+    double highestPeak = 0.0;
     QStringList remarks;
     for (int J = 0; J < transitionCount; ++J) {
         const auto level = static_cast<std::size_t>(J);
@@ -191,17 +301,20 @@ bool LanqorOmegaExp::readSpectrum(const QString &fileName, const EmissionSpectru
                 << tr("%1 lies outside the spectrum and counts as absent").arg(transitionName(J));
         else if (band.coverage == Band::Coverage::Part)
             remarks << tr("the spectrum ends within the window of %1").arg(transitionName(J));
+        highestPeak = std::max(highestPeak, band.peak);
+        source.edgeSignals[level] = band.edge;
         if (band.area > 0.0) {
             emission.area[level] = band.area;
             emission.barycenter[level] = band.barycenter;
         } else if (band.coverage != Band::Coverage::None) {
-            // The formulas ask for a barycentre of 7F2 and 7F4 even where these are absent.
-            if (isIndispensable(J))
-                emission.barycenter[level] = 0.5 * (window.lowest + window.highest);
             remarks << tr("%1 has no positive area and counts as absent").arg(transitionName(J));
         }
     }
+    for (double &edge : source.edgeSignals)
+        edge = highestPeak > 0.0 ? edge / highestPeak : 0.0;
+    source.givenAreas = emission.area;
     d->emission = emission;
+    d->source = source;
     d->results = {};
     d->fileName = fileName;
     for (const QString &remark : remarks)
@@ -215,6 +328,8 @@ bool LanqorOmegaExp::readBands(const QString &fileName)
     if (!table.error.isEmpty())
         return failWith(table.error);
     d->emission = {table.area, table.barycenter};
+    d->source = {};
+    d->source.givenAreas = table.area;
     d->results = {};
     d->fileName = fileName;
     return true;
@@ -223,7 +338,9 @@ bool LanqorOmegaExp::readBands(const QString &fileName)
 void LanqorOmegaExp::convertPhotonCounts()
 {
     for (std::size_t J = 0; J < transitionCount; ++J)
-        d->emission.area[J] *= d->emission.barycenter[J];
+        if (d->emission.barycenter[J] != 0.0)
+            d->emission.area[J] *= d->emission.barycenter[J];
+    d->source.options.signal = EmissionSpectrumOptions::Signal::PhotonCounts;
     d->results = {};
 }
 
@@ -251,9 +368,12 @@ OmegaExpResults LanqorOmegaExp::getResults() const
     results.isCalculated = true;
     results.fileName = d->fileName;
     results.refractiveIndex = d->refractiveIndex;
-    for (std::size_t J = 0; J < results.transitions.size(); ++J)
-        results.transitions[J] = {d->emission.area[J], d->emission.barycenter[J],
-                                  d->results.rate[J]};
+    for (int J = 0; J < transitionCount; ++J)
+        results.transitions[static_cast<std::size_t>(J)] = {
+            getAreaOfTransition(J), getBarycenterOfEnergy(J), getRate(J), getBranchingRatio(J)};
+    results.source = d->source;
+    results.radiativeLifeTime = getRadiativeLifeTime();
+    results.warnings = getWarnings();
     results.omega2 = d->results.omega2;
     results.omega4 = d->results.omega4;
     results.r02 = d->results.r02;

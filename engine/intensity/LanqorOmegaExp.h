@@ -4,6 +4,7 @@
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -17,7 +18,7 @@ struct OmegaExpResults;
 ///     A(1) = 3.1e-12 n^3 sigma(1)^3,  A(J) = A(1) S(J)/S(1) sigma(1)/sigma(J)
 /// The ratio of barycentres turns a ratio of powers into one of photons, so the areas S are those
 /// of a spectrum in emitted power, in any one unit; areas of a photon-counting detector have to be
-/// multiplied by their barycentres first. Mixing these up costs 5 to 15 %. Barycentres sigma are
+/// multiplied by their barycentres first. Mixing these up costs 4 to 15 %. Barycentres sigma are
 /// in cm^-1, rates in s^-1, parameters in cm^2.
 class LANQORENGINE_EXPORT LanqorOmegaExp : public LanqorAbstractObjCalculation
 {
@@ -31,8 +32,7 @@ public:
     /// New areas or barycentres void the results.
     void setAreaOfTransition(const double &S0, const double &S1, const double &S2, const double &S3,
                              const double &S4, const double &S5);
-    /// Energy barycentres of 5D0 -> 7F0 .. 7F5, cm^-1; 0 for a transition without area, but those
-    /// of 7F1, 7F2 and 7F4 are always needed.
+    /// Energy barycentres of 5D0 -> 7F0 .. 7F5, cm^-1; 0 for a transition without area.
     void setBarycenterOfEnergy(const double &sigma0, const double &sigma1, const double &sigma2,
                                const double &sigma3, const double &sigma4, const double &sigma5);
     /// Measured lifetime of 5D0, ms; 0 when there is none.
@@ -54,12 +54,12 @@ public:
     /// @return false when the file holds no such table; areas and barycentres are then as before
     bool readBands(const QString &fileName);
     /// Turns areas of a photon-counting detector into emitted power: each is multiplied by its
-    /// barycentre. readSpectrum() does the like by itself.
+    /// barycentre; one without a barycentre stays and is refused by calcOmegaExp(). readSpectrum()
+    /// does the like by itself.
     void convertPhotonCounts();
 
-    /// Computes all results. Fails when S(1) is 0, when the barycentre of 7F1, 7F2, 7F4 or of
-    /// another transition with an area is, and for numbers that cannot be measured; the results
-    /// are then all 0.
+    /// Computes all results. Fails when S(1) is 0, when the barycentre of a transition with an area
+    /// is, and for numbers that cannot be measured; the results are then all 0.
     bool calcOmegaExp();
 
     double getOmega2Exp() const; ///< cm^2
@@ -67,6 +67,18 @@ public:
     /// 178305 / S(2); infinite when S(2) is 0.
     double getR02() const;
     double getAradExp() const; ///< total radiative rate, s^-1
+    /// A(J) of 5D0 -> 7FJ, s^-1, J = 0 .. 5; 0 for any other J and without results.
+    double getRate(const int &J) const;
+    /// A(J) / Arad, %; 0 likewise.
+    double getBranchingRatio(const int &J) const;
+    double getRadiativeLifeTime() const; ///< 1 / Arad, ms; 0 without results
+    /// Why the barycentres cannot be wavenumbers: one lies below 5000 cm^-1, far below the emission
+    /// of 5D0, as a wavelength in nm would. Empty when they can. calcOmegaExp() does not ask.
+    QString getBarycentreError() const;
+    /// What makes the emission doubtful though it can be calculated with: barycentres outside the
+    /// windows of their bands (those of EmissionSpectrumOptions), windows that overlap, signals
+    /// at the edges of windows above 0.5 % of the highest peak. One sentence each.
+    QStringList getWarnings() const;
     double getRefractiveIndex() const;
     double getLifeTime() const; ///< ms
     QString getFileName() const;

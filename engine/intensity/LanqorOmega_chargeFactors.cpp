@@ -72,6 +72,7 @@ double LanqorOmegaPrivate::alphaQDC(int atom) const
 
 void LanqorOmegaPrivate::calcFromQDC()
 {
+    isBondEstimate = false;
     chargeFactor.fill(0.0, coordNumber + 2);
     alpha.fill(0.0, coordNumber + 2);
     for (int atom = 2; atom <= coordNumber + 1; ++atom) {
@@ -140,5 +141,6 @@ QString LanqorOmegaPrivate::calcFromBonds(double minDistance, const QVector<doub
     }
     chargeFactor = g;
     alpha = a;
+    isBondEstimate = true;
     return QString();
 }

@@ -33,6 +33,7 @@ public:
     bool hasReactivityIndices() const;
     /// Q, D, C, charges and superdelocalizabilities may have been set after the calculation.
     bool agreesWithQDC() const;
+    OmegaResults::ChargeFactorSource chargeFactorSource() const;
 
     /// Parts of the results of the last calculation.
     QVector<OmegaResults::Atom> atomResults() const;
@@ -49,12 +50,15 @@ public:
     QVector<double> chargeFactor;           // by atom number
     QVector<double> alpha;                  // by atom number, cm^3
     double refractiveIndex = 1.5;           // of the medium
-    QVector<double> atomicCharges;          // by atom number, elementary charges
-    QVector<double> superDeslocalizability; // by atom number, au
+    QVector<double> atomicCharges;          // by atom number, electrons
+    QVector<double> superDeslocalizability; // by atom number, 1/(unit of the orbital energies)
+    QString orbitalEnergyUnit;              // empty: not known
+    bool isBondEstimate = false;            // g and alpha
     bool hasParametersQDC = false;
-    double parameterQ = 0.0; // au^-1
-    double parameterD = 0.0; // cubic Angstrom per au
+    double parameterQ = 0.0; // per electron
+    double parameterD = 0.0; // cubic Angstrom times the unit of the orbital energies
     double parameterC = 0.0; // cubic Angstrom
+    double crystalFieldOverlap = simpleOverlapModel::nearestOverlap;
     QStringList ligandAtoms;
     OmegaPrintingOptions printingOptions;
     QString requiredCitations;

@@ -128,11 +128,10 @@ QVector<OmegaResults::CrystalFieldParameter> LanqorOmegaPrivate::crystalFieldRes
 {
     QVector<OmegaResults::CrystalFieldParameter> parameters;
     for (int k = 2; k <= 6; k += 2) {
-        for (int q = 0; q <= k; ++q) {
+        for (int q = -k; q <= k; ++q) {
             simpleOverlapModel::Complex sum;
             for (int j = 2; j <= coordNumber + 1; ++j)
-                sum += sphere->crystalField(k, q, j, chargeFactor.at(j),
-                                            simpleOverlapModel::nearestOverlap);
+                sum += sphere->crystalField(k, q, j, chargeFactor.at(j), crystalFieldOverlap);
             parameters.append({k, q, toRecord(sum)});
         }
     }
@@ -151,6 +150,15 @@ AradPartitionResults LanqorOmegaPrivate::partitionResults() const
     return results;
 }
 
+/// With Q, D, C and the indices there are results only when g and alpha agree with them.
+OmegaResults::ChargeFactorSource LanqorOmegaPrivate::chargeFactorSource() const
+{
+    using Source = OmegaResults::ChargeFactorSource;
+    if (hasParametersQDC && hasReactivityIndices())
+        return Source::Qdc;
+    return isBondEstimate ? Source::BondEstimate : Source::Given;
+}
+
 OmegaResults LanqorOmega::getResults() const
 {
     OmegaResults results;
@@ -163,11 +171,14 @@ OmegaResults LanqorOmega::getResults() const
     results.omegaDC = d->omegaDC;
     results.ion = d->positions.first();
     results.atoms = d->atomResults();
-    results.qdc = {d->hasParametersQDC, d->hasReactivityIndices(), d->parameterQ, d->parameterD,
-                   d->parameterC};
+    results.chargeFactorSource = d->chargeFactorSource();
+    results.qdc = {results.chargeFactorSource == OmegaResults::ChargeFactorSource::Qdc,
+                   d->hasReactivityIndices(), d->parameterQ, d->parameterD, d->parameterC};
+    results.orbitalEnergyUnit = d->orbitalEnergyUnit;
     results.latticeTerms = d->latticeResults();
     results.amplitudes = d->amplitudeResults();
     results.crystalField = d->crystalFieldResults();
+    results.crystalFieldOverlap = d->crystalFieldOverlap;
     results.constants = constants();
     results.refractiveIndex = d->refractiveIndex;
     results.rates = radiativeRates::calcRates(d->omega, d->refractiveIndex);

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <LanqorEngine/EmissionSpectrumOptions.h>
+
 #include <QString>
+#include <QStringList>
 
 #include <array>
 
@@ -10,9 +13,22 @@ struct OmegaExpResults
     /// A band 5D0 -> 7FJ.
     struct Transition
     {
-        double area = 0.0;       ///< emitted power in any one unit
-        double barycenter = 0.0; ///< cm^-1; 0 when there is none
-        double rate = 0.0;       ///< A(J), s^-1
+        double area = 0.0;           ///< emitted power in any one unit
+        double barycenter = 0.0;     ///< cm^-1; 0 when there is none
+        double rate = 0.0;           ///< A(J), s^-1
+        double branchingRatio = 0.0; ///< A(J) / Arad, %
+    };
+
+    /// Where areas and barycentres come from.
+    struct Source
+    {
+        bool isSpectrum = false; ///< integrated from a measured spectrum; otherwise given
+        /// With the axis that the spectrum has. Its signal tells of given areas, too.
+        EmissionSpectrumOptions options;
+        /// Of a spectrum: the larger signal at the two ends of a window, less the baseline, as a
+        /// fraction of the highest peak.
+        std::array<double, 6> edgeSignals{};
+        std::array<double, 6> givenAreas{}; ///< before photon counts were turned into power
     };
 
     bool isCalculated = false;               ///< otherwise the numbers are those of no calculation
@@ -26,4 +42,7 @@ struct OmegaExpResults
     double lifeTime = 0.0;          ///< measured, ms; 0 when there is none, and then no decay
     double anrad = 0.0;             ///< non-radiative rate 1/lifetime - Arad, s^-1
     double quantumEfficiency = 0.0; ///< Arad / (Arad + Anrad), %
+    Source source;
+    double radiativeLifeTime = 0.0; ///< 1 / Arad, ms
+    QStringList warnings;           ///< see LanqorOmegaExp::getWarnings()
 };

@@ -24,8 +24,8 @@ struct OmegaResults
         double alpha = 0.0;                 ///< polarisability, cm^3
         double rho = 0.0;                   ///< overlap with the ion
         double beta = 0.0;                  ///< the overlap charge lies at R/(2 beta) from the ion
-        double atomicCharge = 0.0;          ///< elementary charges, when the indices were set
-        double superdelocalizability = 0.0; ///< au, when the indices were set
+        double atomicCharge = 0.0;          ///< electron population, when the indices were set
+        double superdelocalizability = 0.0; ///< 1/E, see Qdc, when the indices were set
     };
 
     /// Harmonic and lattice terms of rank t = 1, 3, 5, 7 and p = 0 to t.
@@ -51,7 +51,8 @@ struct OmegaResults
         MyComplex total;
     };
 
-    /// B(k,q), cm^-1, k = 2, 4, 6 and q = 0 to k.
+    /// B(k,q), cm^-1, the coefficient of C(k)q = sqrt(4 pi/(2k+1)) Y(k,q); k = 2, 4, 6 and
+    /// q = -k to k.
     struct CrystalFieldParameter
     {
         int k = 0;
@@ -76,14 +77,22 @@ struct OmegaResults
         double deltaE = 0.0;          ///< gap to the opposite parity, erg, negative
     };
 
-    /// Parameters of the QDC model.
+    /// Parameters of the QDC model. With E the unit of the orbital energies from which the
+    /// superdelocalizabilities were made (see orbitalEnergyUnit), these are in 1/E.
     struct Qdc
     {
-        bool isSet = false;
+        bool isSet = false;      ///< g and alpha are those of the model
         bool hasIndices = false; ///< charges and superdelocalizabilities of all atoms were set
-        double Q = 0.0;          ///< au^-1
-        double D = 0.0;          ///< cubic Angstrom per au
+        double Q = 0.0;          ///< per electron
+        double D = 0.0;          ///< cubic Angstrom times E
         double C = 0.0;          ///< cubic Angstrom
+    };
+
+    /// Where g and alpha come from.
+    enum class ChargeFactorSource {
+        Given,        ///< set, or read from a report
+        Qdc,          ///< the QDC model
+        BondEstimate, ///< estimated from the force constants of the bonds
     };
 
     bool isCalculated = false; ///< otherwise the numbers are those of no calculation
@@ -104,4 +113,7 @@ struct OmegaResults
     OmegaPrintingOptions printingOptions; ///< sections of the report
     QString requiredCitations;            ///< text at its end; empty: the papers of the model
     QString mopacCitation;                ///< as printed in the MOPAC output; empty without one
+    ChargeFactorSource chargeFactorSource = ChargeFactorSource::Given;
+    double crystalFieldOverlap = 0.0; ///< ro0 of crystalField, overlap of the nearest atom
+    QString orbitalEnergyUnit;        ///< "eV" or "hartree"; empty: not known
 };

@@ -3,6 +3,7 @@
 #include "core/physicalConstants_p.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace emissionSpectrum {
 
@@ -70,6 +71,18 @@ void subtractLine(std::vector<Point> &points)
         point.y -= first.y + slope * (point.x - first.x);
 }
 
+void keepPeakAndEdge(const std::vector<Point> &points, Band &band)
+{
+    constexpr double endPart = 0.01;
+    const double low = points.front().x;
+    const double high = points.back().x;
+    const double part = endPart * (high - low);
+    band.edge = std::max(std::abs(meanBetween(points, low, low + part).y),
+                         std::abs(meanBetween(points, high - part, high).y));
+    for (const Point &point : points)
+        band.peak = std::max(band.peak, point.y);
+}
+
 } // namespace
 
 Band integrate(const Spectrum &spectrum, const EmissionSpectrumOptions::Window &window,
@@ -89,6 +102,7 @@ Band integrate(const Spectrum &spectrum, const EmissionSpectrumOptions::Window &
     std::vector<Point> points = cutOut(spectrum, low, high);
     if (baseline == EmissionSpectrumOptions::Baseline::Linear)
         subtractLine(points);
+    keepPeakAndEdge(points, band);
     const auto power = [&](const Point &point) {
         return signal == EmissionSpectrumOptions::Signal::PhotonCounts
                    ? point.y * toWavenumber(spectrum.axis, point.x)

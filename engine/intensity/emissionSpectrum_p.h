@@ -13,6 +13,10 @@ struct Band
     double area = 0.0;       ///< may be negative where noise or baseline exceed the band
     double barycenter = 0.0; ///< cm^-1; 0 when the area is not positive
     Coverage coverage = Coverage::None;
+    /// Signal less baseline, in the unit of the recorded intensity: its highest, and the mean over
+    /// the outermost hundredth of the band at that end where it is larger.
+    double peak = 0.0;
+    double edge = 0.0;
 };
 
 /// Area and barycentre of the band in @p window by the trapezoidal rule, with s = 1e7/lambda for a

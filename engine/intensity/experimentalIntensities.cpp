@@ -23,6 +23,8 @@ constexpr double threeHbar = 3.163715178e-27;
 
 double omegaFromRate(double rate, double sigma, double chi, double squaredU)
 {
+    if (rate == 0.0) // a band that is not there has no barycentre either
+        return 0.0;
     constexpr double squaredCharge = lanqor::elementaryChargeEsu * lanqor::elementaryChargeEsu;
     const double angularFrequency = 2.0 * lanqor::pi * lanqor::lightSpeed * sigma;
     return threeHbar * cube(lanqor::lightSpeed) * rate /

@@ -28,8 +28,7 @@ struct Results
 
 ///     A(1) = 3.1e-12 n^3 sigma(1)^3,  A(J) = A(1) S(J)/S(1) sigma(1)/sigma(J)
 ///     Omega(J) = 3 hbar c^3 A(J) / (4 e^2 omega(J)^3 chi <U(J)>^2),  omega = 2 pi c sigma
-/// @param emission  S(1) and sigma(1), sigma(2), sigma(4) are not 0, nor is the sigma(J) of any
-///                  other transition with an area
+/// @param emission  S(1) is not 0, nor is the sigma(J) of any transition with an area
 /// @param n  refractive index of the medium
 Results calculate(const Emission &emission, double n);
 

@@ -129,7 +129,7 @@ QString IntensityReport::text() const
         text += partition();
     if (options.printBkq)
         text += crystalField();
-    return text + citations();
+    return text + citations() + remarks();
 }
 
 QString IntensityReport::head() const

@@ -181,10 +181,18 @@ QString IntensityReport::amplitudes() const
 
 QString IntensityReport::crystalField() const
 {
-    QString text = QStringLiteral("----------------------------------------------\n"
-                                  "    Bkq ligand field parameters, Bkq(k,q)   \n"
-                                  "----------------------------------------------\n\n");
+    return QStringLiteral("----------------------------------------------\n"
+                          "    Bkq ligand field parameters, Bkq(k,q)   \n"
+                          "----------------------------------------------\n\n") +
+           crystalFieldLines(SignOfQ::NotNegative) + QLatin1Char('\n');
+}
+
+QString IntensityReport::crystalFieldLines(SignOfQ sign) const
+{
+    QString text;
     for (const OmegaResults::CrystalFieldParameter &parameter : results.crystalField) {
+        if ((parameter.q < 0) != (sign == SignOfQ::Negative))
+            continue;
         const MyComplex &value = parameter.value;
         const QString label = indexed(QStringLiteral("Bkq"), {parameter.k, parameter.q});
         text += QLatin1Char('|') + label + QStringLiteral("| = ") + fixed(modulus(value), 2, 10) +
@@ -192,5 +200,5 @@ QString IntensityReport::crystalField() const
                 fixed(value.real, 2, 10) + QStringLiteral(" + ") + fixed(value.imag, 2, 10) +
                 QStringLiteral("i cm^-1\n");
     }
-    return text + QLatin1Char('\n');
+    return text;
 }

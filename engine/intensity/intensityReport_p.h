@@ -35,6 +35,12 @@ private:
     QString partition() const;
     QString crystalField() const;
     QString citations() const;
+    /// What the prescribed text leaves open, behind it; empty when there is nothing to say.
+    QString remarks() const;
+    QString remarksOnQDC() const;
+    QString remarksOnCrystalField() const;
+    enum class SignOfQ { NotNegative, Negative };
+    QString crystalFieldLines(SignOfQ sign) const;
 
     int lastAtom() const;
 

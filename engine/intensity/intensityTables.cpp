@@ -30,6 +30,20 @@ QString levelName(int J)
     return QStringLiteral("7F%1").arg(J);
 }
 
+QString energyUnit(const OmegaResults &results)
+{
+    return results.orbitalEnergyUnit.isEmpty() ? QStringLiteral("(unit of the orbital energies)")
+                                               : results.orbitalEnergyUnit;
+}
+
+QString sourceName(OmegaResults::ChargeFactorSource source)
+{
+    using Source = OmegaResults::ChargeFactorSource;
+    if (source == Source::Given)
+        return QStringLiteral("given");
+    return source == Source::Qdc ? QStringLiteral("qdc") : QStringLiteral("bond estimate");
+}
+
 void addIntensityParameters(LanqorResultTables &tables, const OmegaResults &results)
 {
     Columns columns = {column("structure_file"), column("coordination_number")};
@@ -44,10 +58,13 @@ void addIntensityParameters(LanqorResultTables &tables, const OmegaResults &resu
     add(QStringLiteral("omega_ed_%1"), results.omegaED);
     add(QStringLiteral("omega_dc_%1"), results.omegaDC);
     if (results.qdc.isSet) {
-        columns += {column("qdc_q", "au^-1"), column("qdc_d", "Angstrom^3 au^-1"),
+        columns += {column("qdc_q", "1/au"),
+                    {QStringLiteral("qdc_d"), QStringLiteral("Angstrom^3 ") + energyUnit(results)},
                     column("qdc_c", "Angstrom^3")};
         values += {results.qdc.Q, results.qdc.D, results.qdc.C};
     }
+    columns.append(column("charge_factor_source"));
+    values.append(sourceName(results.chargeFactorSource));
     tables.addRecord(QStringLiteral("intensity_parameters"), columns, values);
 }
 
@@ -63,7 +80,9 @@ void addAtoms(LanqorResultTables &tables, const OmegaResults &results)
                        column("overlap", "1"),
                        column("beta_factor", "1")};
     if (results.qdc.hasIndices)
-        columns += {column("atomic_charge", "e"), column("superdelocalizability", "au")};
+        columns +=
+            {column("electron_population", "1"),
+             {QStringLiteral("superdelocalizability"), QStringLiteral("1/") + energyUnit(results)}};
     QVector<Row> rows;
     for (const OmegaResults::Atom &atom : results.atoms) {
         rows.append({atom.number, atom.position.label, atom.position.r, atom.position.theta,
@@ -110,6 +129,8 @@ void addAmplitudes(LanqorResultTables &tables, const OmegaResults &results)
          column("electric_dipole_imaginary_part", "cm"), column("dynamic_coupling_real_part", "cm"),
          column("dynamic_coupling_imaginary_part", "cm")},
         rows);
+    tables.addRecord(QStringLiteral("crystal_field"), {column("overlap_of_nearest_atom", "1")},
+                     {results.crystalFieldOverlap});
     rows.clear();
     for (const OmegaResults::CrystalFieldParameter &B : results.crystalField)
         rows.append({B.k, B.q, B.value.real, B.value.imag});
@@ -117,6 +138,25 @@ void addAmplitudes(LanqorResultTables &tables, const OmegaResults &results)
         QStringLiteral("crystal_field_parameters"),
         {column("k"), column("q"), column("real_part", "cm^-1"), column("imaginary_part", "cm^-1")},
         rows);
+}
+
+/// What was integrated and how.
+void addSource(LanqorResultTables &tables, const OmegaExpResults::Source &source)
+{
+    using Options = EmissionSpectrumOptions;
+    const auto choose = [](bool isFirst, const char *first, const char *second) {
+        return QString::fromLatin1(isFirst ? first : second);
+    };
+    Columns columns = {column("kind"), column("signal")};
+    Row values = {choose(source.isSpectrum, "spectrum", "areas"),
+                  choose(source.options.signal == Options::Signal::EmittedPower, "emitted power",
+                         "photon counts")};
+    if (source.isSpectrum) {
+        columns += {column("axis"), column("baseline")};
+        values += {choose(source.options.axis == Options::Axis::Nanometre, "nm", "cm^-1"),
+                   choose(source.options.baseline == Options::Baseline::Linear, "linear", "none")};
+    }
+    tables.addRecord(QStringLiteral("emission_source"), columns, values);
 }
 
 } // namespace
@@ -170,16 +210,35 @@ LanqorResultTables LanqorOmegaExp::makeTables(const OmegaExpResults &results)
          column("nonradiative_rate", rateUnit), column("quantum_efficiency", "%")},
         {results.fileName, results.refractiveIndex, results.omega2 / lanqor::omegaUnitCm2,
          results.omega4 / lanqor::omegaUnitCm2, existing(results.r02), results.arad,
-         existing(msPerSecond / results.arad), ofLifeTime(results.lifeTime),
+         existing(results.radiativeLifeTime), ofLifeTime(results.lifeTime),
          ofLifeTime(results.anrad), ofLifeTime(results.quantumEfficiency)});
+    addSource(tables, results.source);
     QVector<Row> rows;
-    for (const OmegaExpResults::Transition &transition : results.transitions)
+    for (std::size_t J = 0; J < results.transitions.size(); ++J) {
+        const OmegaExpResults::Transition &transition = results.transitions[J];
         rows.append({levelName(rows.size()), transition.area,
                      transition.barycenter == 0.0 ? QVariant() : transition.barycenter,
-                     transition.rate, existing(percent * transition.rate / results.arad)});
-    tables.addTable(QStringLiteral("emission_bands"),
-                    {column("level"), column("area", "arbitrary"), column("barycentre", "cm^-1"),
-                     column("radiative_rate", rateUnit), column("branching_ratio", "%")},
-                    rows);
+                     transition.rate, existing(transition.branchingRatio),
+                     results.source.givenAreas[J]});
+        if (results.source.isSpectrum)
+            rows.last() += {results.source.options.windows[J].lowest,
+                            results.source.options.windows[J].highest,
+                            percent * results.source.edgeSignals[J]};
+    }
+    Columns columns = {column("level"),
+                       column("area", "arbitrary"),
+                       column("barycentre", "cm^-1"),
+                       column("radiative_rate", rateUnit),
+                       column("branching_ratio", "%"),
+                       column("area_as_given", "arbitrary")};
+    if (results.source.isSpectrum)
+        columns += {column("window_lowest", "cm^-1"), column("window_highest", "cm^-1"),
+                    column("signal_at_edge", "%")};
+    tables.addTable(QStringLiteral("emission_bands"), columns, rows);
+    rows.clear();
+    for (const QString &warning : results.warnings)
+        rows.append({warning});
+    if (!rows.isEmpty())
+        tables.addTable(QStringLiteral("warnings"), {column("warning")}, rows);
     return tables;
 }

@@ -85,10 +85,74 @@ QString decay(const OmegaExpResults &results)
     return text;
 }
 
+QString titled(const char *title)
+{
+    return QLatin1Char('\n') + rule() + QLatin1String(title) + QLatin1Char('\n') + rule();
+}
+
+QString rates(const OmegaExpResults &results)
+{
+    QString text = titled("Radiative Rates and Branching Ratios");
+    int J = 0;
+    for (const OmegaExpResults::Transition &transition : results.transitions)
+        text += QStringLiteral("    A(5D0 -> 7F%1) = ").arg(J++) + fixed(transition.rate, 2, 10) +
+                QStringLiteral(" s^-1") + fixed(transition.branchingRatio, 2, 10) +
+                QStringLiteral(" %\n");
+    return text + QStringLiteral("\n    Radiative Lifetime 1/Arad = ") +
+           fixed(results.radiativeLifeTime, 4) + QStringLiteral(" ms\n");
+}
+
+QString windows(const OmegaExpResults::Source &source)
+{
+    constexpr double percent = 100.0;
+    QString text = QStringLiteral("    Windows               nm            cm^-1"
+                                  "     Signal at Edges (% of Highest Peak)\n");
+    for (std::size_t J = 0; J < source.options.windows.size(); ++J) {
+        const EmissionSpectrumOptions::Window &window = source.options.windows[J];
+        text += QStringLiteral("    5D0 -> 7F%1").arg(J) +
+                fixed(lanqor::nmPerCm / window.highest, 1, 9) + QStringLiteral(" -") +
+                fixed(lanqor::nmPerCm / window.lowest, 1, 6) + fixed(window.lowest, 0, 9) +
+                QStringLiteral(" -") + fixed(window.highest, 0, 6) +
+                fixed(percent * source.edgeSignals[J], 2, 12) + QLatin1Char('\n');
+    }
+    return text;
+}
+
+/// What was measured and how it was turned into the areas above.
+QString source(const OmegaExpResults &results)
+{
+    const OmegaExpResults::Source &source = results.source;
+    const bool isPower = source.options.signal == EmissionSpectrumOptions::Signal::EmittedPower;
+    QString text = titled("Emission as Given");
+    if (!source.isSpectrum) {
+        text +=
+            QStringLiteral("    Areas: ") +
+            (isPower ? QStringLiteral("emitted power\n")
+                     : QStringLiteral("photon counts, multiplied by their barycentres above\n"));
+        const int decimals = areaDecimals(source.givenAreas[1]);
+        for (std::size_t J = 0; J < source.givenAreas.size(); ++J)
+            text += QStringLiteral("    5D0 -> 7F%1 as given = ").arg(J) +
+                    fixed(source.givenAreas[J], decimals, 18) + QLatin1Char('\n');
+        return text;
+    }
+    const bool isWavelength = source.options.axis == EmissionSpectrumOptions::Axis::Nanometre;
+    const bool isLinear = source.options.baseline == EmissionSpectrumOptions::Baseline::Linear;
+    return text +
+           (isWavelength ? QStringLiteral("    Axis: wavelength, nm\n")
+                         : QStringLiteral("    Axis: wavenumber, cm^-1\n")) +
+           (isPower ? QStringLiteral("    Signal: emitted power\n")
+                    : QStringLiteral("    Signal: photon counts, each point multiplied by its "
+                                     "wavenumber\n")) +
+           (isLinear ? QStringLiteral("    Baseline: straight line between the ends of each "
+                                      "window\n")
+                     : QStringLiteral("    Baseline: none\n")) +
+           windows(source);
+}
+
 } // namespace
 
 QString omegaExpReport(const OmegaExpResults &results)
 {
     return head(results) + barycentres(results) + areas(results) + parameters(results) +
-           decay(results);
+           decay(results) + rates(results) + source(results);
 }

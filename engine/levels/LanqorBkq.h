@@ -12,7 +12,8 @@ class LanqorBkqPrivate;
 class LanqorInputData;
 
 /// Even-rank crystal-field parameters of a Eu3+ complex by the simple overlap model (O. L. Malta,
-/// Chem. Phys. Lett. 88, 353 (1982)), atom by atom, cm^-1:
+/// Chem. Phys. Lett. 88, 353 (1982)), atom by atom, cm^-1, the coefficients of
+/// C(k)q = sqrt(4 pi/(2k+1)) Y(k,q) (Wybourne's normalisation):
 ///     B(k,q) = r(k) e^2 g rho (2 beta)^(k+1) sqrt(4 pi/(2k+1)) conj(Y(k,q)) / R^(k+1)
 /// with rho = ro0 (Rmin/R)^3.5, beta = 1/(1 + rho) for O and F, 1/(1 - rho) for N and Cl and 1
 /// for other elements, k = 2, 4, 6 and q = -k .. k.

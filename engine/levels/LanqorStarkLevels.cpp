@@ -258,7 +258,7 @@ StarkResults LanqorStarkLevels::getResults() const
     for (int i = 0; i < d->usedChargeFactors.size(); ++i)
         results.atoms.append({i + 2, getAtomLabel(i + 2), d->usedChargeFactors.at(i)});
     for (const int k : starkMatrix::ranks) {
-        for (int q = 0; q <= k; ++q) {
+        for (int q = -k; q <= k; ++q) {
             const MyComplex B = getFieldParameter(k, q);
             results.fieldParameters.append({k, q, B.real, B.imag});
         }

@@ -13,7 +13,8 @@ struct StarkResults
         QString element;
         double chargeFactor = 0.0; ///< dimensionless
     };
-    /// B(k,q), cm^-1; B(k,-q) = (-1)^q conj(B(k,q)).
+    /// B(k,q), cm^-1, the coefficient of C(k)q = sqrt(4 pi/(2k+1)) Y(k,q) (Wybourne's
+    /// normalisation); B(k,-q) = (-1)^q conj(B(k,q)).
     struct FieldParameter
     {
         int k = 0;
@@ -33,7 +34,7 @@ struct StarkResults
     int coordNumber = 0;
     double ro0 = 0.0; ///< overlap of the nearest atom, dimensionless
     QVector<Atom> atoms;
-    QVector<FieldParameter> fieldParameters; ///< k = 2, 4, 6 and q = 0 .. k
+    QVector<FieldParameter> fieldParameters; ///< k = 2, 4, 6 and q = -k .. k
     double crystalFieldStrength = 0.0;       ///< cm^-1
     QVector<Manifold> manifolds;             ///< by J = 0 .. 6; empty without a calculation
 };

@@ -24,6 +24,8 @@ QString chargeFactors(const QVector<StarkResults::Atom> &atoms)
 QString fieldParameters(const StarkResults &results)
 {
     QString text = heading(QStringLiteral("Crystal-Field Parameters B(k,q) / cm^-1")) +
+                   QStringLiteral(" Coefficients of C(k)q = sqrt(4 pi/(2k+1)) Y(k,q) (Wybourne's "
+                                  "normalisation) at the\n overlap ro0 above\n") +
                    QStringLiteral(" B(k,-q) = (-1)^q conj(B(k,q))\n\n"
                                   "    k    q          real     imaginary\n");
     for (const StarkResults::FieldParameter &B : results.fieldParameters)

@@ -166,10 +166,13 @@ void TestIntensityReport::indicesSetAfterTheCalculation()
     omega.setParametersQDC(1.5, 0.06, 0.4);
     QVERIFY(omega.calcOmega());
     const QString table = " Atomic Charges (au) ";
-    QVERIFY(!omega.createOutFile(QString()).contains(table)); // there are none
+    const QString without = omega.createOutFile(QString()); // there are none, nor a QDC mode
+    QVERIFY(!without.contains(table) && !without.contains("QDC"));
     omega.setAtomicCharges({0, 0, 0.66, 0.69, 0.72, 0.75, 0.78, 0.81, 0.84, 0.87});
     omega.setSuperDeslocalizability({0, 0, 28, 27, 26, 25, 24, 23, 22, 21});
     QVERIFY(omega.createOutFile(QString()).contains(table));
+    omega.setOrbitalEnergyUnit("eV");
+    QVERIFY(omega.createOutFile(QString()).contains("S (SDE) in 1/eV, D in A^3 eV"));
     omega.setSuperDeslocalizability({0, 0, 28, 27, 26, 25, 24, 23, 22, 20});
     QVERIFY(omega.createOutFile(QString()).isEmpty());
 }

@@ -202,6 +202,7 @@ void TestOmega::estimateFromBonds()
         const double ofBond = e2 * rho * rho * atom.r * atom.r / (2.0 * energy);
         COMPARE_NEAR(omega.getAlpha(k) * 1e24, polarisability + (isChlorine ? 0.0 : ofBond), 1e-9);
     }
+    QVERIFY(omega.createOutFile(QString()).contains("an estimate from the force constants"));
 
     // An element without an estimate needs values of its own, at every try.
     QByteArray text = testSupport::readAll(outputWithForces());

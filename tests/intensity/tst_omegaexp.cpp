@@ -131,11 +131,17 @@ void TestOmegaExp::inputThatGivesNoResult()
         const char *message;
     } cases[] = {
         {1, 0.0, 16921.0, 1.5, "5D0 -> 7F1"},   {1, 1.0, 0.0, 1.5, "5D0 -> 7F1"},
-        {2, 0.0, 0.0, 1.5, "5D0 -> 7F2"},       {4, 1.0, 0.0, 1.5, "5D0 -> 7F4"},
+        {2, 1.0, 0.0, 1.5, "5D0 -> 7F2"},       {4, 1.0, 0.0, 1.5, "5D0 -> 7F4"},
         {5, 0.1, 0.0, 1.5, "5D0 -> 7F5"},       {3, -0.1, 15300.0, 1.5, "5D0 -> 7F3"},
         {2, std::nan(""), 16267.0, 1.5, "5D0"}, {1, 1.0, 16921.0, 0.0, "index"},
         {1, 1.0, 1e120, 1.5, "beyond"},
     };
+    LanqorOmegaExp inNanometres(nullptr, 1.5);
+    setUp(inNanometres, publishedAreas, {0.0, 16921.0, 612.0, 0.0, 13000.0, 0.0});
+    QVERIFY(inNanometres.getBarycentreError().contains("612 nm is 16339.9 cm^-1"));
+    QVERIFY(inNanometres.getWarnings().contains("the barycentre of 5D0 -> 7F4, 13000 cm^-1, lies "
+                                                "outside the usual place of this band, 13793 to "
+                                                "14925 cm^-1"));
     for (const auto &wrong : cases) {
         LanqorOmegaExp calculation(nullptr, wrong.n);
         const testSupport::MessageSpy spy(calculation);
@@ -178,7 +184,7 @@ void TestOmegaExp::reports()
 
     // Results of other input must not stand beside the new areas. These have no 7F2, as in the
     // field of an inversion centre.
-    setUp(calculation, {0.0, 1.0, 0.0, 0.0, 0.7, 0.0}, publishedBarycentres);
+    setUp(calculation, {0.0, 1.0, 0.0, 0.0, 0.7, 0.0}, {0.0, 16921.0, 0.0, 0.0, 14470.0, 0.0});
     QVERIFY(reportWith(0.0).isEmpty());
     QVERIFY(calculation.calcOmegaExp());
     QCOMPARE(calculation.getOmega2Exp(), 0.0);
@@ -258,6 +264,14 @@ void TestOmegaExp::baselineAndWindows()
     const Measured part(spectrumText({false, true}), half);
     COMPARE_NEAR(part.area(2), 0.5 * bandAreas[2], 1e-4);
     COMPARE_NEAR(part.barycentre(2), bandCentres[2] + bandWidth * std::sqrt(2.0 / M_PI), 0.01);
+    const auto warned = [](const Measured &measured, const char *words) {
+        return measured.calculation.getWarnings().join('\n').contains(words);
+    };
+    QVERIFY(warned(part, "edge of the windows of 5D0 -> 7F2 (99"));
+    QVERIFY(warned(Measured(text), "edge") && corrected.calculation.getWarnings().isEmpty());
+    half.windows[2].lowest = 15500.0;
+    half.windows[1].lowest = 16500.0;
+    QVERIFY(warned(Measured(spectrumText(), half), "overlap: the emission from 16500 to 16510"));
     half.windows[2] = {16000.0, 15000.0};
     QVERIFY(!Measured(text, half).isRead);
 }

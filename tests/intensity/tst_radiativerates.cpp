@@ -29,6 +29,17 @@ void TestRadiativeRates::publishedRates()
     COMPARE_NEAR(rates.total() - rates.ed06, 1109.0, 0.5);
     COMPARE_NEAR(100.0 * (rates.total() - rates.ed06) * 0.26e-3, 28.8, 0.05);
     COMPARE_NEAR(rates.ed06, radiativeRates::constArad(6, 1.5) * 1e-20, 1e-12);
+    // The same in SI units with the constants of CODATA 2018, worked out by hand: with
+    // e^2/(4 pi eps0) and, for the magnetic dipole, 9.6e-42 esu^2 cm^2 = 0.11162 Bohr magnetons^2.
+    COMPARE_NEAR(rates.md, 49.22948, 1e-4);
+    COMPARE_NEAR(rates.electricDipole(), 1060.7442, 1e-3);
+    COMPARE_NEAR(1000.0 / rates.total(), 0.9009223, 1e-6); // radiative lifetime, ms
+    const double branching[][2] = {{rates.md, 4.435194},
+                                   {rates.ed02, 89.199955},
+                                   {rates.ed04, 6.290274},
+                                   {rates.ed06, 0.074576}};
+    for (const auto &[rate, percent] : branching)
+        COMPARE_NEAR(100.0 * rate / rates.total(), percent, 1e-5);
 }
 
 void TestRadiativeRates::reducedTensorElements()
