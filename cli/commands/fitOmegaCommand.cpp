@@ -54,9 +54,9 @@ QString groupTable(const QVector<OmegaFitGroup> &groups)
 void noteWeights(const QVector<FittedOmega> &omega)
 {
     if (omega.at(0).weight != 1.0 || omega.at(1).weight != 1.0)
-        cli::note(tr("weights %1 and %2 were read from pesos.txt")
-                      .arg(omega.at(0).weight)
-                      .arg(omega.at(1).weight));
+        cli::note(
+            tr("weights %1 and %2 were read from pesos.txt")
+                .arg(QString::number(omega.at(0).weight), QString::number(omega.at(1).weight)));
 }
 
 void describe(cli::OptionReader &reader)

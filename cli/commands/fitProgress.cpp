@@ -105,20 +105,19 @@ private:
         lastTenths = tenths;
         const QString rate = seconds > 0.0 ? QString::number(double(sum.done) / seconds, 'f', 0)
                                            : QStringLiteral("-");
-        const QString line = tr("%1 % of %2 points, %3/s, "
-                                "best response %4")
-                                 .arg(sum.total > 0 ? 100 * sum.done / sum.total : 100, 3)
-                                 .arg(sum.total)
-                                 .arg(rate)
-                                 .arg(sum.best, 0, 'g', 4);
+        const QString line =
+            tr("%1 % of %2 points, %3/s, "
+               "best response %4")
+                .arg(QString::number(sum.total > 0 ? 100 * sum.done / sum.total : 100)
+                         .rightJustified(3),
+                     QString::number(sum.total), rate, QString::number(sum.best, 'g', 4));
         if (!isTerminal) {
             tell(line);
             return;
         }
         // Short enough for 80 columns; blanks cover what is left of a longer line before.
-        const QString bar = QStringLiteral("[%1] %2")
-                                .arg(QString(tenths, QLatin1Char('#')), -10, QLatin1Char('.'))
-                                .arg(line);
+        const QString bar = QStringLiteral("[%1] %2").arg(
+            (QString(tenths, QLatin1Char('#'))).leftJustified(10, QLatin1Char('.')), line);
         const QByteArray bytes = '\r' + bar.leftJustified(lastLength).toUtf8();
         std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stderr);
         lastLength = bar.size();

@@ -42,9 +42,8 @@ QString parameterTable(const ParametersQDC &best)
 {
     const auto line = [](const char *name, double value, const char *unit) {
         return QStringLiteral("  %1 = %2  %3\n")
-            .arg(QLatin1String(name))
-            .arg(value, 12, 'f', 6)
-            .arg(QLatin1String(unit));
+            .arg(QLatin1String(name), QString::number(value, 'f', 6).rightJustified(12),
+                 QLatin1String(unit));
     };
     return line("Q", best.Q, "au^-1") + line("D", best.D, "A^3 eV") + line("C", best.C, "A^3") +
            tr("\ng = Q q, q being an electron population of the orbitals (no charge), in au;\n"

@@ -41,15 +41,13 @@ void noteMissedTargets(const QVector<FittedOmega> &omega, const QString &advice)
     if (largestGap > printedHalf)
         warn(tr("the targets were not reached: the best point found is off by %1e-20 "
                 "cm^2. %2")
-                 .arg(largestGap, 0, 'f', 2)
-                 .arg(advice));
+                 .arg(QString::number(largestGap, 'f', 2), advice));
 }
 
 QString responseLine(double response, qint64 points)
 {
     return tr("Response %1 (1e-20 cm^2)^2, best of %2 points\n")
-        .arg(response, 0, 'g', 6)
-        .arg(points);
+        .arg(QString::number(response, 'g', 6), QString::number(points));
 }
 
 } // namespace cli

@@ -187,8 +187,7 @@ int levelsCommand(const QStringList &arguments)
     const FreeIonLevelsResults shown = selected(results, selection);
     if (shown.levels.isEmpty())
         throw cli::Failure{tr("none of the %1 levels of %2 is selected")
-                               .arg(results.levels.size())
-                               .arg(cli::nameOf(ion))};
+                               .arg(QString::number(results.levels.size()), cli::nameOf(ion))};
     cli::showResults(options, tableOf(shown), LanqorEnergyLevels::makeTables(shown), {});
 
     if (!selection.report.isEmpty())

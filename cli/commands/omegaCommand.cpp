@@ -23,11 +23,11 @@ constexpr double omegaUnitCm2 = 1.0e-20;
 QString sphereTable(const OmegaResults &results)
 {
     QString text = tr("Coordination sphere of %1: %2 atoms\n\n")
-                       .arg(results.ion.label)
-                       .arg(results.atoms.size()) +
+                       .arg(results.ion.label, QString::number(results.atoms.size())) +
                    tr("  Atom      R / A  theta / deg  phi / deg         g  alpha / A^3\n");
     for (const OmegaResults::Atom &atom : results.atoms)
-        text += QStringLiteral("  %1 %2").arg(atom.position.label, -2).arg(atom.number, 3) +
+        text += QStringLiteral("  %1 %2").arg(atom.position.label.leftJustified(2),
+                                              QString::number(atom.number).rightJustified(3)) +
                 column(atom.position.r, 4, 9) + column(atom.position.theta, 2, 13) +
                 column(atom.position.phi, 2, 11) + column(atom.chargeFactor, 4, 10) +
                 column(atom.alpha / cm3PerCubicAngstrom, 4, 13) + QLatin1Char('\n');

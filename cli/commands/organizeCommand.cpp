@@ -19,8 +19,7 @@ QString summary(const OrganizeResults &results)
 {
     QString text = tr("%1, coordination number %2\n\n"
                       "  ligand            coordinated atoms\n")
-                       .arg(results.ion)
-                       .arg(results.coordNumber);
+                       .arg(results.ion, QString::number(results.coordNumber));
     for (const OrganizedLigand &ligand : results.ligands) {
         QStringList atoms;
         for (const int atom : ligand.coordinatedAtoms)

@@ -14,15 +14,16 @@ using cli::tr;
 
 QString sphereText(const SphereResults &sphere)
 {
-    QString text = tr("%1, coordination number %2\n\n").arg(sphere.ion).arg(sphere.coordNumber);
+    QString text =
+        tr("%1, coordination number %2\n\n").arg(sphere.ion, QString::number(sphere.coordNumber));
     text += QStringLiteral(" atom  label  r/Angstrom  theta/deg    phi/deg\n");
     for (const SphereAtom &atom : sphere.atoms)
         text += QStringLiteral("%1  %2 %3 %4 %5\n")
-                    .arg(atom.atom, 5)
-                    .arg(atom.position.label, -5)
-                    .arg(atom.position.r, 11, 'f', 6)
-                    .arg(atom.position.theta, 10, 'f', 4)
-                    .arg(atom.position.phi, 10, 'f', 4);
+                    .arg(QString::number(atom.atom).rightJustified(5),
+                         atom.position.label.leftJustified(5),
+                         QString::number(atom.position.r, 'f', 6).rightJustified(11),
+                         QString::number(atom.position.theta, 'f', 4).rightJustified(10),
+                         QString::number(atom.position.phi, 'f', 4).rightJustified(10));
     return text;
 }
 

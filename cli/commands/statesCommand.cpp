@@ -34,9 +34,9 @@ QString mainConfigurations(const LigandState &state)
     for (const int i : order.mid(0, mainExcitations)) {
         if (weights.at(i) < leastWeight && weights.at(order.first()) > 0.0 && i != order.first())
             break;
-        QString text = QStringLiteral("%1->%2")
-                           .arg(state.configurations.at(2 * i))
-                           .arg(state.configurations.at(2 * i + 1));
+        QString text =
+            QStringLiteral("%1->%2").arg(QString::number(state.configurations.at(2 * i)),
+                                         QString::number(state.configurations.at(2 * i + 1)));
         if (weights.at(i) > 0.0)
             text += QStringLiteral(" (%1 %)").arg(100.0 * weights.at(i), 0, 'f', 0);
         texts.append(text);

@@ -38,11 +38,9 @@ void checkStates(const Calculation &calculation, const QString &excitedFile)
             tr("--%1 %2 cannot be chosen: %3 gives %4 singlet and %5 triplet states, and neither "
                "number may exceed the count of triplets; a ZINDO list has the ground state as "
                "number 1")
-                .arg(QLatin1String(name))
-                .arg(replaced)
-                .arg(excitedFile)
-                .arg(states->getSingletStatesCount())
-                .arg(states->getTripletStatesCount())};
+                .arg(QLatin1String(name), QString::number(replaced), excitedFile,
+                     QString::number(states->getSingletStatesCount()),
+                     QString::number(states->getTripletStatesCount()))};
     };
     check("singlet", calculation.getReplacedSinglet());
     check("triplet", calculation.getReplacedTriplet());

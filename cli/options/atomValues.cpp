@@ -90,8 +90,7 @@ QVector<double> readAtomValues(const LanqorInputData &geometry, int coordNumber,
             if (atoms.isEmpty() && isNumber)
                 throw UsageError{
                     tr("%1: atom %2 is not coordinated; the coordinated atoms are 2 to %3")
-                        .arg(option, pair.first)
-                        .arg(coordNumber + 1)};
+                        .arg(option, pair.first, QString::number(coordNumber + 1))};
             if (atoms.isEmpty())
                 note(tr("%1: no coordinated atom is %2").arg(option, pair.first));
             for (const int atom : atoms) {

@@ -40,10 +40,9 @@ FreeIonParameters chooseIon(const OptionReader &options)
             ion = LanqorFreeIonParameters::getParameters(electrons);
             ion.symbol.clear();
         } else if (ion.electrons != electrons) {
-            options.refuse(tr("--ion %1 has %2 4f electrons, not %3")
-                               .arg(ion.symbol)
-                               .arg(ion.electrons)
-                               .arg(electrons));
+            options.refuse(
+                tr("--ion %1 has %2 4f electrons, not %3")
+                    .arg(ion.symbol, QString::number(ion.electrons), QString::number(electrons)));
         }
     }
     if (ion.electrons == 0)
@@ -70,7 +69,7 @@ bool readIntegral(const OptionReader &options, int k, double &integral)
     bool isGiven = false;
     for (const bool isSubscript : {true, false}) {
         const QString name =
-            QStringLiteral("F%1%2").arg(QLatin1String(isSubscript ? "" : "k")).arg(k);
+            QStringLiteral("F%1%2").arg(QLatin1String(isSubscript ? "" : "k"), QString::number(k));
         double number = 0.0;
         if (!readParameter(options, name, number))
             continue;
@@ -83,7 +82,8 @@ bool readIntegral(const OptionReader &options, int k, double &integral)
                                  "superscript one there is --Fk%3")
                             : tr("--%1 takes the superscript integral, above %2 cm^-1: for the "
                                  "subscript one there is --F%3");
-            options.refuse(message.arg(name).arg(largestSubscript).arg(k));
+            options.refuse(
+                message.arg(name, QString::number(largestSubscript), QString::number(k)));
         }
         integral = isSubscript ? number : LanqorFreeIonParameters::toSubscript(k, number);
         isGiven = true;

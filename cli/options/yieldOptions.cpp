@@ -34,7 +34,8 @@ double number(const OptionReader &options, const char *name, double minimum, dou
 {
     return options.number(
         name, [=](double value) { return value >= minimum && value <= maximum; },
-        tr("a number from %1 to %2, not \"%3\"").arg(minimum).arg(maximum).arg(options.text(name)));
+        tr("a number from %1 to %2, not \"%3\"")
+            .arg(QString::number(minimum), QString::number(maximum), options.text(name)));
 }
 
 /// A whole number within [minimum, maximum]; 0 when there is none, nor a default.
@@ -42,11 +43,10 @@ int wholeNumber(const OptionReader &options, const char *name, int minimum, int 
 {
     if (options.text(name).trimmed().isEmpty() && !options.isSet(name))
         return 0;
-    return options.wholeNumber(name, minimum, maximum,
-                               tr("a whole number from %1 to %2, not \"%3\"")
-                                   .arg(minimum)
-                                   .arg(maximum)
-                                   .arg(options.text(name).trimmed()));
+    return options.wholeNumber(
+        name, minimum, maximum,
+        tr("a whole number from %1 to %2, not \"%3\"")
+            .arg(QString::number(minimum), QString::number(maximum), options.text(name).trimmed()));
 }
 
 /// Three values of Omega, lambda = 2, 4, 6.

@@ -49,7 +49,7 @@ QVector<IonLevel> ionLevels()
 
 QString label(const QString &name, double energy)
 {
-    return QStringLiteral("%1  %2").arg(name).arg(energy, 0, 'f', 0);
+    return QStringLiteral("%1  %2").arg(name, QString::number(energy, 'f', 0));
 }
 
 /// "S₁"

@@ -131,8 +131,7 @@ QString LanqorParametricPrivate::assignGroups()
     for (int atom = 2; atom <= problem.getCoordNumber() + 1; ++atom) {
         if (groupOfAtom.at(atom) == noGroup)
             return LanqorParametric::tr("The coordinated atom %1 %2 is in no group.")
-                .arg(problem.getAtomLabel(atom))
-                .arg(atom);
+                .arg(problem.getAtomLabel(atom), QString::number(atom));
     }
     return QString();
 }
@@ -152,13 +151,10 @@ QString LanqorParametricPrivate::assignAtom(const QString &text, int group)
     const int last = problem.getCoordNumber() + 1;
     if (atom < 2 || atom > last)
         return LanqorParametric::tr("\"%1\" is no coordinated atom: these are atoms 2 to %2.")
-            .arg(text)
-            .arg(last);
+            .arg(text, QString::number(last));
     if (symbol != problem.getAtomLabel(atom))
         return LanqorParametric::tr("\"%1\" is in a group, but atom %2 of %3 is %4.")
-            .arg(text)
-            .arg(atom)
-            .arg(problem.getMopacOutput(), problem.getAtomLabel(atom));
+            .arg(text, QString::number(atom), problem.getMopacOutput(), problem.getAtomLabel(atom));
     if (groupOfAtom.at(atom) != noGroup)
         return LanqorParametric::tr("Atom %1 is named twice in the groups.").arg(text);
     groupOfAtom[atom] = group;
@@ -175,9 +171,8 @@ bool LanqorParametric::runParametrization(const int &n, double *&x)
         return true;
     if (d->problem.isNewCount(n) && n != d->parameterNumber())
         failWith(tr("The fit of %1 groups has %2 parameters, not %3.")
-                     .arg(d->groupsAndAtoms.size())
-                     .arg(d->parameterNumber())
-                     .arg(n));
+                     .arg(QString::number(d->groupsAndAtoms.size()),
+                          QString::number(d->parameterNumber()), QString::number(n)));
     if (n != d->parameterNumber())
         return true;
     d->setAtomsToGAndAlpha(x);
@@ -231,7 +226,7 @@ QMap<int, QStringList> LanqorParametric::makeElementGroups() const
         if (!elements.contains(element))
             elements.append(element);
         groups[elements.indexOf(element) + 1].append(
-            QStringLiteral("%1 %2").arg(element).arg(atom));
+            QStringLiteral("%1 %2").arg(element, QString::number(atom)));
     }
     return groups;
 }

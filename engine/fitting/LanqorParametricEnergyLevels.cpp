@@ -148,8 +148,7 @@ QString LanqorParametricEnergyLevelsPrivate::setupError()
             return LanqorParametricEnergyLevels::tr(
                        "The measured level %1 (number %2) has no positive energy; only the first "
                        "one, the ground level, is at 0.")
-                .arg(level.label)
-                .arg(k + 1);
+                .arg(level.label, QString::number(k + 1));
     }
     matchLevels();
     if (std::all_of(stateLabels.constBegin() + 1, stateLabels.constEnd(),
@@ -157,8 +156,7 @@ QString LanqorParametricEnergyLevelsPrivate::setupError()
         return LanqorParametricEnergyLevels::tr(
                    "None of the measured levels (%1, ...) is a level of 4f^%2; labels are of the "
                    "form 7F1, 5D(3)0 or 4I11/2.")
-            .arg(energyLevelsExp.at(1).label)
-            .arg(electrons);
+            .arg(energyLevelsExp.at(1).label, QString::number(electrons));
     return QString();
 }
 
@@ -191,13 +189,12 @@ QStringList LanqorParametricEnergyLevelsPrivate::warnings() const
         texts.append(LanqorParametricEnergyLevels::tr(
                          "Not fitted, for 4f^%1 has no such level: %2. A term that occurs more "
                          "than once needs its number in parentheses, as in 5D(3)0.")
-                         .arg(electrons)
-                         .arg(unmatched.join(QStringLiteral(", "))));
+                         .arg(QString::number(electrons), unmatched.join(QStringLiteral(", "))));
     if (energyLevelsExp.first().energy != 0.0)
         texts.append(LanqorParametricEnergyLevels::tr("The first level, %1 at %2 cm^-1, is taken "
                                                       "as the ground level and not fitted.")
-                         .arg(energyLevelsExp.first().label)
-                         .arg(energyLevelsExp.first().energy));
+                         .arg(energyLevelsExp.first().label,
+                              QString::number(energyLevelsExp.first().energy)));
     return texts;
 }
 
@@ -209,10 +206,8 @@ QString LanqorParametricEnergyLevelsPrivate::checkParameters(const Parameters &p
         if (!(parameters[i] >= own.low && parameters[i] <= own.high))
             return LanqorParametricEnergyLevels::tr(
                        "%1 = %2 cm^-1 is outside its bounds, %3 to %4 cm^-1.")
-                .arg(QLatin1String(own.name))
-                .arg(parameters[i])
-                .arg(own.low)
-                .arg(own.high);
+                .arg(QLatin1String(own.name), QString::number(parameters[i]),
+                     QString::number(own.low), QString::number(own.high));
     }
     return QString();
 }

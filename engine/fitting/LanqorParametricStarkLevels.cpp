@@ -200,17 +200,14 @@ QString LanqorParametricStarkLevelsPrivate::groupsError() const
             if (atom < 2 || atom > last)
                 return LanqorParametricStarkLevels::tr(
                            "Group %1 names atom %2; the coordinated atoms are 2 to %3.")
-                    .arg(group.name)
-                    .arg(atom)
-                    .arg(last);
+                    .arg(group.name, QString::number(atom), QString::number(last));
             isGrouped[atom] = true;
         }
     }
     for (int atom = 2; atom <= last; ++atom) {
         if (!isGrouped.at(atom))
             return LanqorParametricStarkLevels::tr("The coordinated atom %1 %2 is in no group.")
-                .arg(atomLabels.at(atom - 1))
-                .arg(atom);
+                .arg(atomLabels.at(atom - 1), QString::number(atom));
     }
     return QString();
 }
@@ -223,9 +220,7 @@ QString LanqorParametricStarkLevelsPrivate::setupError() const
     if (coordNumber != N)
         return LanqorParametricStarkLevels::tr("The coordination number is set to %1, but the "
                                                "structure %2 has %3 coordinated atoms.")
-            .arg(coordNumber)
-            .arg(structureFile)
-            .arg(N);
+            .arg(QString::number(coordNumber), structureFile, QString::number(N));
     QString error = groupsError();
     if (!error.isEmpty())
         return error;
@@ -376,8 +371,7 @@ bool LanqorParametricStarkLevels::runParametrization(const int &n, double *&x)
         return true;
     if (n != d->groups.size() || !x) {
         setLastError(tr("The trial has %1 charge factors, but there are %2 groups of atoms.")
-                         .arg(n)
-                         .arg(d->groups.size()));
+                         .arg(QString::number(n), QString::number(d->groups.size())));
         return true;
     }
     QString error;

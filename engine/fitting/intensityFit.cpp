@@ -121,8 +121,7 @@ QString Problem::coordinationError() const
                ? omega->getLastError()
                : LanqorAbstractParametric::tr("The coordination number is %1, which does not fit "
                                               "the geometry of %2.")
-                     .arg(coordNumber)
-                     .arg(mopacOutput);
+                     .arg(QString::number(coordNumber), mopacOutput);
 }
 
 QString Problem::prepareTrials()

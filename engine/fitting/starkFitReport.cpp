@@ -49,13 +49,14 @@ QString transitions(const StarkFitResults &results)
     QString text = starkReport::heading(QStringLiteral("Computed and Measured Levels / cm^-1")) +
                    QStringLiteral(" Measured levels less the offset.\n\n");
     for (const StarkFitTransition &t : results.transitions) {
-        text += QStringLiteral(" 7F%1, offset %2\n").arg(t.level).arg(fixed(t.offset, 2)) +
-                QStringLiteral("                computed    measured  difference\n") +
-                comparison(QStringLiteral("lowest"), t.computedLow, t.measuredLow) +
-                comparison(QStringLiteral("highest"), t.computedHigh, t.measuredHigh) +
-                comparison(QStringLiteral("splitting"), t.computedHigh - t.computedLow,
-                           std::abs(t.measuredHigh - t.measuredLow)) +
-                QLatin1Char('\n');
+        text +=
+            QStringLiteral(" 7F%1, offset %2\n").arg(QString::number(t.level), fixed(t.offset, 2)) +
+            QStringLiteral("                computed    measured  difference\n") +
+            comparison(QStringLiteral("lowest"), t.computedLow, t.measuredLow) +
+            comparison(QStringLiteral("highest"), t.computedHigh, t.measuredHigh) +
+            comparison(QStringLiteral("splitting"), t.computedHigh - t.computedLow,
+                       std::abs(t.measuredHigh - t.measuredLow)) +
+            QLatin1Char('\n');
     }
     return text;
 }

@@ -163,9 +163,8 @@ bool LanqorInputData::createSphericalCoordinate(const int &first, const int &las
     if (first < 1 || last > d->coord.size() || first > last)
         return failWith(
             tr("\nAtoms %1 to %2 were asked for, but the geometry has atoms 1 to %3. \n")
-                .arg(first)
-                .arg(last)
-                .arg(d->coord.size()));
+                .arg(QString::number(first), QString::number(last),
+                     QString::number(d->coord.size())));
     d->coordSPH.clear();
     d->coordSPH.reserve(last - first + 1);
     d->coordNumber = 0;
@@ -202,8 +201,7 @@ QString LanqorInputData::getIonError() const
         return tr("The structure has no lanthanide ion.");
     return tr("The ion (%1) is atom %2; it must be atom 1. Reorder the structure: the ion first, "
               "then the coordinated atoms, then all others.")
-        .arg(ion->label)
-        .arg(std::distance(coord.begin(), ion) + 1);
+        .arg(ion->label, QString::number(std::distance(coord.begin(), ion) + 1));
 }
 
 QString LanqorInputData::getAtomOrderError() const

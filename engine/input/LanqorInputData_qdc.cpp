@@ -23,8 +23,7 @@ struct IndicesTable
 QString numberOfAtomsError(int coordNumber)
 {
     return LanqorInputData::tr("The coordination number must be from 1 to %1, not %2.")
-        .arg(maximumAtoms)
-        .arg(coordNumber);
+        .arg(QString::number(maximumAtoms), QString::number(coordNumber));
 }
 
 /// Fills @p table; returns the reason when an atom is missing or a row cannot be read.
@@ -121,9 +120,7 @@ QString LanqorInputData::readFileIndeces(const QString &fileName, const int &coo
     const double c = qdcParameters[2];
     if (!(d > restrictionValue * c))
         return tr("The parameter D (%1) is not larger than %2 times C (%3).")
-            .arg(d)
-            .arg(restrictionValue)
-            .arg(c);
+            .arg(QString::number(d), QString::number(restrictionValue), QString::number(c));
     return checkParametersQDC(table.labels.join(QLatin1Char(' ')), table.charges,
                               table.superdelocalizabilities, coordNumber, qdcParameters);
 }
@@ -139,15 +136,14 @@ QString LanqorInputData::checkParametersQDC(const QString &labels, const QVector
         superdelocalizabilities.size() != coordNumber)
         return tr("%1 labels, %2 charges and %3 superdelocalizabilities are given for %4 "
                   "coordinated atoms.")
-            .arg(symbols.size())
-            .arg(charges.size())
-            .arg(superdelocalizabilities.size())
-            .arg(coordNumber);
+            .arg(QString::number(symbols.size()), QString::number(charges.size()),
+                 QString::number(superdelocalizabilities.size()), QString::number(coordNumber));
     const double q = qdcParameters[0];
     const double d = qdcParameters[1];
     const double c = qdcParameters[2];
     if (!(c >= 0.0) || !(d >= 0.0))
-        return tr("The parameters D (%1) and C (%2) must not be negative.").arg(d).arg(c);
+        return tr("The parameters D (%1) and C (%2) must not be negative.")
+            .arg(QString::number(d), QString::number(c));
     ChargeFactorBounds bounds;
     for (int i = 0; i < coordNumber; ++i) {
         const double g = q * static_cast<double>(charges.at(i));

@@ -51,8 +51,7 @@ QString lineFault(const LineForm &form, const QStringList &fields)
     const QByteArray letters = lettersOf(form, fields.size());
     if (fields.size() < letters.size())
         return tr("%1 of %2 fields are missing and count as 0")
-            .arg(letters.size() - fields.size())
-            .arg(letters.size());
+            .arg(QString::number(letters.size() - fields.size()), QString::number(letters.size()));
     if (fields.size() > letters.size())
         return tr("fields from \"%1\" on are ignored").arg(fields.at(letters.size()));
     for (int i = 0; i < fields.size(); ++i) {

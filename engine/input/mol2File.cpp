@@ -70,10 +70,10 @@ bool Mol2Reader::next(Mol2Molecule &molecule)
             return true;
     }
     if (molecule.atoms.size() < announcedAtoms)
-        molecule.error = LanqorInputData::tr("\nThe MOL2 file announces %1 atoms and holds %2: \n")
-                             .arg(announcedAtoms)
-                             .arg(molecule.atoms.size()) +
-                         reader.fileName();
+        molecule.error =
+            LanqorInputData::tr("\nThe MOL2 file announces %1 atoms and holds %2: \n")
+                .arg(QString::number(announcedAtoms), QString::number(molecule.atoms.size())) +
+            reader.fileName();
     return !molecule.atoms.isEmpty() || !molecule.error.isEmpty();
 }
 

@@ -232,8 +232,7 @@ bool MopacOrbitalReader::keepRow(int function)
 bool MopacOrbitalReader::failAtLine()
 {
     error = tr("Line %1 of \"%2\", a row of the table of orbitals (EIGENVECTORS), cannot be read.")
-                .arg(lines.lineNumber())
-                .arg(fileName);
+                .arg(QString::number(lines.lineNumber()), fileName);
     return false;
 }
 

@@ -176,9 +176,8 @@ bool LanqorAradPartition::setChargeFactorAndAlpha(const QVector<double> &chargeF
         return failWith(tr("The partition of the radiative rate needs a coordination sphere and, "
                            "as vectors of %1 entries by atom number, charge factors and "
                            "polarizabilities; there are %2 and %3 entries.")
-                            .arg(entries)
-                            .arg(chargeFactors.size())
-                            .arg(alphas.size()));
+                            .arg(QString::number(entries), QString::number(chargeFactors.size()),
+                                 QString::number(alphas.size())));
     d->takeChargeFactorAndAlpha(chargeFactors.constData(), alphas.constData());
     return true;
 }
@@ -215,13 +214,18 @@ bool LanqorAradPartition::setLigandsVector(const QStringList &descriptions)
                         .arg(QString::number(line), field, QString::number(d->coordNumber + 1)));
             if (taken.contains(atom))
                 return failWith(
-                    tr("Line %1 of the ligands: atom %2 is named twice.").arg(line).arg(atom));
+                    tr("Line %1 of the ligands: \"%2\" is not the number of a "
+                       "coordinated atom (2 to %3).")
+                        .arg(QString::number(line), field, QString::number(d->coordNumber + 1)));
+            if (taken.contains(atom))
+                return failWith(tr("Line %1 of the ligands: atom %2 is named twice.")
+                                    .arg(QString::number(line), QString::number(atom)));
             taken.append(atom);
             group.atoms.append(atom);
         }
         if (group.atoms.isEmpty())
-            return failWith(
-                tr("Line %1 of the ligands: group \"%2\" has no atoms.").arg(line).arg(group.name));
+            return failWith(tr("Line %1 of the ligands: group \"%2\" has no atoms.")
+                                .arg(QString::number(line), group.name));
         groups.append(group);
     }
     if (groups.isEmpty())

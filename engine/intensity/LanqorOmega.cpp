@@ -48,10 +48,9 @@ QString LanqorOmegaPrivate::disagreementWith(const IntensityReportData &report,
             mismatch = LanqorOmega::tr("The report %1 belongs to another geometry than %2: it "
                                        "prints omega(%3) = %4e-20 cm^2, but its charge factors and "
                                        "polarizabilities give %5e-20 cm^2.")
-                           .arg(reportFile, geometryFile)
-                           .arg(printed.key())
-                           .arg(printed.value(), 0, 'f', 2)
-                           .arg(recomputed, 0, 'f', 2);
+                           .arg(reportFile, geometryFile, QString::number(printed.key()),
+                                QString::number(printed.value(), 'f', 2),
+                                QString::number(recomputed, 'f', 2));
     }
     return mismatch;
 }
@@ -266,10 +265,9 @@ bool LanqorOmega::setChargeFactorAndAlpha(const QVector<double> &chargeFactors,
         return failWith(d->geometryError);
     return failWith(tr("Charge factors and polarizabilities of %1 coordinated atoms are vectors of "
                        "%2 entries by atom number; there are %3 and %4 entries.")
-                        .arg(d->coordNumber)
-                        .arg(entries)
-                        .arg(chargeFactors.size())
-                        .arg(alphas.size()));
+                        .arg(QString::number(d->coordNumber), QString::number(entries),
+                             QString::number(chargeFactors.size()),
+                             QString::number(alphas.size())));
 }
 
 void LanqorOmega::setCoordNumber(const int &number)

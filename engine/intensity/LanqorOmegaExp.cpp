@@ -293,9 +293,9 @@ bool LanqorOmegaExp::readSpectrum(const QString &fileName, const EmissionSpectru
             emissionSpectrum::integrate(file.spectrum, window, options.signal, options.baseline);
         if (isIndispensable(J) && band.coverage == Band::Coverage::None)
             return failWith(tr("%1: the spectrum does not reach the window of %2, %3 to %4 cm^-1.")
-                                .arg(fileName, transitionName(J))
-                                .arg(window.lowest, 0, 'f', 0)
-                                .arg(window.highest, 0, 'f', 0));
+                                .arg(fileName, transitionName(J),
+                                     QString::number(window.lowest, 'f', 0),
+                                     QString::number(window.highest, 'f', 0)));
         if (band.coverage == Band::Coverage::None)
             remarks
                 << tr("%1 lies outside the spectrum and counts as absent").arg(transitionName(J));

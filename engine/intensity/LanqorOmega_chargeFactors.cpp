@@ -48,11 +48,9 @@ QString LanqorOmegaPrivate::calcChargeFactorAndAlpha(double minDistance)
                                "as many force constants, atomic charges and "
                                "superdelocalizabilities (vectors of %2 entries by atom number); "
                                "there are %3, %4 and %5 entries.")
-            .arg(coordNumber)
-            .arg(entries)
-            .arg(forceConstants.size())
-            .arg(atomicCharges.size())
-            .arg(superDeslocalizability.size());
+            .arg(QString::number(coordNumber), QString::number(entries),
+                 QString::number(forceConstants.size()), QString::number(atomicCharges.size()),
+                 QString::number(superDeslocalizability.size()));
     if (!hasParametersQDC)
         return calcFromBonds(minDistance, forceConstants);
     calcFromQDC();
@@ -124,15 +122,13 @@ QString LanqorOmegaPrivate::calcFromBonds(double minDistance, const QVector<doub
                 continue;
             return LanqorOmega::tr("Atom %1 (%2) of %3 has no bond estimate: set its charge factor "
                                    "and polarizability.")
-                .arg(atom)
-                .arg(label, geometryFile);
+                .arg(QString::number(atom), label, geometryFile);
         }
         if (!(forceConstants.at(atom) > 0.0))
             return LanqorOmega::tr("The force constant of the bond to atom %1 (%2) in %3 is %4 "
                                    "mdyn/Angstrom, not positive: the geometry is no minimum.")
-                .arg(atom)
-                .arg(label, outFile)
-                .arg(forceConstants.at(atom));
+                .arg(QString::number(atom), label, outFile,
+                     QString::number(forceConstants.at(atom)));
         const double rho = sphere->rho(atom);
         g[atom] = distance * std::sqrt(forceConstants.at(atom) * dynePerCm / (2.0 * energy));
         a[atom] =

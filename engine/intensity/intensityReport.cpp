@@ -27,9 +27,7 @@ QString intensityLines(const QString &name, const ByRank &byLambda)
     QString text;
     for (const int l : {2, 4, 6})
         text += QStringLiteral("%1(%2) = %3e-20 cm^2\n")
-                    .arg(name)
-                    .arg(l)
-                    .arg(fixed(byLambda[l] / lanqor::omegaUnitCm2, 2, 7));
+                    .arg(name, QString::number(l), fixed(byLambda[l] / lanqor::omegaUnitCm2, 2, 7));
     return text + QLatin1Char('\n');
 }
 
@@ -39,7 +37,8 @@ QString atomRows(const char *name, const QVector<OmegaResults::Atom> &atoms,
 {
     QString text;
     for (const OmegaResults::Atom &atom : atoms)
-        text += QStringLiteral("     %1(%2) = ").arg(QLatin1String(name)).arg(atom.number) +
+        text += QStringLiteral("     %1(%2) = ")
+                    .arg(QLatin1String(name), QString::number(atom.number)) +
                 fixed(atom.*quantity, 4, atom.number < 10 ? 8 : 7) + QLatin1Char('\n');
     return text + QLatin1Char('\n');
 }
@@ -230,9 +229,8 @@ QString IntensityReport::constants() const
     QString thetas;
     for (const OmegaResults::Constants::Theta &theta : constants.thetas)
         thetas += QStringLiteral("%1    teta(%2,%3) =")
-                      .arg(theta.t < theta.lambda ? QStringLiteral("\n") : QString())
-                      .arg(theta.t)
-                      .arg(theta.lambda) +
+                      .arg(theta.t < theta.lambda ? QStringLiteral("\n") : QString(),
+                           QString::number(theta.t), QString::number(theta.lambda)) +
                   fixed(theta.value, 3, 7);
     const QString indent(29, QLatin1Char(' '));
     const QString sigmaIndent(31, QLatin1Char(' '));

@@ -108,8 +108,7 @@ bool LanqorBkq::setChargeFactors(const QVector<double> &g)
     if (g.size() < needed) {
         d->lastError = tr("%1 charge factors are too few: counted by atom number, the structure "
                           "needs %2.")
-                           .arg(g.size())
-                           .arg(needed);
+                           .arg(QString::number(g.size()), QString::number(needed));
         return false;
     }
     d->chargeFactors = ChargeFactors(g);

@@ -16,7 +16,8 @@ QString chargeFactors(const QVector<StarkResults::Atom> &atoms)
     QString text =
         heading(QStringLiteral("Charge Factors")) + QStringLiteral("  Atom             g\n");
     for (const StarkResults::Atom &atom : atoms)
-        text += QStringLiteral("  %1 %2").arg(atom.element, -2).arg(atom.number, 3) +
+        text += QStringLiteral("  %1 %2").arg(atom.element.leftJustified(2),
+                                              QString::number(atom.number).rightJustified(3)) +
                 fixed(atom.chargeFactor, 4, 14) + QLatin1Char('\n');
     return text + QLatin1Char('\n');
 }

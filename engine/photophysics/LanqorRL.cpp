@@ -25,9 +25,7 @@ QString stateWithOrbitals(const QString &kind, int state, const QVector<int> &or
     for (const int number : orbitals)
         numbers.append(QString::number(number));
     return QStringLiteral("%1 %2 (%3)")
-        .arg(kind)
-        .arg(state)
-        .arg(numbers.join(QStringLiteral(", ")));
+        .arg(kind, QString::number(state), numbers.join(QStringLiteral(", ")));
 }
 
 QString programName(int programType)
@@ -217,8 +215,7 @@ bool LanqorRLPrivate::calcStateDistances()
     if (unknownAtom != 0) {
         return owner.failWith(
             tr("\nThe molecular orbitals name atom %1, but the geometry has %2 atoms: \n")
-                .arg(unknownAtom)
-                .arg(atomDistances.size()) +
+                .arg(QString::number(unknownAtom), QString::number(atomDistances.size())) +
             outputPath);
     }
     if (!incompleteStates.isEmpty()) {

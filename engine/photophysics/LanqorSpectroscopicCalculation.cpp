@@ -89,10 +89,7 @@ bool LanqorSpectroscopicCalculationPrivate::checkStates(const QString &rlPath)
         return owner.failWith(
             count == 0 ? tr("The file %1 gives no %2 states.").arg(rlPath, kind)
                        : tr("There is no %1 state number %2: the file %3 gives %4 of them.")
-                             .arg(kind)
-                             .arg(number)
-                             .arg(rlPath)
-                             .arg(count));
+                             .arg(kind, QString::number(number), rlPath, QString::number(count)));
     };
     return check(selectedSinglet, rlCalculation->getSingletStatesCount(), tr("singlet")) &&
            check(selectedTriplet, rlCalculation->getTripletStatesCount(), tr("triplet"));
@@ -126,12 +123,12 @@ bool LanqorSpectroscopicCalculationPrivate::runTransfer(const Transfer &request)
             const QString kind =
                 channel.donor == transferChannels::S1 ? tr("singlet") : tr("triplet");
             const QString name =
-                donor.number > 0 ? tr("%1 state number %2").arg(kind).arg(donor.number) : kind;
-            return refuseTransfer(tr("The %1 cannot be a donor: its energy is %2 cm^-1 and its "
-                                     "distance RL from the ion is %3 Angstrom.")
-                                      .arg(name)
-                                      .arg(donor.energy)
-                                      .arg(donor.rl));
+                donor.number > 0 ? tr("%1 state number %2").arg(kind, QString::number(donor.number))
+                                 : kind;
+            return refuseTransfer(
+                tr("The %1 cannot be a donor: its energy is %2 cm^-1 and its "
+                   "distance RL from the ion is %3 Angstrom.")
+                    .arg(name, QString::number(donor.energy), QString::number(donor.rl)));
         }
         if (channel.mechanism == TransferMechanism::Exchange && formulas.needsMinDistance() &&
             !(formulas.minDistance > 0.0))
@@ -321,8 +318,8 @@ bool LanqorSpectroscopicCalculation::calcEnergyTransferRate()
     if (d->considerTwoTriplets && states.getTripletStatesCount() < secondTriplet)
         return d->refuseTransfer(tr("There is no triplet state number %1 to be the second of two "
                                     "triplets: the excited-state output gives %2 of them.")
-                                     .arg(secondTriplet)
-                                     .arg(states.getTripletStatesCount()));
+                                     .arg(QString::number(secondTriplet),
+                                          QString::number(states.getTripletStatesCount())));
     const auto triplet = [&states](int number) {
         return DonorState{number, states.getTripletEnergy(number), states.getTripletRL(number), {}};
     };

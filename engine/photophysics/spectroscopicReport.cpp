@@ -28,9 +28,8 @@ QString lambdaLines(const char *name, const ByRank &values)
     QString text;
     for (const int lambda : {2, 4, 6})
         text += QStringLiteral("%1(%2) =%3e-20 cm^2\n")
-                    .arg(QLatin1String(name))
-                    .arg(lambda)
-                    .arg(fixed(values[lambda] / lanqor::omegaUnitCm2, 4, 10));
+                    .arg(QLatin1String(name), QString::number(lambda),
+                         fixed(values[lambda] / lanqor::omegaUnitCm2, 4, 10));
     return text + QStringLiteral("\n\n");
 }
 

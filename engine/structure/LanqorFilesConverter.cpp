@@ -412,8 +412,8 @@ QVector<CoordZMT> LanqorFilesConverter::createZMTFromXYZCoord(QVector<Coord> con
         return result.rows;
     d->mopend(tr("TWO ATOMS ARE COINCIDENT.  A FATAL ERROR.") + QLatin1Char('\n') +
               tr("ATOMS%1 AND%2 ARE COINCIDENT\n")
-                  .arg(result.coincidentAtoms[0], 4)
-                  .arg(result.coincidentAtoms[1], 4));
+                  .arg(QString::number(result.coincidentAtoms[0]).rightJustified(4),
+                       QString::number(result.coincidentAtoms[1]).rightJustified(4)));
     return {};
 }
 

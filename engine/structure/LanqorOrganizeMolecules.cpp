@@ -402,9 +402,8 @@ QString LanqorOrganizeMoleculesPrivate::mol2Text() const
     using reportText::fixed;
     QString text = QStringLiteral("@<TRIPOS>MOLECULE\n") + QFileInfo(fileName).completeBaseName() +
                    QStringLiteral("\n%1 %2 %3 0 0\nSMALL\nNO_CHARGES\n\n@<TRIPOS>ATOM\n")
-                       .arg(atoms.size())
-                       .arg(bonds.size())
-                       .arg(residueNames.size());
+                       .arg(QString::number(atoms.size()), QString::number(bonds.size()),
+                            QString::number(residueNames.size()));
     for (int i = 0; i < atoms.size(); ++i) {
         const Coord &atom = atoms.at(i);
         const QString number = QString::number(i + 1);
@@ -418,10 +417,9 @@ QString LanqorOrganizeMoleculesPrivate::mol2Text() const
     text += QStringLiteral("@<TRIPOS>BOND\n");
     for (int i = 0; i < bonds.size(); ++i)
         text += QStringLiteral("%1%2%3 %4\n")
-                    .arg(i + 1, 6)
-                    .arg(bonds.at(i).first, 6)
-                    .arg(bonds.at(i).second, 6)
-                    .arg(bonds.at(i).type);
+                    .arg(QString::number(i + 1).rightJustified(6),
+                         QString::number(bonds.at(i).first).rightJustified(6),
+                         QString::number(bonds.at(i).second).rightJustified(6), bonds.at(i).type);
     return text;
 }
 

@@ -209,7 +209,7 @@ QString gaussianJob(const QVector<Coord> &atoms, int charge, int multiplicity,
                    QStringLiteral(") scf=(maxcyc=800) LC-wPBE/genecp "
                                   "pseudo=read guess=core pop=full\n"
                                   "\n Title Card Required \n\n");
-    text += QStringLiteral("%1 %2\n").arg(charge).arg(multiplicity);
+    text += QStringLiteral("%1 %2\n").arg(QString::number(charge), QString::number(multiplicity));
     for (const Coord &atom : atoms)
         text += QLatin1Char(' ') + atomRow(atom) + QLatin1Char('\n');
     text += QLatin1Char('\n');

@@ -111,15 +111,12 @@ QString sphereError(const QVector<CoordSPH> &geometry, int coordNumber)
         return tr("No atom is coordinated to the ion.");
     if (coordNumber >= geometry.size())
         return tr("The coordination number is %1, but the geometry has %2 atoms besides the ion.")
-            .arg(coordNumber)
-            .arg(std::max(0, geometry.size() - 1));
+            .arg(QString::number(coordNumber), QString::number(std::max(0, geometry.size() - 1)));
     for (int j = 2; j <= coordNumber + 1; ++j) {
         const CoordSPH &atom = geometry.at(j - 1);
         if (!(atom.r >= smallestDistance))
             return tr("Atom %1 (%2) lies on the ion: their distance is %3 Angstrom.")
-                .arg(j)
-                .arg(atom.label)
-                .arg(atom.r);
+                .arg(QString::number(j), atom.label, QString::number(atom.r));
     }
     return QString();
 }
