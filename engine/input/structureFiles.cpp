@@ -69,8 +69,7 @@ QString unreadableLine(const QString &fileName, qint64 lineNumber, const QString
 {
     return LanqorInputData::tr("\nLine %1 of the structure file cannot be read; %2 should stand "
                                "there: \n")
-               .arg(lineNumber)
-               .arg(expected) +
+               .arg(QString::number(lineNumber), expected) +
            fileName;
 }
 
@@ -149,10 +148,10 @@ Structure readXyz(const InputFile &file)
         structure.atoms.append(atom);
     }
     if (structure.atoms.size() < count)
-        structure.error = LanqorInputData::tr("\nThe .xyz file announces %1 atoms and holds %2: \n")
-                              .arg(count)
-                              .arg(structure.atoms.size()) +
-                          file.fileName();
+        structure.error =
+            LanqorInputData::tr("\nThe .xyz file announces %1 atoms and holds %2: \n")
+                .arg(QString::number(count), QString::number(structure.atoms.size())) +
+            file.fileName();
     return structure;
 }
 
