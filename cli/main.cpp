@@ -47,8 +47,8 @@ QString listOfCommands(const QString &word = QString())
     for (const Command &command : commands())
         if (word.isEmpty() || QString::fromLatin1(command.name).startsWith(word + QLatin1Char(' ')))
             text += QStringLiteral("  %1 %2\n")
-                        .arg(QLatin1String(command.name), -18)
-                        .arg(QLatin1String(command.summary));
+                        .arg(QString::fromLatin1(command.name).leftJustified(18),
+                             QLatin1String(command.summary));
     return text;
 }
 

@@ -276,9 +276,8 @@ void LanqorSpectroscopicCalculation::calcArad()
         emitProgress(tr(" -> (Spectroscopic Calculation) The lifetime in use, %1 ms, is an earlier "
                         "estimate, from a radiative rate of %2 s^-1 that is now %3 s^-1: set the "
                         "lifetime to 0 for a new estimate. \n")
-                         .arg(1000.0 * d->lifeTime)
-                         .arg(d->aradOfEstimate)
-                         .arg(d->arad));
+                         .arg(QString::number(1000.0 * d->lifeTime),
+                              QString::number(d->aradOfEstimate), QString::number(d->arad)));
     d->anrad = 1.0 / d->lifeTime - d->arad;
     d->quantumEfficiency = 100.0 * d->arad / (d->anrad + d->arad);
 }

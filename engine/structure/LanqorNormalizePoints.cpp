@@ -190,8 +190,8 @@ bool LanqorNormalizePoints::spectrum()
     const QVector<double> sums = lorentzSums(bands, grid);
     const double maximum = *std::max_element(sums.cbegin(), sums.cend());
     const QString range = QStringLiteral("%1 to %2 nm")
-                              .arg(std::min(d->rangeStart, d->rangeEnd))
-                              .arg(std::max(d->rangeStart, d->rangeEnd));
+                              .arg(QString::number(std::min(d->rangeStart, d->rangeEnd)),
+                                   QString::number(std::max(d->rangeStart, d->rangeEnd)));
     if (!isPositive(maximum))
         return failWith(tr("No transition with an oscillator strength above zero reaches into the "
                            "range %1.")

@@ -474,11 +474,9 @@ bool LanqorOrganizeMolecules::organize()
     d->takeFragments(source, ion, sorted(all, d->keepUnboundFragments));
     emitProgress(tr(" -> (Organize Molecules) %1 with %2 coordinated atoms in %3 ligands; %4 of %5 "
                     "atoms are kept.")
-                     .arg(d->atoms.first().label)
-                     .arg(d->coordNumber)
-                     .arg(d->ligands.size())
-                     .arg(d->atoms.size())
-                     .arg(atomsInFile));
+                     .arg(d->atoms.first().label, QString::number(d->coordNumber),
+                          QString::number(d->ligands.size()), QString::number(d->atoms.size()),
+                          QString::number(atomsInFile)));
     return true;
 }
 

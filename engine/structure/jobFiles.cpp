@@ -274,7 +274,8 @@ QString orcaJob(const OrcaJob &job)
                            "end\n");
     if (!job.pointChargeFile.isEmpty())
         text += QStringLiteral("%pointcharges \"") + job.pointChargeFile + QStringLiteral("\"\n");
-    text += QStringLiteral("*xyz %1 %2\n").arg(job.charge).arg(closedShell);
+    text += QStringLiteral("*xyz %1 %2\n")
+                .arg(QString::number(job.charge), QString::number(closedShell));
     for (const Coord &atom : job.atoms)
         text += atomRow(atom) + QLatin1Char('\n');
     return text + QStringLiteral("*\n");
