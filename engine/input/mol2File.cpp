@@ -5,8 +5,6 @@
 #include "input/readerLimits_p.h"
 #include "input/structureFiles_p.h"
 
-#include <QSet>
-
 namespace structureFiles {
 
 namespace {
@@ -39,6 +37,13 @@ QString elementOf(const QString &type, const QString &name)
     const QString fromType = elementLabel(root);
     const QString fromName = elementLabel(name);
     return atomicNumberOf(fromType) == 0 && atomicNumberOf(fromName) > 0 ? fromName : fromType;
+}
+
+/// How many different residues the atoms belong to.
+int calculateResiduesNumber(QStringList residues)
+{
+    residues.removeDuplicates();
+    return residues.size();
 }
 
 } // namespace
@@ -103,7 +108,7 @@ void Mol2Reader::readHeader()
 /// Rows of number, name, x, y, z, type and, mostly, number and name of the residue.
 void Mol2Reader::readAtoms(Mol2Molecule &molecule)
 {
-    QSet<QString> residues;
+    QStringList residues; // of the atoms
     for (Row row = nextRow(); row != Row::EndOfSection; row = nextRow()) {
         if (row == Row::Skipped)
             continue;
@@ -133,9 +138,9 @@ void Mol2Reader::readAtoms(Mol2Molecule &molecule)
         molecule.atomNames.append(name);
         molecule.atomTypes.append(type);
         if (fields.size() > 6)
-            residues.insert(textFields::toString(fields[6]));
+            residues.append(textFields::toString(fields[6]));
     }
-    molecule.residues = residues.size();
+    molecule.residues = calculateResiduesNumber(residues);
 }
 
 /// Rows of number, the numbers of two atoms and the type.
