@@ -213,11 +213,6 @@ bool LanqorAradPartition::setLigandsVector(const QStringList &descriptions)
                        "coordinated atom (2 to %3).")
                         .arg(QString::number(line), field, QString::number(d->coordNumber + 1)));
             if (taken.contains(atom))
-                return failWith(
-                    tr("Line %1 of the ligands: \"%2\" is not the number of a "
-                       "coordinated atom (2 to %3).")
-                        .arg(QString::number(line), field, QString::number(d->coordNumber + 1)));
-            if (taken.contains(atom))
                 return failWith(tr("Line %1 of the ligands: atom %2 is named twice.")
                                     .arg(QString::number(line), QString::number(atom)));
             taken.append(atom);
