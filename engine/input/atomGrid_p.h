@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <map>
+#include <unordered_map>
 
 /// Distance of two atoms, Angstrom.
 inline double distanceOf(const Coord &a, const Coord &b)
@@ -62,6 +62,17 @@ private:
         return {index(atom.x), index(atom.y), index(atom.z)};
     }
 
+    struct CellHash
+    {
+        std::size_t operator()(const Cell &cell) const
+        {
+            std::size_t hash = 0;
+            for (const int index : cell)
+                hash = hash * 0x9E3779B97F4A7C15U + static_cast<std::size_t>(index);
+            return hash ^ (hash >> 32U);
+        }
+    };
+
     double edge;
-    std::map<Cell, QVector<int>> cells;
+    std::unordered_map<Cell, QVector<int>, CellHash> cells;
 };
