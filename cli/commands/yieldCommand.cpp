@@ -53,10 +53,11 @@ int readComplex(const cli::OptionReader &options, LanqorInputData &complex, cons
     complex.setKeepFileOpen(true);
     if (!request.g.isEmpty())
         return cli::readSphere(options, complex);
-    const bool isRead = request.omegaReport.isEmpty() ? complex.readStructureFile()
-                                                      : complex.readMopacOutFile(false);
-    if (!isRead || !complex.createSphericalCoordinate())
+    if (request.omegaReport.isEmpty())
+        cli::readStructure(complex);
+    else if (!complex.readMopacOutFile(false) || !complex.createSphericalCoordinate())
         cli::failOf(complex);
+    cli::requireEuropium(complex);
     return 0;
 }
 

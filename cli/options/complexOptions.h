@@ -33,6 +33,9 @@ void requireEuropium(const LanqorInputData &geometry);
 /// empty for the argument of a command) and what is @p needed.
 void requireFile(const QString &option, const QString &fileName, const QString &needed);
 
+/// Reads a structure with its spherical coordinates, or throws a Failure.
+void readStructure(LanqorInputData &geometry);
+
 /// The option --coordination N.
 QCommandLineOption coordinationOption();
 /// Reads a structure and returns N: that of --coordination, or the count of the atoms within

@@ -29,8 +29,7 @@ void readGeometry(const OptionReader &reader, IntensityFitOptions &options)
     options.geometry = std::make_unique<LanqorInputData>(nullptr, options.fileName);
     LanqorInputData &geometry = *options.geometry;
     geometry.setKeepFileOpen(true);
-    if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate())
-        failOf(geometry);
+    readStructure(geometry);
     if (!reader.isSet("coordination")) {
         options.coordNumber = geometry.getCoordNumber();
         checkSphere(geometry);

@@ -140,7 +140,9 @@ int programOf(const OptionReader &options, const LanqorInputData &excitedStates)
     }
     const QString fileName = excitedStates.getFileName();
     if (!QFileInfo::exists(fileName))
-        options.refuse(tr("%1 does not exist.").arg(fileName));
+        options.refuse(tr("--excited %1 does not exist; an output of ORCA, Gaussian or ZINDO is "
+                          "needed.")
+                           .arg(fileName));
     const StateProgram *program = cli::stateProgramOf(excitedStates);
     if (!program)
         options.refuse(cli::unknownProgram(fileName));
@@ -274,6 +276,8 @@ void readOmega(const OptionReader &options, Request &request)
     if (isByReport) {
         refuseIfSet(options, {"g", "alpha", "omega", "omega-ed"}, alone);
         request.omegaReport = options.text("omega-report");
+        cli::requireFile(QStringLiteral("--omega-report "), request.omegaReport,
+                         tr("a report of \"lanqor omega\" or of a fit"));
     } else if (isByFactors) {
         refuseIfSet(options, {"omega", "omega-ed"}, alone);
         request.g = options.text("g");
