@@ -91,6 +91,8 @@ public:
     {
         textFields::split(line, fields);
         const bool isBlank = fields.empty();
+        // Outputs of old programs hold some as well, in the place of blanks.
+        hasNull = hasNull || line.find('\0') != std::string_view::npos;
         if (number == 1)
             startsWithNumber = fields.size() == 1 && textFields::isInteger(fields[0]);
         if (number == 3)
@@ -114,7 +116,9 @@ public:
             return Format::GaussianInput;
         if (hasOrcaKeywords && hasOrcaAtoms)
             return Format::OrcaInput;
-        return hasMopacKeywords ? Format::MopacInput : Format::Unknown;
+        if (hasMopacKeywords)
+            return Format::MopacInput;
+        return hasNull ? Format::Binary : Format::Unknown;
     }
 
 private:
@@ -126,7 +130,7 @@ private:
             return;
         hasMopacKeywords =
             hasMopacKeywords || (!hasText && !startsWith(line, "*") && hasMopacKeyword(fields));
-        hasOrcaKeywords = hasOrcaKeywords || (!hasText && startsWith(fields[0], "!"));
+        hasOrcaKeywords = hasOrcaKeywords || startsWith(fields[0], "!");
         hasOrcaAtoms = hasOrcaAtoms || startsWith(fields[0], "*xyz") ||
                        startsWith(fields[0], "*int") ||
                        (fields[0] == "*" && fields.size() > 1 &&
@@ -141,6 +145,7 @@ private:
     }
 
     Fields fields;
+    bool hasNull = false;
     bool startsWithNumber = false;
     bool isXyz = false;
     bool isMol = false;
@@ -173,8 +178,6 @@ Format formatOf(const InputFile &file)
     }
     while (reader.lineNumber() < linesLookedAt && reader.next()) {
         const std::string_view line = reader.line();
-        if (line.find('\0') != std::string_view::npos)
-            return Format::Binary;
         const Format format = markedFormat(line);
         if (format != Format::Unknown)
             return format;
