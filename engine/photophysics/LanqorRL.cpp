@@ -42,13 +42,15 @@ QString programName(int programType)
     }
 }
 
-/// The atoms of @p complex but its ion, atom 1.
+/// The atoms of @p complex but its lanthanides or, without any, atom 1 that stands for one.
 QVector<complexComparison::Atom> ligandAtoms(const LanqorInputData &complex)
 {
+    const QVector<CoordSPH> all = complex.getCoordSPH();
     QVector<complexComparison::Atom> atoms;
-    for (const CoordSPH &atom : complex.getCoordSPH())
-        atoms.append({atom.label, atom.r});
-    return atoms.mid(1);
+    for (const CoordSPH &atom : all)
+        if (!LanqorInputData::isLanthanide(atom.label))
+            atoms.append({atom.label, atom.r});
+    return atoms.size() < all.size() ? atoms : atoms.mid(1);
 }
 
 /// @p rl  of the state; 0 where it is not known

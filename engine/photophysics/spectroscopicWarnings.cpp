@@ -55,8 +55,7 @@ QStringList lowerTriplets(const SpectroscopicResults &results)
 void addTwoTripletWarnings(const SpectroscopicResults &results, QStringList &warnings)
 {
     if (results.firstTriplet.energy < results.triplet.energy)
-        warnings.append(tr("the %1 lies below the %2, to which alone it crosses: the scheme has no "
-                           "way back; choose the higher one by its number")
+        warnings.append(tr("the %1 lies below the %2, but the scheme crosses from Ta to T alone")
                             .arg(donorText(tr("triplet Ta"), results.firstTriplet),
                                  donorText(tr("triplet T"), results.triplet)));
     const QStringList lower = lowerTriplets(results);
