@@ -104,6 +104,7 @@ Kind kindOf(const InputFile &file)
     case Format::Mol2:
         return Kind::Mol2;
     case Format::MopacInput:
+        return Kind::Mop;
     case Format::Unknown:
         break;
     default:
