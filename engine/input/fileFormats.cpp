@@ -103,6 +103,12 @@ public:
         takeJobInput(line, isBlank);
     }
 
+    /// True for a line that may hold any words: the title of an .xyz file or a MOPAC input.
+    bool isTitle(qint64 number) const
+    {
+        return (startsWithNumber && number == 2) || (hasMopacKeywords && number <= 4);
+    }
+
     Format format() const
     {
         constexpr int fewestPdbRows = 2;
@@ -178,7 +184,8 @@ Format formatOf(const InputFile &file)
     }
     while (reader.lineNumber() < linesLookedAt && reader.next()) {
         const std::string_view line = reader.line();
-        const Format format = markedFormat(line);
+        const Format format =
+            signs.isTitle(reader.lineNumber()) ? Format::Unknown : markedFormat(line);
         if (format != Format::Unknown)
             return format;
         signs.take(line, reader.lineNumber());
