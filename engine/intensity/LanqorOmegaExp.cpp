@@ -368,9 +368,11 @@ OmegaExpResults LanqorOmegaExp::getResults() const
     results.isCalculated = true;
     results.fileName = d->fileName;
     results.refractiveIndex = d->refractiveIndex;
-    for (int J = 0; J < transitionCount; ++J)
-        results.transitions[static_cast<std::size_t>(J)] = {
-            getAreaOfTransition(J), getBarycenterOfEnergy(J), getRate(J), getBranchingRatio(J)};
+    for (int J = 0; J < transitionCount; ++J) {
+        const auto level = static_cast<std::size_t>(J);
+        results.transitions[level] = {getAreaOfTransition(J), getBarycenterOfEnergy(J), getRate(J)};
+        results.branchingRatios[level] = getBranchingRatio(J);
+    }
     results.source = d->source;
     results.radiativeLifeTime = getRadiativeLifeTime();
     results.warnings = getWarnings();

@@ -13,10 +13,9 @@ struct OmegaExpResults
     /// A band 5D0 -> 7FJ.
     struct Transition
     {
-        double area = 0.0;           ///< emitted power in any one unit
-        double barycenter = 0.0;     ///< cm^-1; 0 when there is none
-        double rate = 0.0;           ///< A(J), s^-1
-        double branchingRatio = 0.0; ///< A(J) / Arad, %
+        double area = 0.0;       ///< emitted power in any one unit
+        double barycenter = 0.0; ///< cm^-1; 0 when there is none
+        double rate = 0.0;       ///< A(J), s^-1
     };
 
     /// Where areas and barycentres come from.
@@ -43,6 +42,7 @@ struct OmegaExpResults
     double anrad = 0.0;             ///< non-radiative rate 1/lifetime - Arad, s^-1
     double quantumEfficiency = 0.0; ///< Arad / (Arad + Anrad), %
     Source source;
-    double radiativeLifeTime = 0.0; ///< 1 / Arad, ms
-    QStringList warnings;           ///< see LanqorOmegaExp::getWarnings()
+    double radiativeLifeTime = 0.0;          ///< 1 / Arad, ms
+    std::array<double, 6> branchingRatios{}; ///< A(J) / Arad, %, by J
+    QStringList warnings;                    ///< see LanqorOmegaExp::getWarnings()
 };

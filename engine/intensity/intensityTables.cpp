@@ -218,7 +218,7 @@ LanqorResultTables LanqorOmegaExp::makeTables(const OmegaExpResults &results)
         const OmegaExpResults::Transition &transition = results.transitions[J];
         rows.append({levelName(rows.size()), transition.area,
                      transition.barycenter == 0.0 ? QVariant() : transition.barycenter,
-                     transition.rate, existing(transition.branchingRatio),
+                     transition.rate, existing(results.branchingRatios[J]),
                      results.source.givenAreas[J]});
         if (results.source.isSpectrum)
             rows.last() += {results.source.options.windows[J].lowest,

@@ -93,11 +93,10 @@ QString titled(const char *title)
 QString rates(const OmegaExpResults &results)
 {
     QString text = titled("Radiative Rates and Branching Ratios");
-    int J = 0;
-    for (const OmegaExpResults::Transition &transition : results.transitions)
-        text += QStringLiteral("    A(5D0 -> 7F%1) = ").arg(J++) + fixed(transition.rate, 2, 10) +
-                QStringLiteral(" s^-1") + fixed(transition.branchingRatio, 2, 10) +
-                QStringLiteral(" %\n");
+    for (std::size_t J = 0; J < results.transitions.size(); ++J)
+        text += QStringLiteral("    A(5D0 -> 7F%1) = ").arg(J) +
+                fixed(results.transitions[J].rate, 2, 10) + QStringLiteral(" s^-1") +
+                fixed(results.branchingRatios[J], 2, 10) + QStringLiteral(" %\n");
     return text + QStringLiteral("\n    Radiative Lifetime 1/Arad = ") +
            fixed(results.radiativeLifeTime, 4) + QStringLiteral(" ms\n");
 }
