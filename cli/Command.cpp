@@ -111,6 +111,15 @@ void showMessages(LanqorAbstractObjCalculation &object)
         Qt::DirectConnection);
 }
 
+void showWarnings(LanqorAbstractObjCalculation &object)
+{
+    QObject::connect(&object, &LanqorAbstractObjCalculation::newObjCalculationMessage, &object,
+                     [&object](const QString &message) {
+                         if (!isProgress(message) && message != object.getLastError())
+                             warn(message);
+                     });
+}
+
 void failOf(const LanqorAbstractObjCalculation &object)
 {
     throw Failure{object.getLastError()};

@@ -53,6 +53,9 @@ void warn(const QString &text);
 /// message that is the object's last error waits for finish(), which shows it once, as an error if
 /// the command fails by it.
 void showMessages(LanqorAbstractObjCalculation &object);
+/// Sends those messages to standard error that are neither progress nor the last error, as
+/// warnings: of an object whose reading is a step among others.
+void showWarnings(LanqorAbstractObjCalculation &object);
 /// Throws the last error of a calculation.
 [[noreturn]] void failOf(const LanqorAbstractObjCalculation &object);
 /// Writes a file whole or not at all. The loss of one, told by false, ends no command, so that its

@@ -81,7 +81,8 @@ void addOptions(cli::OptionReader &options)
                        tr("ORCA: the ion stays among the atoms instead of becoming a point charge "
                           "of +3 in a .pointcharge file beside OUT.")});
     options.addOption({QStringLiteral("keep-tv"),
-                       tr("xyz: keep the translation vectors (Tv) of a periodic structure.")});
+                       tr("xyz: keep the translation vectors (Tv) of a periodic structure, which "
+                          ".mop jobs keep and other formats cannot hold.")});
 }
 
 /// An ORCA job; its atoms lack the charge of the ions that become point charges.
@@ -96,6 +97,34 @@ bool toOrca(LanqorFilesConverter &converter, const cli::OptionReader &options, c
                                              charge, numbers.roots, numbers.maxdim);
 }
 
+/// Reads the structure, of which MOPAC jobs keep the translation vectors. The orbital window of an
+/// ORCA job comes from an ORCA output.
+void readStructure(const cli::OptionReader &options, const QString &format,
+                   LanqorInputData &structure)
+{
+    const QString file = structure.getFileName();
+    if (file.endsWith(QLatin1String("orcout")) && format == QLatin1String("orcinp"))
+        return;
+    const bool isXyz = format == QLatin1String("xyz");
+    if (!structure.readStructureFile(!isXyz || options.isSet("keep-tv")))
+        cli::failOf(structure);
+    if (isXyz)
+        return;
+    const QVector<Coord> atoms = structure.getCoord();
+    const bool isPeriodic = std::any_of(atoms.begin(), atoms.end(), [](const Coord &atom) {
+        return atom.label == QLatin1String("Tv");
+    });
+    if (isPeriodic && format != QLatin1String("mop"))
+        throw cli::Failure{
+            tr("%1 is a periodic structure (translation vectors Tv), which a .%2 file "
+               "cannot hold; to go on with the atoms of its cell alone, write them "
+               "to an .xyz file with \"lanqor convert %1 cell.xyz\" and start from "
+               "that")
+                .arg(file, format)};
+    if (!isPeriodic && options.isSet("keep-tv"))
+        cli::note(tr("%1 holds no translation vectors (Tv)").arg(file));
+}
+
 /// Reads the atoms of a job and its charge: from the command line, else from the file.
 void readJob(const cli::OptionReader &options, const QString &format, LanqorInputData &structure,
              Numbers &numbers)
@@ -105,10 +134,7 @@ void readJob(const cli::OptionReader &options, const QString &format, LanqorInpu
         options.refuse(tr("an ORCA output does not tell the charge of the complex; give it, "
                           "ion included, with --charge"));
     const bool isForOrca = isOrcaOutput && format == QLatin1String("orcinp");
-    const bool isRead =
-        !structure.getCoord().isEmpty() ||
-        (isForOrca ? structure.readCoordFromOrcaOutFile() : structure.readStructureFile());
-    if (!isRead)
+    if (isForOrca && !structure.readCoordFromOrcaOutFile())
         cli::failOf(structure);
     if (!numbers.isChargeGiven)
         numbers.charge = cli::chargeOfJob(options, structure);
@@ -127,7 +153,7 @@ void settleJob(const cli::OptionReader &options, const QString &format, LanqorIn
                           "start from a closed shell"));
     // A ZINDO job needs the output of MOPAC, which tells its charge.
     const bool isUntold = format == QLatin1String("inp") && !numbers.isChargeGiven &&
-                          !(structure.readStructureFile() && structure.isChargeOnSystemTold());
+                          !structure.isChargeOnSystemTold();
     if (isUntold || (!isMopacJob && !isClosedShell && format != QLatin1String("gjf")))
         return;
     readJob(options, format, structure, numbers);
@@ -187,7 +213,9 @@ int convertCommand(const QStringList &arguments)
     LanqorInputData structure(nullptr, files.at(0));
     structure.setKeepFileOpen(true);
     LanqorFilesConverter converter(nullptr, &structure);
+    cli::showWarnings(structure);
     cli::showMessages(converter);
+    readStructure(options, format, structure);
     settleJob(options, format, structure, converter, numbers);
 
     const bool isDone =

@@ -101,6 +101,7 @@ int fitStarkCommand(const QStringList &arguments)
     options.keepFromResults(files.names + QStringList{baseName + QStringLiteral(".progress"),
                                                       baseName + QStringLiteral(".stark")});
     LanqorInputData geometry(nullptr, structure);
+    cli::showWarnings(geometry);
     geometry.setKeepFileOpen(true);
     const int coordNumber = cli::readSphere(options, geometry);
 

@@ -110,6 +110,7 @@ int organizeCommand(const QStringList &arguments)
         options.wholeNumber("charge");
 
     LanqorInputData source(nullptr, files.at(0));
+    cli::showWarnings(source);
     source.setKeepFileOpen(true);
     LanqorOrganizeMolecules structure(nullptr, &source);
     cli::showMessages(structure);

@@ -45,6 +45,7 @@ int sphereCommand(const QStringList &arguments)
         options.files(1, tr("one FILE is needed; see \"lanqor sphere --help\"")).first();
 
     LanqorInputData data(nullptr, fileName);
+    cli::showWarnings(data);
     if (!data.readStructureFile())
         cli::failOf(data);
     if (!data.getIonError().isEmpty())

@@ -147,6 +147,7 @@ int yieldCommand(const QStringList &arguments)
     cli::OptionReader options("yield");
     const Request request = yieldOptions::read(options, arguments);
     LanqorInputData complex(nullptr, request.complexFile);
+    cli::showWarnings(complex);
     const bool hasComplex = !request.complexFile.isEmpty();
     const int coordNumber = hasComplex ? readComplex(options, complex, request) : 0;
     Calculation calculation(nullptr, 0, request.programType, hasComplex ? &complex : nullptr,

@@ -27,6 +27,7 @@ double readTarget(const OptionReader &reader, const char *option)
 void readGeometry(const OptionReader &reader, IntensityFitOptions &options)
 {
     options.geometry = std::make_unique<LanqorInputData>(nullptr, options.fileName);
+    showWarnings(*options.geometry);
     LanqorInputData &geometry = *options.geometry;
     geometry.setKeepFileOpen(true);
     readStructure(geometry);

@@ -63,6 +63,9 @@ public:
     /// Reads the geometry of any structure file, its kind told by suffix, then by content:
     /// MOPAC output or archive (".arc"), ".mop", ".zmt", ".xyz" or MOL2.
     bool readStructureFile();
+    /// @param keepTv  keeps the translation vectors ("Tv" rows) of MOPAC files as atoms of the
+    ///                geometry, which the form without it leaves out
+    bool readStructureFile(const bool &keepTv);
 
     /// What a file is, told from its first lines, for a message about one of the wrong kind: "an
     /// ORCA output", "a crystal structure (CIF)"; empty when it cannot be told.

@@ -39,17 +39,24 @@ bool mayBe(Kind kind, Format format)
 
 bool LanqorInputData::readStructureFile()
 {
+    return readStructureFile(false);
+}
+
+bool LanqorInputData::readStructureFile(const bool &keepTv)
+{
+    using structureFiles::TranslationVectors;
+    const TranslationVectors vectors = keepTv ? TranslationVectors::Keep : TranslationVectors::Drop;
     InputFile file = d->file(); // told and read from one opening
     const Kind kind = structureFiles::kindOf(file);
     if (!d->checkFormat(file, kind))
         return false;
     switch (kind) {
     case Kind::MopacOutput:
-        return d->readMopacOutput(file, false);
+        return d->readMopacOutput(file, keepTv);
     case Kind::MopacArchive:
-        return d->takeStructure(structureFiles::readArc(file), QStringLiteral(".arc"));
+        return d->takeStructure(structureFiles::readArc(file, vectors), QStringLiteral(".arc"));
     case Kind::Mop:
-        return d->takeStructure(structureFiles::readMop(file), QStringLiteral(".mop"));
+        return d->takeStructure(structureFiles::readMop(file, vectors), QStringLiteral(".mop"));
     case Kind::Zmt:
         return d->takeStructure(structureFiles::readZmt(file), QStringLiteral(".zmt"));
     case Kind::Xyz:

@@ -381,6 +381,8 @@ bool LanqorFilesConverter::convertFromMOL2ToXYZ(QString const &outputFile)
 
 bool LanqorFilesConverter::convertToXYZ(QString const &outputFile, bool const &keepTv)
 {
+    if (keepTv)
+        return convertFromOutToXYZ(outputFile, keepTv);
     std::unique_ptr<LanqorInputData> own;
     switch (structureFiles::kindOf(inputFileOf(d->input(own)))) {
     case Kind::Zmt:
@@ -439,9 +441,9 @@ bool LanqorFilesConverterPrivate::readStructure(LanqorInputData &data, const QSt
 {
     const QString suffix = suffixOf(structureFiles::kindOf(inputFileOf(data)));
     startConversion(suffix, to);
-    const bool isRead =
-        !data.getCoord().isEmpty() ||
-        (suffix == QLatin1String("out") ? data.readMopacOutFile(keepTv) : data.readStructureFile());
+    const bool isRead = !data.getCoord().isEmpty() ||
+                        (suffix == QLatin1String("out") ? data.readMopacOutFile(keepTv)
+                                                        : data.readStructureFile(keepTv));
     if (!isRead)
         return q.failWith(data.getLastError());
     return atomsRead(data.getCoord());

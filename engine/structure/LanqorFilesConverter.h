@@ -116,8 +116,7 @@ public:
     bool convertFromMopToXYZ(QString const &outputFile, bool const &keepTv);
     /// The first molecule of a MOL2 file as .xyz.
     bool convertFromMOL2ToXYZ(QString const &outputFile = QString());
-    /// That of the four conversions to .xyz which the suffix of the input asks for; translation
-    /// vectors are kept by the two that know of them.
+    /// That of the four conversions to .xyz which the suffix of the input asks for.
     bool convertToXYZ(QString const &outputFile, bool const &keepTv);
 
     /// Cartesian coordinates of a Z-matrix: atom 1 at the origin, atom 2 on the positive x axis,
