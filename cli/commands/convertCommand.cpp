@@ -97,14 +97,11 @@ bool toOrca(LanqorFilesConverter &converter, const cli::OptionReader &options, c
                                              charge, numbers.roots, numbers.maxdim);
 }
 
-/// Reads the structure, of which MOPAC jobs keep the translation vectors. The orbital window of an
-/// ORCA job comes from an ORCA output.
+/// Reads the structure, of which MOPAC jobs keep the translation vectors.
 void readStructure(const cli::OptionReader &options, const QString &format,
                    LanqorInputData &structure)
 {
     const QString file = structure.getFileName();
-    if (file.endsWith(QLatin1String("orcout")) && format == QLatin1String("orcinp"))
-        return;
     const bool isXyz = format == QLatin1String("xyz");
     if (!structure.readStructureFile(!isXyz || options.isSet("keep-tv")))
         cli::failOf(structure);
@@ -126,16 +123,16 @@ void readStructure(const cli::OptionReader &options, const QString &format,
 }
 
 /// Reads the atoms of a job and its charge: from the command line, else from the file.
-void readJob(const cli::OptionReader &options, const QString &format, LanqorInputData &structure,
-             Numbers &numbers)
+void readJob(const cli::OptionReader &options, const LanqorFilesConverter &converter,
+             LanqorInputData &structure, Numbers &numbers)
 {
-    const bool isOrcaOutput = structure.getFileName().endsWith(QLatin1String("orcout"));
-    if (isOrcaOutput && !numbers.isChargeGiven)
-        options.refuse(tr("an ORCA output does not tell the charge of the complex; give it, "
-                          "ion included, with --charge"));
-    const bool isForOrca = isOrcaOutput && format == QLatin1String("orcinp");
-    if (isForOrca && !structure.readCoordFromOrcaOutFile())
-        cli::failOf(structure);
+    if (converter.isOrcaOutput()) {
+        if (!numbers.isChargeGiven)
+            options.refuse(tr("an ORCA output does not tell the charge of the complex; give it, "
+                              "ion included, with --charge"));
+        if (!structure.readCoordFromOrcaOutFile())
+            cli::failOf(structure);
+    }
     if (!numbers.isChargeGiven)
         numbers.charge = cli::chargeOfJob(options, structure);
 }
@@ -156,7 +153,7 @@ void settleJob(const cli::OptionReader &options, const QString &format, LanqorIn
                           !structure.isChargeOnSystemTold();
     if (isUntold || (!isMopacJob && !isClosedShell && format != QLatin1String("gjf")))
         return;
-    readJob(options, format, structure, numbers);
+    readJob(options, converter, structure, numbers);
     const QVector<Coord> atoms = structure.getCoord();
     // An ORCA output of the ligands alone has the ion beside it, as a point charge.
     const bool isIonBeside = format == QLatin1String("orcinp") && !options.isSet("keep-ion") &&
@@ -187,7 +184,7 @@ int convertCommand(const QStringList &arguments)
     options.setDescription(
         tr("Converts a structure, or writes a job for a quantum-chemistry program.\n\n"
            "IN is a MOPAC output or archive (.arc), a .xyz, .mop, .zmt or .mol2 file, or (for\n"
-           "ORCA jobs) an ORCA output named .orcout. The suffix of OUT tells what to write:\n"
+           "ORCA jobs) an ORCA output. The suffix of OUT tells what to write:\n"
            "  .xyz, .zmt     Cartesian coordinates (Angstrom), Z-matrix (degrees)\n"
            "  .sph           spherical coordinates about atom 1\n"
            "  .mop           MOPAC: sparkle optimisation, by AM1 unless --method names another\n"
@@ -215,7 +212,8 @@ int convertCommand(const QStringList &arguments)
     LanqorFilesConverter converter(nullptr, &structure);
     cli::showWarnings(structure);
     cli::showMessages(converter);
-    readStructure(options, format, structure);
+    if (!(format == QLatin1String("orcinp") && converter.isOrcaOutput()))
+        readStructure(options, format, structure);
     settleJob(options, format, structure, converter, numbers);
 
     const bool isDone =
