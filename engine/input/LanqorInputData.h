@@ -72,9 +72,12 @@ public:
     static QString getFileDescription(const QString &fileName);
 
     /// Reads a MOPAC output: final geometry, heat of formation, charges, dipole and the like.
+    /// Messages tell of an open shell about a lanthanide ion, of missing charges, and of an output
+    /// without results.
     /// @param keepTv  keeps translation vectors ("Tv" rows) as atoms of the geometry
     bool readMopacOutFile(const bool &keepTv);
-    /// Reads a MOPAC input with Cartesian or internal coordinates.
+    /// Reads a MOPAC input with Cartesian or internal coordinates, and sets those that follow from
+    /// others by the relations of its keyword SYMMETRY.
     bool readMopFile();
     /// Reads a bare Z-matrix: label, distance, angle, dihedral, three reference numbers.
     bool readZmtFile();

@@ -89,8 +89,10 @@ bool readAtomRows(MopLines &lines, std::vector<AtomRow> &rows)
     return true;
 }
 
-/// Relations up to a blank line; @p error is set when a line holds no relation.
-std::vector<SymmetryRelation> readRelations(MopLines &lines, QString &error)
+/// Relations up to a blank line; @p error is set when a line holds no relation, or there are more
+/// of them than coordinates.
+std::vector<SymmetryRelation> readRelations(MopLines &lines, std::size_t coordinates,
+                                            QString &error)
 {
     std::vector<SymmetryRelation> relations;
     Fields fields;
@@ -101,6 +103,9 @@ std::vector<SymmetryRelation> readRelations(MopLines &lines, QString &error)
         std::replace(text.begin(), text.end(), ',', ' ');
         textFields::split(text, fields);
         more = appendRelations(fields, lines.lineNumber(), relations, error);
+        if (relations.size() > coordinates)
+            error = textFields::toString(lines.line());
+        more = more && error.isEmpty();
     }
     return relations;
 }
@@ -126,7 +131,7 @@ struct Job
 QString applySymmetry(MopLines &lines, const QString &fileName, std::vector<AtomRow> &rows)
 {
     QString error;
-    const std::vector<SymmetryRelation> relations = readRelations(lines, error);
+    const std::vector<SymmetryRelation> relations = readRelations(lines, 3 * rows.size(), error);
     if (!error.isEmpty())
         return unreadableLine(
             fileName, lines.lineNumber(),

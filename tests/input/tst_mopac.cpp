@@ -375,10 +375,12 @@ private Q_SLOTS:
             << singlePointHead + heat +
                    changed(changed(final, "0.1000", "0.0000"), "1.9000", "1.8000") + results
             << 1;
+        QTest::newRow("NOXYZ, made by hand")
+            << head.left(head.indexOf("          CARTESIAN")) + heat + final + results << 1;
         QTest::newRow("force job behind, made by hand")
             << whole + changed(forceHead, "1.8000", "1.9000") << 1;
-        for (const char *name :
-             {"eu_cl6_pm7_1scf_disp.out", "eu_cl6_pm7_force_only.out", "eu_cl2_h2o6_am1_int.out"})
+        for (const char *name : {"eu_cl6_pm7_1scf_disp.out", "eu_cl6_pm7_force_only.out",
+                                 "eu_cl2_h2o6_am1_int.out", "eu_h2o_pm7_open_shell.out"})
             QTest::newRow(name) << readAll(dataFile(QStringLiteral("mopac/") + QLatin1String(name)))
                                 << 3;
     }
@@ -428,7 +430,8 @@ private Q_SLOTS:
         };
         for (const char *name :
              {"mopac/eu_cl6_pm7_1scf_disp.out", "mopac/eu_cl2_h2o6_am1_int.out",
-              "mopac/eu_cl6_pm7_force_only.out", "regress/mopac_citation_ends_the_file.out"}) {
+              "mopac/eu_cl6_pm7_force_only.out", "mopac/eu_h2o_pm7_open_shell.out",
+              "regress/mopac_citation_ends_the_file.out"}) {
             const QString file = dataFile(QLatin1String(name));
             readAllOf(file);
             testSupport::damageFile(readAll(file), 200, 1500, readAllOf);
