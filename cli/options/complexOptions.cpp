@@ -59,6 +59,42 @@ QString wayToOrder(const LanqorInputData &geometry)
         .arg(geometry.getFileName());
 }
 
+/// How fluorine atoms near the ion can be counted, which have no bonding limit; empty when there
+/// are none.
+QString wayToCountFluorine(const LanqorInputData &geometry)
+{
+    constexpr double farthest = 2.6; // Angstrom; Eu-F bonds are 2.1 to 2.5
+    const QVector<Coord> atoms = geometry.getCoord();
+    const QVector<int> coordinated = geometry.getCoordinatedAtoms();
+    const Coord &ion = atoms.first();
+    QStringList names;
+    int last = coordinated.isEmpty() ? 1 : coordinated.last();
+    for (int i = 1; i < atoms.size(); ++i) {
+        const Coord &atom = atoms.at(i);
+        if (atom.label != QLatin1String("F") ||
+            std::hypot(atom.x - ion.x, atom.y - ion.y, atom.z - ion.z) >= farthest)
+            continue;
+        names.append(QStringLiteral("F %1").arg(i + 1));
+        last = std::max(last, i + 1);
+    }
+    if (names.isEmpty())
+        return QString();
+    const int count = coordinated.size() + names.size();
+    const QString list = names.join(QStringLiteral(", "));
+    return last == count + 1
+               ? tr("--coordination %1 counts %2 as well").arg(QString::number(count), list)
+               : tr("--coordination %1 counts %2 as well, once all counted atoms are "
+                    "atoms 2 to %3")
+                     .arg(QString::number(count), list, QString::number(count + 1));
+}
+
+void noteFluorine(const LanqorInputData &geometry)
+{
+    const QString way = wayToCountFluorine(geometry);
+    if (!way.isEmpty())
+        note(way);
+}
+
 } // namespace
 
 QCommandLineOption refractiveIndexOption(const QString &description)
@@ -160,6 +196,8 @@ int readSphere(const OptionReader &options, LanqorInputData &geometry)
 {
     readStructure(geometry);
     if (!options.isSet("coordination")) {
+        if (!geometry.getSphereError().isEmpty())
+            noteFluorine(geometry);
         checkSphere(geometry);
         requireEuropium(geometry);
         warnOfStructure(geometry);
@@ -198,46 +236,11 @@ void warnOfStructure(const LanqorInputData &geometry)
         warn(text);
 }
 
-namespace {
-
-/// How fluorine atoms near the ion can be counted, which have no bonding limit; empty when there
-/// are none.
-QString wayToCountFluorine(const LanqorInputData &geometry)
-{
-    constexpr double farthest = 2.6; // Angstrom; Eu-F bonds are 2.1 to 2.5
-    const QVector<Coord> atoms = geometry.getCoord();
-    const QVector<int> coordinated = geometry.getCoordinatedAtoms();
-    const Coord &ion = atoms.first();
-    QStringList names;
-    int last = coordinated.isEmpty() ? 1 : coordinated.last();
-    for (int i = 1; i < atoms.size(); ++i) {
-        const Coord &atom = atoms.at(i);
-        if (atom.label != QLatin1String("F") ||
-            std::hypot(atom.x - ion.x, atom.y - ion.y, atom.z - ion.z) >= farthest)
-            continue;
-        names.append(QStringLiteral("F %1").arg(i + 1));
-        last = std::max(last, i + 1);
-    }
-    if (names.isEmpty())
-        return QString();
-    const int count = coordinated.size() + names.size();
-    const QString list = names.join(QStringLiteral(", "));
-    return last == count + 1
-               ? tr("--coordination %1 counts %2 as well").arg(QString::number(count), list)
-               : tr("--coordination %1 counts %2 as well, once all counted atoms are "
-                    "atoms 2 to %3")
-                     .arg(QString::number(count), list, QString::number(count + 1));
-}
-
-} // namespace
-
 void noteNearAtoms(const LanqorInputData &geometry)
 {
     for (const QString &text : geometry.getNearAtomNotes())
         note(text);
-    const QString fluorine = wayToCountFluorine(geometry);
-    if (!fluorine.isEmpty())
-        note(fluorine);
+    noteFluorine(geometry);
 }
 
 } // namespace cli
