@@ -66,11 +66,19 @@ bool isLike(const AtomRow &row, const AtomRow &first)
     return !isCartesian(row) || !isCartesian(first) || row.hasFlags == first.hasFlags;
 }
 
+/// "Eu 0 0 0", which is the same with flags and without.
+bool isBareOrigin(const AtomRow &row)
+{
+    return row.valueCount == 3 && !row.hasFlags && !row.hasReferences && row.atom.distance == 0.0 &&
+           row.atom.angle == 0.0 && row.atom.dihedral == 0.0;
+}
+
 /// Rows up to a blank line or one of the old end mark "0".
 bool readAtomRows(MopLines &lines, std::vector<AtomRow> &rows)
 {
     Fields fields;
     std::string text;
+    std::optional<AtomRow> pattern;
     while (lines.next()) {
         textFields::copyWithoutMarks(lines.line(), text);
         std::replace(text.begin(), text.end(), ',', ' ');
@@ -82,7 +90,9 @@ bool readAtomRows(MopLines &lines, std::vector<AtomRow> &rows)
         const std::optional<AtomRow> row = parseAtomRow(fields);
         if (!row || rows.size() == maximumAtoms)
             return false;
-        if (!rows.empty() && !isLike(*row, rows.front()))
+        if (!pattern && !isBareOrigin(*row))
+            pattern = row;
+        if (pattern && !isBareOrigin(*row) && !isLike(*row, *pattern))
             return false;
         rows.push_back(*row);
     }

@@ -113,6 +113,7 @@ private Q_SLOTS:
             title + "EU 0. +0 0. +0 0. +0\n* a comment\no 2.4 +1 .5 +1 -2.5e-1 -1\n\nO 9 9 9\n",
             "AM1 XYZ\nCARTESIAN COORDINATES\n\n  Eu 0.0 0.0 0.0\n\tO\t2.4\t0.5\t-0.25",
             title + "63 0, 0, 0,\n8 2.4, .5, -.25\n",
+            title + "Eu 0 0 0\nO 2.4 1 0.5 1 -0.25 1\n",
             title + "Eu 0.0 1 0.0 1 0.0 1 0 0 0\nO 2.4 1 0.5 1 -0.25 1 0 0 0\n",
             title + "Eu 0. 1 0. 1 0. 1  3.0000\nO 2.4 1 0.5 1 -0.25 1 0 0 0 -0.7252\n", // charges
             title + "Eu(ion 1) 0 1 0 1 0 1\nXX 1 1 1 1 1 1\nO17.99( 2) 2.4 1 0.5 1 -0.25 1\n"
