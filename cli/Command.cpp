@@ -19,7 +19,7 @@ namespace {
 /// What the end of the program tells.
 struct Outcome
 {
-    std::mutex mutex; // fits run in several threads
+    std::recursive_mutex mutex; // fits run in several threads
     QString
         heldBack; ///< a failure of a calculation, of which it is not known yet whether it ends all
     QString printError;
@@ -51,9 +51,10 @@ void complain(const QString &message)
 
 void showHeldBack()
 {
-    if (!outcome().heldBack.isEmpty())
-        warn(outcome().heldBack);
-    outcome().heldBack.clear();
+    QString message;
+    message.swap(outcome().heldBack);
+    if (!message.isEmpty())
+        warn(message);
 }
 
 /// A message of progress begins with its date.
@@ -64,20 +65,15 @@ bool isProgress(const QString &message)
            QDateTime::fromString(message.left(dateLength), Qt::ISODate).isValid();
 }
 
-void showMessage(const QString &message, const QString &lastError)
+void showMessage(const QString &message)
 {
-    const std::lock_guard<std::mutex> lock(outcome().mutex);
-    if (message == lastError) {
-        if (message != outcome().heldBack)
-            showHeldBack();
-        outcome().heldBack = message;
-        return;
-    }
-    showHeldBack();
+    const std::lock_guard<std::recursive_mutex> lock(outcome().mutex);
+    if (message != outcome().heldBack)
+        showHeldBack();
     if (isProgress(message))
         tell(message.trimmed());
     else
-        warn(message);
+        outcome().heldBack = message;
 }
 
 } // namespace
@@ -90,6 +86,8 @@ void print(const QString &text)
 
 void tell(const QString &line)
 {
+    const std::lock_guard<std::recursive_mutex> lock(outcome().mutex);
+    showHeldBack();
     write(stderr, line + QLatin1Char('\n'));
 }
 
@@ -105,10 +103,8 @@ void warn(const QString &text)
 
 void showMessages(LanqorAbstractObjCalculation &object)
 {
-    QObject::connect(
-        &object, &LanqorAbstractObjCalculation::newObjCalculationMessage, &object,
-        [&object](const QString &message) { showMessage(message, object.getLastError()); },
-        Qt::DirectConnection);
+    QObject::connect(&object, &LanqorAbstractObjCalculation::newObjCalculationMessage, &object,
+                     showMessage, Qt::DirectConnection);
 }
 
 void showWarnings(LanqorAbstractObjCalculation &object)
@@ -137,7 +133,7 @@ bool writeFile(const QString &fileName, const QByteArray &bytes)
 
 int finish(int status, const QString &error)
 {
-    if (outcome().heldBack == error)
+    if (outcome().heldBack.trimmed() == error.trimmed())
         outcome().heldBack.clear();
     showHeldBack();
     if (!error.isEmpty())

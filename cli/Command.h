@@ -49,9 +49,9 @@ void tell(const QString &line);
 void note(const QString &text);
 /// Writes "lanqor: warning: text" to standard error: what may make the result wrong.
 void warn(const QString &text);
-/// Sends the object's messages to standard error, dated progress as it is and others as warnings. A
-/// message that is the object's last error waits for finish(), which shows it once, as an error if
-/// the command fails by it.
+/// Sends the object's messages to standard error, dated progress as it is and others as warnings.
+/// One of these waits for the next or for finish(), which shows it once, as the error if the
+/// command fails by it.
 void showMessages(LanqorAbstractObjCalculation &object);
 /// Sends those messages to standard error that are neither progress nor the last error, as
 /// warnings: of an object whose reading is a step among others.
