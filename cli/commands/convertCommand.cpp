@@ -155,16 +155,20 @@ void settleJob(const cli::OptionReader &options, const QString &format, LanqorIn
         return;
     readJob(options, converter, structure, numbers);
     const QVector<Coord> atoms = structure.getCoord();
+    const bool isIonLeftOut = format == QLatin1String("orcinp") && !options.isSet("keep-ion");
+    const bool hasIon = std::any_of(atoms.begin(), atoms.end(), [](const Coord &atom) {
+        return LanqorInputData::isLanthanide(atom.label);
+    });
     // An ORCA output of the ligands alone has the ion beside it, as a point charge.
-    const bool isIonBeside = format == QLatin1String("orcinp") && !options.isSet("keep-ion") &&
-                             std::none_of(atoms.begin(), atoms.end(), [](const Coord &atom) {
-                                 return LanqorInputData::isLanthanide(atom.label);
-                             });
+    const bool isIonBeside = isIonLeftOut && !hasIon && converter.isOrcaOutput();
     const int chargeBeside =
         isIonBeside ? numbers.charge - LanqorFilesConverter::chargeWithoutIon(numbers.charge) : 0;
+    // What the conversion refuses, and why, is told by itself.
+    const bool isIonMissing =
+        !hasIon && !isIonBeside && (isIonLeftOut || format == QLatin1String("gjf"));
     if (isMopacJob)
         cli::checkMopacElectrons(options, atoms, numbers.charge);
-    else
+    else if (!isIonMissing)
         cli::checkElectrons(atoms, {numbers.charge, multiplicity,
                                     isClosedShell ? tr("Give it with --charge; ORCA and ZINDO jobs "
                                                        "start from a closed shell.")

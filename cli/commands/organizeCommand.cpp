@@ -118,6 +118,10 @@ int organizeCommand(const QStringList &arguments)
     if (!structure.organize())
         cli::failOf(structure);
     const OrganizeResults results = structure.getResults();
+    if (results.coordNumber == 0)
+        cli::warn(tr("%1: no atom is within bonding distance of the ion; are the coordinates in "
+                     "Angstrom?")
+                      .arg(files.at(0)));
     if (isMopacJob)
         settleJob(options, source, results, structure);
     cli::showResults(options, summary(results), LanqorOrganizeMolecules::makeTables(results),

@@ -49,7 +49,7 @@ int sphereCommand(const QStringList &arguments)
     if (!data.readStructureFile())
         cli::failOf(data);
     if (!data.getIonError().isEmpty())
-        throw cli::Failure{data.getIonError()};
+        throw cli::Failure{QStringLiteral("%1: %2").arg(fileName, data.getIonError())};
 
     const SphereResults sphere = data.getSphereResults();
     cli::showResults(options, sphereText(sphere), LanqorInputData::makeTables(sphere), {fileName});

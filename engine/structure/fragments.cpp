@@ -9,6 +9,7 @@
 #include <LanqorEngine/LanqorInputData.h>
 
 #include <algorithm>
+#include <cmath>
 
 using structureFiles::Bond;
 
@@ -23,6 +24,7 @@ constexpr double overlapDistance = 0.4; // Angstrom
 constexpr double bondTolerance = 0.4;
 /// Radius of an atom of unknown kind, Angstrom: that of carbon.
 constexpr double defaultRadius = 0.76;
+constexpr double hydrogenRadius = 0.31; // Angstrom, covalent
 
 double radiusOf(const Coord &atom)
 {
@@ -57,8 +59,9 @@ bool isHydrogen(const Coord &atom)
            atom.label == QLatin1String("T");
 }
 
-/// The atoms that each hydrogen atom is bonded to: by the file, else the nearest within 1.4
-/// Angstrom; none for other atoms.
+/// The atoms that each hydrogen atom is bonded to: by the file, else the one within 1.4 Angstrom
+/// whose distance is most like a bond, for the nearest may be the other place of a disordered atom;
+/// none for other atoms.
 QVector<QVector<int>> carriersOfHydrogens(const QVector<Coord> &atoms, const QVector<Bond> &bonds)
 {
     QVector<QVector<int>> carriers(atoms.size());
@@ -73,16 +76,20 @@ QVector<QVector<int>> carriersOfHydrogens(const QVector<Coord> &atoms, const QVe
     for (int i = 0; i < atoms.size(); ++i) {
         if (!isHydrogen(atoms.at(i)) || !carriers.at(i).isEmpty())
             continue;
-        int nearest = -1;
+        int carrier = -1;
+        double least = 0.0;
         grid.visitEarlier(atoms.at(i), atoms.size(), [&](int other) {
             const double r = distanceOf(atoms.at(i), atoms.at(other));
+            const double deviation = std::abs(r - hydrogenRadius - radiusOf(atoms.at(other)));
             if (!isHydrogen(atoms.at(other)) && r < longestBond &&
-                (nearest < 0 || r < distanceOf(atoms.at(i), atoms.at(nearest))))
-                nearest = other;
+                (carrier < 0 || deviation < least)) {
+                carrier = other;
+                least = deviation;
+            }
             return false;
         });
-        if (nearest >= 0)
-            carriers[i].append(nearest);
+        if (carrier >= 0)
+            carriers[i].append(carrier);
     }
     return carriers;
 }
@@ -99,9 +106,8 @@ bool goesWith(int hydrogen, const SecondPlace &place, const QVector<Coord> &atom
     constexpr int several = 2; // no atom of a ligand has four
     if (others.size() >= several && hydrogens.at(place.atom).size() >= several)
         return true;
-    constexpr double hydrogenRadius = 0.31; // Angstrom
-    constexpr double tolerance = 0.2;       // Angstrom, narrower than for other bonds
-    constexpr double nearest = 1.2;         // Angstrom
+    constexpr double tolerance = 0.2; // Angstrom, narrower than for other bonds
+    constexpr double nearest = 1.2;   // Angstrom
     const Coord &atom = atoms.at(hydrogen);
     return distanceOf(atom, atoms.at(place.kept)) >
                radiusOf(atoms.at(place.kept)) + hydrogenRadius + tolerance ||

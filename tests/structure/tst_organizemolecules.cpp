@@ -329,6 +329,11 @@ private Q_SLOTS:
              {"H3", "H", 2.95, 0.76, 0.9},
              {"H4", "H", 2.95, -0.76, 0.9}},
             QStringLiteral("O 6 (0.682 Angstrom from O 1), H 7, H 8"));
+        row("water shifted, a hydrogen atom of one place nearest to the oxygen of the other",
+            {{"O2", "O.3", 2.01, 0.39, 0.39},
+             {"H3", "H", 2.61, 1.15, 0.39},
+             {"H4", "H", 2.61, -0.37, 0.39}},
+            QStringLiteral("O 6 (0.675 Angstrom from O 1), H 7, H 8"));
         row("methylene in two places, turned",
             {{"C1", "C.3", 0.0, 9.0, 0.0},
              {"H5", "H", 0.8, 9.5, -0.5},
