@@ -188,7 +188,7 @@ double dihed(const Coord &first, const Coord &second, const Coord &third, const 
     return dang(1.0, 0.0, rear.dot(u), rear.dot(v));
 }
 
-CartesianResult gmetry(const QVector<CoordZMT> &zMatrix)
+CartesianResult gmetry(const QVector<CoordZMT> &zMatrix, const QVector<int> &cartesianRows)
 {
     CartesianResult result;
     result.atoms.reserve(zMatrix.size());
@@ -196,8 +196,12 @@ CartesianResult gmetry(const QVector<CoordZMT> &zMatrix)
     for (const CoordZMT &row : zMatrix) {
         const int atom = result.atoms.size() + 1;
         Vector3d r;
-        if (!place(withDefaultReferences(row, atom), result.atoms, allOnLine, r) ||
-            !r.allFinite()) {
+        const bool isCartesian = cartesianRows.contains(atom);
+        if (isCartesian)
+            r = {row.distance, row.angle, row.dihedral};
+        else if (!place(withDefaultReferences(row, atom), result.atoms, allOnLine, r))
+            r.setConstant(std::numeric_limits<double>::quiet_NaN());
+        if (!r.allFinite()) {
             result.failedAtom = atom;
             return result;
         }

@@ -36,7 +36,9 @@ struct CartesianResult
 /// earlier atoms, a value is not finite, the distance is not positive, or its dihedral rests on
 /// three collinear atoms although an earlier atom lies off that line. While all atoms lie on one
 /// line the dihedral means nothing: the first atom off the line is put into the xy plane.
-CartesianResult gmetry(const QVector<CoordZMT> &zMatrix);
+/// @param cartesianRows  numbers of rows that hold x, y, z (Angstrom) in place of internal
+///     coordinates, in the frame of atom 1 at the origin, 2 on the x axis and 3 in the xy plane
+CartesianResult gmetry(const QVector<CoordZMT> &zMatrix, const QVector<int> &cartesianRows = {});
 
 struct InternalResult
 {

@@ -104,9 +104,10 @@ std::optional<AtomRow> parseAtomRow(const Fields &fields)
     return ok ? std::optional<AtomRow>(row) : std::nullopt;
 }
 
-void buildCartesian(Structure &structure, const QString &fileName)
+void buildCartesian(Structure &structure, const QString &fileName,
+                    const QVector<int> &cartesianRows)
 {
-    const auto geometry = internalCoordinates::gmetry(structure.zMatrix);
+    const auto geometry = internalCoordinates::gmetry(structure.zMatrix, cartesianRows);
     if (geometry.failedAtom > 0) {
         structure.error = LanqorInputData::tr("\nAtom %1 of the Z-matrix cannot be placed; check "
                                               "its reference atoms in the file: \n")
@@ -114,6 +115,8 @@ void buildCartesian(Structure &structure, const QString &fileName)
                           fileName + LanqorInputData::tr(internalCoordinates::gmetryFailure);
         return;
     }
+    if (!cartesianRows.isEmpty())
+        structure.zMatrix = internalCoordinates::xyzint(geometry.atoms).rows;
     for (const Coord &atom : geometry.atoms) {
         if (!isDummyAtom(atom.label))
             structure.atoms.append(atom);

@@ -25,8 +25,10 @@ struct AtomRow
 std::optional<AtomRow> parseAtomRow(const textFields::Fields &fields);
 
 /// Fills the Cartesian atoms of a structure from its Z-matrix, dummy atoms left out; on failure
-/// an error that names the atom.
-void buildCartesian(Structure &structure, const QString &fileName);
+/// an error that names the atom. Rows of @p cartesianRows (numbers) hold x, y, z: the Z-matrix is
+/// made anew where there are any.
+void buildCartesian(Structure &structure, const QString &fileName,
+                    const QVector<int> &cartesianRows = {});
 
 bool isTranslationVector(const QString &label);
 bool isDummyAtom(const QString &label);

@@ -208,15 +208,18 @@ Structure structureOf(const Job &job, const QString &fileName)
     if (!structure.error.isEmpty())
         return structure;
     const bool internal = isInternal(job.rows);
+    QVector<int> cartesianRows; // behind the three atoms that make the frame a job may mix both
     for (const AtomRow &row : job.rows) {
         const CoordZMT &atom = row.atom;
-        if (internal)
+        if (internal) {
             structure.zMatrix.append(atom);
-        else if (!isDummyAtom(atom.label))
+            if (structure.zMatrix.size() > 3 && row.valueCount == 3 && !row.hasReferences)
+                cartesianRows.append(structure.zMatrix.size());
+        } else if (!isDummyAtom(atom.label))
             structure.atoms.append({atom.label, atom.distance, atom.angle, atom.dihedral});
     }
     if (internal)
-        buildCartesian(structure, fileName);
+        buildCartesian(structure, fileName, cartesianRows);
     return structure;
 }
 

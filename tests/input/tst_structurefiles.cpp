@@ -205,7 +205,8 @@ private Q_SLOTS:
             "Eu\nO 2.4 1\nO 2.5 90.0 2 1\nN 2.6 90.0 90.0 1 2 3\n",
             "Eu 0. 0 0. 0 0. 0 0 0 0\nO 2.4 1 0. 0 0. 0 1 0 0\nO 2.5 1 90.0 1 0. 0 2 1 0\n"
             "N 2.6 1 90.0 1 90.0 1 1 2 3\n",
-            "Eu\nO 2.4 1\nO 2.5 1 90.0 1\nXX 1. 0 90. 0 0. 0 1 2 3\nN 2.6 1 90.0 1 90.0 1 1 2 4\n"};
+            "Eu\nO 2.4 1\nO 2.5 1 90.0 1\nXX 1. 0 90. 0 0. 0 1 2 3\nN 2.6 1 90.0 1 90.0 1 1 2 4\n",
+            "Eu\nO 2.4 1\nO 2.5 1 90.0 1\nN 0. 1 0. 1 -2.6 1 0 0 0\n"}; // x, y, z for N
         for (const QByteArray &rows : texts) {
             const Reading reading = readText("a.mop", "AM1\n\n\n" + rows);
             QVERIFY2(reading.ok, qPrintable(reading.getLastError()));
@@ -214,7 +215,8 @@ private Q_SLOTS:
             QVERIFY(distance(reading.getCoord(3), {QString(), 2.4, 2.5, 0.0}) < 1e-12);
             COMPARE_NEAR(distance(reading.getCoord(4), reading.getCoord(1)), 2.6, 1e-12);
             COMPARE_NEAR(std::abs(reading.getCoord(4).z), 2.6, 1e-12);
-            QVERIFY2(readText("a.zmt", rows).ok, rows);
+            COMPARE_NEAR(reading.getCoordZMT(rows.contains("XX") ? 5 : 4).distance, 2.6, 1e-12);
+            QCOMPARE(readText("a.zmt", rows).ok, !rows.contains("-2.6"));
         }
     }
 
