@@ -13,19 +13,10 @@ using transferRates::Transfer;
 
 namespace {
 
-/// Number in its list of the second of two triplets.
-constexpr int secondTriplet = 2;
-
 bool isZero(const ByRank &parameters)
 {
     return std::all_of(parameters.values.begin(), parameters.values.end(),
                        [](double x) { return x == 0.0; });
-}
-
-/// True when both the energy and a distance that a rate can be had from are known.
-bool isUsable(const DonorState &donor)
-{
-    return std::isfinite(donor.energy) && std::isfinite(donor.rl) && donor.rl > 0.0;
 }
 
 } // namespace
@@ -56,8 +47,8 @@ bool LanqorSpectroscopicCalculationPrivate::takeExcitedStates(LanqorRL *calculat
     selectStates(programType);
     if (!checkStates(rlPath))
         return false;
-    formulas.minDistance = rlCalculation->getMinDistanceLnLigand() * cmPerAngstrom;
     areStatesChosen = true;
+    formulas.minDistance = minDistanceRead() * cmPerAngstrom;
     return true;
 }
 
@@ -108,37 +99,23 @@ bool LanqorSpectroscopicCalculationPrivate::refuseTransfer(const QString &reason
     transfer = Transfer();
     populations = {};
     quantumYield = 0.0;
+    sensitisation = 0.0;
+    shares = {};
     solvedScheme = nullptr;
     return owner.failWith(reason);
 }
 
 /// Runs @p request on top of the tables as they are: channels that it leaves closed keep theirs.
-bool LanqorSpectroscopicCalculationPrivate::runTransfer(const Transfer &request)
+bool LanqorSpectroscopicCalculationPrivate::runTransfer(Transfer request)
 {
-    for (const Channel &channel : transferChannels::channels) {
-        if (!request.isOpen(channel))
-            continue;
-        const DonorState &donor = request.donors.of(channel.donor);
-        if (!isUsable(donor)) {
-            const QString kind =
-                channel.donor == transferChannels::S1 ? tr("singlet") : tr("triplet");
-            const QString name =
-                donor.number > 0 ? tr("%1 state number %2").arg(kind, QString::number(donor.number))
-                                 : kind;
-            return refuseTransfer(
-                tr("The %1 cannot be a donor: its energy is %2 cm^-1 and its "
-                   "distance RL from the ion is %3 Angstrom.")
-                    .arg(name, QString::number(donor.energy), QString::number(donor.rl)));
-        }
-        if (channel.mechanism == TransferMechanism::Exchange && formulas.needsMinDistance() &&
-            !(formulas.minDistance > 0.0))
-            return refuseTransfer(tr("Energy-transfer models 0 and 1 need the shortest ion-ligand "
-                                     "distance, which is missing: no output of an excited-state "
-                                     "calculation has been read. Model 2 works without it."));
-    }
-    const transferRates::Tables kept = transfer.tables;
+    donorsBeforeShift = request.donors;
+    request.donors.triplet.energy += tripletShift;
+    request.donors.firstTriplet.energy += tripletShift;
+    const QString reason = reasonAgainst(request, formulas);
+    if (!reason.isEmpty())
+        return refuseTransfer(reason);
+    request.tables = transfer.tables;
     transfer = request;
-    transfer.tables = kept;
     if (isZero(formulas.omegaEd))
         owner.emitProgress(
             tr(" -> (Spectroscopic Calculation) The forced electric dipole part of the "
@@ -188,12 +165,13 @@ void LanqorSpectroscopicCalculationPrivate::announceIdleChannels(
 void LanqorSpectroscopicCalculationPrivate::solvePopulations(const rateEquations::Scheme &scheme,
                                                              double aradUsed, double anradUsed)
 {
-    const Eigen::VectorXd x = rateEquations::steadyState(
-        rateEquations::rateMatrix(scheme, transfer.tables, aradUsed + anradUsed));
-    for (std::size_t i = 0; i < scheme.states.size(); ++i)
-        populations[scheme.states[i]] = x[static_cast<Eigen::Index>(i)];
-    quantumYield = 100.0 * (populations[transferChannels::Level5D0] * aradUsed) /
-                   (populations[transferChannels::S0] * rateEquations::excitationRate);
+    const rateEquations::Solution solution =
+        rateEquations::solve(scheme, transfer.tables, aradUsed, anradUsed, kinetics);
+    for (const transferChannels::State state : scheme.states)
+        populations[state] = solution.populations[state];
+    quantumYield = solution.quantumYield;
+    sensitisation = 100.0 * quantumYield / (100.0 * aradUsed / (anradUsed + aradUsed));
+    shares = solution.shares;
     solvedScheme = &scheme;
 }
 
@@ -282,10 +260,8 @@ void LanqorSpectroscopicCalculation::calcArad()
     d->quantumEfficiency = 100.0 * d->arad / (d->anrad + d->arad);
 }
 
-void LanqorSpectroscopicCalculation::calcAnrad(const double &arad)
+double LanqorSpectroscopicCalculationPrivate::estimatedAnrad(double arad)
 {
-    if (arad != 0.0)
-        d->arad = arad;
     // An empirical law in R, the cube root of a multiple of the radiative rate; source of the law
     // and of its parameters not known.
     //     X = 3/4 Arad c^3 (1/c)^4 / (1e-9)^2,  R = X^(1/3),  Anrad = a exp(-b (R + R0))
@@ -298,9 +274,16 @@ void LanqorSpectroscopicCalculation::calcAnrad(const double &arad)
     constexpr double c3 = lanqor::lightSpeed * lanqor::lightSpeed * lanqor::lightSpeed;
     constexpr double scale = c3 * inverseLightSpeed * inverseLightSpeed * inverseLightSpeed *
                              inverseLightSpeed / (unit * unit);
-    const double X = scale * d->arad * 3.0 * 0.25;
+    const double X = scale * arad * 3.0 * 0.25;
     const double R = std::pow(X, 0.333333333333333);
-    d->anrad = a * std::exp(-b * (R + R0));
+    return a * std::exp(-b * (R + R0));
+}
+
+void LanqorSpectroscopicCalculation::calcAnrad(const double &arad)
+{
+    if (arad != 0.0)
+        d->arad = arad;
+    d->anrad = d->estimatedAnrad(d->arad);
     d->quantumEfficiency = 100.0 * d->arad / (d->anrad + d->arad);
     d->lifeTime = 1.0 / (d->arad + d->anrad);
     d->isLifeTimeEstimated = true;
@@ -310,28 +293,22 @@ void LanqorSpectroscopicCalculation::calcAnrad(const double &arad)
 bool LanqorSpectroscopicCalculation::calcEnergyTransferRate()
 {
     d->emitEarlyMessages();
-    if (!d->areStatesChosen)
+    const bool isGiven = d->givenSinglet.energy != 0.0 || d->givenTriplet.energy != 0.0;
+    if (!d->areStatesChosen && !isGiven)
         return d->refuseTransfer(tr("Energy transfer needs donor states of the ligand: none were "
                                     "taken from the output of an excited-state calculation."));
-    const LanqorRL &states = *d->rlCalculation;
-    if (d->considerTwoTriplets && states.getTripletStatesCount() < secondTriplet)
-        return d->refuseTransfer(tr("There is no triplet state number %1 to be the second of two "
-                                    "triplets: the excited-state output gives %2 of them.")
-                                     .arg(QString::number(secondTriplet),
-                                          QString::number(states.getTripletStatesCount())));
-    const auto triplet = [&states](int number) {
-        return DonorState{number, states.getTripletEnergy(number), states.getTripletRL(number), {}};
-    };
+    const bool isSecondGiven = d->givenTriplet.energy != 0.0 && d->givenTriplet.rl != 0.0;
+    if (d->considerTwoTriplets && d->areStatesChosen && !isSecondGiven &&
+        d->rlCalculation->getTripletStatesCount() < d->secondTriplet)
+        return d->refuseTransfer(
+            tr("There is no triplet state number %1 to be the second of two "
+               "triplets: the excited-state output gives %2 of them.")
+                .arg(QString::number(d->secondTriplet),
+                     QString::number(d->rlCalculation->getTripletStatesCount())));
     Transfer request;
     request.openChannels = d->energyTransferChannels;
     request.twoTriplets = d->considerTwoTriplets;
-    request.donors.singlet = {d->selectedSinglet,
-                              states.getSingletEnergy(d->selectedSinglet),
-                              states.getSingletRL(d->selectedSinglet),
-                              {}};
-    request.donors.triplet = triplet(d->considerTwoTriplets ? secondTriplet : d->selectedTriplet);
-    if (d->considerTwoTriplets)
-        request.donors.firstTriplet = triplet(d->selectedTriplet);
+    request.donors = d->donorsOfStates();
     return d->runTransfer(request);
 }
 

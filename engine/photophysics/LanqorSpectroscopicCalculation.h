@@ -1,12 +1,15 @@
 #pragma once
 
 #include <LanqorEngine/EnergyTransferChannels.h>
+#include <LanqorEngine/KineticParameters.h>
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
 #include <LanqorEngine/LanqorRL.h>
 #include <LanqorEngine/SpecPrintingOptions.h>
 #include <LanqorEngine/SpectroscopicResults.h>
+#include <LanqorEngine/YieldInputs.h>
 
 #include <QString>
+#include <QVector>
 
 #include <memory>
 
@@ -22,14 +25,14 @@ class LanqorSpectroscopicCalculationPrivate;
 /// energies in cm^-1, distances in Angstrom, the lifetime in s, yield and efficiency in percent.
 ///
 /// Transfer rates by the dipole-dipole, dipole-multipole and exchange mechanisms (O. L. Malta,
-/// J. Lumin. 71, 229 (1997)). A back-transfer is its transfer times exp(-difference / kT) at 300 K
-/// for the difference of donor and acceptor energy; degeneracies, which detailed balance would
-/// bring in, are left out. A measured lifetime already holds the loss by back-transfer from 5D0:
-/// with a donor near 5D0 that loss counts twice, in the non-radiative rate and in the rate
-/// equations. The rates are known by the slots of LanqorTransferChannels: 0 to 4 singlet -> 5D4,
-/// 5G6, 5L6, 5D1, 5D0; 10 to 14 the same from the triplet; 5 the first of two triplets -> 5D4. The
-/// table of multipolar rates holds slots 0-2, 5 and 10-12, the table of exchange rates 3, 4, 13
-/// and 14.
+/// J. Lumin. 71, 229 (1997)). A back-transfer is its transfer times exp(-difference / kT) for the
+/// difference of donor and acceptor energy, by default at 300 K and without the degeneracies that
+/// detailed balance would bring in (KineticParameters). A measured lifetime already holds the loss
+/// by back-transfer from 5D0: with a donor near 5D0 that loss counts twice, in the non-radiative
+/// rate and in the rate equations. The rates are known by the slots of LanqorTransferChannels: 0 to
+/// 4 singlet -> 5D4, 5G6, 5L6, 5D1, 5D0; 10 to 14 the same from the triplet; 5 the first of two
+/// triplets -> 5D4. The table of multipolar rates holds slots 0-2, 5 and 10-12, the table of
+/// exchange rates 3, 4, 13 and 14.
 class LANQORENGINE_EXPORT LanqorSpectroscopicCalculation : public LanqorAbstractObjCalculation
 {
     Q_OBJECT
@@ -77,13 +80,35 @@ public:
     /// Exchange model: 0 (default) and 1 through the 4f-ligand overlap squared or to the fourth
     /// power, 2 through the shielding of the 4f shell. Exchange is 0 for any other number. Models
     /// 0 and 1 also shield the dipole-dipole term, and need the shortest ion-ligand distance of
-    /// an excited-state output.
+    /// an excited-state output or of setMinDistanceLnLigand.
     void setETModel(const int &model);
     /// Two donor triplets: the selected one feeds 5D4 (slot 5), number 2 of the list all triplet
     /// channels (slots 10 to 14).
     void setConsiderTwoTriplets(const bool &consider);
     void setEnergyTransferChannels(const EnergyTransferChannels &channels);
     void setSpecPrintingOptions(const SpecPrintingOptions &options);
+
+    // One value in place of that of the excited-state output, whichever states are chosen; without
+    // an output, the values of all donors that the open channels use make calcEnergyTransferRate()
+    // and what rests on it possible. They hold from the next calcEnergyTransferRate() on. Energies
+    // in cm^-1, distances in Angstrom; 0 takes the value back.
+    void setSingletEnergy(const double &energy);
+    void setSingletRL(const double &distance);
+    /// Of the triplet that feeds all triplet channels; of two triplets the second (T).
+    void setTripletEnergy(const double &energy);
+    void setTripletRL(const double &distance);
+    /// Of two triplets the one that feeds 5D4 (Ta).
+    void setFirstTripletEnergy(const double &energy);
+    void setFirstTripletRL(const double &distance);
+    /// Added to the energies of all donor triplets, read or given, cm^-1. Calculated triplets are
+    /// off by hundreds to thousands of cm^-1.
+    void setTripletShift(const double &shift);
+    /// From the ion to the nearest ligand atom.
+    void setMinDistanceLnLigand(const double &distance);
+    /// Rates of the ligands and of the cascade, and the temperature of the back-transfer. The
+    /// rates hold from the next calculation of the yield on, the temperature and the degeneracies
+    /// from the next calcEnergyTransferRate().
+    void setKineticParameters(const KineticParameters &parameters);
 
     /// Radiative rates of 5D0 by Omega and refractive index, then non-radiative rate and quantum
     /// efficiency by the lifetime, or by calcAnrad when the lifetime is 0. A non-radiative rate
@@ -118,6 +143,15 @@ public:
     /// and 14 alone take part.
     bool calcQuantumYieldTwoTriplets();
 
+    /// The yield by plain values, as the calculations above find it to the last bit; reads nothing
+    /// and knows no object, so that it can run thousands of times.
+    static YieldOutcome calcYield(const YieldInputs &inputs);
+    /// The values of the next calculation with the scheme of the last one, else that of all
+    /// channels. A lifetime that was estimated is 0 here.
+    YieldInputs getYieldInputs() const;
+    /// The numbers of YieldInputs by name, in the order of the record.
+    static QVector<YieldQuantity> getYieldQuantities();
+
     /// Omega(lambda) in use, cm^2, lambda = 2, 4, 6; 0 for another number.
     double getOmega(const int &lambda) const;
     /// Its forced electric dipole part, cm^2.
@@ -144,6 +178,13 @@ public:
     double getExchangeForwardRate(const int &k) const;
     double getExchangeBackwardRate(const int &k) const;
     double getEnergyMismatch(const int &k) const;
+
+    /// Rates of ligands and cascade, temperature.
+    KineticParameters getKineticParameters() const;
+    /// quantum yield / quantum efficiency, percent.
+    double getSensitisation() const;
+    /// Where the photons of the last calculation of the yield go.
+    PhotonShares getPhotonShares() const;
 
     /// Numbers of the donor states in use (1-based).
     int getSelectedSinglet() const;

@@ -2,6 +2,7 @@
 
 #include "LanqorSpectroscopicCalculation.h"
 #include "intensity/radiativeRates_p.h"
+#include "photophysics/photonShares_p.h"
 #include "photophysics/rateEquations_p.h"
 #include "photophysics/transferRates_p.h"
 
@@ -27,12 +28,25 @@ public:
     void selectStates(int programType);
     bool checkStates(const QString &rlPath);
     void emitEarlyMessages();
-    bool runTransfer(const transferRates::Transfer &request);
+    DonorState donor(transferChannels::State state) const;
+    transferRates::Donors donorsOfStates() const;
+    bool runTransfer(transferRates::Transfer request);
+    static QString reasonAgainst(const transferRates::Transfer &request,
+                                 const transferRates::Formulas &formulas);
     bool refuseTransfer(const QString &reason);
     bool prepareRates();
     void solvePopulations(const rateEquations::Scheme &scheme, double aradUsed, double anradUsed);
     void announceIdleChannels(const rateEquations::Scheme &scheme);
     void fillTransfer(SpectroscopicResults &results) const;
+    QVector<ReplacedValue> replacedValues() const;
+    double minDistanceRead() const;
+    YieldScheme scheme() const;
+
+    const DonorValues &givenOf(transferChannels::State state) const;
+    /// The empirical non-radiative rate that goes with a radiative rate, s^-1.
+    static double estimatedAnrad(double arad);
+
+    static constexpr int secondTriplet = 2; ///< number in its list of the second of two
 
     LanqorSpectroscopicCalculation &owner;
     QString inputPath;
@@ -57,7 +71,16 @@ public:
     double quantumYield = 0.0;
     transferRates::Formulas formulas;
     transferRates::Transfer transfer;                    // the last one
+    transferRates::Donors donorsBeforeShift;             // of the last one
     const rateEquations::Scheme *solvedScheme = nullptr; // of the populations
+    KineticParameters kinetics;
+    PhotonShares shares;
+    double sensitisation = 0.0;
+    DonorValues givenSinglet; // 0 where nothing is given
+    DonorValues givenTriplet;
+    DonorValues givenFirstTriplet;
+    double tripletShift = 0.0;
+    double givenMinDistance = 0.0; // Angstrom
     LanqorRL *rlCalculation = nullptr;
     SpecPrintingOptions specPrintingOptions;
     QStringList earlyMessages; // of the excited states

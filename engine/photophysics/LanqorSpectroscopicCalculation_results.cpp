@@ -247,7 +247,8 @@ SpectroscopicResults LanqorSpectroscopicCalculation::getResults() const
     if (d->solvedScheme) {
         for (const transferChannels::State state : d->solvedScheme->states)
             results.populations.append({name(state), d->populations[state]});
-        for (const rateEquations::FixedRate &fixed : rateEquations::fixedRates(*d->solvedScheme))
+        for (const rateEquations::FixedRate &fixed :
+             rateEquations::fixedRates(*d->solvedScheme, d->kinetics))
             results.kineticConstants.append({name(fixed.from), name(fixed.to), fixed.rate});
     }
     results.quantumYield = d->quantumYield;
@@ -255,6 +256,12 @@ SpectroscopicResults LanqorSpectroscopicCalculation::getResults() const
         results.ligandStates = d->rlCalculation->getResults();
     results.overlapExponent = d->formulas.nOverlapIntegral;
     results.bandHalfWidth = d->formulas.bandHalfWidth;
+    results.kinetics = d->kinetics;
+    results.minDistanceLnLigand =
+        d->givenMinDistance != 0.0 ? d->givenMinDistance : d->minDistanceRead();
+    results.sensitisation = d->sensitisation;
+    results.shares = d->shares;
+    results.replacedValues = d->replacedValues();
     results.warnings = spectroscopicWarnings(results);
     return results;
 }

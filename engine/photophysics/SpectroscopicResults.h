@@ -2,6 +2,8 @@
 
 #include <LanqorEngine/ByRank.h>
 #include <LanqorEngine/DonorStatesResults.h>
+#include <LanqorEngine/KineticParameters.h>
+#include <LanqorEngine/PhotonShares.h>
 #include <LanqorEngine/TransferChannel.h>
 
 #include <QString>
@@ -36,12 +38,21 @@ struct StatePopulation
     double population = 0.0;
 };
 
-/// A rate of the kinetic scheme that is the same for all complexes, s^-1.
+/// A rate of the kinetic scheme that is set, by default the same for all complexes, s^-1.
 struct KineticConstant
 {
     QString from; ///< states, named as those of the populations
     QString to;
     double rate = 0.0;
+};
+
+/// A value that stands in for that of the excited-state output.
+struct ReplacedValue
+{
+    QString quantity;  ///< "triplet energy"
+    QString unit;      ///< "cm^-1"
+    double read = 0.0; ///< of the output; 0 without one
+    double used = 0.0;
 };
 
 /// What LanqorSpectroscopicCalculation found. Rates in s^-1, Omega in cm^2.
@@ -79,4 +90,9 @@ struct SpectroscopicResults
     QVector<KineticConstant> kineticConstants; ///< of the scheme; empty without populations
     /// Sentences on results that donor states, channels or a lifetime make doubtful.
     QStringList warnings;
+    KineticParameters kinetics;
+    double minDistanceLnLigand = 0.0; ///< of exchange models 0 and 1, Angstrom; 0: not known
+    double sensitisation = 0.0;       ///< quantum yield / quantum efficiency, percent
+    PhotonShares shares;              ///< of the photons; void without populations
+    QVector<ReplacedValue> replacedValues;
 };

@@ -11,15 +11,6 @@ namespace rateEquations {
 
 namespace {
 
-// Orders of magnitude that are typical of ligands and ion, s^-1; source of the numbers not known.
-constexpr double intersystemCrossing = 100000000.0; // S1 -> triplet, and between two triplets
-constexpr double singletDecay = 1000000.0;          // S1 -> S0
-constexpr double tripletDecay = 100000.0;           // T1 -> S0
-// The scheme with two triplets was set up with triplets that decay ten times as fast; its
-// results are comparable with published ones only so.
-constexpr double tripletDecayOfTwo = 1000000.0;
-constexpr double cascadeStep = 1000000.0; // from a level of the ion to the next below
-
 /// k(from -> to) between all states.
 class RateTable
 {
@@ -49,8 +40,9 @@ bool Scheme::holdsSlot(int slot) const
 
 const Scheme &sixStates()
 {
-    static const Scheme scheme = {
-        {S0, S1, T1, Level5D4, Level5D1, Level5D0}, {0, 3, 4, 10, 13, 14}, tripletDecay};
+    static const Scheme scheme = {{S0, S1, T1, Level5D4, Level5D1, Level5D0},
+                                  {0, 3, 4, 10, 13, 14},
+                                  &KineticParameters::tripletDecay};
     return scheme;
 }
 
@@ -58,7 +50,7 @@ const Scheme &eightStates()
 {
     static const Scheme scheme = {{S0, S1, T1, Level5D4, Level5G6, Level5L6, Level5D1, Level5D0},
                                   {0, 1, 2, 3, 4, 10, 11, 12, 13, 14},
-                                  tripletDecay};
+                                  &KineticParameters::tripletDecay};
     return scheme;
 }
 
@@ -66,37 +58,40 @@ const Scheme &twoTriplets()
 {
     static const Scheme scheme = {{S0, S1, FirstTriplet, T1, Level5D4, Level5D1, Level5D0},
                                   {0, 5, 13, 14},
-                                  tripletDecayOfTwo};
+                                  &KineticParameters::tripletDecayOfTwo};
     return scheme;
 }
 
-std::vector<FixedRate> fixedRates(const Scheme &scheme)
+std::vector<FixedRate> fixedRates(const Scheme &scheme, const KineticParameters &parameters)
 {
-    std::vector<FixedRate> rates = {{S0, S1, excitationRate}, {S1, S0, singletDecay}};
+    std::vector<FixedRate> rates = {{S0, S1, parameters.excitation},
+                                    {S1, S0, parameters.singletDecay}};
     for (const State triplet : {FirstTriplet, T1}) {
         if (!scheme.holds(triplet))
             continue;
-        rates.push_back({S1, triplet, intersystemCrossing});
-        rates.push_back({triplet, S0, scheme.tripletDecay});
+        rates.push_back({S1, triplet, parameters.intersystemCrossing});
+        rates.push_back({triplet, S0, parameters.*scheme.tripletDecay});
     }
     if (scheme.holds(FirstTriplet))
-        rates.push_back({FirstTriplet, T1, intersystemCrossing});
+        rates.push_back({FirstTriplet, T1, parameters.tripletCrossing});
     State above = S0;
     for (const State level : scheme.states) {
         if (level < Level5D4)
             continue;
         if (above != S0)
-            rates.push_back({above, level, cascadeStep});
+            rates.push_back(
+                {above, level,
+                 level == Level5D0 ? parameters.lowerCascade : parameters.upperCascade});
         above = level;
     }
     return rates;
 }
 
 Eigen::MatrixXd rateMatrix(const Scheme &scheme, const transferRates::Tables &tables,
-                           double emissionDecay)
+                           double emissionDecay, const KineticParameters &parameters)
 {
     RateTable k;
-    for (const FixedRate &fixed : fixedRates(scheme))
+    for (const FixedRate &fixed : fixedRates(scheme, parameters))
         k(fixed.from, fixed.to) = fixed.rate;
     k(Level5D0, S0) = emissionDecay;
     for (const Channel &channel : channels) {

@@ -2,6 +2,8 @@
 
 #include "photophysics/transferRates_p.h"
 
+#include <LanqorEngine/KineticParameters.h>
+
 #include <Eigen/Core>
 
 #include <vector>
@@ -10,16 +12,13 @@
 /// F. R. Goncalves e Silva, Spectrochim. Acta A 54, 1593 (1998)); rates in s^-1.
 namespace rateEquations {
 
-/// Excitation S0 -> S1, s^-1; weak, so that S0 is hardly emptied. Source of the number not known.
-constexpr double excitationRate = 10000.0;
-
 /// Which states and channels a kinetic scheme holds. The levels of the ion among its states
 /// are a cascade: each passes its population to the next.
 struct Scheme
 {
     std::vector<transferChannels::State> states; ///< S0 first
     std::vector<int> channelSlots;               ///< of the channels that take part
-    double tripletDecay;                         ///< each triplet -> S0
+    double KineticParameters::*tripletDecay;     ///< each triplet -> S0
 
     bool holds(transferChannels::State state) const;
     bool holdsSlot(int slot) const;
@@ -42,13 +41,13 @@ struct FixedRate
 };
 
 /// Excitation, decay and crossing of the ligand states, and the cascade in the ion.
-std::vector<FixedRate> fixedRates(const Scheme &scheme);
+std::vector<FixedRate> fixedRates(const Scheme &scheme, const KineticParameters &parameters = {});
 
 /// A(j, i) = k(i -> j), A(i, i) = -sum of k(i -> j), in the order of the scheme's states; the
 /// columns sum to 0.
 /// @param emissionDecay  5D0 -> ground state, radiative and non-radiative together
 Eigen::MatrixXd rateMatrix(const Scheme &scheme, const transferRates::Tables &tables,
-                           double emissionDecay);
+                           double emissionDecay, const KineticParameters &parameters = {});
 
 /// Solves A x = 0 with sum(x) = 1, which takes the place of the equation of S0. Relative errors of
 /// the populations, against exact rationals: 1e-15 with weak back-transfer, 1e-10 with a donor

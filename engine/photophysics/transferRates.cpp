@@ -28,8 +28,11 @@ constexpr double chargeTimesDipoleStrength = 2.307077352370616e-54;
 /// Energy of one cm^-1, erg: hc with h = 6.62606957417e-27 erg s (CODATA 2010, which gives nine
 /// digits).
 constexpr double ergPerWavenumber = 1.9864456845196332e-16;
-/// kT at 300 K, erg, with k = 1.3806488e-16 erg/K (CODATA 2010).
-constexpr double kT = 4.1419464000000004e-14;
+/// k, erg/K (CODATA 2010).
+constexpr double boltzmannConstant = 1.3806488e-16;
+/// kT at 300 K, erg, the digits by which published results were had.
+constexpr double roomTemperature = 300.0;
+constexpr double kTAtRoomTemperature = 4.1419464000000004e-14;
 
 double integerPower(double x, int n)
 {
@@ -70,8 +73,10 @@ double overlap4fLigand(double R0, double R, double n)
     return 0.05 * std::pow(R0 / R, n);
 }
 
-double boltzmannFactor(double delta)
+double boltzmannFactor(double delta, double temperature)
 {
+    const double kT =
+        temperature == roomTemperature ? kTAtRoomTemperature : boltzmannConstant * temperature;
     return std::exp(-delta * ergPerWavenumber / kT);
 }
 
@@ -105,6 +110,12 @@ double Formulas::calcWetEX(double delta, int J, double S, double R, int g) const
     default:
         return 0.0;
     }
+}
+
+double Formulas::backRatio(const Channel &channel, double delta) const
+{
+    const double ratio = boltzmannFactor(delta, temperature);
+    return withDegeneracies ? ratio * channel.g / (2 * channel.J + 1) : ratio;
 }
 
 const DonorState &Donors::of(State state) const
@@ -153,11 +164,11 @@ void setRates(const Formulas &formulas, const Channel &channel, double R, Tables
         const double rate = formulas.WetDD(delta, channel.J, R, U2, channel.g) +
                             formulas.WetDM(delta, channel.J, R, U2, channel.g);
         tables.forwardRates[slot] = rate;
-        tables.backwardRates[slot] = rate * boltzmannFactor(delta);
+        tables.backwardRates[slot] = rate * formulas.backRatio(channel, delta);
     } else {
         const double rate = formulas.calcWetEX(delta, channel.J, channel.spinElement, R, channel.g);
         tables.exchangeForwardRates[slot] = rate;
-        tables.exchangeBackwardRates[slot] = rate * boltzmannFactor(delta);
+        tables.exchangeBackwardRates[slot] = rate * formulas.backRatio(channel, delta);
     }
 }
 

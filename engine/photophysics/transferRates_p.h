@@ -28,8 +28,9 @@ double overlap4f4f(double R);
 /// 27 (1982)).
 double overlap4fLigand(double R0, double R, double n);
 
-/// exp(-delta / kT) at 300 K: ratio of a rate of back-transfer to that of transfer.
-double boltzmannFactor(double delta);
+/// exp(-delta / kT): ratio of a rate of back-transfer to that of transfer between states that are
+/// not degenerate. @p temperature in K.
+double boltzmannFactor(double delta, double temperature = 300.0);
 
 /// The formulas that depend on how the ion and its surroundings are described.
 struct Formulas
@@ -41,6 +42,8 @@ struct Formulas
     double nOverlapIntegral = 3.5; ///< exponent of the overlap, as in the simple overlap model
     double minDistance = 0.0;      ///< ion to nearest ligand atom, cm
     ByRank omegaEd;                ///< Omega(lambda) of the ED part, cm^2
+    double temperature = 300.0;    ///< of back-transfer, K
+    bool withDegeneracies = false; ///< in the ratio of back-transfer and transfer
 
     /// Dipole-dipole rate. @p U2 by rank, @p g the degeneracy of the donor.
     double WetDD(double delta, int J, double R, const ByRank &U2, int g) const;
@@ -48,6 +51,9 @@ struct Formulas
     double WetDM(double delta, int J, double R, const ByRank &U2, int g) const;
     /// Exchange rate. @p S is a spin matrix element and enters squared.
     double calcWetEX(double delta, int J, double S, double R, int g) const;
+    /// Ratio of back-transfer and transfer over @p channel:
+    ///     exp(-delta / kT), with degeneracies times g(donor) / (2J + 1)
+    double backRatio(const transferChannels::Channel &channel, double delta) const;
     /// True for the models that need the distance to the nearest ligand atom.
     bool needsMinDistance() const { return etModel == 0 || etModel == 1; }
 };

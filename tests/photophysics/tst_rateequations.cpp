@@ -1,5 +1,5 @@
 #include "TestSupport.h"
-#include "photophysics/rateEquations_p.h"
+#include "photophysics/photonShares_p.h"
 
 #include <QtTest>
 
@@ -114,6 +114,30 @@ const Scheme &schemeOf(int states)
     return states == 8 ? rateEquations::eightStates() : rateEquations::twoTriplets();
 }
 
+/// The flows to the ground state per absorbed photon, by the rates written out by hand.
+PhotonShares sharesByHand(int states, const Rates &k, double arad)
+{
+    const std::vector<double> x = stationary(k);
+    Rates oneWay = k; // nothing returns from 5D0
+    for (std::size_t i = 1; i < k.size(); ++i)
+        oneWay.back()[i] = 0.0;
+    const std::vector<double> first = stationary(oneWay);
+    const auto flow = [&k](const std::vector<double> &p, std::size_t i) {
+        return p[i] * k[i][0] / (p[0] * k[0][1]);
+    };
+    const auto triplets = [&](const std::vector<double> &p) {
+        return flow(p, 2) + (states == 7 ? flow(p, 3) : 0.0);
+    };
+    PhotonShares shares;
+    shares.singletDecay = flow(x, 1);
+    shares.tripletDecay = triplets(x);
+    shares.emitted = flow(x, k.size() - 1) * arad / 1500.0;
+    shares.nonRadiative = flow(x, k.size() - 1) - shares.emitted;
+    shares.reaching5D0 = flow(first, k.size() - 1);
+    shares.backTransfer = flow(x, 1) - flow(first, 1) + triplets(x) - triplets(first);
+    return shares;
+}
+
 /// Population of a state per population of S0.
 double perGroundState(const Scheme &scheme, const Tables &tables, double emissionDecay, State state)
 {
@@ -142,9 +166,10 @@ void TestRateEquations::populations()
     QFETCH(int, states);
     QFETCH(double, backFraction);
     const Tables tables = variedTables(backFraction);
-    const std::vector<double> expected = stationary(states == 6   ? sixByHand(tables)
-                                                    : states == 8 ? eightByHand(tables)
-                                                                  : twoTripletsByHand(tables));
+    const Rates byHand = states == 6   ? sixByHand(tables)
+                         : states == 8 ? eightByHand(tables)
+                                       : twoTripletsByHand(tables);
+    const std::vector<double> expected = stationary(byHand);
     const Eigen::VectorXd x =
         rateEquations::steadyState(rateEquations::rateMatrix(schemeOf(states), tables, 1500.0));
     QCOMPARE(static_cast<int>(x.size()), states);
@@ -157,6 +182,16 @@ void TestRateEquations::populations()
                                 .arg(x[i], 0, 'g', 17)
                                 .arg(value, 0, 'g', 17)));
     }
+    const PhotonShares shares =
+        rateEquations::solve(schemeOf(states), tables, 600.0, 900.0, {}).shares;
+    const PhotonShares flows = sharesByHand(states, byHand, 600.0);
+    for (double PhotonShares::*share :
+         {&PhotonShares::singletDecay, &PhotonShares::tripletDecay, &PhotonShares::nonRadiative,
+          &PhotonShares::emitted, &PhotonShares::reaching5D0, &PhotonShares::backTransfer})
+        COMPARE_NEAR(shares.*share, flows.*share, 1e-9);
+    COMPARE_NEAR(shares.singletDecay + shares.tripletDecay + shares.nonRadiative + shares.emitted,
+                 1.0, 1e-9);
+    QVERIFY(shares.limitingShare >= std::max(shares.nonRadiative, shares.backTransfer));
 }
 
 void TestRateEquations::closedChannelsLeaveTheIonDark()

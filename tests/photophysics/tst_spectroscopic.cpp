@@ -4,6 +4,7 @@
 #include <LanqorEngine/LanqorRL.h>
 #include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/LanqorSpectroscopicCalculation.h>
+#include <LanqorEngine/LanqorTransferChannels.h>
 
 #include <QtTest>
 
@@ -24,6 +25,9 @@ private Q_SLOTS:
     void emission();
     void givenValues();
     void transferNeedsExcitedStates();
+    void replacedValues();
+    void plainValues();
+    void kinetics();
     void route();
     void readersInsteadOfFiles();
     void twoTriplets();
@@ -204,6 +208,129 @@ void TestSpectroscopic::transferNeedsExcitedStates()
         QCOMPARE(sumOfPopulations(calculation) + calculation.getQuantumYield(), 0.0);
         QVERIFY(calculation.getResults().populations.isEmpty());
     }
+}
+
+/// Given values take the place of read ones, and stand alone: both ways give the same bits.
+void TestSpectroscopic::replacedValues()
+{
+    EnergyTransferChannels all;
+    for (const TransferChannel &channel : LanqorTransferChannels::getChannels())
+        if (channel.flag)
+            all.*(channel.flag) = true;
+    for (const int model : {0, 1, 2})
+        for (const bool twoTriplets : {false, true}) {
+            Example byFile(4, 2);
+            Calculation byHand(nullptr);
+            setIllustrativeValues(byHand);
+            const LanqorRL &states = *byFile.getRLCalculation();
+            byHand.setSingletEnergy(states.getSingletEnergy(2));
+            byHand.setSingletRL(states.getSingletRL(2));
+            byHand.setTripletRL(states.getTripletRL(twoTriplets ? 2 : 4));
+            byHand.setFirstTripletEnergy(states.getTripletEnergy(4));
+            byHand.setFirstTripletRL(states.getTripletRL(4));
+            byHand.setMinDistanceLnLigand(states.getMinDistanceLnLigand());
+            for (Calculation *calculation : {static_cast<Calculation *>(&byFile), &byHand}) {
+                calculation->setETModel(model);
+                calculation->setEnergyTransferChannels(all);
+                calculation->setConsiderTwoTriplets(twoTriplets);
+                calculation->setTripletEnergy(18765.0);
+                QVERIFY(twoTriplets ? calculation->calcQuantumYieldTwoTriplets()
+                                    : calculation->calcQuantumYieldNEW());
+                COMPARE_NEAR(calculation->getEnergyMismatch(14), 18765.0 - 17293.0, 1e-9);
+            }
+            QCOMPARE(byHand.getQuantumYield(), byFile.getQuantumYield());
+            const QVector<ReplacedValue> replaced = byFile.getResults().replacedValues;
+            QCOMPARE(replaced.size(), 1);
+            QCOMPARE(replaced.first().read, states.getTripletEnergy(twoTriplets ? 2 : 4));
+        }
+    Example calculation;
+    QVERIFY(calculation.calcEnergyTransferRate());
+    const double mismatch = calculation.getEnergyMismatch(14);
+    calculation.setTripletShift(-250.0);
+    QVERIFY(calculation.calcEnergyTransferRate());
+    COMPARE_NEAR(calculation.getEnergyMismatch(14), mismatch - 250.0, 1e-9);
+    calculation.setTripletShift(0.0);
+    calculation.setTripletEnergy(20000.0);
+    calculation.setTripletEnergy(0.0); // the value that was read counts again
+    QVERIFY(calculation.calcEnergyTransferRate());
+    QCOMPARE(calculation.getEnergyMismatch(14), mismatch);
+}
+
+/// The function of plain values gives the bits of the objects; every named number reaches it.
+void TestSpectroscopic::plainValues()
+{
+    Example eight;
+    eight.setETModel(1);
+    eight.setTripletShift(120.0);
+    QVERIFY(eight.calcQuantumYieldNEW());
+    Example two(3, 1);
+    two.setLifeTime(0.0);
+    two.setConsiderTwoTriplets(true);
+    QVERIFY(two.calcQuantumYieldTwoTriplets());
+    Calculation six(nullptr);
+    setIllustrativeValues(six);
+    six.setTripletShift(-300.0);
+    six.calcArad();
+    QVERIFY(six.calcQuantumYield(4.5, 5.1, 28000.0, 20500.0, six.getArad(), six.getAnrad()));
+    for (const Calculation *calculation :
+         {static_cast<Calculation *>(&eight), static_cast<Calculation *>(&two), &six}) {
+        YieldInputs inputs = calculation->getYieldInputs();
+        const YieldOutcome outcome = Calculation::calcYield(inputs);
+        QCOMPARE(outcome.error, QString());
+        QCOMPARE(outcome.quantumYield, calculation->getQuantumYield());
+        QCOMPARE(outcome.sensitisation, calculation->getSensitisation());
+        QCOMPARE(outcome.lifeTime, calculation->getLifeTime());
+        QCOMPARE(outcome.backwardRates[14], calculation->getExchangeBackwardRate(14));
+        for (const YieldQuantity &quantity : Calculation::getYieldQuantities()) {
+            quantity.set(inputs, 3.0);
+            COMPARE_NEAR(quantity.get(inputs), 3.0, 1e-14);
+        }
+    }
+    // Only what a scheme does not hold leaves its yield as it is.
+    for (const YieldQuantity &quantity : Calculation::getYieldQuantities()) {
+        YieldInputs inputs = two.getYieldInputs();
+        inputs.etModel = 1;
+        inputs.lifeTime = 0.4e-3;
+        const double before = Calculation::calcYield(inputs).quantumYield;
+        quantity.set(inputs, quantity.get(inputs) * 1.01 + 1.0);
+        const bool isIdle = quantity.name == QLatin1String("omega-ed6") ||
+                            quantity.name == QLatin1String("omega-ed2");
+        QVERIFY2((Calculation::calcYield(inputs).quantumYield == before) == isIdle,
+                 qPrintable(quantity.name));
+    }
+    YieldInputs unusable = eight.getYieldInputs();
+    unusable.minDistance = 0.0;
+    QVERIFY(Calculation::calcYield(unusable).error.contains(QStringLiteral("shortest")));
+}
+
+void TestSpectroscopic::kinetics()
+{
+    Example calculation;
+    QVERIFY(calculation.calcQuantumYieldNEW());
+    const double back = calculation.getExchangeBackwardRate(14);
+    const double mismatch = calculation.getEnergyMismatch(14);
+    const double yield = calculation.getQuantumYield();
+    KineticParameters parameters;
+    parameters.temperature = 150.0;
+    calculation.setKineticParameters(parameters);
+    QVERIFY(calculation.calcEnergyTransferRate() && calculation.calcQuantumYieldNEW());
+    // Half the temperature squares the Boltzmann factor; transfer itself stays.
+    const double forward = calculation.getExchangeForwardRate(14);
+    COMPARE_NEAR(calculation.getExchangeBackwardRate(14) * forward / (back * back), 1.0, 1e-12);
+    parameters.withDegeneracies = true; // T -> 5D1: g = 3 and 3; T -> 5D0: 3 and 1
+    calculation.setKineticParameters(parameters);
+    QVERIFY(calculation.calcEnergyTransferRate());
+    COMPARE_NEAR(calculation.getExchangeBackwardRate(14) * forward / (back * back), 3.0, 1e-12);
+    COMPARE_NEAR(std::log(forward / calculation.getExchangeBackwardRate(14) * 3.0),
+                 1.438776878 * mismatch / 150.0, 1e-4 * mismatch / 150.0);
+
+    parameters = {};
+    parameters.singletDecay = 1e9;
+    calculation.setKineticParameters(parameters);
+    QVERIFY(calculation.calcEnergyTransferRate() && calculation.calcQuantumYieldNEW());
+    // Of what S1 loses, a tenth as much crosses to the triplet as before.
+    COMPARE_NEAR(calculation.getQuantumYield() / yield, 0.0918, 1e-3);
+    QVERIFY(calculation.getPhotonShares().limitingStep == LimitingStep::SingletDecay);
 }
 
 void TestSpectroscopic::route()

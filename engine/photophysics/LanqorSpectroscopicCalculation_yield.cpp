@@ -1,0 +1,399 @@
+#include "core/physicalConstants_p.h"
+#include "photophysics/LanqorSpectroscopicCalculation_p.h"
+
+#include <algorithm>
+#include <cmath>
+
+using lanqor::cmPerAngstrom;
+using lanqor::omegaUnitCm2;
+using transferChannels::Channel;
+using transferChannels::State;
+using transferRates::Transfer;
+
+namespace {
+
+constexpr double msPerSecond = 1000.0;
+
+/// True when both the energy and a distance that a rate can be had from are known.
+bool isUsable(const DonorState &donor)
+{
+    return std::isfinite(donor.energy) && std::isfinite(donor.rl) && donor.rl > 0.0;
+}
+
+const rateEquations::Scheme &schemeOf(YieldScheme scheme)
+{
+    switch (scheme) {
+    case YieldScheme::SixStates:
+        return rateEquations::sixStates();
+    case YieldScheme::TwoTriplets:
+        return rateEquations::twoTriplets();
+    default:
+        return rateEquations::eightStates();
+    }
+}
+
+Transfer transferOf(const YieldInputs &inputs)
+{
+    const auto donor = [](const DonorValues &values, double shift) {
+        return DonorState{0, values.energy + shift, values.rl, {}};
+    };
+    Transfer transfer;
+    transfer.openChannels = inputs.channels;
+    transfer.twoTriplets = inputs.scheme == YieldScheme::TwoTriplets;
+    transfer.has5G6And5L6 = inputs.scheme != YieldScheme::SixStates;
+    transfer.donors.singlet = donor(inputs.singlet, 0.0);
+    transfer.donors.triplet = donor(inputs.triplet, inputs.tripletShift);
+    transfer.donors.firstTriplet = donor(inputs.firstTriplet, inputs.tripletShift);
+    return transfer;
+}
+
+transferRates::Formulas formulasOf(const YieldInputs &inputs)
+{
+    transferRates::Formulas formulas;
+    formulas.etModel = inputs.etModel;
+    formulas.bandHalfWidth = inputs.bandHalfWidth;
+    formulas.nOverlapIntegral = inputs.overlapExponent;
+    formulas.minDistance = inputs.minDistance * cmPerAngstrom;
+    formulas.omegaEd = inputs.omegaEd;
+    formulas.temperature = inputs.kinetics.temperature;
+    formulas.withDegeneracies = inputs.kinetics.withDegeneracies;
+    return formulas;
+}
+
+using Get = double (*)(const YieldInputs &);
+using Set = void (*)(YieldInputs &, double);
+
+YieldQuantity quantity(const char *name, const char *unit, Get get, Set set)
+{
+    return {QLatin1String(name), QLatin1String(unit), get, set};
+}
+
+} // namespace
+
+const DonorValues &LanqorSpectroscopicCalculationPrivate::givenOf(State state) const
+{
+    if (state == transferChannels::S1)
+        return givenSinglet;
+    return state == transferChannels::FirstTriplet ? givenFirstTriplet : givenTriplet;
+}
+
+/// The state that was chosen, with what is given in place of its values.
+DonorState LanqorSpectroscopicCalculationPrivate::donor(State state) const
+{
+    DonorState donor;
+    if (areStatesChosen && state == transferChannels::S1) {
+        donor.number = selectedSinglet;
+        donor.energy = rlCalculation->getSingletEnergy(donor.number);
+        donor.rl = rlCalculation->getSingletRL(donor.number);
+    } else if (areStatesChosen) {
+        const bool isSecond = considerTwoTriplets && state == transferChannels::T1;
+        donor.number = isSecond ? secondTriplet : selectedTriplet;
+        if (donor.number <= rlCalculation->getTripletStatesCount()) {
+            donor.energy = rlCalculation->getTripletEnergy(donor.number);
+            donor.rl = rlCalculation->getTripletRL(donor.number);
+        }
+    }
+    const DonorValues &given = givenOf(state);
+    if (given.energy != 0.0)
+        donor.energy = given.energy;
+    if (given.rl != 0.0)
+        donor.rl = given.rl;
+    if (given.energy != 0.0 && given.rl != 0.0)
+        donor.number = 0;
+    return donor;
+}
+
+transferRates::Donors LanqorSpectroscopicCalculationPrivate::donorsOfStates() const
+{
+    transferRates::Donors donors;
+    donors.singlet = donor(transferChannels::S1);
+    donors.triplet = donor(transferChannels::T1);
+    if (considerTwoTriplets)
+        donors.firstTriplet = donor(transferChannels::FirstTriplet);
+    return donors;
+}
+
+/// Why no rates can be had; empty when they can.
+QString
+LanqorSpectroscopicCalculationPrivate::reasonAgainst(const Transfer &request,
+                                                     const transferRates::Formulas &formulas)
+{
+    for (const Channel &channel : transferChannels::channels) {
+        if (!request.isOpen(channel))
+            continue;
+        const DonorState &donor = request.donors.of(channel.donor);
+        if (!isUsable(donor)) {
+            const QString kind =
+                channel.donor == transferChannels::S1 ? tr("singlet") : tr("triplet");
+            const QString name =
+                donor.number > 0 ? tr("%1 state number %2").arg(kind, QString::number(donor.number))
+                                 : kind;
+            return tr("The %1 cannot be a donor: its energy is %2 cm^-1 and its "
+                      "distance RL from the ion is %3 Angstrom.")
+                .arg(name, QString::number(donor.energy), QString::number(donor.rl));
+        }
+        if (channel.mechanism == TransferMechanism::Exchange && formulas.needsMinDistance() &&
+            !(formulas.minDistance > 0.0))
+            return tr("Energy-transfer models 0 and 1 need the shortest ion-ligand "
+                      "distance, which is missing: no output of an excited-state "
+                      "calculation has been read. Model 2 works without it.");
+    }
+    return QString();
+}
+
+/// Angstrom; 0 without an output.
+double LanqorSpectroscopicCalculationPrivate::minDistanceRead() const
+{
+    return areStatesChosen ? rlCalculation->getMinDistanceLnLigand() : 0.0;
+}
+
+YieldScheme LanqorSpectroscopicCalculationPrivate::scheme() const
+{
+    if (solvedScheme == &rateEquations::sixStates())
+        return YieldScheme::SixStates;
+    const bool isOfTwo =
+        solvedScheme ? solvedScheme == &rateEquations::twoTriplets() : considerTwoTriplets;
+    return isOfTwo ? YieldScheme::TwoTriplets : YieldScheme::EightStates;
+}
+
+QVector<ReplacedValue> LanqorSpectroscopicCalculationPrivate::replacedValues() const
+{
+    QVector<ReplacedValue> replaced;
+    const auto add = [&replaced](const QString &quantity, const char *unit, double read,
+                                 double used) {
+        if (used != 0.0)
+            replaced.append({quantity, QLatin1String(unit), read, used});
+    };
+    const char *const wavenumber = "cm^-1";
+    const char *const angstrom = "Angstrom";
+    if (areStatesChosen) {
+        const LanqorRL &states = *rlCalculation;
+        const int triplet = considerTwoTriplets ? secondTriplet : selectedTriplet;
+        add(tr("singlet energy"), wavenumber, states.getSingletEnergy(selectedSinglet),
+            givenSinglet.energy);
+        add(tr("singlet RL"), angstrom, states.getSingletRL(selectedSinglet), givenSinglet.rl);
+        if (triplet <= states.getTripletStatesCount()) {
+            add(tr("triplet energy"), wavenumber, states.getTripletEnergy(triplet),
+                givenTriplet.energy);
+            add(tr("triplet RL"), angstrom, states.getTripletRL(triplet), givenTriplet.rl);
+        }
+        if (considerTwoTriplets) {
+            add(tr("triplet Ta energy"), wavenumber, states.getTripletEnergy(selectedTriplet),
+                givenFirstTriplet.energy);
+            add(tr("triplet Ta RL"), angstrom, states.getTripletRL(selectedTriplet),
+                givenFirstTriplet.rl);
+        }
+        add(tr("shortest ion-ligand distance"), angstrom, minDistanceRead(), givenMinDistance);
+    }
+    add(tr("shift of the triplets"), wavenumber, 0.0, tripletShift);
+    return replaced;
+}
+
+void LanqorSpectroscopicCalculation::setSingletEnergy(const double &energy)
+{
+    d->givenSinglet.energy = energy;
+}
+
+void LanqorSpectroscopicCalculation::setSingletRL(const double &distance)
+{
+    d->givenSinglet.rl = distance;
+}
+
+void LanqorSpectroscopicCalculation::setTripletEnergy(const double &energy)
+{
+    d->givenTriplet.energy = energy;
+}
+
+void LanqorSpectroscopicCalculation::setTripletRL(const double &distance)
+{
+    d->givenTriplet.rl = distance;
+}
+
+void LanqorSpectroscopicCalculation::setFirstTripletEnergy(const double &energy)
+{
+    d->givenFirstTriplet.energy = energy;
+}
+
+void LanqorSpectroscopicCalculation::setFirstTripletRL(const double &distance)
+{
+    d->givenFirstTriplet.rl = distance;
+}
+
+void LanqorSpectroscopicCalculation::setTripletShift(const double &shift)
+{
+    d->tripletShift = shift;
+}
+
+void LanqorSpectroscopicCalculation::setMinDistanceLnLigand(const double &distance)
+{
+    d->givenMinDistance = distance;
+    d->formulas.minDistance = (distance != 0.0 ? distance : d->minDistanceRead()) * cmPerAngstrom;
+}
+
+void LanqorSpectroscopicCalculation::setKineticParameters(const KineticParameters &parameters)
+{
+    d->kinetics = parameters;
+    d->formulas.temperature = parameters.temperature;
+    d->formulas.withDegeneracies = parameters.withDegeneracies;
+}
+
+KineticParameters LanqorSpectroscopicCalculation::getKineticParameters() const
+{
+    return d->kinetics;
+}
+
+double LanqorSpectroscopicCalculation::getSensitisation() const
+{
+    return d->sensitisation;
+}
+
+PhotonShares LanqorSpectroscopicCalculation::getPhotonShares() const
+{
+    return d->shares;
+}
+
+YieldOutcome LanqorSpectroscopicCalculation::calcYield(const YieldInputs &inputs)
+{
+    YieldOutcome outcome;
+    Transfer transfer = transferOf(inputs);
+    const transferRates::Formulas formulas = formulasOf(inputs);
+    outcome.error = LanqorSpectroscopicCalculationPrivate::reasonAgainst(transfer, formulas);
+    if (!outcome.error.isEmpty())
+        return outcome;
+    outcome.arad = radiativeRates::calcRates(inputs.omega, inputs.refractiveIndex).total();
+    const bool isEstimated = inputs.lifeTime == 0.0;
+    outcome.anrad = isEstimated
+                        ? LanqorSpectroscopicCalculationPrivate::estimatedAnrad(outcome.arad)
+                        : 1.0 / inputs.lifeTime - outcome.arad;
+    outcome.lifeTime = isEstimated ? 1.0 / (outcome.arad + outcome.anrad) : inputs.lifeTime;
+    outcome.quantumEfficiency = 100.0 * outcome.arad / (outcome.anrad + outcome.arad);
+
+    transferRates::calcRates(formulas, transfer);
+    for (const Channel &channel : transferChannels::channels) {
+        outcome.forwardRates[static_cast<std::size_t>(channel.slot)] =
+            transfer.tables.forward(channel);
+        outcome.backwardRates[static_cast<std::size_t>(channel.slot)] =
+            transfer.tables.backward(channel);
+    }
+    const rateEquations::Solution solution = rateEquations::solve(
+        schemeOf(inputs.scheme), transfer.tables, outcome.arad, outcome.anrad, inputs.kinetics);
+    outcome.populations = solution.populations;
+    outcome.quantumYield = solution.quantumYield;
+    outcome.sensitisation = 100.0 * outcome.quantumYield / outcome.quantumEfficiency;
+    outcome.shares = solution.shares;
+    return outcome;
+}
+
+YieldInputs LanqorSpectroscopicCalculation::getYieldInputs() const
+{
+    YieldInputs inputs;
+    inputs.scheme = d->scheme();
+    const bool isOfArguments = inputs.scheme == YieldScheme::SixStates;
+    const transferRates::Donors donors = isOfArguments ? d->donorsBeforeShift : d->donorsOfStates();
+    inputs.singlet = {donors.singlet.energy, donors.singlet.rl};
+    inputs.triplet = {donors.triplet.energy, donors.triplet.rl};
+    inputs.firstTriplet = {donors.firstTriplet.energy, donors.firstTriplet.rl};
+    inputs.tripletShift = d->tripletShift;
+    inputs.minDistance = d->givenMinDistance != 0.0 ? d->givenMinDistance : d->minDistanceRead();
+    inputs.omega = d->omega;
+    inputs.omegaEd = d->formulas.omegaEd;
+    inputs.refractiveIndex = d->refractiveIndex;
+    inputs.lifeTime = d->isLifeTimeEstimated ? 0.0 : d->lifeTime;
+    inputs.etModel = d->formulas.etModel;
+    inputs.overlapExponent = d->formulas.nOverlapIntegral;
+    inputs.bandHalfWidth = d->formulas.bandHalfWidth;
+    inputs.channels = isOfArguments ? EnergyTransferChannels() : d->energyTransferChannels;
+    inputs.kinetics = d->kinetics;
+    return inputs;
+}
+
+QVector<YieldQuantity> LanqorSpectroscopicCalculation::getYieldQuantities()
+{
+    using In = YieldInputs;
+    const char *const wavenumber = "cm^-1";
+    const char *const angstrom = "Angstrom";
+    const char *const rate = "s^-1";
+    const char *const omegaUnit = "1e-20 cm^2";
+    return {
+        quantity(
+            "singlet-energy", wavenumber, [](const In &in) { return in.singlet.energy; },
+            [](In &in, double x) { in.singlet.energy = x; }),
+        quantity(
+            "rl-singlet", angstrom, [](const In &in) { return in.singlet.rl; },
+            [](In &in, double x) { in.singlet.rl = x; }),
+        quantity(
+            "triplet-energy", wavenumber, [](const In &in) { return in.triplet.energy; },
+            [](In &in, double x) { in.triplet.energy = x; }),
+        quantity(
+            "rl-triplet", angstrom, [](const In &in) { return in.triplet.rl; },
+            [](In &in, double x) { in.triplet.rl = x; }),
+        quantity(
+            "ta-energy", wavenumber, [](const In &in) { return in.firstTriplet.energy; },
+            [](In &in, double x) { in.firstTriplet.energy = x; }),
+        quantity(
+            "rl-ta", angstrom, [](const In &in) { return in.firstTriplet.rl; },
+            [](In &in, double x) { in.firstTriplet.rl = x; }),
+        quantity(
+            "t1-shift", wavenumber, [](const In &in) { return in.tripletShift; },
+            [](In &in, double x) { in.tripletShift = x; }),
+        quantity(
+            "min-distance", angstrom, [](const In &in) { return in.minDistance; },
+            [](In &in, double x) { in.minDistance = x; }),
+        quantity(
+            "omega2", omegaUnit, [](const In &in) { return in.omega[2] / omegaUnitCm2; },
+            [](In &in, double x) { in.omega[2] = x * omegaUnitCm2; }),
+        quantity(
+            "omega4", omegaUnit, [](const In &in) { return in.omega[4] / omegaUnitCm2; },
+            [](In &in, double x) { in.omega[4] = x * omegaUnitCm2; }),
+        quantity(
+            "omega6", omegaUnit, [](const In &in) { return in.omega[6] / omegaUnitCm2; },
+            [](In &in, double x) { in.omega[6] = x * omegaUnitCm2; }),
+        quantity(
+            "omega-ed2", omegaUnit, [](const In &in) { return in.omegaEd[2] / omegaUnitCm2; },
+            [](In &in, double x) { in.omegaEd[2] = x * omegaUnitCm2; }),
+        quantity(
+            "omega-ed4", omegaUnit, [](const In &in) { return in.omegaEd[4] / omegaUnitCm2; },
+            [](In &in, double x) { in.omegaEd[4] = x * omegaUnitCm2; }),
+        quantity(
+            "omega-ed6", omegaUnit, [](const In &in) { return in.omegaEd[6] / omegaUnitCm2; },
+            [](In &in, double x) { in.omegaEd[6] = x * omegaUnitCm2; }),
+        quantity(
+            "refractive-index", "1", [](const In &in) { return in.refractiveIndex; },
+            [](In &in, double x) { in.refractiveIndex = x; }),
+        quantity(
+            "lifetime", "ms", [](const In &in) { return in.lifeTime * msPerSecond; },
+            [](In &in, double x) { in.lifeTime = x / msPerSecond; }),
+        quantity(
+            "overlap-exponent", "1", [](const In &in) { return in.overlapExponent; },
+            [](In &in, double x) { in.overlapExponent = x; }),
+        quantity(
+            "band-half-width", wavenumber, [](const In &in) { return in.bandHalfWidth; },
+            [](In &in, double x) { in.bandHalfWidth = x; }),
+        quantity(
+            "excitation-rate", rate, [](const In &in) { return in.kinetics.excitation; },
+            [](In &in, double x) { in.kinetics.excitation = x; }),
+        quantity(
+            "singlet-decay", rate, [](const In &in) { return in.kinetics.singletDecay; },
+            [](In &in, double x) { in.kinetics.singletDecay = x; }),
+        quantity(
+            "intersystem-crossing", rate,
+            [](const In &in) { return in.kinetics.intersystemCrossing; },
+            [](In &in, double x) { in.kinetics.intersystemCrossing = x; }),
+        quantity(
+            "triplet-decay", rate,
+            [](const In &in) { return in.kinetics.*schemeOf(in.scheme).tripletDecay; },
+            [](In &in, double x) { in.kinetics.*schemeOf(in.scheme).tripletDecay = x; }),
+        quantity(
+            "triplet-crossing", rate, [](const In &in) { return in.kinetics.tripletCrossing; },
+            [](In &in, double x) { in.kinetics.tripletCrossing = x; }),
+        quantity(
+            "upper-cascade", rate, [](const In &in) { return in.kinetics.upperCascade; },
+            [](In &in, double x) { in.kinetics.upperCascade = x; }),
+        quantity(
+            "lower-cascade", rate, [](const In &in) { return in.kinetics.lowerCascade; },
+            [](In &in, double x) { in.kinetics.lowerCascade = x; }),
+        quantity(
+            "temperature", "K", [](const In &in) { return in.kinetics.temperature; },
+            [](In &in, double x) { in.kinetics.temperature = x; }),
+    };
+}
