@@ -60,12 +60,36 @@ transferRates::Formulas formulasOf(const YieldInputs &inputs)
     return formulas;
 }
 
-using Get = double (*)(const YieldInputs &);
-using Set = void (*)(YieldInputs &, double);
+using In = YieldInputs;
 
-YieldQuantity quantity(const char *name, const char *unit, Get get, Set set)
+YieldQuantity quantity(const char *name, const char *unit, double (*get)(const In &),
+                       void (*set)(In &, double))
 {
     return {QLatin1String(name), QLatin1String(unit), get, set};
+}
+
+/// A member of the record.
+template <double In::*member> YieldQuantity plain(const char *name, const char *unit)
+{
+    return quantity(
+        name, unit, [](const In &in) { return in.*member; },
+        [](In &in, double value) { in.*member = value; });
+}
+
+/// A member of a record within the record.
+template <auto part, auto member> YieldQuantity nested(const char *name, const char *unit)
+{
+    return quantity(
+        name, unit, [](const In &in) { return in.*part.*member; },
+        [](In &in, double value) { in.*part.*member = value; });
+}
+
+/// One of three intensity parameters, which users give in 1e-20 cm^2.
+template <ByRank In::*omega, int lambda> YieldQuantity ofRank(const char *name)
+{
+    return quantity(
+        name, "1e-20 cm^2", [](const In &in) { return (in.*omega)[lambda] / omegaUnitCm2; },
+        [](In &in, double value) { (in.*omega)[lambda] = value * omegaUnitCm2; });
 }
 
 } // namespace
@@ -309,91 +333,42 @@ YieldInputs LanqorSpectroscopicCalculation::getYieldInputs() const
 
 QVector<YieldQuantity> LanqorSpectroscopicCalculation::getYieldQuantities()
 {
-    using In = YieldInputs;
+    using Donor = DonorValues;
+    using Kinetics = KineticParameters;
     const char *const wavenumber = "cm^-1";
     const char *const angstrom = "Angstrom";
     const char *const rate = "s^-1";
-    const char *const omegaUnit = "1e-20 cm^2";
     return {
-        quantity(
-            "singlet-energy", wavenumber, [](const In &in) { return in.singlet.energy; },
-            [](In &in, double x) { in.singlet.energy = x; }),
-        quantity(
-            "rl-singlet", angstrom, [](const In &in) { return in.singlet.rl; },
-            [](In &in, double x) { in.singlet.rl = x; }),
-        quantity(
-            "triplet-energy", wavenumber, [](const In &in) { return in.triplet.energy; },
-            [](In &in, double x) { in.triplet.energy = x; }),
-        quantity(
-            "rl-triplet", angstrom, [](const In &in) { return in.triplet.rl; },
-            [](In &in, double x) { in.triplet.rl = x; }),
-        quantity(
-            "ta-energy", wavenumber, [](const In &in) { return in.firstTriplet.energy; },
-            [](In &in, double x) { in.firstTriplet.energy = x; }),
-        quantity(
-            "rl-ta", angstrom, [](const In &in) { return in.firstTriplet.rl; },
-            [](In &in, double x) { in.firstTriplet.rl = x; }),
-        quantity(
-            "t1-shift", wavenumber, [](const In &in) { return in.tripletShift; },
-            [](In &in, double x) { in.tripletShift = x; }),
-        quantity(
-            "min-distance", angstrom, [](const In &in) { return in.minDistance; },
-            [](In &in, double x) { in.minDistance = x; }),
-        quantity(
-            "omega2", omegaUnit, [](const In &in) { return in.omega[2] / omegaUnitCm2; },
-            [](In &in, double x) { in.omega[2] = x * omegaUnitCm2; }),
-        quantity(
-            "omega4", omegaUnit, [](const In &in) { return in.omega[4] / omegaUnitCm2; },
-            [](In &in, double x) { in.omega[4] = x * omegaUnitCm2; }),
-        quantity(
-            "omega6", omegaUnit, [](const In &in) { return in.omega[6] / omegaUnitCm2; },
-            [](In &in, double x) { in.omega[6] = x * omegaUnitCm2; }),
-        quantity(
-            "omega-ed2", omegaUnit, [](const In &in) { return in.omegaEd[2] / omegaUnitCm2; },
-            [](In &in, double x) { in.omegaEd[2] = x * omegaUnitCm2; }),
-        quantity(
-            "omega-ed4", omegaUnit, [](const In &in) { return in.omegaEd[4] / omegaUnitCm2; },
-            [](In &in, double x) { in.omegaEd[4] = x * omegaUnitCm2; }),
-        quantity(
-            "omega-ed6", omegaUnit, [](const In &in) { return in.omegaEd[6] / omegaUnitCm2; },
-            [](In &in, double x) { in.omegaEd[6] = x * omegaUnitCm2; }),
-        quantity(
-            "refractive-index", "1", [](const In &in) { return in.refractiveIndex; },
-            [](In &in, double x) { in.refractiveIndex = x; }),
+        nested<&In::singlet, &Donor::energy>("singlet-energy", wavenumber),
+        nested<&In::singlet, &Donor::rl>("rl-singlet", angstrom),
+        nested<&In::triplet, &Donor::energy>("triplet-energy", wavenumber),
+        nested<&In::triplet, &Donor::rl>("rl-triplet", angstrom),
+        nested<&In::firstTriplet, &Donor::energy>("ta-energy", wavenumber),
+        nested<&In::firstTriplet, &Donor::rl>("rl-ta", angstrom),
+        plain<&In::tripletShift>("t1-shift", wavenumber),
+        plain<&In::minDistance>("min-distance", angstrom),
+        ofRank<&In::omega, 2>("omega2"),
+        ofRank<&In::omega, 4>("omega4"),
+        ofRank<&In::omega, 6>("omega6"),
+        ofRank<&In::omegaEd, 2>("omega-ed2"),
+        ofRank<&In::omegaEd, 4>("omega-ed4"),
+        ofRank<&In::omegaEd, 6>("omega-ed6"),
+        plain<&In::refractiveIndex>("n", "1"),
         quantity(
             "lifetime", "ms", [](const In &in) { return in.lifeTime * msPerSecond; },
-            [](In &in, double x) { in.lifeTime = x / msPerSecond; }),
-        quantity(
-            "overlap-exponent", "1", [](const In &in) { return in.overlapExponent; },
-            [](In &in, double x) { in.overlapExponent = x; }),
-        quantity(
-            "band-half-width", wavenumber, [](const In &in) { return in.bandHalfWidth; },
-            [](In &in, double x) { in.bandHalfWidth = x; }),
-        quantity(
-            "excitation-rate", rate, [](const In &in) { return in.kinetics.excitation; },
-            [](In &in, double x) { in.kinetics.excitation = x; }),
-        quantity(
-            "singlet-decay", rate, [](const In &in) { return in.kinetics.singletDecay; },
-            [](In &in, double x) { in.kinetics.singletDecay = x; }),
-        quantity(
-            "intersystem-crossing", rate,
-            [](const In &in) { return in.kinetics.intersystemCrossing; },
-            [](In &in, double x) { in.kinetics.intersystemCrossing = x; }),
+            [](In &in, double value) { in.lifeTime = value / msPerSecond; }),
+        plain<&In::overlapExponent>("overlap-exponent", "1"),
+        plain<&In::bandHalfWidth>("band-half-width", wavenumber),
+        nested<&In::kinetics, &Kinetics::excitation>("excitation-rate", rate),
+        nested<&In::kinetics, &Kinetics::singletDecay>("singlet-decay", rate),
+        nested<&In::kinetics, &Kinetics::intersystemCrossing>("intersystem-crossing", rate),
         quantity(
             "triplet-decay", rate,
             [](const In &in) { return in.kinetics.*schemeOf(in.scheme).tripletDecay; },
-            [](In &in, double x) { in.kinetics.*schemeOf(in.scheme).tripletDecay = x; }),
-        quantity(
-            "triplet-crossing", rate, [](const In &in) { return in.kinetics.tripletCrossing; },
-            [](In &in, double x) { in.kinetics.tripletCrossing = x; }),
-        quantity(
-            "upper-cascade", rate, [](const In &in) { return in.kinetics.upperCascade; },
-            [](In &in, double x) { in.kinetics.upperCascade = x; }),
-        quantity(
-            "lower-cascade", rate, [](const In &in) { return in.kinetics.lowerCascade; },
-            [](In &in, double x) { in.kinetics.lowerCascade = x; }),
-        quantity(
-            "temperature", "K", [](const In &in) { return in.kinetics.temperature; },
-            [](In &in, double x) { in.kinetics.temperature = x; }),
+            [](In &in, double value) { in.kinetics.*schemeOf(in.scheme).tripletDecay = value; }),
+        nested<&In::kinetics, &Kinetics::tripletCrossing>("triplet-crossing", rate),
+        nested<&In::kinetics, &Kinetics::upperCascade>("upper-cascade", rate),
+        nested<&In::kinetics, &Kinetics::lowerCascade>("lower-cascade", rate),
+        nested<&In::kinetics, &Kinetics::temperature>("temperature", "K"),
     };
 }
