@@ -1,78 +1,236 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "commands/fitProgress.h"
+#include "commands/leastSquaresFit.h"
 #include "options/OptionReader.h"
+#include "options/fitOptions.h"
 #include "options/freeIonOptions.h"
 #include "options/showResults.h"
 #include "text.h"
 
+#include <LanqorEngine/LanqorFitAccount.h>
 #include <LanqorEngine/LanqorFitStarts.h>
-#include <LanqorEngine/LanqorGSA.h>
+#include <LanqorEngine/LanqorLevelsLeastSquares.h>
+#include <LanqorEngine/LanqorOutputFile.h>
 #include <LanqorEngine/LanqorParametricEnergyLevels.h>
 #include <LanqorEngine/LanqorResultTables.h>
 
+#include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <algorithm>
 
 namespace {
 
 using cli::tr;
 
+constexpr int leastSquaresStarts = 20;
+constexpr int annealedStarts = 4; // a point of 4f^6 takes some ms
+
 struct Request
 {
     FreeIonParameters ion;
     QString fileName; ///< absolute
-    int stepsPerCycle = 0;
-    double temperature = 0.0;
+    cli::Objective objective = cli::Objective::LeastSquares;
+    cli::FitOptions fit;
+    QVector<FitParameter> parameters;
+    QVector<EnergyLevelsExp> measured;
+};
+
+/// What either objective gives.
+struct Outcome
+{
+    std::unique_ptr<LanqorFitStarts> starts;             ///< owns the fit, where there are any
+    std::unique_ptr<LanqorParametricEnergyLevels> owned; ///< else this does
+    LanqorParametricEnergyLevels *fit = nullptr;         ///< after its end
+    FitAccount account;
+    QVector<QVector<double>> vectors; ///< by start
+    QVector<FitTrace> traces;
+    bool isInterrupted = false;
 };
 
 void describe(cli::OptionReader &options)
 {
     options.setDescription(tr(
         "Fits the Slater integrals F_2, F_4, F_6 and the spin-orbit parameter zeta of a free\n"
-        "lanthanide(III) ion to measured energy levels by simulated annealing.\n\n"
+        "lanthanide(III) ion to measured energy levels.\n\n"
         "FILE has a heading line, then one level a line: its label first and its energy in cm^-1\n"
-        "last. The first level is the ground level, of energy 0, which is not fitted:\n"
-        "    label   energy\n"
-        "    4I9/2        0\n"
-        "    4I11/2    2007\n"
-        "    2H(2)9/2 12738\n"
+        "last, between them its standard deviation if that is known (1 unless told). The first\n"
+        "level is the ground level, of energy 0, which is not fitted:\n"
+        "    label        energy\n"
+        "    4I9/2             0\n"
+        "    4I11/2  +-5    2007\n"
+        "    2H(2)9/2 +-8  12738\n"
         "A term that occurs more than once needs its number in parentheses; \"lanqor levels\" "
         "shows\n"
-        "the labels. The response is the sum of 100 |measured - computed| / measured.\n\n"
-        "The start is the parameters given or the published ones of the ion; bounds: F_2 100 to\n"
-        "1000, F_4 10 to 100, F_6 1 to 10, zeta 100 to 5000 cm^-1. A step changes each parameter "
-        "by\n"
-        "1 cm^-1 at most. Beside FILE, with \".exp\" replaced, the progress goes to a file "
+        "the labels. Least squares take a measured level for the state of its J that comes at the\n"
+        "same place in the order of energy, whatever label that has where labels cross; levels "
+        "that\n"
+        "were not measured leave gaps. The response is the sum of 100 |measured - computed| /\n"
+        "measured over the labels.\n\n"
+        "The start is the parameters given or the published ones of the ion, further starts lie\n"
+        "within 20 % of it; bounds: F_2 100 to 1000, F_4 10 to 100, F_6 1 to 10, zeta 100 to\n"
+        "5000 cm^-1. Beside FILE, with \".exp\" replaced, the progress goes to a file "
         "\".output\"\n"
-        "(appended) and the result with all levels to \".result\". A point of 4f^6 or 4f^7 takes "
-        "some\n"
-        "ms. Ctrl-C ends the fit and reports its best point (exit status 130).\n\n"
+        "(appended) and the result with all levels to \".result\". --plot draws computed against\n"
+        "measured energies. Ctrl-C ends the fit and reports its best point (exit status 130).\n\n"
         "Example:\n"
-        "  lanqor fit levels nd.exp --ion Nd --points 3000"));
+        "  lanqor fit levels nd.exp --ion Nd"));
     options.addArgument(QStringLiteral("FILE"), tr("measured levels, usually NAME.exp"));
     cli::addFreeIonOptions(options);
-    options.addOptions({
-        {QStringLiteral("points"), tr("Points tried in each of the 15 annealing cycles."),
-         tr("number"), QStringLiteral("2000")},
-        {QStringLiteral("temperature"),
-         tr("Initial temperature of the annealing, in units of the response (per cent)."), tr("T"),
-         QStringLiteral("1")},
-    });
+    cli::addObjectiveOption(options);
+    cli::addFitOptions(options, leastSquaresStarts);
     options.addResultOptions();
 }
 
 Request readRequest(const cli::OptionReader &options)
 {
-    constexpr int maximumSteps = 100000000;
     Request request;
     const QString fileName =
         options.files(1, tr("a fit needs one file of measured levels")).first();
-    request.stepsPerCycle = options.count("points", maximumSteps);
-    request.temperature = options.number(
-        "temperature", [](double T) { return T > 0.0 && T < 1e6; }, tr("a positive number"));
+    request.objective = cli::readObjective(options);
+    const bool isAnnealed = request.objective == cli::Objective::Response;
+    request.fit = cli::readFitOptions(options, isAnnealed ? annealedStarts : leastSquaresStarts);
     request.fileName = QFileInfo(fileName).absoluteFilePath();
     request.ion = cli::readFreeIon(options);
+    request.parameters =
+        cli::restricted(options, request.fit, LanqorParametricEnergyLevels::getParameters());
+    if (!LanqorParametricEnergyLevels::readEnergyLevelsExp(request.fileName, request.measured))
+        throw cli::Failure{
+            tr("%1 cannot be read as a list of measured levels").arg(request.fileName)};
+    const QString fault = LanqorParametricEnergyLevels::findFileFault(request.fileName);
+    if (!fault.isEmpty())
+        throw cli::Failure{fault};
+    cli::readState(request.fit, options.command(), request.parameters);
+    if (!request.fit.resumed.isEmpty() && !options.isSet("starts"))
+        request.fit.starts = request.fit.resumed.size();
     return request;
+}
+
+/// The first start is as asked for; the others change every parameter by up to 20 %.
+QVector<double> startOf(const Request &request, int number)
+{
+    constexpr double widest = 0.2;
+    const QVector<double> resumed = request.fit.resumed.value(number - 1);
+    QVector<double> start = resumed;
+    if (start.isEmpty())
+        start = {request.ion.F2, request.ion.F4, request.ion.F6, request.ion.zeta};
+    const bool isPrescribed = !request.fit.isPolished && !cli::isRestricted(request.fit);
+    for (int i = 0; i < start.size(); ++i) {
+        const FitParameter &range = request.parameters.at(i);
+        if (number > 1 && resumed.isEmpty())
+            start[i] *=
+                1.0 - widest + 2.0 * widest * LanqorFitStarts::getStartingFraction(number, i);
+        if (range.isFixed)
+            start[i] = range.fixedValue;
+        else if (!isPrescribed || number > 1)
+            start[i] = std::clamp(start.at(i), range.minimum, range.maximum);
+    }
+    return start;
+}
+
+/// A fit whose files stand beside @p fileName.
+std::unique_ptr<LanqorParametricEnergyLevels> makeFit(const Request &request,
+                                                      const QString &fileName)
+{
+    auto fit =
+        std::make_unique<LanqorParametricEnergyLevels>(nullptr, request.ion.electrons, fileName);
+    if (!fit->getLastError().isEmpty())
+        cli::failOf(*fit);
+    fit->setEnergyLevelsExp(request.measured);
+    return fit;
+}
+
+/// Evaluates a fit at a point that was found after so many points.
+void conclude(LanqorParametricEnergyLevels &fit, QVector<double> vector, qint64 points)
+{
+    cli::showMessages(fit);
+    for (qint64 point = 0; point < points; ++point)
+        fit.incrementPointsNumber();
+    double *values = vector.data();
+    if (!fit.runParametrization(vector.size(), values))
+        cli::failOf(fit);
+    fit.endOfParametrization();
+}
+
+Outcome fitLeastSquares(const Request &request)
+{
+    LanqorLevelsLeastSquares problem(request.ion.electrons);
+    if (!problem.setEnergyLevelsExp(request.measured))
+        throw cli::Failure{problem.getLastError()};
+    problem.setParameters(request.parameters);
+    QVector<QVector<double>> starts;
+    for (int number = 1; number <= request.fit.starts; ++number)
+        starts.append(startOf(request, number));
+    const cli::LeastSquaresOutcome found = cli::runLeastSquares(
+        starts, [&](const QVector<double> &start) { return problem.fit(start); });
+    Outcome outcome;
+    outcome.account = found.best.account;
+    outcome.account.points += request.fit.resumedPoints;
+    outcome.vectors = found.vectors;
+    outcome.traces = found.traces;
+    outcome.isInterrupted = found.isInterrupted;
+    outcome.owned = makeFit(request, request.fileName);
+    outcome.fit = outcome.owned.get();
+    conclude(*outcome.fit, found.best.vector, outcome.account.points);
+    outcome.account.otherMisfit =
+        tr("response, sum of the relative deviations by label, %1 per cent")
+            .arg(outcome.fit->getBestResponse(), 0, 'g', 6);
+    return outcome;
+}
+
+/// Several starts keep their files in a folder of their own, and the progress of the best one is
+/// added to the file beside the measured levels.
+Outcome fitResponse(const Request &request)
+{
+    const QTemporaryDir scratch;
+    const bool isScaled = request.fit.isPolished || cli::isRestricted(request.fit);
+    const auto fileOf = [&](int number) {
+        return request.fit.starts == 1 ? request.fileName
+                                       : scratch.filePath(QStringLiteral("%1.exp").arg(number));
+    };
+    Outcome outcome;
+    outcome.starts = std::make_unique<LanqorFitStarts>(request.fit.starts, [&](int number) {
+        auto fit = makeFit(request, fileOf(number));
+        if (number == 1)
+            cli::showMessages(*fit);
+        return FitStart{std::move(fit), startOf(request, number),
+                        isScaled ? request.parameters : QVector<FitParameter>()};
+    });
+    LanqorFitStarts &starts = *outcome.starts;
+    outcome.isInterrupted = cli::runFits(starts, request.fit) == cli::FitEnd::Interrupted;
+    const int bestNumber = starts.getBestNumber();
+    for (int number = 1; number <= starts.getCount(); ++number) {
+        outcome.vectors.append(starts.getBestVector(number));
+        outcome.traces.append(starts.getTrace(number));
+    }
+    const QVector<double> best = outcome.vectors.at(bestNumber - 1);
+    if (best.isEmpty())
+        throw cli::Failure{tr("the fit ended before its first point")};
+    outcome.account = starts.makeAccount(request.parameters,
+                                         [](const QVector<double> &vector) { return vector; });
+    outcome.account.points += request.fit.resumedPoints;
+    outcome.account.unit = tr("per cent");
+    LanqorLevelsLeastSquares problem(request.ion.electrons);
+    if (problem.setEnergyLevelsExp(request.measured))
+        cli::addData(problem.describe(best),
+                     tr("response, sum of the relative deviations by label"), outcome.account);
+    auto &fit = *qobject_cast<LanqorParametricEnergyLevels *>(starts.getBest());
+    if (request.fit.starts == 1) {
+        fit.endOfParametrization(); // the minimiser has not, when it was stopped
+        outcome.fit = &fit;
+        return outcome;
+    }
+    outcome.owned = makeFit(request, request.fileName);
+    outcome.fit = outcome.owned.get();
+    QFile progress(fit.getProgressFileName());
+    QString error;
+    if (progress.open(QIODevice::ReadOnly) &&
+        !LanqorOutputFile::append(outcome.fit->getProgressFileName(), progress.readAll(), error))
+        cli::warn(tr("%1 cannot be written: %2").arg(outcome.fit->getProgressFileName(), error));
+    conclude(*outcome.fit, best, outcome.account.points);
+    return outcome;
 }
 
 } // namespace
@@ -83,40 +241,27 @@ int fitLevelsCommand(const QStringList &arguments)
     describe(options);
     options.parse(arguments);
     const Request request = readRequest(options);
-    QVector<EnergyLevelsExp> measured;
-    if (!LanqorParametricEnergyLevels::readEnergyLevelsExp(request.fileName, measured))
-        throw cli::Failure{
-            tr("%1 cannot be read as a list of measured levels").arg(request.fileName)};
-    const QString fault = LanqorParametricEnergyLevels::findFileFault(request.fileName);
-    if (!fault.isEmpty())
-        throw cli::Failure{fault};
     cli::enterDataFolder();
+    const auto named = makeFit(request, request.fileName);
+    options.keepFromResults({named->getProgressFileName(), named->getResultFileName()});
 
-    LanqorFitStarts starts(1, [&](int) {
-        auto fit = std::make_unique<LanqorParametricEnergyLevels>(nullptr, request.ion.electrons,
-                                                                  request.fileName);
-        if (!fit->getLastError().isEmpty())
-            cli::failOf(*fit);
-        cli::showMessages(*fit);
-        options.keepFromResults({fit->getProgressFileName(), fit->getResultFileName()});
-        fit->setEnergyLevelsExp(measured);
-        const FreeIonParameters &ion = request.ion;
-        return FitStart{std::move(fit), {ion.F2, ion.F4, ion.F6, ion.zeta}};
-    });
-    LanqorGSA &annealing = *starts.getAnnealing(1);
-    annealing.setNStopMax(request.stepsPerCycle);
-    annealing.setGSAParameters(2.5, 2.5, 2.5, request.temperature);
-    const cli::FitEnd end = cli::runFits(starts);
-    auto &fit = *qobject_cast<LanqorParametricEnergyLevels *>(starts.getBest());
-    if (end == cli::FitEnd::Interrupted)
-        fit.endOfParametrization(); // the minimiser has not
-    if (fit.getSummary().isEmpty())
-        throw cli::Failure{tr("the fit ended before its first point")};
-    cli::showResults(options, fit.getSummary(),
-                     LanqorParametricEnergyLevels::makeTables(fit.getResults()),
+    const Outcome outcome = request.objective == cli::Objective::LeastSquares
+                                ? fitLeastSquares(request)
+                                : fitResponse(request);
+    cli::writeState(request.fit, options.command(), request.parameters, outcome.vectors,
+                    outcome.account.points);
+    LanqorParametricEnergyLevels &fit = *outcome.fit;
+    const QString account = LanqorFitAccount::makeText(outcome.account);
+    LanqorResultTables tables = LanqorParametricEnergyLevels::makeTables(fit.getResults());
+    tables.append(LanqorFitAccount::makeTables(outcome.account));
+    cli::showResults(options, fit.getSummary() + QLatin1Char('\n') + account, tables,
                      {request.fileName});
     if (!fit.getLastError().isEmpty())
         cli::failOf(fit);
-    cli::note(tr("all levels of the best point are in %1").arg(fit.getResultFileName()));
-    return end == cli::FitEnd::Interrupted ? cli::interrupted : cli::success;
+    if (cli::writeFile(fit.getResultFileName(),
+                       (fit.getReport() + QLatin1Char('\n') + account).toUtf8()))
+        cli::note(tr("all levels of the best point are in %1").arg(fit.getResultFileName()));
+    cli::drawFit(request.fit, QFileInfo(request.fileName).fileName(), tr("misfit"), outcome.account,
+                 outcome.traces);
+    return outcome.isInterrupted ? cli::interrupted : cli::success;
 }

@@ -63,14 +63,17 @@ void describe(cli::OptionReader &reader)
 {
     reader.setDescription(tr(
         "Fits charge factors g and polarisabilities alpha of the coordinated atoms to measured\n"
-        "Omega(2) and Omega(4) of a Eu3+ complex by simulated annealing.\n\n"
+        "Omega(2) and Omega(4) of a Eu3+ complex: by simulated annealing from several starts, "
+        "each\n"
+        "followed by a local minimisation.\n\n"
         "FILE is a MOPAC output (.out), archive (.arc) or a structure (.mop, .zmt, .xyz, .mol2)\n"
         "with Eu as atom 1 and the N coordinated atoms as atoms 2 to N+1.\n"
         "Atoms of one group share g and alpha. Bounds: g 0.01 to 2 (O, S), 0.001 to 1 (F, Cl,\n"
         "Br, I), 0.01 to 3 (N, P); alpha 0.005 to 6.5 cubic Angstrom. A file \"pesos.txt\" in the\n"
         "current folder gives the weights of Omega(2) and Omega(4) on its first two lines.\n\n"
-        "Several sets of g and alpha reach the same two values; the annealing gives one of them,\n"
-        "always the same. Ctrl-C ends the fit and reports its best point (exit status 130).\n\n"
+        "Many sets of g and alpha reach the same two values: a sample of them shows the ranges of\n"
+        "g and alpha and of what follows from them. --plot draws it in the plane of g and alpha.\n"
+        "Ctrl-C ends the fit and reports its best point (exit status 130).\n\n"
         "Example:\n"
         "  lanqor fit omega complex.out --omega2 20.5 --omega4 8.1\n"
         "      --groups \"1: O 2, O 3; 2: N 4, N 5\" --report complex.omg"));
@@ -88,17 +91,25 @@ int fitOmegaCommand(const QStringList &arguments)
     cli::OptionReader reader("fit omega");
     describe(reader);
     reader.parse(arguments);
-    const cli::IntensityFitOptions options = cli::readIntensityFitOptions(reader);
+    cli::IntensityFitOptions options = cli::readIntensityFitOptions(reader);
     const Groups groups = reader.isSet("groups") ? parseGroups(reader.text("groups")) : Groups();
 
-    const auto outcome = cli::runIntensityFit<LanqorParametric>(options, [&] {
+    cli::IntensityFitKind<LanqorParametric> kind;
+    kind.makeFit = [&] {
         auto fit = std::make_unique<LanqorParametric>(nullptr, options.geometry.get(), 0);
+        if (options.weights.isEmpty())
+            cli::checkWeights(fit->getWeight(2), fit->getWeight(4));
         fit->setCoordNumber(options.coordNumber);
         fit->setGroupsAndAtoms(groups.isEmpty() ? fit->makeElementGroups() : groups);
         return fit;
-    });
+    };
+    kind.toSought = [](LanqorParametric &, const QVector<FitParameter> &told) { return told; };
+    kind.vectorToSought = [](LanqorParametric &, const QVector<double> &told) { return told; };
+    kind.vectorToTold = kind.vectorToSought;
+    const auto outcome = cli::runIntensityFit(reader, options, kind);
     const OmegaFitResults &results = outcome.results;
-    noteWeights(results.omega);
+    if (options.weights.isEmpty())
+        noteWeights(results.omega);
     cli::noteMissedTargets(results.omega,
                            tr("Other groups of atoms or more starts (--starts) may come nearer; "
                               "some geometries cannot give some pairs of values."));
@@ -106,6 +117,9 @@ int fitOmegaCommand(const QStringList &arguments)
                      cli::fitText(outcome, cli::omegaTable(results.omega) +
                                                groupTable(results.groups) +
                                                cli::responseLine(results.response, results.points)),
-                     LanqorParametric::makeTables(results), {options.fileName});
+                     cli::withAdditions(LanqorParametric::makeTables(results), outcome.account,
+                                        outcome.solutions, outcome.chosen),
+                     {options.fileName});
+    cli::drawSolutions(options, outcome.solutions, outcome.traces);
     return outcome.status;
 }

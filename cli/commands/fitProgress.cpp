@@ -1,6 +1,7 @@
 #include "commands/fitProgress.h"
 
 #include "Command.h"
+#include "options/fitOptions.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorFitStarts.h>
@@ -34,24 +35,28 @@ class SignalGuard
 public:
     SignalGuard()
     {
-        std::signal(SIGINT, stopFits);
-        std::signal(SIGTERM, stopFits);
+        for (const int signal : caught)
+            std::signal(signal, stopFits);
     }
     ~SignalGuard()
     {
-        std::signal(SIGINT, SIG_DFL);
-        std::signal(SIGTERM, SIG_DFL);
+        for (const int signal : caught)
+            std::signal(signal, SIG_DFL);
     }
     SignalGuard(const SignalGuard &) = delete;
     SignalGuard &operator=(const SignalGuard &) = delete;
+
+private:
+    static constexpr int caught[] = {SIGINT, SIGTERM, SIGHUP};
 };
 
 /// Adds up the progress of runs in several threads and shows it.
 class ProgressDisplay
 {
 public:
-    explicit ProgressDisplay(std::size_t runCount)
+    ProgressDisplay(std::size_t runCount, bool isQuiet)
         : isTerminal(isatty(STDERR_FILENO) != 0)
+        , isQuiet(isQuiet)
         , runs(runCount)
     {
         timer.start();
@@ -96,85 +101,89 @@ private:
 
     void show(const Run &sum)
     {
+        constexpr double terminalPace = 0.1; // s between two lines
+        constexpr double filePace = 10.0;
         const double seconds = double(timer.elapsed()) / 1000.0;
-        const bool isEnd = sum.done >= sum.total;
-        const int tenths = sum.total > 0 ? int(10 * sum.done / sum.total) : 10;
-        if (!isEnd && (isTerminal ? seconds - lastShown < 0.1 : tenths <= lastTenths))
+        if (isQuiet || seconds - lastShown < (isTerminal ? terminalPace : filePace))
             return;
         lastShown = seconds;
-        lastTenths = tenths;
-        const QString rate = seconds > 0.0 ? QString::number(double(sum.done) / seconds, 'f', 0)
-                                           : QStringLiteral("-");
+        const double left =
+            sum.done > 0 ? seconds * double(sum.total - sum.done) / double(sum.done) : 0.0;
         const QString line =
-            tr("%1 % of %2 points, %3/s, "
-               "best response %4")
+            tr("%1 % of %2 points, best misfit %3, %4 s left")
                 .arg(QString::number(sum.total > 0 ? 100 * sum.done / sum.total : 100)
                          .rightJustified(3),
-                     QString::number(sum.total), rate, QString::number(sum.best, 'g', 4));
+                     QString::number(sum.total), QString::number(sum.best, 'g', 4),
+                     QString::number(left, 'f', 0));
         if (!isTerminal) {
             tell(line);
             return;
         }
-        // Short enough for 80 columns; blanks cover what is left of a longer line before.
-        const QString bar = QStringLiteral("[%1] %2").arg(
-            (QString(tenths, QLatin1Char('#'))).leftJustified(10, QLatin1Char('.')), line);
-        const QByteArray bytes = '\r' + bar.leftJustified(lastLength).toUtf8();
+        // Blanks cover what is left of a longer line before.
+        const QByteArray bytes = '\r' + line.leftJustified(lastLength).toUtf8();
         std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stderr);
-        lastLength = bar.size();
+        lastLength = line.size();
         isBarShown = true;
     }
 
     const bool isTerminal;
+    const bool isQuiet;
     std::mutex mutex;
     QElapsedTimer timer;
     std::vector<Run> runs;
-    double lastShown = -1.0;
-    int lastTenths = 0;
+    double lastShown = 0.0; // s; a fit that is shorter shows nothing
     int lastLength = 0;
     bool isBarShown = false;
 };
 
-/// Throws the error of a start that could not be made or failed.
-void checkStarts(const LanqorFitStarts &starts)
-{
-    const QString error = starts.getLastError();
-    if (!error.isEmpty())
-        throw Failure{error};
-}
-
 } // namespace
 
-FitEnd runFits(LanqorFitStarts &starts)
+FitEnd runInThreads(int count, const std::function<void(int)> &work)
 {
-    checkStarts(starts);
+    LanqorGSA::isStopParametrization = false;
     const SignalGuard guard;
-    const int count = starts.getCount();
-    ProgressDisplay display{std::size_t(count)};
-    const QObject receiver; // ends the connections
-    for (int number = 1; number <= count; ++number)
-        QObject::connect(
-            starts.getAnnealing(number), &LanqorGSA::pointsProgress, &receiver,
-            [&display, number](qint64 done, qint64 total, double best) {
-                display.update(std::size_t(number - 1), done, total, best);
-            },
-            Qt::DirectConnection);
-
     std::atomic<int> next{1};
-    const auto work = [&] {
+    const auto loop = [&] {
         for (int number = next++; number <= count; number = next++)
-            starts.run(number);
+            work(number);
     };
     const int threadCount = std::min(count, int(std::max(1U, std::thread::hardware_concurrency())));
     std::vector<std::thread> threads;
     for (int i = 1; i < threadCount; ++i)
-        threads.emplace_back(work);
-    work();
+        threads.emplace_back(loop);
+    loop();
     for (std::thread &thread : threads)
         thread.join();
-    if (starts.isStopped())
-        return FitEnd::Interrupted;
-    checkStarts(starts);
-    return FitEnd::Finished;
+    return LanqorGSA::isStopParametrization ? FitEnd::Interrupted : FitEnd::Finished;
+}
+
+FitEnd runFits(LanqorFitStarts &starts, const FitOptions &options)
+{
+    const int count = starts.getCount();
+    if (count == 0)
+        throw Failure{starts.getLastError()};
+    starts.setPolished(options.isPolished);
+    ProgressDisplay display(std::size_t(count), options.isQuiet);
+    const QObject receiver; // ends the connections
+    for (int number = 1; number <= count; ++number) {
+        LanqorGSA &annealing = *starts.getAnnealing(number);
+        annealing.setNStopMax(options.stepsPerCycle);
+        annealing.setGSAParameters(2.5, 2.5, 2.5, options.temperature);
+        QObject::connect(
+            &annealing, &LanqorGSA::pointsProgress, &receiver,
+            [&display, number](qint64 done, qint64 total, double best) {
+                display.update(std::size_t(number - 1), done, total, best);
+            },
+            Qt::DirectConnection);
+    }
+    const FitEnd end = runInThreads(count, [&](int number) { starts.run(number); });
+    const QString error = starts.getLastError();
+    if (end == FitEnd::Finished && !error.isEmpty()) {
+        if (starts.getBestVector(starts.getBestNumber()).isEmpty())
+            throw Failure{error};
+        warn(tr("the annealing broke off, its best point so far counts: %1").arg(error));
+    }
+    return starts.isStopped() ? FitEnd::Interrupted : end;
 }
 
 } // namespace cli

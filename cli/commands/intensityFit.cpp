@@ -1,6 +1,9 @@
 #include "commands/intensityFit.h"
 
+#include "plots/plots.h"
 #include "text.h"
+
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
@@ -48,6 +51,99 @@ QString responseLine(double response, qint64 points)
 {
     return tr("Response %1 (1e-20 cm^2)^2, best of %2 points\n")
         .arg(QString::number(response, 'g', 6), QString::number(points));
+}
+
+void describeTargets(const IntensityFitOptions &options, int dataCount, FitAccount &account)
+{
+    const auto target = [](const char *name, double value, double deviation) {
+        const QString text = tr(name) + QLatin1Char(' ') + QString::number(value, 'g', 15);
+        return deviation > 0.0 ? text + tr(" +- ") + QString::number(deviation, 'g', 15) : text;
+    };
+    account.targets = QStringList{target("Omega(2)", options.omega2, options.deviation2),
+                                  target("Omega(4)", options.omega4, options.deviation4)};
+    if (dataCount > 2)
+        account.targets.append(tr("Omega(6) 0"));
+    account.targets.last() += tr(" (1e-20 cm^2)");
+    account.objective = options.deviation2 > 0.0
+                            ? tr("response, the sum of ((computed - measured)/sd)^2")
+                            : tr("response, the sum of the weighted squared differences");
+    account.unit = options.deviation2 > 0.0 ? QString() : tr("(1e-20 cm^2)^2");
+    account.dataCount = dataCount;
+}
+
+IntensitySolutions
+sampleSolutions(const IntensityFitOptions &options,
+                const LanqorIntensitySolutions::MakeDonors &make,
+                const QVector<FitParameter> &sought, const QVector<FitParameter> &told,
+                const std::function<QVector<double>(const QVector<double> &)> &toTold,
+                const QVector<double> &weights, const QVector<QVector<double>> &known)
+{
+    constexpr int sampleSize = 300;
+    constexpr double printedExcess = 5.0e-5; // of half a printed digit in each Omega
+    LanqorIntensitySolutions solutions(options.geometry.get(), options.coordNumber, sought, make);
+    solutions.setReported(told, toTold);
+    solutions.setTargets(options.omega2 * omegaUnitCm2, options.omega4 * omegaUnitCm2,
+                         weights.at(0), weights.at(1), weights.at(2));
+    // With measured errors, what lies within one of them; else what is printed alike.
+    solutions.setTolerance(
+        options.deviation2 > 0.0 ? 1.0 : printedExcess * std::max(weights.at(0), weights.at(1)));
+    solutions.setRefractiveIndex(options.refractiveIndex);
+    const IntensitySolutions sample = solutions.sample(known, sampleSize);
+    if (!options.solutions.isEmpty())
+        writeFile(options.solutions, LanqorIntensitySolutions::makeSolutionTable(sample).toCsv());
+    return sample;
+}
+
+int chosenSolution(const OptionReader &reader, const QString &choice,
+                   const IntensitySolutions &solutions)
+{
+    if (choice == QLatin1String("best"))
+        return 0;
+    if (choice == QLatin1String("central"))
+        return solutions.central;
+    const int number = choice.toInt();
+    if (number > solutions.sets.size())
+        reader.refuse(tr("--choose %1: there are %2 solutions")
+                          .arg(choice, QString::number(solutions.sets.size())));
+    return number - 1;
+}
+
+QString additions(const FitAccount &account, const IntensitySolutions &solutions,
+                  const QString &choice, int chosen)
+{
+    const bool isNumber = choice != QLatin1String("best") && choice != QLatin1String("central");
+    return LanqorFitAccount::makeText(account) + QLatin1Char('\n') +
+           LanqorIntensitySolutions::makeText(solutions) +
+           tr("  Reported above: solution %1 of %2%3.\n")
+               .arg(QString::number(chosen + 1), QString::number(solutions.sets.size()),
+                    isNumber ? QString() : tr(", the %1 one").arg(choice));
+}
+
+void checkWeights(double weight2, double weight4)
+{
+    if (!(weight2 >= 0.0 && weight4 >= 0.0))
+        throw Failure{tr("the weights %1 and %2 of pesos.txt in the current folder: a negative "
+                         "weight would reward the largest misfit; give --weights or correct the "
+                         "file")
+                          .arg(QString::number(weight2), QString::number(weight4))};
+}
+
+LanqorResultTables withAdditions(LanqorResultTables tables, const FitAccount &account,
+                                 const IntensitySolutions &solutions, int chosen)
+{
+    tables.append(LanqorFitAccount::makeTables(account));
+    tables.append(LanqorIntensitySolutions::makeTables(solutions, chosen));
+    return tables;
+}
+
+void drawSolutions(const IntensityFitOptions &options, const IntensitySolutions &solutions,
+                   const QVector<FitTrace> &traces)
+{
+    const QString title = QFileInfo(options.fileName).fileName();
+    if (!options.fit.plot.isEmpty())
+        plots::draw(plots::solutionPlane(title, solutions), options.fit.plot);
+    if (!options.fit.convergencePlot.isEmpty())
+        plots::draw(plots::convergence(title, tr("response"), traces), options.fit.convergencePlot);
 }
 
 } // namespace cli

@@ -12,15 +12,61 @@ namespace cli {
 
 namespace {
 
-double readTarget(const OptionReader &reader, const char *option)
+/// Starts of a fit that is polished.
+constexpr int defaultStarts = 20;
+
+/// Reads "20.5" or "20.5+-0.6"; the deviation is 0 where none is told.
+double readTarget(const OptionReader &reader, const char *option, double &deviation)
 {
-    const double target = reader.number(
-        option, [](double omega) { return omega >= 0.0 && omega < 1.0e6; },
-        tr("the measured intensity parameter in 1e-20 cm^2"));
-    const QString doubt = doubtOfOmega(option, target);
+    const QString text = reader.text(option);
+    const int sign = text.indexOf(QStringLiteral("+-"));
+    bool isNumber = false;
+    const double omega = text.left(sign).toDouble(&isNumber);
+    bool isDeviation = true;
+    deviation = sign < 0 ? 0.0 : text.mid(sign + 2).toDouble(&isDeviation);
+    if (!isNumber || !(omega >= 0.0 && omega < 1.0e6) || !isDeviation ||
+        (sign >= 0 && !(deviation > 0.0 && deviation < 1.0e6)))
+        reader.refuse(tr("--%1 needs the measured intensity parameter in 1e-20 cm^2, with its "
+                         "standard deviation or without: 20.5+-0.6")
+                          .arg(QLatin1String(option)));
+    const QString doubt = doubtOfOmega(option, omega);
     if (!doubt.isEmpty())
         reader.refuse(doubt);
-    return target;
+    return omega;
+}
+
+void readWeights(const OptionReader &reader, IntensityFitOptions &options)
+{
+    const bool areTold = options.deviation2 > 0.0;
+    if (areTold != (options.deviation4 > 0.0))
+        reader.refuse(tr("--omega2 and --omega4 need a standard deviation both, or none: it weighs "
+                         "them against each other"));
+    if (areTold)
+        options.weights = {1.0 / (options.deviation2 * options.deviation2),
+                           1.0 / (options.deviation4 * options.deviation4)};
+    if (!reader.isSet("weights"))
+        return;
+    if (areTold)
+        reader.refuse(tr("--weights: the standard deviations of --omega2 and --omega4 weigh these "
+                         "already"));
+    options.weights = reader.numbers("weights");
+    if (options.weights.size() != 2 || !(options.weights.at(0) >= 0.0) ||
+        !(options.weights.at(1) >= 0.0) || !(options.weights.at(0) + options.weights.at(1) > 0.0))
+        reader.refuse(tr("--weights %1: two numbers are needed, not negative and not both 0, such "
+                         "as 1,2")
+                          .arg(reader.text("weights")));
+}
+
+QString readChoice(const OptionReader &reader)
+{
+    const QString choice = reader.text("choose");
+    bool isNumber = false;
+    if (choice != QLatin1String("best") && choice != QLatin1String("central") &&
+        (choice.toInt(&isNumber) < 1 || !isNumber))
+        reader.refuse(tr("--choose %1: best, central or the number of a solution in the file of "
+                         "--solutions")
+                          .arg(choice));
+    return choice;
 }
 
 /// Reads the geometry and counts the coordinated atoms, unless their number is given.
@@ -45,21 +91,18 @@ void addIntensityFitOptions(OptionReader &reader)
 {
     reader.addArgument(QStringLiteral("FILE"), tr("the complex"));
     reader.addOptions({
-        {QStringLiteral("omega2"), tr("Measured Omega(2), 1e-20 cm^2."), tr("value")},
-        {QStringLiteral("omega4"), tr("Measured Omega(4), 1e-20 cm^2."), tr("value")},
+        {QStringLiteral("omega2"),
+         tr("Measured Omega(2), 1e-20 cm^2, and its standard deviation if that is known: "
+            "20.5+-0.6."),
+         tr("value")},
+        {QStringLiteral("omega4"), tr("Measured Omega(4), likewise."), tr("value")},
+        {QStringLiteral("weights"),
+         tr("Weights of the squared differences of Omega(2) and Omega(4), e.g. 1,2."), tr("w2,w4")},
         refractiveIndexOption(tr("Refractive index of the medium, for the radiative rates.")),
         {QStringLiteral("coordination"),
          tr("Number N of coordinated atoms, which are atoms 2 to N+1; counted by bonding "
             "distances unless given."),
          tr("N")},
-        {QStringLiteral("points"), tr("Points tried in each of the 15 annealing cycles."),
-         tr("number"), QStringLiteral("15000")},
-        {QStringLiteral("starts"),
-         tr("Repeat the fit from this many starting points, in as many threads as there are "
-            "processors, and keep the best. The first lies in the middle of all ranges; in start "
-            "k, parameter j lies at the fraction 1/2 + (k-1) sqrt(p) of its range without the "
-            "whole part, p being the prime number j (2, 3, 5, ...)."),
-         tr("K"), QStringLiteral("1")},
         {QStringLiteral("print"),
          tr("Sections of the report, separated by commas: all, %1.").arg(sectionNames()),
          tr("sections"), mainSections()},
@@ -67,14 +110,21 @@ void addIntensityFitOptions(OptionReader &reader)
          tr("Write the report of the best point to this file instead of standard output."),
          tr("file")},
     });
+    reader.addOptions({
+        {QStringLiteral("solutions"),
+         tr("Write a sample of the equally good solutions to this file, as CSV."), tr("file")},
+        {QStringLiteral("choose"),
+         tr("The solution that is reported: best; central, the nearest to the middles of the "
+            "ranges; or its number."),
+         tr("which"), QStringLiteral("best")},
+    });
+    addFitOptions(reader, defaultStarts);
     reader.addResultOptions();
 }
 
 IntensityFitOptions readIntensityFitOptions(const OptionReader &reader)
 {
     constexpr int maximumCoordination = 100;
-    constexpr int maximumSteps = 100000000;
-    constexpr int maximumStarts = 1000;
     IntensityFitOptions options;
     options.fileName =
         reader
@@ -82,11 +132,13 @@ IntensityFitOptions readIntensityFitOptions(const OptionReader &reader)
                           .arg(reader.command()))
             .first();
     options.report = reader.text("report");
-    options.omega2 = readTarget(reader, "omega2");
-    options.omega4 = readTarget(reader, "omega4");
+    options.omega2 = readTarget(reader, "omega2", options.deviation2);
+    options.omega4 = readTarget(reader, "omega4", options.deviation4);
+    readWeights(reader, options);
+    options.solutions = reader.outputFile("solutions");
+    options.choice = readChoice(reader);
+    options.fit = readFitOptions(reader, defaultStarts);
     options.refractiveIndex = readRefractiveIndex(reader);
-    options.stepsPerCycle = reader.count("points", maximumSteps);
-    options.starts = reader.count("starts", maximumStarts);
     options.sections = sectionsOf(reader.text("print"));
     if (reader.isSet("coordination"))
         options.coordNumber = reader.count("coordination", maximumCoordination);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "options/fitOptions.h"
+
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/OmegaPrintingOptions.h>
 
@@ -18,12 +20,16 @@ struct IntensityFitOptions
     std::unique_ptr<LanqorInputData> geometry; ///< read, with its spherical coordinates
     double omega2 = 0.0;                       ///< 1e-20 cm^2
     double omega4 = 0.0;
+    double deviation2 = 0.0; ///< standard deviations; 0: not told, for both then
+    double deviation4 = 0.0;
+    QVector<double> weights; ///< of --weights, or from the deviations; empty: those of the fit
     double refractiveIndex = 1.5;
     int coordNumber = 0;
-    int stepsPerCycle = 15000;
-    int starts = 1;
     QString report; ///< empty: standard output
     OmegaPrintingOptions sections;
+    QString solutions; ///< file of --solutions
+    QString choice;    ///< "best", "central" or a number
+    FitOptions fit;
 };
 
 void addIntensityFitOptions(OptionReader &reader);

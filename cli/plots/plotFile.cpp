@@ -117,7 +117,8 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv,
                                                   const QStringList &arguments)
 {
     const bool drawsPlot =
-        !arguments.filter(QRegularExpression(QStringLiteral("^--?plot(=|$)"))).isEmpty();
+        !arguments.filter(QRegularExpression(QStringLiteral("^--?plot(-convergence)?(=|$)")))
+             .isEmpty();
     if (!drawsPlot)
         return std::make_unique<QCoreApplication>(argc, argv);
     // Qt takes options of its own from the command line; it shall see only these.

@@ -15,13 +15,14 @@ QCommandLineOption option()
             QStringLiteral("file")};
 }
 
-QString readOption(const cli::OptionReader &options)
+QString readOption(const cli::OptionReader &options, const char *name)
 {
     static const QStringList suffixes = {QStringLiteral("svg"), QStringLiteral("png"),
                                          QStringLiteral("pdf")};
-    QString file = options.text("plot");
-    if (options.isSet("plot") && !suffixes.contains(QFileInfo(file).suffix().toLower()))
-        options.refuse(tr("--plot %1: a picture is written as .svg, .png or .pdf").arg(file));
+    QString file = options.text(name);
+    if (options.isSet(name) && !suffixes.contains(QFileInfo(file).suffix().toLower()))
+        options.refuse(tr("--%1 %2: a picture is written as .svg, .png or .pdf")
+                           .arg(QLatin1String(name), file));
     return file;
 }
 

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <QPointF>
 #include <QString>
 #include <QVector>
 
 #include <memory>
 
 struct AbsorptionResults;
+struct FitAccount;
+struct FitTrace;
+struct IntensitySolutions;
 class QCommandLineOption;
 class QCoreApplication;
 
@@ -19,8 +23,8 @@ namespace plots {
 
 /// The option --plot FILE.
 QCommandLineOption option();
-/// The file of --plot, empty when it is not given.
-QString readOption(const cli::OptionReader &options);
+/// The file of --plot or another option for a picture, empty when it is not given.
+QString readOption(const cli::OptionReader &options, const char *name = "plot");
 
 /// "⁷", "⁻³" for labels.
 QString superscript(int number);
@@ -62,5 +66,31 @@ struct LevelDiagram
     QVector<Arrow> arrows;
 };
 void draw(const LevelDiagram &diagram, const QString &file);
+
+/// Series of points in one pair of axes.
+struct CurvePlot
+{
+    enum class Style { Steps, Dots, Line };
+    struct Series
+    {
+        QVector<QPointF> points;
+        Style style = Style::Dots;
+        QString name; ///< for the legend, which is left out when no series has one
+    };
+    QString title;
+    QString xTitle;
+    QString yTitle;
+    bool isLogarithmicX = false;
+    bool isLogarithmicY = false;
+    QVector<Series> series;
+};
+void draw(const CurvePlot &plot, const QString &file);
+
+/// Smallest misfit against the number of points, a line for each start.
+CurvePlot convergence(const QString &title, const QString &yTitle, const QVector<FitTrace> &traces);
+/// Computed against measured values, with the line on which both are equal.
+CurvePlot comparison(const QString &title, const FitAccount &account);
+/// Equally good solutions in the plane of charge factor and polarisability, or of D and C.
+CurvePlot solutionPlane(const QString &title, const IntensitySolutions &solutions);
 
 } // namespace plots

@@ -32,4 +32,9 @@ void draw(const LevelDiagram &, const QString &)
     refuse();
 }
 
+void draw(const CurvePlot &, const QString &)
+{
+    refuse();
+}
+
 } // namespace plots

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <LanqorEngine/FitAccount.h>
+#include <LanqorEngine/FitParameter.h>
+#include <LanqorEngine/FitTrace.h>
 #include <LanqorEngine/LanqorEngineExport.h>
 
 #include <QString>
@@ -17,6 +20,10 @@ struct FitStart
 {
     std::unique_ptr<LanqorAbstractParametric> fit;
     QVector<double> vector; ///< empty when the fit cannot start: its last error tells why
+    /// Unless empty, the annealing stays within these bounds, which the vector is brought into,
+    /// leaves the fixed parameters alone and takes steps of up to half a range; otherwise it is
+    /// that of LanqorGSA on the fit itself.
+    QVector<FitParameter> parameters = {};
 };
 
 /// One fitting problem annealed from several starting vectors, of which the best result counts:
@@ -42,11 +49,19 @@ public:
     LanqorFitStarts(const LanqorFitStarts &) = delete;
     LanqorFitStarts &operator=(const LanqorFitStarts &) = delete;
 
+    /// Where start @p number (1, 2, ...) of several puts parameter @p index (from 0) in its range,
+    /// from 0 to 1: 1/2 + (number - 1) sqrt(p) without its whole part, p the prime number of the
+    /// index (2, 3, 5, ...).
+    static double getStartingFraction(const int &number, const int &index);
+
     /// Number of starts.
     int getCount() const;
     /// The annealing of a start, for its settings and signals; null outside 1 to getCount().
     LanqorGSA *getAnnealing(const int &number) const;
-    /// Anneals from a start; returns when that has finished, failed or been stopped.
+    /// Lets a start that has parameters go on from the best point of its annealing by
+    /// LanqorFitPolish; not so unless set.
+    void setPolished(const bool &isPolished);
+    /// Anneals from a start, and polishes; returns when that has finished, failed or been stopped.
     void run(const int &number);
 
     /// Stops all starts; may be called from any thread.
@@ -60,6 +75,19 @@ public:
     /// Its fitting object, or null. An annealing that was stopped has not called
     /// endOfParametrization().
     LanqorAbstractParametric *getBest() const;
+    /// The best vector of a start; empty before there is one.
+    QVector<double> getBestVector(const int &number) const;
+    /// Its way there.
+    FitTrace getTrace(const int &number) const;
+    /// True when the polish of a start ended by itself.
+    bool isConverged(const int &number) const;
+    /// How the fit ended and what it found; the objective, its unit, the targets and the number of
+    /// data are left to the caller.
+    /// @param parameters  as they are told, fixed ones marked
+    /// @param toReported  the values told of a vector
+    FitAccount
+    makeAccount(const QVector<FitParameter> &parameters,
+                const std::function<QVector<double>(const QVector<double> &)> &toReported) const;
     /// Trials of all starts.
     qint64 getPointNumber() const;
 

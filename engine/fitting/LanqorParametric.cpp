@@ -28,6 +28,7 @@ public:
     QString assignAtom(const QString &text, int group);
     void setAtomsToGAndAlpha(const double *x);
     std::vector<ChargeFactorBounds> boundsOfGroups() const;
+    QString nameOfGroup(int group) const;
 
     intensityFit::Problem problem;
     double weights[2] = {1.0, 1.0};
@@ -195,6 +196,23 @@ void LanqorParametricPrivate::setAtomsToGAndAlpha(const double *x)
     }
 }
 
+bool LanqorParametric::makeDonors(const QVector<double> &vector, QVector<double> &g,
+                                  QVector<double> &alpha) const
+{
+    g.clear();
+    alpha.clear();
+    if (!d->problem.isSetupValid() || vector.size() != d->parameterNumber())
+        return false;
+    g.fill(0.0, d->problem.getCoordNumber() + 2);
+    alpha.fill(0.0, g.size());
+    for (int atom = 2; atom < g.size(); ++atom) {
+        const int group = d->groupOfAtom.at(atom);
+        g[atom] = vector.at(group);
+        alpha[atom] = lanqor::cm3PerCubicAngstrom * vector.at(d->groupsAndAtoms.size() + group);
+    }
+    return d->problem.areWithinBounds(g, alpha);
+}
+
 double LanqorParametric::getBestChargeFactor(const int &atom) const
 {
     return d->problem.getBestChargeFactor(atom);
@@ -243,6 +261,41 @@ std::vector<ChargeFactorBounds> LanqorParametricPrivate::boundsOfGroups() const
         ofGroup.maximum = std::min(ofGroup.maximum, own.maximum);
     }
     return shared;
+}
+
+/// The element when the group is all of its atoms, else the key.
+QString LanqorParametricPrivate::nameOfGroup(int group) const
+{
+    const QString element = problem.getAtomLabel(groupOfAtom.indexOf(group));
+    for (int atom = 2; atom < groupOfAtom.size(); ++atom)
+        if ((problem.getAtomLabel(atom) == element) != (groupOfAtom.at(atom) == group))
+            return QString::number(groupsAndAtoms.keys().at(group));
+    return element;
+}
+
+QVector<FitParameter> LanqorParametric::getParameters()
+{
+    if (!d->problem.isSetupChecked())
+        checkSetup();
+    QVector<FitParameter> parameters;
+    if (!d->problem.isSetupValid())
+        return parameters;
+    const std::vector<ChargeFactorBounds> bounds = d->boundsOfGroups();
+    for (int group = 0; group < d->groupsAndAtoms.size(); ++group) {
+        const ChargeFactorBounds &own = bounds[static_cast<std::size_t>(group)];
+        parameters.append({QStringLiteral("g:") + d->nameOfGroup(group), QStringLiteral("1"),
+                           own.minimum, own.maximum});
+    }
+    for (int group = 0; group < d->groupsAndAtoms.size(); ++group)
+        parameters.append({QStringLiteral("alpha:") + d->nameOfGroup(group),
+                           QStringLiteral("Angstrom^3"), minimumAlpha, maximumAlphaDirectFit});
+    return parameters;
+}
+
+void LanqorParametric::setWeights(const double &weight2, const double &weight4)
+{
+    d->weights[0] = weight2;
+    d->weights[1] = weight4;
 }
 
 QVector<double> LanqorParametric::makeStartingVector(const int &number)

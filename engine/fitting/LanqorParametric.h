@@ -1,5 +1,6 @@
 #pragma once
 
+#include <LanqorEngine/FitParameter.h>
 #include <LanqorEngine/LanqorAbstractParametric.h>
 #include <LanqorEngine/OmegaFitResults.h>
 #include <LanqorEngine/OmegaPrintingOptions.h>
@@ -89,6 +90,18 @@ public:
     /// prime number j (2, 3, 5, ...). The first run starts in the middle. Empty, with the reason
     /// in getLastError(), without a valid setup.
     QVector<double> makeStartingVector(const int &number);
+    /// What a vector holds, in its order, with the bounds that all atoms of a group share: "g:O"
+    /// and "alpha:O" when the group is all the atoms of an element, else by its key, "g:1". Empty
+    /// without a valid setup.
+    QVector<FitParameter> getParameters();
+    /// Weights of the squared differences of Omega(2) and Omega(4), in place of those of
+    /// "pesos.txt".
+    void setWeights(const double &weight2, const double &weight4);
+    /// g and alpha (cm^3) that a vector gives, by atom number with N+2 entries of which 0 and 1 are
+    /// not used. False when one of them is out of its bounds, or without a valid setup, which
+    /// leaves both empty.
+    bool makeDonors(const QVector<double> &vector, QVector<double> &g,
+                    QVector<double> &alpha) const;
     /// Text of the report; empty before endOfParametrization() and on failure.
     QString getReport() const;
 

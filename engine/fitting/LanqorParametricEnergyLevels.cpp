@@ -351,6 +351,14 @@ LevelsFitResults LanqorParametricEnergyLevels::getResults() const
     return results;
 }
 
+QVector<FitParameter> LanqorParametricEnergyLevels::getParameters()
+{
+    QVector<FitParameter> parameters;
+    for (const Bounds &own : bounds)
+        parameters.append({QLatin1String(own.name), QStringLiteral("cm^-1"), own.low, own.high});
+    return parameters;
+}
+
 QString LanqorParametricEnergyLevels::getReport() const
 {
     return d->report;

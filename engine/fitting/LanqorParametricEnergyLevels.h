@@ -1,6 +1,7 @@
 #pragma once
 
 #include <LanqorEngine/EnergyLevelsExp.h>
+#include <LanqorEngine/FitParameter.h>
 #include <LanqorEngine/LanqorAbstractParametric.h>
 #include <LanqorEngine/LevelsFitResults.h>
 #include <LanqorEngine/MixedState.h>
@@ -37,7 +38,7 @@ public:
 
     /// Reads a measured-levels file: a heading, which is skipped whatever it holds, then one level
     /// a line, its label first and its energy (cm^-1) last, the ground level of energy 0 first of
-    /// all. What is no number reads as 0.
+    /// all; "+-5" between label and energy is the standard deviation. What is no number reads as 0.
     /// @return false when the file cannot be read or has more lines than any ion has levels
     static bool readEnergyLevelsExp(const QString &fileName, QVector<EnergyLevelsExp> &levels);
     /// What is wrong with a file that can be read; empty when nothing is. A first line that reads
@@ -71,6 +72,8 @@ public:
     LevelsFitResults getResults() const;
     /// The same as data for other programs.
     static LanqorResultTables makeTables(const LevelsFitResults &results);
+    /// F2, F4, F6 and zeta with their bounds.
+    static QVector<FitParameter> getParameters();
     /// Names of the files written.
     QString getProgressFileName() const;
     QString getResultFileName() const;

@@ -54,6 +54,7 @@ bool LanqorParametricEnergyLevels::readEnergyLevelsExp(const QString &fileName,
     for (const fitFiles::MeasuredLevel &row : *measured) {
         levels.append(measuredLevel(row.label));
         levels.last().energy = row.energy;
+        levels.last().standardDeviation = row.deviation;
     }
     return true;
 }

@@ -35,6 +35,7 @@ public:
     QString setupError();
     void setTrial(const ParametersQDC &trial);
     bool checkParameters(const ParametersQDC &trial) const;
+    QPair<double, double> rangeOfQ() const;
 
     intensityFit::Problem problem;
     QStringList ligandAtoms;
@@ -42,6 +43,7 @@ public:
     int restrictionValue = 1;
     QPointer<LanqorIndicesCalculation> indices;
     ParametersQDC bestParameters;
+    double weights[2] = {1.0, 1.0}; // of Omega(2) and Omega(4)
 };
 
 LanqorParametricQDC::LanqorParametricQDC(QObject *parent, const QString &mopacOutputFile,
@@ -149,7 +151,7 @@ bool LanqorParametricQDC::runParametrization(const int &n, double *&x)
     d->setTrial(trial);
     const bool isFeasible = d->checkParameters(trial);
     if (isFeasible)
-        responseFunction = d->problem.calcMisfit(1.0, 1.0, 1.0);
+        responseFunction = d->problem.calcMisfit(d->weights[0], d->weights[1], 1.0);
     if (pointNumber > restrictedTrials)
         d->restrictionActive = false;
     if (responseFunction < bestResponse) {
@@ -181,6 +183,23 @@ bool LanqorParametricQDCPrivate::checkParameters(const ParametersQDC &trial) con
     return problem.isTrialWithinBounds();
 }
 
+bool LanqorParametricQDC::makeDonors(const QVector<double> &vector, QVector<double> &g,
+                                     QVector<double> &alpha) const
+{
+    g.clear();
+    alpha.clear();
+    if (!d->problem.isSetupValid() || !d->indices || vector.size() != parameterNumber)
+        return false;
+    g.fill(0.0, d->problem.getCoordNumber() + 2);
+    alpha.fill(0.0, g.size());
+    for (int atom = 2; atom < g.size(); ++atom) {
+        g[atom] = d->indices->getAtomicCharge(atom) * vector.at(0);
+        alpha[atom] = lanqor::cm3PerCubicAngstrom *
+                      (d->indices->getSuperDeslocalizability(atom) * vector.at(1) + vector.at(2));
+    }
+    return vector.at(1) >= 0.0 && vector.at(2) >= 0.0 && d->problem.areWithinBounds(g, alpha);
+}
+
 ParametersQDC LanqorParametricQDC::getParametersQDC() const
 {
     return d->bestParameters;
@@ -196,26 +215,80 @@ double LanqorParametricQDC::getBestOmega(const int &lambda) const
     return d->problem.getBestOmega(lambda);
 }
 
-QVector<double> LanqorParametricQDC::makeStartingVector(const int &number)
+/// The values of Q with which g of every atom is in its bounds.
+QPair<double, double> LanqorParametricQDCPrivate::rangeOfQ() const
+{
+    double minimum = 0.0;
+    double maximum = std::numeric_limits<double>::max();
+    for (int atom = 2; atom <= problem.getCoordNumber() + 1; ++atom) {
+        const double q = indices->getAtomicCharge(atom);
+        const ChargeFactorBounds own = problem.boundsOf(atom);
+        if (q > 0.0) {
+            minimum = std::max(minimum, own.minimum / q);
+            maximum = std::min(maximum, own.maximum / q);
+        }
+    }
+    return {minimum, maximum};
+}
+
+bool LanqorParametricQDC::isSetUp()
 {
     if (!d->problem.isSetupChecked())
         checkSetup();
-    if (!d->problem.isSetupValid() || !d->indices)
+    return d->problem.isSetupValid() && d->indices;
+}
+
+double LanqorParametricQDC::getSmallestIndex()
+{
+    if (!isSetUp())
+        return 0.0;
+    double smallest = std::numeric_limits<double>::max();
+    for (int atom = 2; atom <= d->problem.getCoordNumber() + 1; ++atom)
+        smallest = std::min(smallest, d->indices->getSuperDeslocalizability(atom));
+    return smallest;
+}
+
+/// alpha = D S + C of the atoms with the smallest and the largest S is at most 15 A^3 and at least
+/// 0.005 A^3, so that D is bounded by the difference of the two and C by the larger |S|.
+QVector<FitParameter> LanqorParametricQDC::getParameters()
+{
+    if (!isSetUp())
+        return {};
+    const double smallestS = getSmallestIndex();
+    double largestS = smallestS;
+    for (int atom = 2; atom <= d->problem.getCoordNumber() + 1; ++atom)
+        largestS = std::max(largestS, d->indices->getSuperDeslocalizability(atom));
+    constexpr double width = maximumAlphaQdcFit - minimumAlpha;
+    const double spread = largestS - smallestS;
+    double maximumD = spread > 0.0 ? width / spread : std::numeric_limits<double>::max();
+    if (largestS > 0.0) // C is not negative
+        maximumD = std::min(maximumD, maximumAlphaQdcFit / largestS);
+    // With one S for all atoms only alpha matters, and any wide range of D does.
+    constexpr double widest = 1.0e3;
+    maximumD = std::min(maximumD, widest);
+    const double maximumC = maximumAlphaQdcFit + maximumD * std::max(0.0, -smallestS);
+    const auto [minimumQ, maximumQ] = d->rangeOfQ();
+    return {{QStringLiteral("Q"), QStringLiteral("1/au"), minimumQ, maximumQ},
+            {QStringLiteral("D"),
+             QStringLiteral("Angstrom^3 ") + d->indices->getResults().energyUnit, 0.0, maximumD},
+            {QStringLiteral("C"), QStringLiteral("Angstrom^3"), 0.0, maximumC}};
+}
+
+void LanqorParametricQDC::setWeights(const double &weight2, const double &weight4)
+{
+    d->weights[0] = weight2;
+    d->weights[1] = weight4;
+}
+
+QVector<double> LanqorParametricQDC::makeStartingVector(const int &number)
+{
+    if (!isSetUp())
         return QVector<double>();
     const auto place = [number](int index, double minimum, double maximum) {
         return minimum + intensityFit::startingFraction(number, index) * (maximum - minimum);
     };
     const int last = d->problem.getCoordNumber() + 1;
-    double minimumQ = 0.0;
-    double maximumQ = std::numeric_limits<double>::max();
-    for (int atom = 2; atom <= last; ++atom) {
-        const double q = d->indices->getAtomicCharge(atom);
-        const ChargeFactorBounds own = d->problem.boundsOf(atom);
-        if (q > 0.0) {
-            minimumQ = std::max(minimumQ, own.minimum / q);
-            maximumQ = std::min(maximumQ, own.maximum / q);
-        }
-    }
+    const auto [minimumQ, maximumQ] = d->rangeOfQ();
     const double D = place(1, 0.0, maximumAlphaQdcFit);
     double minimumC = 0.0;
     double maximumC = std::numeric_limits<double>::max();
@@ -272,7 +345,7 @@ QdcFitResults LanqorParametricQDC::getResults() const
 {
     const intensityFit::Problem &problem = d->problem;
     QdcFitResults results;
-    problem.fill(results, 1.0, 1.0, 1.0);
+    problem.fill(results, d->weights[0], d->weights[1], 1.0);
     results.parameters = d->bestParameters;
     results.restrictionValue = d->restrictionValue;
     results.isRestricted = d->restrictionActive;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <LanqorEngine/FitParameter.h>
 #include <LanqorEngine/LanqorAbstractParametric.h>
 #include <LanqorEngine/OmegaPrintingOptions.h>
 #include <LanqorEngine/ParametersQDC.h>
@@ -95,6 +96,21 @@ public:
     /// f = 1/2 + (number - 1) sqrt(p) without its whole part, p = 2, 3, 5. The first run starts in
     /// the middle. Empty, with the reason in getLastError(), without a valid setup.
     QVector<double> makeStartingVector(const int &number);
+    /// Q, D and C with the ranges that the bounds of g and alpha leave each of them, whatever the
+    /// others are. Empty without a valid setup.
+    QVector<FitParameter> getParameters();
+    /// The smallest superdelocalizability of the coordinated atoms; 0 without a valid setup.
+    double getSmallestIndex();
+    /// checkSetup(), once for each setup.
+    bool isSetUp();
+    /// Weights of the squared differences of Omega(2) and Omega(4), 1 unless set; that of Omega(6)
+    /// stays 1.
+    void setWeights(const double &weight2, const double &weight4);
+    /// g and alpha (cm^3) that a vector gives, by atom number with N+2 entries of which 0 and 1 are
+    /// not used. False when one of them is out of its bounds, or without a valid setup, which
+    /// leaves both empty.
+    bool makeDonors(const QVector<double> &vector, QVector<double> &g,
+                    QVector<double> &alpha) const;
     /// Text of the report; empty before endOfParametrization() and on failure.
     QString getReport() const;
 

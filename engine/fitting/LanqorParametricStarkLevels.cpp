@@ -296,6 +296,21 @@ Limits LanqorParametricStarkLevelsPrivate::limitsOf(const ParametersGroup &group
     return shared;
 }
 
+QVector<FitParameter> LanqorParametricStarkLevels::getParameters()
+{
+    if (!d->isSetupChecked)
+        checkSetup();
+    QVector<FitParameter> parameters;
+    for (const ParametersGroup &group : qAsConst(d->groups)) {
+        if (!d->isSetupValid)
+            break;
+        const Limits limits = d->limitsOf(group);
+        parameters.append({QStringLiteral("g:") + group.name, QStringLiteral("1"), limits.minimum,
+                           limits.maximum});
+    }
+    return parameters;
+}
+
 double LanqorParametricStarkLevels::calculateEffectiveCharge()
 {
     const int N = getAtomsNumber();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <LanqorEngine/ChargeFactorsGroup.h>
+#include <LanqorEngine/FitParameter.h>
 #include <LanqorEngine/GLimits.h>
 #include <LanqorEngine/LanqorAbstractParametric.h>
 #include <LanqorEngine/ParametersGroup.h>
@@ -52,8 +53,9 @@ public:
     /// ".groups": name, atom numbers. A missing file is told on standard output, and false is
     /// returned.
     static bool readParametersGroup(const QString &baseName, QVector<ParametersGroup> &groups);
-    /// ".exp": J, lowest and highest energy and offset, cm^-1. A missing file is told on standard
-    /// output, and false is returned.
+    /// ".exp": J, lowest and highest energy and offset, and behind these, or not at all, the
+    /// standard deviations of the two energies, cm^-1. A missing file is told on standard output,
+    /// and false is returned.
     static bool readTransitionValues(const QString &baseName,
                                      QVector<TransitionValues> &transitions);
     /// ".limits": element, minimum, maximum. The file may be missing.
@@ -87,6 +89,10 @@ public:
     /// atom, or 0.5, brought into the limits of its atoms. Empty, with the reason in
     /// getLastError(), without a valid setup.
     QVector<double> makeStartingVector(const QVector<ChargeFactorsGroup> &start);
+
+    /// The charge factors of the groups, "g:NAME", with the limits that the atoms of each share;
+    /// a largest value may be infinite. Empty without a valid setup.
+    QVector<FitParameter> getParameters();
 
     /// Evaluates one charge factor for each group; always true.
     bool runParametrization(const int &n, double *&x) override;

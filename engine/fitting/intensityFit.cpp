@@ -145,11 +145,12 @@ void Problem::keepSetup(const QString &error)
     checkedCount = -1;
 }
 
-bool Problem::isTrialWithinBounds() const
+bool Problem::areWithinBounds(const QVector<double> &chargeFactors,
+                              const QVector<double> &polarizabilities) const
 {
     for (int atom = 2; atom <= coordNumber + 1; ++atom) {
-        if (!isWithinBounds(g.at(atom), alpha.at(atom), bounds[static_cast<std::size_t>(atom)],
-                            boundsTable.maximumAlpha))
+        if (!isWithinBounds(chargeFactors.at(atom), polarizabilities.at(atom),
+                            bounds[static_cast<std::size_t>(atom)], boundsTable.maximumAlpha))
             return false;
     }
     return true;

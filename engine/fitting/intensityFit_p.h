@@ -81,7 +81,10 @@ public:
         g[atom] = chargeFactor;
         alpha[atom] = polarizability;
     }
-    bool isTrialWithinBounds() const;
+    bool isTrialWithinBounds() const { return areWithinBounds(g, alpha); }
+    /// True when all coordinated atoms have g and alpha (cm^3) within their bounds.
+    bool areWithinBounds(const QVector<double> &chargeFactors,
+                         const QVector<double> &polarizabilities) const;
     /// Sum of the squared differences of Omega(lambda) from the targets, each by its weight, in
     /// (1e-20 cm^2)^2; the target of Omega(6) is 0.
     double calcMisfit(double weight2, double weight4, double weight6);

@@ -13,7 +13,8 @@ namespace fitFiles {
 namespace {
 
 /// What the fields of a line have to be: a letter for each, w a word, i a whole number, d a number;
-/// the letter before * stands for any number of fields, none included.
+/// the letter before * stands for any number of fields, none included; those behind | may be left
+/// out together.
 struct LineForm
 {
     const char *extension;
@@ -21,7 +22,7 @@ struct LineForm
 };
 
 constexpr LineForm lineForms[] = {
-    {".groups", "wi*"}, {".exp", "iddd"}, {".limits", "wdd"}, {".chargefactors", "wi*d"}};
+    {".groups", "wi*"}, {".exp", "iddd|dd"}, {".limits", "wdd"}, {".chargefactors", "wi*d"}};
 
 QString tr(const char *text)
 {
@@ -37,6 +38,9 @@ QString textOf(const LineReader &reader)
 QByteArray lettersOf(const LineForm &form, int count)
 {
     QByteArray letters(form.fields);
+    const int optional = letters.indexOf('|');
+    if (optional >= 0)
+        return count > optional ? letters.remove(optional, 1) : letters.left(optional);
     const int star = letters.indexOf('*');
     if (star < 0)
         return letters;

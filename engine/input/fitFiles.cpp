@@ -43,6 +43,15 @@ QVector<int> atomsBefore(const Fields &fields, std::size_t end)
     return atoms;
 }
 
+/// The number behind "+-" in a field between the first and the last; 0 without one.
+double deviationIn(const Fields &fields)
+{
+    for (std::size_t i = 1; i + 1 < fields.size(); ++i)
+        if (fields[i].substr(0, 2) == "+-")
+            return textFields::toDouble(fields[i].size() > 2 ? fields[i].substr(2) : fields[i + 1]);
+    return 0.0;
+}
+
 } // namespace
 
 std::optional<QVector<ChargeFactorsGroup>> readChargeFactors(const QString &fileName)
@@ -74,6 +83,8 @@ std::optional<QVector<TransitionValues>> readTransitions(const QString &fileName
         values.energyLow = numberAt(fields, 1);
         values.energyHigh = numberAt(fields, 2);
         values.offset = numberAt(fields, 3);
+        values.deviationLow = numberAt(fields, 4);
+        values.deviationHigh = numberAt(fields, 5);
         transitions.append(values);
     });
     return isRead ? std::make_optional(transitions) : std::nullopt;
@@ -100,8 +111,8 @@ std::optional<QVector<MeasuredLevel>> readMeasuredLevels(const QString &fileName
             return std::nullopt;
         textFields::split(reader.line(), fields);
         if (reader.lineNumber() > 1 && !fields.empty())
-            levels.append(
-                {textFields::toString(fields.front()), textFields::toDouble(fields.back())});
+            levels.append({textFields::toString(fields.front()),
+                           textFields::toDouble(fields.back()), deviationIn(fields)});
     }
     return levels;
 }

@@ -132,7 +132,7 @@ private Q_SLOTS:
                                 << QString::fromLatin1(parts).split(QLatin1Char(' '));
         };
         row("fit omega tests/mopac/eu_cl2_h2o6_am1_int.out --omega2 3 --omega4 40 --points 2",
-            "omega_fit groups");
+            "omega_fit groups fit_account fit_parameters solution solution_ranges");
         QFile::copy(dataFile(QStringLiteral("mopac/eu_acac3_phen_am1_allvec.out")), path("i.out"));
         row("indices i.out", "reactivity_indices");
         row("spectrum examples/data/eu_l2_zindos_excerpt.orcout", "spectrum transitions curve");

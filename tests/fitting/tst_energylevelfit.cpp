@@ -1,6 +1,10 @@
 #include "TestSupport.h"
 
+#include <LanqorEngine/LanqorEnergyLevels.h>
+#include <LanqorEngine/LanqorFitAccount.h>
+#include <LanqorEngine/LanqorFreeIonParameters.h>
 #include <LanqorEngine/LanqorGSA.h>
+#include <LanqorEngine/LanqorLevelsLeastSquares.h>
 #include <LanqorEngine/LanqorParametricEnergyLevels.h>
 
 #include <QDir>
@@ -23,6 +27,24 @@ QVector<EnergyLevelsExp> levelList(const char *text)
         level.label = entry.section(QLatin1Char(' '), 0, 0);
         level.energy = entry.section(QLatin1Char(' '), 1).toDouble();
         levels.append(level);
+    }
+    return levels;
+}
+
+/// Levels of an ion below a limit, rounded to 1 cm^-1, as one would measure them.
+QVector<EnergyLevelsExp> madeLevels(int electrons, const QVector<double> &x, double below)
+{
+    LanqorEnergyLevels ion(nullptr, electrons);
+    ion.setSlaterIntegral(0.0, x.at(0), x.at(1), x.at(2));
+    ion.setZetaParameters(x.at(3));
+    ion.calcEnergyLevels(-1.0);
+    QVector<EnergyLevelsExp> levels;
+    for (const MixedState &state : ion.getMixedStatesVector()) {
+        EnergyLevelsExp level;
+        level.label = state.label;
+        level.energy = std::round(state.energy);
+        if (level.energy < below)
+            levels.append(level);
     }
     return levels;
 }
@@ -57,10 +79,10 @@ private Q_SLOTS:
 
     void measuredLevelsFile()
     {
-        const QString path =
-            testSupport::scratchFile(QStringLiteral("eu.exp"),
-                                     "7F0 9.0\n7F0 0\r\n\n  7F1 some words   379\n5D(3)0  17277.5\n"
-                                     "4I11/2 2001\n2J5/2 x\n(\n6H(12\n");
+        const QString path = testSupport::scratchFile(
+            QStringLiteral("eu.exp"),
+            "7F0 9.0\n7F0 0\r\n\n  7F1 some words   379\n5D(3)0 +-2.5 17277.5\n"
+            "4I11/2 +- 4 2001\n2J5/2 x\n(\n6H(12\n");
         QVector<EnergyLevelsExp> levels;
         QVERIFY(Fit::readEnergyLevelsExp(path, levels));
         // S, L, index, J, energy; the heading is skipped, though it reads as a level.
@@ -76,6 +98,9 @@ private Q_SLOTS:
                                       level.energy}),
                      expected.at(i));
         }
+        QCOMPARE(levels.at(1).standardDeviation, 0.0);
+        QCOMPARE(levels.at(2).standardDeviation, 2.5);
+        QCOMPARE(levels.at(3).standardDeviation, 4.0);
         QVERIFY(!Fit::readEnergyLevelsExp(path + QStringLiteral("x"), levels));
         QVERIFY(!Fit::readEnergyLevelsExp(
             testSupport::scratchFile(QStringLiteral("long.exp"),
@@ -229,6 +254,100 @@ private Q_SLOTS:
         COMPARE_NEAR(fit.getBestParameters().at(2), 4.4348, 0.1);
         COMPARE_NEAR(fit.getBestParameters().at(3), 740.75, 15.0);
         QVERIFY(QFile::exists(work.result()));
+    }
+
+    /// Levels made from parameters some per cent off the published ones, which are the first
+    /// start; the others lie within 5 % of these. Two labels of one J that cross change places, and
+    /// levels that are missing from the list leave gaps.
+    void leastSquaresFindTheParametersOfTheirLevels_data()
+    {
+        QTest::addColumn<QString>("ion");
+        QTest::addColumn<int>("leftOut"); // every so many levels; 0: none
+        QTest::addColumn<bool>("isCrossed");
+        QTest::newRow("Pr") << "Pr" << 0 << false;
+        QTest::newRow("Nd") << "Nd" << 0 << false;
+        QTest::newRow("Nd, gaps") << "Nd" << 3 << false;
+        QTest::newRow("Nd, crossed labels") << "Nd" << 4 << true;
+        QTest::newRow("Eu") << "Eu" << 0 << false;
+        QTest::newRow("Er") << "Er" << 0 << false;
+    }
+    void leastSquaresFindTheParametersOfTheirLevels()
+    {
+        QFETCH(QString, ion);
+        QFETCH(int, leftOut);
+        QFETCH(bool, isCrossed);
+        const FreeIonParameters usual = LanqorFreeIonParameters::getParameters(ion);
+        const QVector<double> published = {usual.F2, usual.F4, usual.F6, usual.zeta};
+        const QVector<double> truth = {1.03 * usual.F2, 0.97 * usual.F4, 1.02 * usual.F6,
+                                       0.98 * usual.zeta};
+        QVector<EnergyLevelsExp> levels = madeLevels(usual.electrons, truth, 32000.0);
+        for (int k = levels.size() - 1; leftOut > 0 && k > 0; k -= leftOut)
+            levels.remove(k);
+        QVector<int> pair;
+        for (int k = 1; isCrossed && k < levels.size(); ++k)
+            if (levels.at(k).label.endsWith(QStringLiteral("4.5")))
+                pair.append(k);
+        if (isCrossed)
+            std::swap(levels[pair.at(0)].label, levels[pair.at(1)].label);
+        LanqorLevelsLeastSquares problem(usual.electrons);
+        QVERIFY2(problem.setEnergyLevelsExp(levels), qPrintable(problem.getLastError()));
+        QVector<LeastSquaresResults> all;
+        for (int number = 0; number < (usual.electrons == 6 ? 6 : 20); ++number) {
+            QVector<double> start = published;
+            for (int i = 0; i < 4; ++i)
+                start[i] *= 1.0 + (number == 0 ? 0.0 : 0.05 * std::sin(7.0 * number + 3.0 * i));
+            all.append(problem.fit(start));
+            const FitAccount &account = all.last().account;
+            QVERIFY(account.end == FitAccount::End::Converged);
+            // The rounding of the data has a variance of 1/12.
+            QVERIFY2(account.misfit < 2.0 / 12.0 * levels.size(),
+                     qPrintable(QString::number(account.misfit)));
+            for (int i = 0; i < 4; ++i) {
+                const FitAccount::Parameter &found = account.parameters.at(i);
+                COMPARE_NEAR(found.value, truth.at(i), 5.0 * found.standardError);
+                QVERIFY(found.standardError < 1e-3 * truth.at(i));
+            }
+        }
+        QCOMPARE(LanqorFitAccount::chooseBest(all).account.minima.size(), 1);
+    }
+
+    /// One electron or hole: 2F7/2 and 2F5/2 are 3.5 zeta apart, and nothing else is to be had.
+    void whatTheDataDoNotDetermine()
+    {
+        LanqorLevelsLeastSquares cerium(1);
+        QVector<EnergyLevelsExp> levels = levelList("2F5/2 0.0, 2F7/2 2253.0");
+        levels[1].standardDeviation = 7.0;
+        QVERIFY(cerium.setEnergyLevelsExp(levels));
+        FitAccount account = cerium.fit({300.0, 45.0, 4.0, 600.0}).account;
+        COMPARE_NEAR(account.parameters.at(3).value, 2253.0 / 3.5, 1e-9);
+        COMPARE_NEAR(account.parameters.at(3).standardError, 7.0 / 3.5, 1e-9);
+        COMPARE_NEAR(account.parameters.at(1).value, 45.0, 1e-9);
+        QCOMPARE(account.undetermined.size(), 3);
+        QCOMPARE(LanqorFitAccount::getDegreesOfFreedom(account), 0);
+        for (int i = 0; i < 4; ++i)
+            QCOMPARE(account.parameters.at(i).isUndetermined, i < 3);
+        QVERIFY(LanqorFitAccount::makeText(account).contains(QStringLiteral("do not determine")));
+
+        // One level above the ground level gives one combination of four parameters.
+        LanqorLevelsLeastSquares praseodymium(2);
+        QVERIFY(praseodymium.setEnergyLevelsExp(levelList("3H4 0.0, 3H5 2152.0")));
+        account = praseodymium.fit({305.0, 46.0, 4.4, 741.0}).account;
+        QCOMPARE(account.undetermined.size(), 3);
+        QVERIFY(account.misfit < 1e-12);
+
+        // A parameter at its bound, and a fixed one.
+        QVector<FitParameter> parameters = LanqorParametricEnergyLevels::getParameters();
+        parameters[3].maximum = 600.0;
+        parameters[0].isFixed = true;
+        parameters[0].fixedValue = 301.0;
+        cerium.setParameters(parameters);
+        account = cerium.fit({300.0, 45.0, 4.0, 500.0}).account;
+        QCOMPARE(account.parameters.at(0).value, 301.0);
+        QVERIFY(account.parameters.at(3).isAtMaximum);
+        COMPARE_NEAR(account.misfit, std::pow((2253.0 - 3.5 * 600.0) / 7.0, 2), 1e-6);
+
+        QVERIFY(!cerium.setEnergyLevelsExp(levelList("2F5/2 0.0, 2F7/2 -2253.0")));
+        QVERIFY(!LanqorLevelsLeastSquares(1).setEnergyLevelsExp(levelList("3H4 0.0, 3H5 9.0")));
     }
 };
 

@@ -2,12 +2,14 @@
 #include "plainAnnealing.h"
 
 #include <LanqorEngine/LanqorAbstractParametric.h>
+#include <LanqorEngine/LanqorFitPolish.h>
 #include <LanqorEngine/LanqorFitStarts.h>
 #include <LanqorEngine/LanqorGSA.h>
 
 #include <QtTest>
 
 using Vector = std::vector<double>;
+Q_DECLARE_METATYPE(PlainAnnealing::Response)
 
 namespace {
 
@@ -285,6 +287,108 @@ private Q_SLOTS:
         annealing.initializeGSA();
         QCOMPARE(errors.size(), 1);
         QVERIFY(!annealing.getLastError().isEmpty());
+    }
+
+    /// Minima known in closed form: a curved valley, a sum of absolute values, a minimum outside
+    /// the bounds, one beside a wall of refused trials.
+    void polishFindsTheMinimumWithinTheBounds_data()
+    {
+        using Function = PlainAnnealing::Response;
+        QTest::addColumn<Function>("response");
+        QTest::addColumn<QVector<double>>("bounds"); // minimum, maximum of each parameter
+        QTest::addColumn<QVector<double>>("minimum");
+        QTest::newRow("valley") << Function([](const Vector &x) {
+            return 100.0 * std::pow(x[1] - x[0] * x[0], 2) + std::pow(1.0 - x[0], 2);
+        }) << QVector<double>{-2.0, 2.0, -2.0, 2.0}
+                                << QVector<double>{1.0, 1.0};
+        QTest::newRow("absolute values") << Function([](const Vector &x) {
+            return std::abs(x[0] - 0.7) + 3.0 * std::abs(x[1] - 1.4) + std::abs(x[0] - x[1] + 0.7);
+        }) << QVector<double>{0.0, 3.0, 0.0, HUGE_VAL}
+                                         << QVector<double>{0.7, 1.4};
+        QTest::newRow("outside") << Function(bowl) << QVector<double>{0.5, 2.0, 0.0, 0.2}
+                                 << QVector<double>{0.5, 0.2};
+        QTest::newRow("wall") << Function(boxed) << QVector<double>{-1.0, 3.0, -1.0, 3.0}
+                              << QVector<double>{0.3, 0.3};
+    }
+    void polishFindsTheMinimumWithinTheBounds()
+    {
+        QFETCH(PlainAnnealing::Response, response);
+        QFETCH(QVector<double>, bounds);
+        QFETCH(QVector<double>, minimum);
+        QVector<FitParameter> parameters;
+        for (int i = 0; i < minimum.size(); ++i)
+            parameters.append(
+                {QString::number(i), QString(), bounds.at(2 * i), bounds.at(2 * i + 1)});
+        FitPolishResults results[2];
+        for (FitPolishResults &result : results) {
+            RecordedProblem problem;
+            problem.response = response;
+            result = LanqorFitPolish(&problem, parameters).run({1.9, 0.1});
+            QVERIFY(result.isConverged);
+            QCOMPARE(result.points, int(problem.visited.size()));
+            for (const Vector &x : problem.visited)
+                for (int i = 0; i < minimum.size(); ++i)
+                    QVERIFY(x[std::size_t(i)] >= bounds.at(2 * i) &&
+                            x[std::size_t(i)] <= bounds.at(2 * i + 1));
+        }
+        QCOMPARE(results[0].vector, results[1].vector);
+        for (int i = 0; i < minimum.size(); ++i)
+            COMPARE_NEAR(results[0].vector.at(i), minimum.at(i), 1e-6);
+    }
+
+    void polishHoldsFixedParametersAndEnds()
+    {
+        RecordedProblem problem;
+        const QVector<FitParameter> parameters = {
+            {QStringLiteral("a"), QString(), 0.0, 2.0},
+            {QStringLiteral("b"), QString(), 0.0, 2.0, true, 1.25}};
+        const FitPolishResults held = LanqorFitPolish(&problem, parameters).run({1.0, 1.0});
+        COMPARE_NEAR(held.vector.at(0), 0.3, 1e-7);
+        for (const Vector &x : problem.visited)
+            QCOMPARE(x[1], 1.25);
+        LanqorFitPolish short_(&problem, parameters);
+        short_.setMaximumPoints(7);
+        const FitPolishResults spent = short_.run({1.0, 1.0});
+        QVERIFY(!spent.isConverged && spent.points <= 8);
+        problem.stopAt = int(problem.visited.size()) + 5;
+        QVERIFY(!LanqorFitPolish(&problem, parameters).run({1.0, 1.0}).isConverged);
+        QCOMPARE(int(problem.visited.size()), problem.stopAt);
+        LanqorGSA::isStopParametrization = false;
+    }
+
+    /// Whatever the order of the starts, with steps scaled to a range of 1e-3 and one of 1e3.
+    void polishedStartsReachTheMinimumOfAnyScale()
+    {
+        const auto makeStart = [](int number) {
+            auto problem = std::make_unique<RecordedProblem>();
+            problem->response = [](const Vector &x) {
+                return std::abs(x[0] * 1.0e3 - 0.4) + std::abs(x[1] * 1.0e-3 - 0.6);
+            };
+            return FitStart{std::move(problem),
+                            {number * 1.0e-4, number * 1.0e2},
+                            {{QStringLiteral("a"), QString(), 0.0, 1.0e-3},
+                             {QStringLiteral("b"), QString(), 0.0, 1.0e3}}};
+        };
+        LanqorFitStarts forward(3, makeStart);
+        LanqorFitStarts backward(3, makeStart);
+        for (LanqorFitStarts *starts : {&forward, &backward}) {
+            starts->setPolished(true);
+            for (int number = 1; number <= 3; ++number)
+                starts->getAnnealing(number)->setNStopMax(50);
+        }
+        for (int number = 1; number <= 3; ++number) {
+            forward.run(number);
+            backward.run(4 - number);
+        }
+        QCOMPARE(forward.getBestNumber(), backward.getBestNumber());
+        const QVector<double> best = forward.getBestVector(forward.getBestNumber());
+        QCOMPARE(best, backward.getBestVector(backward.getBestNumber()));
+        COMPARE_NEAR(best.at(0), 0.4e-3, 1e-9);
+        COMPARE_NEAR(best.at(1), 0.6e3, 1e-3);
+        QVERIFY(forward.isConverged(1));
+        const FitTrace trace = forward.getTrace(2);
+        for (int i = 1; i < trace.improvements.size(); ++i)
+            QVERIFY(trace.improvements.at(i).response <= trace.improvements.at(i - 1).response);
     }
 };
 

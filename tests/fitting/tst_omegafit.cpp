@@ -1,5 +1,7 @@
 #include "fitSupport.h"
 
+#include <LanqorEngine/LanqorFitPolish.h>
+#include <LanqorEngine/LanqorIntensitySolutions.h>
 #include <LanqorEngine/LanqorParametric.h>
 
 #include <QDir>
@@ -311,6 +313,54 @@ private Q_SLOTS:
             COMPARE_NEAR(printed(report, QStringLiteral("omega(%1)").arg(lambda)), fitted, 0.00501);
             if (lambda < 6)
                 COMPARE_NEAR(fitted, wanted.total[lambda] / omegaUnit, 0.005);
+        }
+    }
+
+    /// Every set of the sample gives the targets by a calculation of its own; the sample is wide,
+    /// keeps what is fixed, and is always the same.
+    void solutionsReachTheTargets()
+    {
+        const QString file = mopacFile("eu_acac3_phen_am1_allvec.out");
+        LanqorInputData geometry(nullptr, file);
+        QVERIFY(geometry.readMopacOutFile(false) && geometry.createSphericalCoordinate());
+        const QVector<CoordSPH> sphere = sphereOf(file);
+        const int N = sphere.size() - 1;
+        LanqorParametric fit(nullptr, &geometry, 0);
+        fit.setCoordNumber(N);
+        fit.setGroupsAndAtoms(fit.makeElementGroups());
+        fit.setOmegaExp(20.5e-20, 8.1e-20);
+        QVector<FitParameter> parameters = fit.getParameters();
+        QCOMPARE(parameters.size(), 4);
+        QCOMPARE(parameters.at(3).name, QStringLiteral("alpha:N"));
+        for (const bool isHeld : {false, true}) {
+            parameters[3].isFixed = isHeld;
+            parameters[3].fixedValue = 3.5;
+            const FitPolishResults known =
+                LanqorFitPolish(&fit, parameters).run({1.0, 1.0, 4.5, 3.5});
+            QVERIFY(known.response < 1e-12);
+            LanqorIntensitySolutions problem(
+                &geometry, N, parameters,
+                [&](const QVector<double> &x, QVector<double> &g, QVector<double> &alpha) {
+                    return fit.makeDonors(x, g, alpha);
+                });
+            problem.setTargets(20.5e-20, 8.1e-20, 1.0, 1.0, 0.0);
+            const IntensitySolutions solutions = problem.sample({known.vector}, 250);
+            QCOMPARE(solutions.sets.size(), 250);
+            QCOMPARE(solutions.sets, problem.sample({known.vector}, 250).sets);
+            for (const QVector<double> &set : solutions.sets) {
+                QVector<double> g;
+                QVector<double> alpha;
+                QVERIFY(fit.makeDonors(set.mid(0, 4), g, alpha));
+                const plainOmega::Result plain = plainOmega::omega(sphere, g, alpha);
+                COMPARE_NEAR(plain.total[2] * 1e20, 20.5, 0.0072);
+                COMPARE_NEAR(plain.total[4] * 1e20, 8.1, 0.0072);
+                COMPARE_NEAR(plain.total[6] * 1e20, set.at(6), 1e-6);
+                QVERIFY(!isHeld || set.at(3) == 3.5);
+            }
+            QVERIFY(solutions.quantities.at(4).isDetermined);  // Omega(2)
+            QVERIFY(!solutions.quantities.at(1).isDetermined); // g of N
+            QVERIFY(solutions.quantities.at(1).maximum - solutions.quantities.at(1).minimum > 1.0);
+            QVERIFY(solutions.central >= 0 && solutions.central < 250);
         }
     }
 };

@@ -1,5 +1,8 @@
+#include <LanqorEngine/LanqorFitAccount.h>
+#include <LanqorEngine/LanqorFitStarts.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorParametricStarkLevels.h>
+#include <LanqorEngine/LanqorStarkLeastSquares.h>
 #include <LanqorEngine/LanqorStarkLevels.h>
 
 #include "../intensity/testSpheres.h"
@@ -374,6 +377,76 @@ private Q_SLOTS:
         QCOMPARE(given({8}, -0.1), (QVector<double>{0.5, 0.0}));
         fit.setTransitionValues({});
         QVERIFY(fit.makeStartingVector({}).isEmpty());
+    }
+
+    /// Exact levels of two groups, from four starts that each end in another minimum now and then:
+    /// with the further starts all reach the true one, by either objective.
+    void severalStartsFindTheTrueChargeFactors()
+    {
+        LanqorInputData geometry(nullptr, structure());
+        QVERIFY(geometry.readMopacOutFile(false) && geometry.createSphericalCoordinate());
+        Fit model(nullptr, &geometry, 0);
+        const QVector<TransitionValues> data = measured(0.9, 1.4);
+        model.setParametersGroup(groups);
+        model.setTransitionValues(data);
+        QVector<FitParameter> parameters = model.getParameters();
+        LanqorStarkLeastSquares problem(&geometry, 0, 0.0801);
+        QVERIFY(problem.setProblem(groups, parameters, data));
+        for (FitParameter &parameter : parameters)
+            parameter.maximum = 3.0;
+        const auto furtherStart = [](int number) {
+            return QVector<double>{3.0 * LanqorFitStarts::getStartingFraction(number, 0),
+                                   3.0 * LanqorFitStarts::getStartingFraction(number, 1)};
+        };
+        int wrong = 0;
+        for (const QVector<double> &first :
+             {QVector<double>{0.5, 0.5}, {0.1, 2.5}, {1.9, 0.1}, {1.5, 0.3}}) {
+            QVector<LeastSquaresResults> all = {problem.fit(first)};
+            wrong += all.first().account.misfit > 1.0 ? 1 : 0;
+            for (int number = 2; number <= 20; ++number)
+                all.append(problem.fit(furtherStart(number)));
+            const LeastSquaresResults best = LanqorFitAccount::chooseBest(all);
+            COMPARE_NEAR(best.vector.at(0), 0.9, 1e-6);
+            COMPARE_NEAR(best.vector.at(1), 1.4, 1e-6);
+            QVERIFY(best.account.minima.size() > 1);
+
+            LanqorFitStarts starts(4, [&](int number) {
+                auto fit = std::make_unique<Fit>(nullptr, &geometry, 0);
+                fit->setParametersGroup(groups);
+                fit->setTransitionValues(data);
+                return FitStart{std::move(fit), number == 1 ? first : furtherStart(number),
+                                parameters};
+            });
+            starts.setPolished(true);
+            for (int number = 1; number <= 4; ++number) {
+                starts.getAnnealing(number)->setNStopMax(20);
+                starts.run(number);
+            }
+            QVERIFY(starts.getBest()->getBestResponse() < 0.01);
+        }
+        QVERIFY(wrong > 0);
+    }
+
+    /// The levels of one group are linear in its g, E = g e: sd(g) = sd / sqrt(sum of e^2).
+    void standardErrorOfOneChargeFactor()
+    {
+        LanqorInputData geometry(nullptr, structure());
+        QVERIFY(geometry.readMopacOutFile(false) && geometry.createSphericalCoordinate());
+        const QVector<ParametersGroup> one = {{QStringLiteral("all"), {2, 3, 4, 5, 6, 7, 8, 9}}};
+        QVector<TransitionValues> data = measured(0.8, 0.8);
+        double squares = 0.0;
+        for (TransitionValues &t : data) {
+            squares += std::pow((t.energyLow - t.offset) / 0.8, 2);
+            squares += std::pow((t.energyHigh - t.offset) / 0.8, 2);
+            t.deviationLow = t.deviationHigh = 2.5;
+        }
+        LanqorStarkLeastSquares problem(&geometry, 0, 0.0801);
+        QVERIFY(problem.setProblem(one, {{QStringLiteral("g:all"), QStringLiteral("1"), 0.0, 3.0}},
+                                   data));
+        const FitAccount account = problem.fit({0.3}).account;
+        COMPARE_NEAR(account.parameters.at(0).value, 0.8, 1e-9);
+        COMPARE_NEAR(account.parameters.at(0).standardError, 2.5 / std::sqrt(squares), 1e-9);
+        QCOMPARE(account.dataCount, 6);
     }
 };
 

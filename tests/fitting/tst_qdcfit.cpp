@@ -1,7 +1,8 @@
 #include "fitSupport.h"
 
+#include <LanqorEngine/LanqorFitStarts.h>
 #include <LanqorEngine/LanqorIndicesCalculation.h>
-#include <LanqorEngine/LanqorParametricQDC.h>
+#include <LanqorEngine/LanqorParametricQDCBounded.h>
 
 #include <QtTest>
 
@@ -197,7 +198,7 @@ private Q_SLOTS:
         QTest::addColumn<bool>("hasForces");
         QTest::newRow("eu_cl2_h2o6_pm7_allvec_force.out") << true;
         QTest::newRow("eu_acac3_h2o_rm1_allvec_force.out") << true;
-        QTest::newRow("complete_case/eu_l2_rm1_allvec_force.out") << true;
+        QTest::newRow("../complete_case/eu_l2_rm1_allvec_force.out") << true;
         QTest::newRow("eu_acac3_phen_am1_allvec.out") << false;
     }
     void reportShowsWhatWasFitted()
@@ -226,6 +227,48 @@ private Q_SLOTS:
             {"Q", best.Q}, {"D", best.D}, {"C", best.C}};
         for (const auto &[name, value] : values)
             COMPARE_NEAR(printed(report, name), value, 5.1e-7);
+    }
+
+    /// Beside the smallest response of five runs of scipy's dual_annealing on the plain model
+    /// (benchmarks/compare_fits.py).
+    void polishedStartsReachTheGlobalMinimum_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<double>("known");
+        QTest::newRow("acac3 phen") << "eu_acac3_phen_am1_allvec.out" << 0.114249;
+        QTest::newRow("complete case") << "../complete_case/eu_l2_rm1_allvec_force.out" << 55.94403;
+        QTest::newRow("acac3") << "eu_acac3_h2o_rm1_allvec_force.out" << 46.16252;
+        QTest::newRow("chlorides") << "eu_cl2_h2o6_pm7_allvec_force.out" << 0.244618;
+    }
+    void polishedStartsReachTheGlobalMinimum()
+    {
+        QFETCH(QString, file);
+        QFETCH(double, known);
+        const QString path = mopacFile(qPrintable(file));
+        if (path.isEmpty())
+            QSKIP("the file is in no corpus");
+        LanqorInputData geometry(nullptr, path);
+        QVERIFY(geometry.readMopacOutFile(false) && geometry.createSphericalCoordinate());
+        LanqorIndicesCalculation indices(nullptr, &geometry, LanqorIndicesCalculation::MopacOutput);
+        QVERIFY(indices.calculateIndices());
+        LanqorFitStarts starts(6, [&](int number) {
+            auto fit = std::make_unique<LanqorParametricQDCBounded>(nullptr, &geometry, 0);
+            fit->setCoordNumber(geometry.getCoordNumber());
+            fit->setSuperDeslocalizability(&indices);
+            fit->setOmegaExp(20.5 * omegaUnit, 8.1 * omegaUnit);
+            const QVector<double> vector = fit->fromQdc(fit->makeStartingVector(number));
+            const QVector<FitParameter> parameters = fit->getBoundedParameters();
+            return FitStart{std::move(fit), vector, parameters};
+        });
+        starts.setPolished(true);
+        for (int number = 1; number <= starts.getCount(); ++number) {
+            starts.getAnnealing(number)->setNStopMax(200);
+            starts.run(number);
+        }
+        const auto &best = *qobject_cast<LanqorParametricQDCBounded *>(starts.getBest());
+        QVERIFY2(best.getBestResponse() < known * (1.0 + 1e-5),
+                 qPrintable(QString::number(best.getBestResponse(), 'g', 9)));
+        QVERIFY(best.getBestResponse() > known * (1.0 - 1e-4));
     }
 };
 

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <LanqorEngine/FitAccount.h>
+#include <LanqorEngine/FitParameter.h>
+#include <LanqorEngine/FitTrace.h>
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// Options that all fits share.
+namespace cli {
+
+class OptionReader;
+
+struct FitOptions
+{
+    bool isPolished = true;
+    int starts = 1;
+    int stepsPerCycle = 0;
+    double temperature = 10.0; ///< initial, in units of the response
+    QStringList fixed;         ///< "zeta=880"
+    QStringList bounds;        ///< "zeta=800:900"
+    bool isQuiet = false;
+    QString plot;
+    QString convergencePlot;
+    QString stateFile;   ///< that --save writes
+    QString resumedFile; ///< that --continue reads
+    /// Of the file of --continue, by start; empty without one.
+    QVector<QVector<double>> resumed;
+    qint64 resumedPoints = 0;
+};
+
+/// @param starts  default of --starts for a fit that is polished
+void addFitOptions(OptionReader &reader, int starts);
+FitOptions readFitOptions(const OptionReader &reader, int starts);
+
+/// The parameters with --bounds and --fix; a UsageError where these name none of them or leave the
+/// bounds of the fit.
+QVector<FitParameter> restricted(const OptionReader &reader, const FitOptions &options,
+                                 QVector<FitParameter> parameters);
+/// True when --fix or --bounds are given.
+bool isRestricted(const FitOptions &options);
+/// A starting vector within the bounds @p own, at the place that it has in the wider @p prescribed
+/// ones, with the fixed values.
+QVector<double> placeStart(const QVector<double> &vector, const QVector<FitParameter> &prescribed,
+                           const QVector<FitParameter> &own);
+
+/// Fills in what --continue holds of a fit with these parameters; a Failure when the file is of
+/// another fit.
+void readState(FitOptions &options, const QString &command,
+               const QVector<FitParameter> &parameters);
+/// Writes the best vector of every start, if --save is given.
+void writeState(const FitOptions &options, const QString &command,
+                const QVector<FitParameter> &parameters, const QVector<QVector<double>> &vectors,
+                qint64 points);
+
+} // namespace cli

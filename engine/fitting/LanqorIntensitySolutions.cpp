@@ -1,0 +1,456 @@
+#include "LanqorIntensitySolutions.h"
+
+#include "core/physicalConstants_p.h"
+#include "core/reportText_p.h"
+#include "core/resultColumns_p.h"
+
+#include <LanqorEngine/LanqorOmega.h>
+#include <LanqorEngine/LanqorResultTables.h>
+#include <LanqorEngine/OmegaResults.h>
+
+#include <Eigen/Dense>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <random>
+
+using Eigen::MatrixXd;
+using Eigen::VectorXd;
+using resultColumns::column;
+
+namespace {
+
+constexpr int lambdaCount = 3; // 2, 4, 6
+constexpr int lambdas[lambdaCount] = {2, 4, 6};
+
+/// Uniform numbers, the same on every machine.
+class Random
+{
+public:
+    /// From -1 to 1.
+    double draw() { return double(generator()) / 4294967295.0 * 2.0 - 1.0; }
+    /// A whole number from 0 to before @p end.
+    int below(int end) { return int(generator() % std::mt19937::result_type(end)); }
+
+private:
+    std::mt19937 generator; // of the default seed
+};
+
+} // namespace
+
+class LanqorIntensitySolutionsPrivate
+{
+public:
+    using Forms = std::array<MatrixXd, lambdaCount>;
+
+    std::unique_ptr<LanqorOmega> makeOmega() const;
+    /// Matrices of Omega(lambda), 1e-20 cm^2, as quadratic forms in the parameters.
+    Forms makeForms() const;
+    double responseOf(const Forms &forms, const VectorXd &x) const;
+    bool isFeasible(const VectorXd &x) const;
+    /// How far from @p x along @p direction the bounds allow to go.
+    double reach(const VectorXd &x, const VectorXd &direction) const;
+    /// Newton's method to the values @p goal of the fitted Omega, by the smallest change relative
+    /// to the ranges.
+    bool returnTo(const Forms &forms, const VectorXd &goal, VectorXd &x) const;
+    MatrixXd slopesOf(const Forms &forms, const VectorXd &x) const;
+    VectorXd valuesOf(const Forms &forms, const VectorXd &x) const;
+    void fillQuantities(IntensitySolutions &solutions, const std::vector<VectorXd> &sets) const;
+    QVector<double> describe(LanqorOmega &omega, const VectorXd &x,
+                             QVector<IntensitySolutions::Quantity> &quantities) const;
+
+    LanqorInputData *geometry = nullptr;
+    int coordNumber = 0;
+    QVector<FitParameter> parameters;
+    LanqorIntensitySolutions::MakeDonors makeDonors;
+    QVector<FitParameter> reported; // of the results
+    std::function<QVector<double>(const QVector<double> &)> toReported;
+    std::array<double, lambdaCount> targets{}; // 1e-20 cm^2
+    std::array<double, lambdaCount> weights{1.0, 1.0, 0.0};
+    double tolerance = 5.0e-5;
+    double refractiveIndex = 1.5;
+    QStringList ligands;
+};
+
+LanqorIntensitySolutions::LanqorIntensitySolutions(LanqorInputData *geometry,
+                                                   const int &coordNumber,
+                                                   const QVector<FitParameter> &parameters,
+                                                   const MakeDonors &makeDonors)
+    : d(std::make_unique<LanqorIntensitySolutionsPrivate>())
+{
+    d->geometry = geometry;
+    d->coordNumber = coordNumber;
+    d->parameters = parameters;
+    d->makeDonors = makeDonors;
+    setReported(parameters, [](const QVector<double> &vector) { return vector; });
+}
+
+LanqorIntensitySolutions::~LanqorIntensitySolutions() = default;
+
+void LanqorIntensitySolutions::setReported(
+    const QVector<FitParameter> &parameters,
+    const std::function<QVector<double>(const QVector<double> &)> &toReported)
+{
+    d->reported = parameters;
+    d->toReported = toReported;
+}
+
+void LanqorIntensitySolutions::setTargets(const double &omega2, const double &omega4,
+                                          const double &weight2, const double &weight4,
+                                          const double &weight6)
+{
+    d->targets = {omega2 / lanqor::omegaUnitCm2, omega4 / lanqor::omegaUnitCm2, 0.0};
+    d->weights = {weight2, weight4, weight6};
+}
+
+void LanqorIntensitySolutions::setTolerance(const double &excess)
+{
+    d->tolerance = excess;
+}
+
+void LanqorIntensitySolutions::setRefractiveIndex(const double &index)
+{
+    d->refractiveIndex = index;
+}
+
+void LanqorIntensitySolutions::setLigandAtomsByLigandVector(const QStringList &ligands)
+{
+    d->ligands = ligands;
+}
+
+std::unique_ptr<LanqorOmega> LanqorIntensitySolutionsPrivate::makeOmega() const
+{
+    auto omega = std::make_unique<LanqorOmega>(nullptr, 0, geometry);
+    omega->setCoordNumber(coordNumber);
+    omega->setRefractiveIndex(refractiveIndex);
+    omega->setLigandAtomsByLigandVector(ligands);
+    return omega;
+}
+
+LanqorIntensitySolutionsPrivate::Forms LanqorIntensitySolutionsPrivate::makeForms() const
+{
+    const auto n = Eigen::Index(parameters.size());
+    const std::unique_ptr<LanqorOmega> omega = makeOmega();
+    const auto calc = [&](const QVector<double> &x) {
+        QVector<double> g;
+        QVector<double> alpha;
+        makeDonors(x, g, alpha);
+        omega->setChargeFactorAndAlpha(g, alpha);
+        omega->calcOmega();
+        return std::array<double, lambdaCount>{omega->getOmega(2) / lanqor::omegaUnitCm2,
+                                               omega->getOmega(4) / lanqor::omegaUnitCm2,
+                                               omega->getOmega(6) / lanqor::omegaUnitCm2};
+    };
+    Forms forms;
+    forms.fill(MatrixXd::Zero(n, n));
+    for (int i = 0; i < n; ++i) {
+        for (int j = 0; j <= i; ++j) {
+            QVector<double> x(parameters.size(), 0.0);
+            x[i] = 1.0;
+            x[j] = 1.0;
+            const auto values = calc(x);
+            for (std::size_t l = 0; l < lambdaCount; ++l) {
+                // Omega(e_i + e_j) = Q_ii + Q_jj + 2 Q_ij; the diagonal of j is there already.
+                forms[l](i, j) = values[l];
+            }
+        }
+    }
+    for (MatrixXd &form : forms)
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < i; ++j)
+                form(j, i) = form(i, j) = 0.5 * (form(i, j) - form(i, i) - form(j, j));
+    return forms;
+}
+
+VectorXd LanqorIntensitySolutionsPrivate::valuesOf(const Forms &forms, const VectorXd &x) const
+{
+    VectorXd values(lambdaCount);
+    for (int l = 0; l < lambdaCount; ++l)
+        values(l) = x.dot(forms[std::size_t(l)] * x);
+    return values;
+}
+
+/// Derivatives of the Omega that are fitted, by the parameters that are not fixed, relative to
+/// the ranges.
+MatrixXd LanqorIntensitySolutionsPrivate::slopesOf(const Forms &forms, const VectorXd &x) const
+{
+    MatrixXd slopes = MatrixXd::Zero(lambdaCount, x.size());
+    for (int l = 0; l < lambdaCount; ++l) {
+        if (weights[std::size_t(l)] == 0.0)
+            continue;
+        slopes.row(l) = 2.0 * (forms[std::size_t(l)] * x).transpose();
+        for (int i = 0; i < x.size(); ++i) {
+            const FitParameter &p = parameters.at(i);
+            slopes(l, i) *= p.isFixed ? 0.0 : p.maximum - p.minimum;
+        }
+    }
+    return slopes;
+}
+
+double LanqorIntensitySolutionsPrivate::responseOf(const Forms &forms, const VectorXd &x) const
+{
+    const VectorXd values = valuesOf(forms, x);
+    double response = 0.0;
+    for (int l = 0; l < lambdaCount; ++l) {
+        const double difference = values(l) - targets[std::size_t(l)];
+        response += weights[std::size_t(l)] * difference * difference;
+    }
+    return response;
+}
+
+bool LanqorIntensitySolutionsPrivate::isFeasible(const VectorXd &x) const
+{
+    for (int i = 0; i < x.size(); ++i)
+        if (!(x(i) >= parameters.at(i).minimum && x(i) <= parameters.at(i).maximum))
+            return false;
+    QVector<double> g;
+    QVector<double> alpha;
+    return makeDonors(QVector<double>(x.data(), x.data() + x.size()), g, alpha);
+}
+
+double LanqorIntensitySolutionsPrivate::reach(const VectorXd &x, const VectorXd &direction) const
+{
+    double reach = std::numeric_limits<double>::max();
+    for (int i = 0; i < x.size(); ++i) {
+        const FitParameter &p = parameters.at(i);
+        if (direction(i) > 0.0)
+            reach = std::min(reach, (p.maximum - x(i)) / direction(i));
+        else if (direction(i) < 0.0)
+            reach = std::min(reach, (p.minimum - x(i)) / direction(i));
+    }
+    return reach;
+}
+
+bool LanqorIntensitySolutionsPrivate::returnTo(const Forms &forms, const VectorXd &goal,
+                                               VectorXd &x) const
+{
+    constexpr int maximumSteps = 12;
+    constexpr double closeEnough = 1.0e-9; // 1e-20 cm^2
+    for (int step = 0; step < maximumSteps; ++step) {
+        VectorXd missing = goal - valuesOf(forms, x);
+        for (int l = 0; l < lambdaCount; ++l)
+            missing(l) = weights[std::size_t(l)] == 0.0 ? 0.0 : missing(l);
+        if (missing.norm() < closeEnough)
+            return true;
+        const VectorXd change = slopesOf(forms, x).completeOrthogonalDecomposition().solve(missing);
+        for (int i = 0; i < x.size(); ++i) {
+            const FitParameter &p = parameters.at(i);
+            x(i) = std::clamp(x(i) + change(i) * (p.maximum - p.minimum), p.minimum, p.maximum);
+        }
+    }
+    return false;
+}
+
+IntensitySolutions LanqorIntensitySolutions::sample(const QVector<QVector<double>> &known,
+                                                    const int &count) const
+{
+    constexpr int attemptsPerSolution = 20;
+    // A solution in a corner of the bounds may allow steps only that are so short that nothing is
+    // curved.
+    constexpr int halvings = 24;
+    constexpr int curvedSteps = 6;
+    IntensitySolutions solutions;
+    solutions.tolerance = d->tolerance;
+    const auto forms = d->makeForms();
+    const auto n = Eigen::Index(d->parameters.size());
+    std::vector<VectorXd> starts;
+    for (const QVector<double> &vector : known)
+        if (vector.size() == n)
+            starts.push_back(Eigen::Map<const VectorXd>(vector.constData(), n));
+    if (starts.empty())
+        return solutions;
+    const auto best =
+        std::min_element(starts.begin(), starts.end(), [&](const VectorXd &a, const VectorXd &b) {
+            return d->responseOf(forms, a) < d->responseOf(forms, b);
+        });
+    std::iter_swap(starts.begin(), best);
+    const double limit = d->responseOf(forms, starts.front()) + d->tolerance;
+    const VectorXd reached = d->valuesOf(forms, starts.front());
+    std::vector<VectorXd> sets;
+    for (const VectorXd &start : starts)
+        if (d->responseOf(forms, start) <= limit && sets.size() < std::size_t(count))
+            sets.push_back(start);
+    Random random;
+    for (int attempt = 0; int(sets.size()) < count && attempt < attemptsPerSolution * count;
+         ++attempt) {
+        const VectorXd &from = sets[std::size_t(random.below(int(sets.size())))];
+        // A goal within the tolerance; half a digit of the Omega that does not count is no matter.
+        VectorXd goal = reached;
+        for (int l = 0; l < lambdaCount; ++l)
+            if (d->weights[std::size_t(l)] > 0.0)
+                goal(l) += random.draw() *
+                           std::sqrt(d->tolerance / lambdaCount / d->weights[std::size_t(l)]);
+        VectorXd direction(n);
+        for (Eigen::Index i = 0; i < n; ++i)
+            direction(i) = random.draw();
+        const MatrixXd slopes = d->slopesOf(forms, from);
+        direction -= slopes.completeOrthogonalDecomposition().solve(slopes * direction);
+        for (int i = 0; i < n; ++i) {
+            const FitParameter &p = d->parameters.at(i);
+            direction(i) *= p.isFixed ? 0.0 : p.maximum - p.minimum;
+            // Away from a bound, which the solution keeps if its targets are out of reach.
+            if ((from(i) <= p.minimum && direction(i) < 0.0) ||
+                (from(i) >= p.maximum && direction(i) > 0.0))
+                direction(i) = -direction(i);
+        }
+        double length = 0.5 * (1.0 + random.draw()) * d->reach(from, direction);
+        if (!std::isfinite(length) || length > 1.0e9)
+            length = 0.0;
+        for (int i = 0; i < halvings; ++i, length *= 0.5) {
+            VectorXd trial = from + length * direction;
+            if (i < curvedSteps)
+                d->returnTo(forms, goal, trial);
+            if (d->isFeasible(trial) && d->responseOf(forms, trial) <= limit) {
+                sets.push_back(trial);
+                break;
+            }
+        }
+    }
+    for (const VectorXd &set : sets)
+        solutions.responses.append(d->responseOf(forms, set));
+    d->fillQuantities(solutions, sets);
+    return solutions;
+}
+
+/// The values of a set, parameters first, and on the first call what they are.
+QVector<double>
+LanqorIntensitySolutionsPrivate::describe(LanqorOmega &omega, const VectorXd &x,
+                                          QVector<IntensitySolutions::Quantity> &quantities) const
+{
+    const bool isFirst = quantities.isEmpty();
+    QVector<double> values;
+    const auto add = [&](const QString &name, const char *unit, double value,
+                         bool isParameter = false) {
+        values.append(value);
+        if (isFirst)
+            quantities.append({name, QLatin1String(unit), isParameter, 0.0, 0.0, false});
+    };
+    const QVector<double> vector(x.data(), x.data() + x.size());
+    const QVector<double> told = toReported(vector);
+    for (int i = 0; i < told.size(); ++i)
+        add(reported.at(i).name, reported.at(i).unit.toUtf8().constData(), told.at(i), true);
+    QVector<double> g;
+    QVector<double> alpha;
+    makeDonors(vector, g, alpha);
+    omega.setChargeFactorAndAlpha(g, alpha);
+    omega.calcOmega();
+    const OmegaResults results = omega.getResults();
+    for (const int lambda : lambdas)
+        add(QStringLiteral("omega_%1").arg(lambda), "1e-20 cm^2",
+            results.omega[lambda] / lanqor::omegaUnitCm2);
+    for (const int lambda : lambdas)
+        add(QStringLiteral("ed_share_of_omega_%1").arg(lambda), "1",
+            results.omegaED[lambda] / results.omega[lambda]);
+    add(QStringLiteral("rate_7f2"), "s^-1", results.rates.ed02);
+    add(QStringLiteral("rate_7f4"), "s^-1", results.rates.ed04);
+    add(QStringLiteral("rate_7f6"), "s^-1", results.rates.ed06);
+    add(QStringLiteral("radiative_rate"), "s^-1", results.rates.total());
+    for (const AradPartitionResults::AtomShare &share : results.partition.atoms)
+        add(QStringLiteral("rate_of_%1_%2").arg(share.label, QString::number(share.atom)), "s^-1",
+            share.rate);
+    for (const AradPartitionResults::GroupShare &share : results.partition.groups)
+        add(QStringLiteral("rate_of_ligand_%1").arg(share.group.name), "s^-1", share.rate);
+    return values;
+}
+
+void LanqorIntensitySolutionsPrivate::fillQuantities(IntensitySolutions &solutions,
+                                                     const std::vector<VectorXd> &sets) const
+{
+    constexpr double agreement = 0.05;
+    const std::unique_ptr<LanqorOmega> omega = makeOmega();
+    for (const VectorXd &set : sets)
+        solutions.sets.append(describe(*omega, set, solutions.quantities));
+    for (int q = 0; q < solutions.quantities.size(); ++q) {
+        IntensitySolutions::Quantity &quantity = solutions.quantities[q];
+        quantity.minimum = quantity.maximum = solutions.sets.first().at(q);
+        for (const QVector<double> &set : qAsConst(solutions.sets)) {
+            quantity.minimum = std::min(quantity.minimum, set.at(q));
+            quantity.maximum = std::max(quantity.maximum, set.at(q));
+        }
+        const double middle = 0.5 * (quantity.minimum + quantity.maximum);
+        quantity.isDetermined =
+            0.5 * (quantity.maximum - quantity.minimum) <= agreement * std::abs(middle);
+    }
+    double nearest = std::numeric_limits<double>::infinity();
+    for (int s = 0; s < solutions.sets.size(); ++s) {
+        double distance = 0.0;
+        for (int q = 0; q < reported.size(); ++q) {
+            const IntensitySolutions::Quantity &quantity = solutions.quantities.at(q);
+            const double range = quantity.maximum - quantity.minimum;
+            const double place =
+                range > 0.0 ? (solutions.sets.at(s).at(q) - quantity.minimum) / range - 0.5 : 0.0;
+            distance += place * place;
+        }
+        if (distance < nearest) {
+            nearest = distance;
+            solutions.central = s;
+        }
+    }
+}
+
+LanqorResultTables LanqorIntensitySolutions::makeTables(const IntensitySolutions &solutions,
+                                                        const int &chosen)
+{
+    LanqorResultTables tables;
+    tables.addRecord(
+        QStringLiteral("solution"),
+        {column("chosen_from_1"), column("central_from_1"), column("solutions"),
+         column("largest_excess_of_response")},
+        {chosen + 1, solutions.central + 1, solutions.sets.size(), solutions.tolerance});
+    QVector<QVector<QVariant>> rows;
+    for (const IntensitySolutions::Quantity &quantity : solutions.quantities)
+        rows.append({quantity.name, quantity.unit, resultColumns::existing(quantity.minimum),
+                     resultColumns::existing(quantity.maximum), quantity.isDetermined});
+    tables.addTable(QStringLiteral("solution_ranges"),
+                    {column("quantity"), column("unit"), column("minimum"), column("maximum"),
+                     column("is_determined")},
+                    rows);
+    return tables;
+}
+
+LanqorResultTables LanqorIntensitySolutions::makeSolutionTable(const IntensitySolutions &solutions)
+{
+    LanqorResultTables tables;
+    QVector<ResultColumn> columns = {column("solution_from_1"), column("response")};
+    for (const IntensitySolutions::Quantity &quantity : solutions.quantities)
+        columns.append(
+            {QString(quantity.name).replace(QLatin1Char(':'), QLatin1Char('_')), quantity.unit});
+    QVector<QVector<QVariant>> rows;
+    for (int s = 0; s < solutions.sets.size(); ++s) {
+        QVector<QVariant> row = {s + 1, solutions.responses.at(s)};
+        for (const double value : solutions.sets.at(s))
+            row.append(resultColumns::existing(value));
+        rows.append(row);
+    }
+    tables.addTable(QStringLiteral("solutions"), columns, rows);
+    return tables;
+}
+
+QString LanqorIntensitySolutions::makeText(const IntensitySolutions &solutions)
+{
+    QString text = QStringLiteral(" Equally good solutions\n\n"
+                                  "  A sample of %1 sets whose response is at most %2 above the "
+                                  "best one's.\n\n"
+                                  "  quantity               smallest     largest\n")
+                       .arg(QString::number(solutions.sets.size()),
+                            QString::number(solutions.tolerance, 'g', 3));
+    QStringList determined;
+    QStringList open;
+    for (const IntensitySolutions::Quantity &quantity : solutions.quantities) {
+        (quantity.isDetermined ? determined : open).append(quantity.name);
+        text += QStringLiteral("  %1 %2%3")
+                    .arg(quantity.name.leftJustified(19),
+                         QString::number(quantity.minimum, 'g', 5).rightJustified(11),
+                         QString::number(quantity.maximum, 'g', 5).rightJustified(12));
+        if (quantity.unit != QLatin1String("1"))
+            text += QStringLiteral("  ") + quantity.unit;
+        text += QLatin1Char('\n');
+    }
+    const auto list = [](const QStringList &names) {
+        return names.isEmpty() ? QStringLiteral("nothing") : names.join(QStringLiteral(", "));
+    };
+    return text + QStringLiteral("\n  Determined within 5 %: %1; not determined: %2.\n")
+                      .arg(list(determined), list(open));
+}
