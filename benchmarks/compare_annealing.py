@@ -36,9 +36,9 @@ E2 = 2.307077352370616e-19  # erg cm
 A0 = 5.2917721092e-9  # cm
 DELTA_E = -2.383392e-11  # erg
 RADIAL = {2: 0.9175 * A0**2, 4: 2.02 * A0**4, 6: 9.039 * A0**6, 8: 110.03237 * A0**8}
-THETA = {(1, 2): -0.17, (3, 2): 0.345, (3, 4): 0.18, (5, 4): -0.24}
-SIGMA = {2: 0.6, 4: 0.139}
-REDUCED_C = {2: -1.366, 4: 1.128}
+THETA = {(1, 2): -0.17, (3, 2): 0.345, (3, 4): 0.18, (5, 4): -0.24, (5, 6): -0.24, (7, 6): 0.24}
+SIGMA = {2: 0.6, 4: 0.139, 6: 0.1}
+REDUCED_C = {2: -1.366, 4: 1.128, 6: -1.2774}
 
 
 def read_sphere(file_name):
@@ -123,7 +123,7 @@ def main():
     started = time.perf_counter()
     run = subprocess.run(
         [options.lanqor, "fit", "omega", options.file, "--omega2", str(options.omega2),
-         "--omega4", str(options.omega4), "--groups", text, "--starts", str(options.starts)],
+         "--omega4", str(options.omega4), "--groups", text, "--no-polish", "--starts", str(options.starts)],
         capture_output=True, text=True, check=False)
     own_time = time.perf_counter() - started
     if run.returncode != 0:
