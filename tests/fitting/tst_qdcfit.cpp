@@ -247,7 +247,7 @@ private Q_SLOTS:
         const QString path = mopacFile(qPrintable(file));
         if (path.isEmpty())
             QSKIP("the file is in no corpus");
-        LanqorInputData geometry(nullptr, path);
+        LanqorInputData geometry(nullptr, scratchCopy(path));
         QVERIFY(geometry.readMopacOutFile(false) && geometry.createSphericalCoordinate());
         LanqorIndicesCalculation indices(nullptr, &geometry, LanqorIndicesCalculation::MopacOutput);
         QVERIFY(indices.calculateIndices());
