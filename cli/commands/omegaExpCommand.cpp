@@ -185,6 +185,21 @@ void readEmission(const cli::OptionReader &options, LanqorOmegaExp &calculation)
         calculation.convertPhotonCounts();
 }
 
+void noteWaysOut(const cli::OptionReader &options, const LanqorOmegaExp &calculation,
+                 bool isDoubtful)
+{
+    if (!options.isSet("spectrum")) {
+        for (const int J : {2, 4})
+            if (calculation.getAreaOfTransition(J) == 0.0)
+                cli::note(tr("5D0 -> 7F%1 has no area, so that Omega(%1) is 0").arg(J));
+    } else if (isDoubtful) {
+        cli::note(options.text("baseline") == QLatin1String("linear")
+                      ? tr("--windows sets other limits of the bands")
+                      : tr("--windows sets other limits of the bands, --baseline linear subtracts "
+                           "a background"));
+    }
+}
+
 } // namespace
 
 int omegaExpCommand(const QStringList &arguments)
@@ -212,9 +227,7 @@ int omegaExpCommand(const QStringList &arguments)
     const QStringList warnings = calculation.getWarnings();
     for (const QString &warning : warnings)
         cli::warn(warning);
-    if (options.isSet("spectrum") && !warnings.isEmpty())
-        cli::note(tr("--windows sets other limits of the bands, --baseline linear subtracts a "
-                     "background"));
+    noteWaysOut(options, calculation, !warnings.isEmpty());
     const QString report = calculation.createOutputFile(QString());
     if (report.isEmpty())
         cli::failOf(calculation);
