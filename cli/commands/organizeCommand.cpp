@@ -86,8 +86,8 @@ int organizeCommand(const QStringList &arguments)
            "within 2.9, I within 3.0 Angstrom), then the remaining atoms ligand by ligand, and\n"
            "last counter-ions and lattice solvent.\n\n"
            "IN is a .mol2, .xyz, .mop or .zmt file or a MOPAC output or archive (.arc); OUT a\n"
-           ".mop, .mol2 or .xyz file. The ligands and the numbers of their coordinated atoms go to "
-           "standard output.\n\n"
+           ".mop, .mol2 or .xyz file. The ligands and the numbers of their coordinated atoms go\n"
+           "to standard output.\n\n"
            "Example: lanqor organize crystal.mol2 complex.mop --charge 0"));
     options.addArgument(QStringLiteral("IN"), tr("structure to read"));
     options.addArgument(QStringLiteral("OUT"), tr("file to write"));

@@ -4,6 +4,7 @@
 #include "text.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 
 namespace cli {
 
@@ -70,6 +71,10 @@ void OptionReader::parse(const QStringList &arguments)
     const int options = text.indexOf(QStringLiteral(" [options]"));
     if (options > 0 && options < end)
         text = QStringLiteral("Usage: ") + program + text.mid(options);
+    // Names of one letter with two dashes, as in messages and examples.
+    static const QRegularExpression shortName(QStringLiteral("^  -(\\w <[^>]*>)( +)  "),
+                                              QRegularExpression::MultilineOption);
+    text.replace(shortName, QStringLiteral("  --\\1\\2 "));
     throw HelpRequest{text};
 }
 

@@ -113,6 +113,8 @@ private Q_SLOTS:
             QVERIFY2(help.exitStatus == 0 && help.error.isEmpty(), qPrintable(name));
             QVERIFY2(help.output.startsWith(QStringLiteral("Usage: lanqor ") + name),
                      qPrintable(help.output.left(200)));
+            QVERIFY2(!help.output.contains(QRegularExpression(QStringLiteral("\n  -\\w <"))),
+                     qPrintable(help.output)); // options with a value have two dashes
             const ProgramRun unknown = run(name + QStringLiteral(" --no-such-option"));
             QVERIFY2(unknown.exitStatus == 2 && unknown.output.isEmpty(), qPrintable(name));
             QVERIFY2(unknown.error.contains(QStringLiteral("no-such-option")),
