@@ -3,13 +3,33 @@
 
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorResultTables.h>
+#include <LanqorEngine/LanqorUncertainty.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QtTest>
 
+#include <cmath>
 #include <limits>
+
+namespace {
+
+/// Error bars of the only result of @p model.
+UncertaintyResults::Quantity errorBars(const QVector<UncertainInput> &inputs,
+                                       const std::function<double(const QVector<double> &)> &model)
+{
+    LanqorUncertainty uncertainty;
+    for (const UncertainInput &input : inputs)
+        if (!uncertainty.addInput(input))
+            return {};
+    const auto row = [&model](const QVector<double> &values) {
+        return QVector<double>{model(values)};
+    };
+    return uncertainty.calculate({{"y", "1"}}, {0.0}, row).quantities.first();
+}
+
+} // namespace
 
 /// Opens the protected slot of the base object.
 class RelayingCalculation : public LanqorAbstractObjCalculation
@@ -101,6 +121,69 @@ private Q_SLOTS:
                                          "\n\n# atoms\natom_from_1,name,distance [Angstrom]\n"
                                          "2,\"O, \"\"axial\"\"\",0.3333333333333333\n"
                                          "3,N,inf\n4,,\n\n"));
+    }
+
+    void errorBarsOfALinearResult()
+    {
+        const auto linear = [](const QVector<double> &x) {
+            return 2.0 * x[0] - 3.0 * x[1] + 0.5 * x[2];
+        };
+        const auto normal = [](double value, double sd) {
+            return UncertainInput{"x", "1", UncertaintyKind::Normal, value, sd};
+        };
+        double widths[2];
+        for (const double scale : {1.0, 0.5}) {
+            const double sd[3] = {0.3 * scale, 0.2 * scale, 1.0 * scale};
+            const auto y =
+                errorBars({normal(5, sd[0]), normal(7, sd[1]), normal(1, sd[2])}, linear);
+            const double variance = 4 * sd[0] * sd[0] + 9 * sd[1] * sd[1] + 0.25 * sd[2] * sd[2];
+            const double gauss = std::sqrt(variance);
+            COMPARE_NEAR(y.median, -10.5, 0.01 * gauss);
+            COMPARE_NEAR(y.high68 - y.low68, 2 * 0.994458 * gauss, 0.02 * gauss);
+            COMPARE_NEAR(y.high95 - y.low95, 2 * 1.959964 * gauss, 0.04 * gauss);
+            COMPARE_NEAR(y.firstOrder[1], 9 * sd[1] * sd[1] / variance, 0.01);
+            COMPARE_NEAR(y.firstOrder[0] + y.firstOrder[1] + y.firstOrder[2], 1.0, 0.02);
+            widths[scale == 1.0 ? 0 : 1] = y.high95 - y.low95;
+        }
+        COMPARE_NEAR(widths[1] / widths[0], 0.5, 1e-9);
+        // Cut at 0 and at 1: the middle of what is left of each distribution.
+        const double infinity = std::numeric_limits<double>::infinity();
+        const auto own = [](const QVector<double> &x) { return x[0]; };
+        COMPARE_NEAR(
+            errorBars({{"x", "1", UncertaintyKind::Normal, 0, 1, 0, 0, 0, infinity}}, own).median,
+            0.674490, 2e-3);
+        COMPARE_NEAR(
+            errorBars({{"x", "1", UncertaintyKind::Uniform, 0, 0, -4, 1, 0, infinity}}, own).median,
+            0.5, 1e-3);
+        COMPARE_NEAR(errorBars({{"k", "1", UncertaintyKind::LogNormal, 3, 3}}, own).high68,
+                     3 * std::exp(0.994458 * std::sqrt(std::log(2))), 0.02);
+        LanqorUncertainty uncertainty;
+        for (const UncertainInput &wrong :
+             {normal(1, -0.1), normal(1, std::nan("")),
+              UncertainInput{"k", "1", UncertaintyKind::LogNormal, 0, 1},
+              UncertainInput{"x", "1", UncertaintyKind::Uniform, 0, 0, 2, 1},
+              UncertainInput{"x", "1", UncertaintyKind::Uniform, 0, 0, -2, -1, 0, infinity}})
+            QVERIFY(!uncertainty.addInput(wrong));
+        QVERIFY(uncertainty.isEmpty());
+    }
+
+    /// T. Ishigami, T. Homma, Proc. ISUMA 1990, 398: variances in closed form.
+    void sensitivitiesOfIshigami()
+    {
+        const double pi = 3.14159265358979;
+        const UncertainInput x{"x", "1", UncertaintyKind::Uniform, 0, 0, -pi, pi};
+        const auto y = errorBars({x, x, x}, [](const QVector<double> &v) {
+            return std::sin(v[0]) * (1 + 0.1 * std::pow(v[2], 4)) + 7 * std::pow(std::sin(v[1]), 2);
+        });
+        const double alone = 0.5 * std::pow(1 + 0.1 * std::pow(pi, 4) / 5, 2);
+        const double together = 0.01 * std::pow(pi, 8) * (1.0 / 18 - 1.0 / 50);
+        const double variance = alone + 49.0 / 8 + together;
+        const double first[] = {alone, 49.0 / 8, 0.0};
+        const double total[] = {alone + together, 49.0 / 8, together};
+        for (int i = 0; i < 3; ++i) {
+            COMPARE_NEAR(y.firstOrder[i], first[i] / variance, 0.01);
+            COMPARE_NEAR(y.total[i], total[i] / variance, 0.01);
+        }
     }
 };
 
