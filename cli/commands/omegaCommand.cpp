@@ -1,15 +1,18 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "options/OptionReader.h"
+#include "options/atomValues.h"
 #include "options/chargeFactorOptions.h"
 #include "options/complexOptions.h"
 #include "options/showResults.h"
+#include "options/uncertainOptions.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorAradPartition.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOmega.h>
 #include <LanqorEngine/LanqorResultTables.h>
+#include <LanqorEngine/LanqorSpectroscopicCalculation.h>
 #include <LanqorEngine/OmegaResults.h>
 
 namespace {
@@ -152,8 +155,99 @@ void noteUngroupedAtoms(const AradPartitionResults &partition, const QString &li
                       .arg(ligandFile, others.join(QStringLiteral(", "))));
 }
 
+/// Charge factors and polarisabilities (cm^3) of the atoms by uncertain numbers.
+class ChargeFactorSets
+{
+public:
+    ChargeFactorSets(const cli::OptionReader &options, const cli::UncertainOptions &uncertain,
+                     const LanqorInputData &geometry, const OmegaResults &results)
+        : uncertain(uncertain)
+        , g(results.atoms.size() + 2, 0.0)
+        , alpha(g)
+    {
+        const int coordNumber = results.atoms.size();
+        sourcesOfG =
+            cli::readAtomSources(geometry, coordNumber, QStringLiteral("--g"), options.text("g"));
+        sourcesOfAlpha = cli::readAtomSources(geometry, coordNumber, QStringLiteral("--alpha"),
+                                              options.text("alpha"));
+        for (const OmegaResults::Atom &atom : results.atoms) {
+            g[atom.number] = atom.chargeFactor;
+            alpha[atom.number] = atom.alpha;
+        }
+    }
+
+    /// Gives the values of a set to @p omega; false when it cannot calculate with them.
+    bool calc(LanqorOmega &omega, const QVector<double> &values)
+    {
+        for (int i = 0; i < values.size(); ++i) {
+            const cli::UncertainOptions::Number &number = uncertain.numbers().at(i);
+            const bool isG = number.option == QLatin1String("g");
+            if (!isG && number.option != QLatin1String("alpha"))
+                continue;
+            const QVector<int> &sources = isG ? sourcesOfG : sourcesOfAlpha;
+            for (int atom = 2; atom < sources.size(); ++atom)
+                if (sources.at(atom) == number.entry)
+                    (isG ? g : alpha)[atom] = values.at(i) * (isG ? 1.0 : cm3PerCubicAngstrom);
+        }
+        return omega.setChargeFactorAndAlpha(g, alpha) && omega.calcOmega();
+    }
+
+private:
+    const cli::UncertainOptions &uncertain;
+    QVector<double> g;
+    QVector<double> alpha;
+    QVector<int> sourcesOfG;
+    QVector<int> sourcesOfAlpha;
+};
+
+/// Error bars of Omega and the rates of a finished calculation.
+UncertaintyResults calcUncertainty(const cli::OptionReader &options,
+                                   const cli::UncertainOptions &uncertain,
+                                   LanqorInputData &geometry, const OmegaResults &results)
+{
+    LanqorUncertainty uncertainty;
+    uncertain.prepare(uncertainty);
+    ChargeFactorSets sets(options, uncertain, geometry, results);
+    LanqorOmega omega(nullptr, 0, &geometry);
+    omega.setCoordNumber(results.atoms.size());
+    LanqorSpectroscopicCalculation emission(nullptr);
+    emission.setLifeTime(1.0); // any: without one, it would be estimated in vain
+    const auto model = [&](const QVector<double> &values) {
+        double index = results.refractiveIndex;
+        for (const int i : uncertain.numbersOf(QStringLiteral("n")))
+            index = values.at(i);
+        if (!sets.calc(omega, values))
+            return QVector<double>();
+        QVector<double> row;
+        for (const int lambda : {2, 4, 6})
+            row << omega.getOmega(lambda) / omegaUnitCm2;
+        for (const int lambda : {2, 4, 6})
+            row << omega.getOmegaED(lambda) / omegaUnitCm2;
+        emission.setOmegaValues(row[0], row[1], row[2]);
+        emission.setRefractiveIndex(index);
+        emission.calcArad();
+        const double msPerSecond = 1000.0;
+        row << emission.getArad() - emission.getAradMD() << emission.getArad()
+            << msPerSecond / emission.getArad();
+        return row;
+    };
+    QVector<ResultColumn> quantities;
+    for (const char *kind : {"omega_%1", "omega_ed_%1"})
+        for (const int lambda : {2, 4, 6})
+            quantities.append(
+                {QString::fromLatin1(kind).arg(lambda), QStringLiteral("1e-20 cm^2")});
+    quantities << ResultColumn{QStringLiteral("electric_dipole_rate"), QStringLiteral("s^-1")}
+               << ResultColumn{QStringLiteral("radiative_rate"), QStringLiteral("s^-1")}
+               << ResultColumn{QStringLiteral("radiative_lifetime"), QStringLiteral("ms")};
+    QVector<double> asGiven;
+    for (const cli::UncertainOptions::Number &number : uncertain.numbers())
+        asGiven.append(number.input.value);
+    return uncertainty.calculate(quantities, model(asGiven), model);
+}
+
 /// Makes the report of a finished calculation if one is wanted, and shows the results.
-void show(const cli::OptionReader &options, LanqorOmega &omega, const ReportRequest &request,
+void show(const cli::OptionReader &options, const cli::UncertainOptions &uncertain,
+          LanqorInputData &geometry, LanqorOmega &omega, const ReportRequest &request,
           const QStringList &inputFiles)
 {
     const OmegaResults results = omega.getResults();
@@ -163,16 +257,24 @@ void show(const cli::OptionReader &options, LanqorOmega &omega, const ReportRequ
     if (!request.ligandFile.isEmpty())
         noteUngroupedAtoms(results.partition, request.ligandFile);
     QString text = summary(results);
+    QString errorBars;
+    LanqorResultTables tables = LanqorOmega::makeTables(results);
+    if (!uncertain.isEmpty())
+        cli::addErrorBars(calcUncertainty(options, uncertain, geometry, results), errorBars,
+                          tables);
     if (request.isWanted) {
-        const QString report = omega.createOutFile(QString());
+        QString report = omega.createOutFile(QString());
         if (report.isEmpty())
             cli::failOf(omega);
+        report += errorBars;
         if (request.fileName.isEmpty())
             text = report;
         else
             cli::writeFile(request.fileName, report.toUtf8());
     }
-    cli::showResults(options, text, LanqorOmega::makeTables(results), inputFiles);
+    if (!request.isWanted || !request.fileName.isEmpty())
+        text += errorBars;
+    cli::showResults(options, text, tables, inputFiles);
 }
 
 } // namespace
@@ -181,8 +283,11 @@ int omegaCommand(const QStringList &arguments)
 {
     cli::OptionReader options("omega");
     addOptions(options);
+    cli::UncertainOptions uncertain(options, cli::uncertainChargeFactors()
+                                                 << cli::uncertainRefractiveIndex());
     options.addResultOptions();
-    options.parse(arguments);
+    options.parse(uncertain.read(arguments));
+    uncertain.check();
     const QString fileName =
         options.files(1, tr("omega needs one file; see \"lanqor omega --help\"")).first();
     const double index = cli::readRefractiveIndex(options);
@@ -204,6 +309,6 @@ int omegaCommand(const QStringList &arguments)
     QStringList inputFiles = {fileName};
     if (!request.ligandFile.isEmpty())
         inputFiles.append(request.ligandFile);
-    show(options, omega, request, inputFiles);
+    show(options, uncertain, geometry, omega, request, inputFiles);
     return cli::success;
 }

@@ -4,6 +4,7 @@
 #include "options/complexOptions.h"
 #include "options/plausibility.h"
 #include "options/showResults.h"
+#include "options/uncertainOptions.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorOmegaExp.h>
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -200,14 +202,107 @@ void noteWaysOut(const cli::OptionReader &options, const LanqorOmegaExp &calcula
     }
 }
 
+QVector<cli::UncertainOption> uncertainOptions()
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    QStringList levels;
+    for (int J = 0; J < transitionCount; ++J)
+        levels.append(QStringLiteral("7F%1").arg(J));
+    const auto area = QStringLiteral("areas");
+    return {{area, QStringLiteral("1"), UncertaintyKind::Normal, 0.0, infinity, levels},
+            {QStringLiteral("barycentres"), QStringLiteral("cm^-1"), UncertaintyKind::Normal, 0.0,
+             infinity, levels},
+            {QStringLiteral("lifetime"),
+             QStringLiteral("ms"),
+             UncertaintyKind::LogNormal,
+             0.0,
+             infinity,
+             {}},
+            cli::uncertainRefractiveIndex()};
+}
+
+/// What a set of values of the inputs gives.
+const QVector<ResultColumn> &quantities()
+{
+    static const QVector<ResultColumn> columns = {
+        {QStringLiteral("omega_2"), QStringLiteral("1e-20 cm^2")},
+        {QStringLiteral("omega_4"), QStringLiteral("1e-20 cm^2")},
+        {QStringLiteral("radiative_rate"), QStringLiteral("s^-1")},
+        {QStringLiteral("radiative_lifetime"), QStringLiteral("ms")},
+        {QStringLiteral("non_radiative_rate"), QStringLiteral("s^-1")},
+        {QStringLiteral("quantum_efficiency"), QStringLiteral("%")}};
+    return columns;
+}
+
+QVector<double> rowOf(const OmegaExpResults &results)
+{
+    constexpr double omegaUnitCm2 = 1.0e-20;
+    const bool hasDecay = results.lifeTime != 0.0;
+    QVector<double> row = {results.omega2 / omegaUnitCm2, results.omega4 / omegaUnitCm2,
+                           results.arad, results.radiativeLifeTime};
+    return hasDecay ? row << results.anrad << results.quantumEfficiency : row;
+}
+
+/// Error bars of a finished calculation.
+UncertaintyResults calcUncertainty(const cli::OptionReader &options,
+                                   const cli::UncertainOptions &uncertain,
+                                   const OmegaExpResults &results)
+{
+    LanqorUncertainty uncertainty;
+    uncertain.prepare(uncertainty);
+    const bool isGiven = !options.isSet("spectrum");
+    const bool countsPhotons = isGiven && options.isSet("photon-counts");
+    int impossible = 0;
+    int sets = 0;
+    const auto model = [&](const QVector<double> &values) {
+        Values S{};
+        Values sigma{};
+        for (std::size_t J = 0; J < transitionCount; ++J) {
+            S[J] = countsPhotons ? results.source.givenAreas[J] : results.transitions[J].area;
+            sigma[J] = results.transitions[J].barycenter;
+        }
+        double index = results.refractiveIndex;
+        double lifeTime = results.lifeTime;
+        for (int i = 0; i < values.size(); ++i) {
+            const cli::UncertainOptions::Number &number = uncertain.numbers().at(i);
+            if (number.option == QLatin1String("areas"))
+                S[std::size_t(number.entry)] = values.at(i);
+            else if (number.option == QLatin1String("barycentres"))
+                sigma[std::size_t(number.entry)] = values.at(i);
+            else
+                (number.option == QLatin1String("n") ? index : lifeTime) = values.at(i);
+        }
+        LanqorOmegaExp calculation(nullptr, index);
+        calculation.setAreaOfTransition(S[0], S[1], S[2], S[3], S[4], S[5]);
+        calculation.setBarycenterOfEnergy(sigma[0], sigma[1], sigma[2], sigma[3], sigma[4],
+                                          sigma[5]);
+        if (countsPhotons)
+            calculation.convertPhotonCounts();
+        calculation.setLifeTime(lifeTime);
+        if (!calculation.calcOmegaExp())
+            return QVector<double>();
+        const OmegaExpResults found = calculation.getResults();
+        ++sets;
+        impossible += int(found.anrad < 0.0);
+        return rowOf(found);
+    };
+    const QVector<double> asGiven = rowOf(results);
+    UncertaintyResults errorBars =
+        uncertainty.calculate(quantities().mid(0, asGiven.size()), asGiven, model);
+    cli::addImpossibleLifetimes(errorBars, impossible, sets);
+    return errorBars;
+}
+
 } // namespace
 
 int omegaExpCommand(const QStringList &arguments)
 {
     cli::OptionReader options("omega-exp");
     addOptions(options);
+    cli::UncertainOptions uncertain(options, uncertainOptions());
     options.addResultOptions();
-    options.parse(arguments);
+    options.parse(uncertain.read(arguments));
+    uncertain.check();
     if (int(options.isSet("spectrum")) + int(options.isSet("areas")) + options.files().size() != 1)
         options.refuse(tr("omega-exp needs either --spectrum FILE, or a table FILE, or --areas "
                           "with --barycentres; see \"lanqor omega-exp --help\""));
@@ -228,11 +323,15 @@ int omegaExpCommand(const QStringList &arguments)
     for (const QString &warning : warnings)
         cli::warn(warning);
     noteWaysOut(options, calculation, !warnings.isEmpty());
-    const QString report = calculation.createOutputFile(QString());
+    QString report = calculation.createOutputFile(QString());
     if (report.isEmpty())
         cli::failOf(calculation);
+    const OmegaExpResults results = calculation.getResults();
+    LanqorResultTables tables = LanqorOmegaExp::makeTables(results);
+    if (!uncertain.isEmpty())
+        cli::addErrorBars(calcUncertainty(options, uncertain, results), report, tables);
     const QString spectrum = options.text("spectrum");
-    cli::showResults(options, report, LanqorOmegaExp::makeTables(calculation.getResults()),
+    cli::showResults(options, report, tables,
                      spectrum.isEmpty() ? options.files() : QStringList{spectrum});
     if (options.isSet("report"))
         cli::writeFile(options.text("report"), report.toUtf8());

@@ -69,7 +69,47 @@ QVector<int> atomsOf(const QString &name, const LanqorInputData &geometry, int c
     return atoms;
 }
 
+enum class Unused { Note, Pass };
+
+/// The pair, from 0, that gives each coordinated atom its value; by atom number. Throws a
+/// UsageError for an atom without one.
+QVector<int> pairsOfAtoms(const QVector<Pair> &pairs, const LanqorInputData &geometry,
+                          int coordNumber, const QString &option, Unused unused)
+{
+    QVector<int> sources(coordNumber + 2, -1);
+    for (const bool namedAtoms : {false, true}) { // an atom's own value beats its element's
+        for (int i = 0; i < pairs.size(); ++i) {
+            const QString &name = pairs.at(i).first;
+            bool isNumber = false;
+            name.toInt(&isNumber);
+            if (isNumber != namedAtoms)
+                continue;
+            const QVector<int> atoms = atomsOf(name, geometry, coordNumber);
+            if (atoms.isEmpty() && isNumber)
+                throw UsageError{
+                    tr("%1: atom %2 is not coordinated; the coordinated atoms are 2 to %3")
+                        .arg(option, name, QString::number(coordNumber + 1))};
+            if (atoms.isEmpty() && unused == Unused::Note)
+                note(tr("%1: no coordinated atom is %2").arg(option, name));
+            for (const int atom : atoms)
+                sources[atom] = i;
+        }
+    }
+    for (int atom = 2; atom <= coordNumber + 1; ++atom)
+        if (sources.at(atom) < 0)
+            throw UsageError{tr("%1 gives no value for element %2 (atom %3): %4")
+                                 .arg(option, geometry.getAtomLabel(atom), QString::number(atom),
+                                      neededValues(option, geometry, coordNumber))};
+    return sources;
+}
+
 } // namespace
+
+QVector<int> readAtomSources(const LanqorInputData &geometry, int coordNumber,
+                             const QString &option, const QString &text)
+{
+    return pairsOfAtoms(parsePairs(option, text), geometry, coordNumber, option, Unused::Pass);
+}
 
 QVector<double> readAtomValues(const LanqorInputData &geometry, int coordNumber,
                                const QString &option, const QString &text)
@@ -78,32 +118,10 @@ QVector<double> readAtomValues(const LanqorInputData &geometry, int coordNumber,
     if (pairs.isEmpty())
         throw UsageError{
             tr("%1 is missing: %2").arg(option, neededValues(option, geometry, coordNumber))};
+    const QVector<int> sources = pairsOfAtoms(pairs, geometry, coordNumber, option, Unused::Note);
     QVector<double> values(coordNumber + 2, 0.0);
-    QVector<bool> isSet(coordNumber + 2, false);
-    for (const bool namedAtoms : {false, true}) { // an atom's own value beats its element's
-        for (const Pair &pair : pairs) {
-            bool isNumber = false;
-            pair.first.toInt(&isNumber);
-            if (isNumber != namedAtoms)
-                continue;
-            const QVector<int> atoms = atomsOf(pair.first, geometry, coordNumber);
-            if (atoms.isEmpty() && isNumber)
-                throw UsageError{
-                    tr("%1: atom %2 is not coordinated; the coordinated atoms are 2 to %3")
-                        .arg(option, pair.first, QString::number(coordNumber + 1))};
-            if (atoms.isEmpty())
-                note(tr("%1: no coordinated atom is %2").arg(option, pair.first));
-            for (const int atom : atoms) {
-                values[atom] = pair.second;
-                isSet[atom] = true;
-            }
-        }
-    }
     for (int atom = 2; atom <= coordNumber + 1; ++atom)
-        if (!isSet.at(atom))
-            throw UsageError{tr("%1 gives no value for element %2 (atom %3): %4")
-                                 .arg(option, geometry.getAtomLabel(atom), QString::number(atom),
-                                      neededValues(option, geometry, coordNumber))};
+        values[atom] = pairs.at(sources.at(atom)).second;
     return values;
 }
 

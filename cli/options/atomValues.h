@@ -13,5 +13,8 @@ namespace cli {
 /// @param option  the command-line option, for messages
 QVector<double> readAtomValues(const LanqorInputData &geometry, int coordNumber,
                                const QString &option, const QString &text);
+/// Which entry of such a list, from 0, gives each atom its value; by atom number.
+QVector<int> readAtomSources(const LanqorInputData &geometry, int coordNumber,
+                             const QString &option, const QString &text);
 
 } // namespace cli

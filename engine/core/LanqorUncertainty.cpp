@@ -85,6 +85,12 @@ private:
     double above = 0.0;
 };
 
+/// The middle of what is possible of a range.
+double middleOf(const UncertainInput &range)
+{
+    return 0.5 * (std::max(range.low, range.minimum) + std::min(range.high, range.maximum));
+}
+
 /// The value with the share @p u of @p sorted below it, linear between the values (method 7 of R.
 /// J. Hyndman and Y. Fan, Am. Stat. 50, 361 (1996)).
 double quantileOf(const std::vector<double> &sorted, double u)
@@ -233,12 +239,43 @@ LanqorUncertainty::LanqorUncertainty()
 
 LanqorUncertainty::~LanqorUncertainty() = default;
 
+bool LanqorUncertainty::readText(const QString &text, UncertainInput &input)
+{
+    QString plain = text;
+    plain.replace(QChar(0xb1), QStringLiteral("+-"))
+        .replace(QLatin1String("+/-"), QLatin1String("+-"));
+    const bool isRange = plain.contains(QLatin1Char(':'));
+    const QString sign = isRange ? QStringLiteral(":") : QStringLiteral("+-");
+    const QStringList parts = plain.split(sign);
+    if (parts.size() != 2)
+        return false;
+    QString second = parts.at(1).trimmed();
+    const bool isPercent = !isRange && second.endsWith(QLatin1Char('%'));
+    if (isPercent)
+        second.chop(1);
+    bool areNumbers[2] = {};
+    const double first = parts.at(0).trimmed().toDouble(&areNumbers[0]);
+    const double last = second.toDouble(&areNumbers[1]);
+    if (!areNumbers[0] || !areNumbers[1])
+        return false;
+    if (isRange) {
+        input.kind = UncertaintyKind::Uniform;
+        input.low = first;
+        input.high = last;
+        input.value = middleOf(input);
+    } else {
+        input.value = first;
+        input.standardDeviation = isPercent ? 0.01 * last * std::abs(first) : last;
+    }
+    return true;
+}
+
 bool LanqorUncertainty::addInput(const UncertainInput &given)
 {
     UncertainInput input = given;
     const bool isUniform = input.kind == UncertaintyKind::Uniform;
     if (isUniform)
-        input.value = 0.5 * (input.low + input.high);
+        input.value = middleOf(input);
     if (!isUniform && !(input.standardDeviation >= 0.0 && std::isfinite(input.standardDeviation)))
         return d->refuse(tr("%1: a standard deviation is a number not below 0.").arg(input.name));
     if (isUniform && !(input.low <= input.high && std::isfinite(input.high - input.low)))

@@ -42,6 +42,11 @@ public:
     LanqorUncertainty(const LanqorUncertainty &) = delete;
     LanqorUncertainty &operator=(const LanqorUncertainty &) = delete;
 
+    /// Reads "value+-sd" (also with the sign of two strokes, and with sd in per cent of the value,
+    /// "0.45+-5%") or "low:high" into @p input, whose kind, unless it is a range, name, unit and
+    /// limits stay. False, with @p input as it was, for any other text.
+    static bool readText(const QString &text, UncertainInput &input);
+
     /// @return false for a negative standard deviation, limits in the wrong order, or a value that
     ///         is not possible; what is added is then as before
     bool addInput(const UncertainInput &input);

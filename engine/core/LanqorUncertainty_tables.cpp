@@ -38,7 +38,7 @@ QString withUnit(const QString &name, const QString &unit)
 
 QString number(double value)
 {
-    return QString::number(value, 'g', 4).rightJustified(11);
+    return QString::number(value, 'g', 5).rightJustified(11);
 }
 
 /// "lifetime 0.62 (0.65), ...", the largest first, without those that add next to nothing.

@@ -17,7 +17,7 @@ struct UncertainInput
     QString name;
     QString unit; ///< "1" when dimensionless
     UncertaintyKind kind = UncertaintyKind::Normal;
-    double value = 0.0; ///< of a uniform one the middle
+    double value = 0.0; ///< of a uniform one the middle of what is possible
     /// Of a normal one. That of the logarithm of a log-normal one is
     /// sqrt(ln(1 + (standardDeviation/value)^2)), for small ones the relative one.
     double standardDeviation = 0.0;

@@ -1,0 +1,168 @@
+#include "options/uncertainOptions.h"
+
+#include "Command.h"
+#include "options/OptionReader.h"
+#include "text.h"
+
+#include <LanqorEngine/LanqorResultTables.h>
+
+#include <QLocale>
+
+#include <algorithm>
+#include <limits>
+
+namespace cli {
+
+namespace {
+
+/// What an option that gives a number has in its place.
+bool looksUncertain(const QString &text)
+{
+    return text.contains(QLatin1String("+-")) || text.contains(QLatin1String("+/-")) ||
+           text.contains(QChar(0xb1)) || text.contains(QLatin1Char(':'));
+}
+
+QString plainNumber(double value)
+{
+    return QString::number(value, 'g', QLocale::FloatingPointShortest);
+}
+
+} // namespace
+
+UncertainOptions::UncertainOptions(OptionReader &reader, const QVector<UncertainOption> &options)
+    : reader(reader)
+    , options(options)
+{
+    QStringList names;
+    for (const UncertainOption &option : options)
+        names.append(QStringLiteral("--") + option.name);
+    reader.addOption({QStringLiteral("samples"),
+                      tr("Sets of values for error bars (default %1): any number of %2 may be "
+                         "given as value+-sd (normal; log-normal for rates and lifetimes) or as "
+                         "low:high (uniform), such as --n 1.5+-0.05; then medians, intervals and "
+                         "the share of each input in the variance are told.")
+                          .arg(QString::number(LanqorUncertainty::defaultSamples),
+                               names.join(QStringLiteral(", "))),
+                      tr("number"), QString::number(LanqorUncertainty::defaultSamples)});
+}
+
+QStringList UncertainOptions::read(const QStringList &arguments)
+{
+    QStringList plain;
+    for (int i = 0; i < arguments.size(); ++i) {
+        const QString &argument = arguments.at(i);
+        const QString name = argument.section(QLatin1Char('='), 0, 0);
+        const auto option =
+            std::find_if(options.cbegin(), options.cend(), [&name](const UncertainOption &known) {
+                return name == QStringLiteral("--") + known.name;
+            });
+        plain.append(argument);
+        const bool isJoined = name != argument;
+        if (option == options.cend() || (!isJoined && i + 1 == arguments.size()))
+            continue;
+        const QString text = isJoined ? argument.section(QLatin1Char('='), 1) : arguments.at(++i);
+        const QString value = readOption(*option, text);
+        if (isJoined)
+            plain.last() = name + QLatin1Char('=') + value;
+        else
+            plain.append(value);
+    }
+    return plain;
+}
+
+QString UncertainOptions::readOption(const UncertainOption &option, const QString &text)
+{
+    // Of an option that is given twice, the last one counts.
+    uncertain.erase(
+        std::remove_if(uncertain.begin(), uncertain.end(),
+                       [&option](const Number &number) { return number.option == option.name; }),
+        uncertain.end());
+    if (!looksUncertain(text))
+        return text;
+    QStringList entries = text.split(QLatin1Char(','), Qt::SkipEmptyParts);
+    for (int i = 0; i < entries.size(); ++i) {
+        const QString entry = entries.at(i);
+        const int equals = entry.indexOf(QLatin1Char('='));
+        const QString number = entry.mid(equals + 1);
+        if (!looksUncertain(number))
+            continue;
+        const QString own = equals > 0 ? entry.left(equals).trimmed() : option.entries.value(i);
+        UncertainInput input;
+        input.name = own.isEmpty() ? option.name : option.name + QLatin1Char(' ') + own;
+        input.unit = option.unit;
+        input.kind = option.kind;
+        input.minimum = option.minimum;
+        input.maximum = option.maximum;
+        if (!LanqorUncertainty::readText(number, input))
+            throw UsageError{tr("--%1: \"%2\" is neither a number nor value+-sd nor low:high")
+                                 .arg(option.name, number.trimmed())};
+        LanqorUncertainty check;
+        if (!check.addInput(input))
+            throw UsageError{QStringLiteral("--") + check.getLastError()};
+        entries[i] = entry.left(equals + 1) + plainNumber(input.value);
+        uncertain.append({option.name, i, input});
+    }
+    return entries.join(QLatin1Char(','));
+}
+
+QVector<int> UncertainOptions::numbersOf(const QString &option) const
+{
+    QVector<int> places;
+    for (int i = 0; i < uncertain.size(); ++i)
+        if (uncertain.at(i).option == option)
+            places.append(i);
+    return places;
+}
+
+void UncertainOptions::check() const
+{
+    if (reader.isSet("samples") && isEmpty())
+        reader.refuse(tr("--samples: no number is uncertain; give one as value+-sd or low:high"));
+}
+
+void UncertainOptions::prepare(LanqorUncertainty &uncertainty) const
+{
+    uncertainty.setSamples(
+        reader.wholeNumber("samples", 64, LanqorUncertainty::mostSamples,
+                           tr("a whole number from 64 to %1").arg(LanqorUncertainty::mostSamples)));
+    for (const Number &number : uncertain)
+        uncertainty.addInput(number.input);
+}
+
+UncertainOption uncertainRefractiveIndex()
+{
+    constexpr double largest = 10.0;
+    return {QStringLiteral("n"), QStringLiteral("1"), UncertaintyKind::Normal, 1.0, largest, {}};
+}
+
+QVector<UncertainOption> uncertainChargeFactors()
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    return {{QStringLiteral("g"), QStringLiteral("1"), UncertaintyKind::Normal, 0.0, infinity, {}},
+            {QStringLiteral("alpha"),
+             QStringLiteral("Angstrom^3"),
+             UncertaintyKind::Normal,
+             0.0,
+             infinity,
+             {}}};
+}
+
+void addImpossibleLifetimes(UncertaintyResults &results, int impossible, int sets)
+{
+    constexpr double leastTold = 0.001;
+    if (impossible > leastTold * sets)
+        results.warnings.append(
+            tr("in %1 % of the sets of values the lifetime is longer than the radiative one: a "
+               "quantum efficiency above 100 %, which cannot be")
+                .arg(QString::number(100.0 * impossible / sets, 'g', 2)));
+}
+
+void addErrorBars(const UncertaintyResults &results, QString &text, LanqorResultTables &tables)
+{
+    for (const QString &warning : results.warnings)
+        warn(warning);
+    text += LanqorUncertainty::makeText(results);
+    tables.append(LanqorUncertainty::makeTables(results));
+}
+
+} // namespace cli
