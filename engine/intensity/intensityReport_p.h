@@ -35,7 +35,7 @@ private:
     QString partition() const;
     QString crystalField() const;
     QString citations() const;
-    /// What the prescribed text leaves open, behind it; empty when there is nothing to say.
+    /// What the sections leave open, behind the citations; empty when there is nothing to say.
     QString remarks() const;
     QString remarksOnQDC() const;
     QString remarksOnCrystalField() const;

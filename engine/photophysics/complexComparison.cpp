@@ -81,7 +81,7 @@ Difference largestDifference(const QVector<Atom> &complex, const QVector<Atom> &
         const QVector<double> &own = entry.value();
         const QVector<double> others = amongLigands.value(entry.key());
         for (int i = 0; i < std::min(own.size(), others.size()); ++i) {
-            if (own.at(i) > bondCutOff(entry.key()))
+            if (std::min(own.at(i), others.at(i)) > bondCutOff(entry.key()))
                 break;
             const Difference found = {entry.key(), own.at(i), others.at(i)};
             if (largest.element.isEmpty() || found.size() > largest.size())

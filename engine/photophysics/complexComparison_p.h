@@ -32,8 +32,8 @@ struct Difference
     double size() const;
 };
 
-/// Compares the coordinated atoms of @p complex, element by element in the order of their
-/// distances, with as many of the nearest atoms of @p ligands.
+/// Compares the atoms of @p complex and @p ligands, element by element in the order of their
+/// distances, as far as one of the two counts as coordinated.
 Difference largestDifference(const QVector<Atom> &complex, const QVector<Atom> &ligands);
 
 } // namespace complexComparison
