@@ -80,6 +80,19 @@ void setOmega(Calculation &calculation, LanqorInputData &complex, int coordNumbe
     calculation.setOmegaEdValues(ed(2), ed(4), ed(6));
 }
 
+/// What is given of the donor states takes the place of what was read.
+void setDonors(Calculation &calculation, const Request &request)
+{
+    calculation.setSingletEnergy(request.singletEnergy);
+    calculation.setSingletRL(request.rlSinglet);
+    calculation.setTripletEnergy(request.tripletEnergy);
+    calculation.setTripletRL(request.rlTriplet);
+    calculation.setFirstTripletEnergy(request.firstTripletEnergy);
+    calculation.setFirstTripletRL(request.rlFirstTriplet);
+    calculation.setTripletShift(request.tripletShift);
+    calculation.setMinDistanceLnLigand(request.minDistance);
+}
+
 void run(Calculation &calculation, const Request &request)
 {
     cli::showMessages(calculation);
@@ -89,8 +102,11 @@ void run(Calculation &calculation, const Request &request)
     calculation.setNOverlapIntegral(request.overlapExponent);
     calculation.setEnergyTransferChannels(request.openChannels);
     calculation.setConsiderTwoTriplets(request.twoTriplets);
+    calculation.setBandHalfWidth(request.bandHalfWidth);
+    calculation.setKineticParameters(request.kinetics);
+    setDonors(calculation, request);
     bool isDone = false;
-    if (!request.excitedStates) {
+    if (request.isOfDefaultChannels()) {
         calculation.calcArad();
         isDone = calculation.calcQuantumYield(request.rlSinglet, request.rlTriplet,
                                               request.singletEnergy, request.tripletEnergy,
@@ -145,7 +161,7 @@ void checkResults(const SpectroscopicResults &results)
 int yieldCommand(const QStringList &arguments)
 {
     cli::OptionReader options("yield");
-    const Request request = yieldOptions::read(options, arguments);
+    Request request = yieldOptions::read(options, arguments);
     LanqorInputData complex(nullptr, request.complexFile);
     cli::showWarnings(complex);
     const bool hasComplex = !request.complexFile.isEmpty();
@@ -160,6 +176,8 @@ int yieldCommand(const QStringList &arguments)
         checkStates(calculation, states->getInputData()->getFileName());
     if (states && hasComplex)
         checkComplex(*states, complex, request.isForced);
+    if (!states && hasComplex && request.needsMinDistance() && request.minDistance == 0.0)
+        request.minDistance = LanqorRL::getShortestDistance(complex);
     setOmega(calculation, complex, coordNumber, request);
     run(calculation, request);
     const SpectroscopicResults results = calculation.getResults();

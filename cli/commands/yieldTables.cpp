@@ -28,13 +28,21 @@ QString donorLine(const QString &kind, const DonorState &donor)
 
 QString donorTable(const SpectroscopicResults &results)
 {
-    const QString text = tr("Donor states of the ligands\n\n") +
-                         tr("              number   energy / cm^-1    RL / A\n") +
-                         donorLine(tr("singlet S"), results.singlet);
-    if (!results.considerTwoTriplets)
-        return text + donorLine(tr("triplet T"), results.triplet);
-    return text + donorLine(tr("triplet Ta"), results.firstTriplet) +
-           donorLine(tr("triplet T"), results.triplet);
+    QString text = tr("Donor states of the ligands\n\n") +
+                   tr("              number   energy / cm^-1    RL / A\n") +
+                   donorLine(tr("singlet S"), results.singlet);
+    if (results.considerTwoTriplets)
+        text += donorLine(tr("triplet Ta"), results.firstTriplet);
+    text += donorLine(tr("triplet T"), results.triplet);
+    for (const ReplacedValue &value : results.replacedValues) {
+        const int decimals = value.unit == QLatin1String("cm^-1") ? 2 : 4;
+        text += QStringLiteral("  ") + value.quantity.leftJustified(34) +
+                column(value.used, decimals, 12) + QLatin1Char(' ') + value.unit;
+        if (value.read != 0.0)
+            text += tr(", in place of %1").arg(QString::number(value.read, 'f', decimals));
+        text += QLatin1Char('\n');
+    }
+    return text;
 }
 
 QString omegaTable(const SpectroscopicResults &results)
@@ -82,13 +90,47 @@ QString transferTable(const SpectroscopicResults &results)
     return text;
 }
 
+/// The donor singlet bears the name of its channels.
+QString nameOf(const QString &state)
+{
+    return state == QLatin1String("S1") ? tr("S") : state;
+}
+
 QString populationTable(const SpectroscopicResults &results)
 {
     QString text = tr("\nPopulations\n\n");
-    // The donor singlet bears the name of its channels.
     for (const StatePopulation &entry : results.populations)
-        text += line(entry.state == QLatin1String("S1") ? tr("S") : entry.state,
-                     powerColumn(entry.population, 4, 12));
+        text += line(nameOf(entry.state), powerColumn(entry.population, 4, 12));
+    text += tr("\nKinetic constants\n\n");
+    for (const KineticConstant &constant : results.kineticConstants)
+        text += line(tr("%1 -> %2").arg(nameOf(constant.from), nameOf(constant.to)),
+                     powerColumn(constant.rate, 2, 12) + QStringLiteral(" s^-1"));
+    return text + line(results.kinetics.withDegeneracies
+                           ? tr("back-transfer, with degeneracies, at")
+                           : tr("back-transfer, no degeneracies, at"),
+                       column(results.kinetics.temperature, 2, 12) + QStringLiteral(" K"));
+}
+
+/// What the yield is made of, and what becomes of the other photons.
+QString shareTable(const SpectroscopicResults &results)
+{
+    const auto percent = [](double value) {
+        return cli::textOfYield(value).rightJustified(12) + QStringLiteral(" %");
+    };
+    const auto shareLine = [&percent](const QString &name, double share) {
+        return line(name, percent(100.0 * share));
+    };
+    const PhotonShares &shares = results.shares;
+    QString text =
+        tr("Sensitisation efficiency").leftJustified(36) + percent(results.sensitisation) +
+        tr("\n\nWhere the absorbed photons go\n\n") +
+        shareLine(tr("lost by S -> S0"), shares.singletDecay) +
+        shareLine(results.considerTwoTriplets ? tr("lost by Ta, T -> S0") : tr("lost by T -> S0"),
+                  shares.tripletDecay) +
+        shareLine(tr("lost by 5D0 without radiation"), shares.nonRadiative) +
+        shareLine(tr("emitted"), shares.emitted);
+    if (!results.limitingStep.isEmpty())
+        text += tr("\nLimiting step: %1\n").arg(results.limitingStep);
     return text;
 }
 
@@ -99,5 +141,6 @@ QString yieldTables(const SpectroscopicResults &results)
     return donorTable(results) + omegaTable(results) + radiativeTable(results) +
            transferTable(results) + populationTable(results) + QLatin1Char('\n') +
            tr("Quantum yield").leftJustified(36) +
-           cli::textOfYield(results.quantumYield).rightJustified(12) + QStringLiteral(" %\n");
+           cli::textOfYield(results.quantumYield).rightJustified(12) + QStringLiteral(" %\n") +
+           shareTable(results);
 }

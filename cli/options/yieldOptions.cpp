@@ -3,6 +3,7 @@
 #include "Command.h"
 #include "options/OptionReader.h"
 #include "options/complexOptions.h"
+#include "options/kineticOptions.h"
 #include "options/plausibility.h"
 #include "options/statePrograms.h"
 #include "plots/plots.h"
@@ -164,7 +165,9 @@ void addOptions(OptionReader &options)
         "rates of energy transfer from the ligands, populations, yield.\n\n"
         "The donor states come from an excited-state calculation of the ligands in the geometry\n"
         "of the complex (--excited, --program), or are given: energies in cm^-1 and distances RL\n"
-        "from the Eu3+ ion in Angstrom. An ORCA output of the ligands alone needs beside it a\n"
+        "from the Eu3+ ion in Angstrom. A value that is given takes the place of the calculated\n"
+        "one: a measured triplet goes with a calculated RL. An ORCA output of the ligands alone "
+        "needs beside it a\n"
         "file of the same name that ends in .pointcharge and holds the place of the ion.\n\n"
         "Intensity parameters come from the report of a fit or of \"lanqor omega\"\n"
         "(--omega-report), from charge factors and polarisabilities of the coordinated atoms (--g\n"
@@ -200,10 +203,21 @@ void addOptions(OptionReader &options)
          states},
         {option("triplet"), tr("Number of the donor triplet (1-based); the lowest by default."),
          states},
-        {option("singlet-energy"), tr("Energy of a given donor singlet."), wavenumber},
-        {option("triplet-energy"), tr("Energy of a given donor triplet."), wavenumber},
-        {option("rl-singlet"), tr("Its distance RL from the ion."), angstrom},
-        {option("rl-triplet"), tr("Its distance RL from the ion."), angstrom},
+        {option("singlet-energy"), tr("Energy of the donor singlet."), wavenumber},
+        {option("triplet-energy"),
+         tr("Energy of the donor triplet; of two of T, see "
+            "--two-triplets."),
+         wavenumber},
+        {option("rl-singlet"), tr("Distance RL of the singlet from the ion."), angstrom},
+        {option("rl-triplet"), tr("Distance RL of the triplet from the ion."), angstrom},
+        {option("ta-energy"), tr("Energy of Ta, the other one of two triplets."), wavenumber},
+        {option("rl-ta"), tr("Distance RL of Ta from the ion."), angstrom},
+        {option("t1-shift"), tr("Added to the energies of the donor triplets, e.g. -500."),
+         wavenumber},
+        {option("min-distance"),
+         tr("Distance of the ligand atom nearest to the ion, for exchange models 0 and 1; by "
+            "default that of --excited, or of COMPLEX.out where the states are given."),
+         angstrom},
         cli::refractiveIndexOption(tr("Refractive index of the medium (default 1.5).")),
         {option("lifetime"),
          tr("Measured lifetime of 5D0 in ms. Without it the non-radiative rate is an estimate from "
@@ -212,50 +226,97 @@ void addOptions(OptionReader &options)
         {option("channels"), channelHelp(), tr("list")},
         {option("et-model"),
          tr("Exchange model: 2 with the shielding of the 4f shell (default); 0 and 1 through the "
-            "overlap of 4f shell and ligand, squared or to the fourth power, for states read from "
-            "an output."),
+            "overlap of 4f shell and ligand, squared or to the fourth power."),
          tr("0|1|2"), QStringLiteral("2")},
         {option("overlap-exponent"),
          tr("Exponent of the overlap of models 0 and 1 with distance (default 3.5)."), tr("number"),
          QStringLiteral("3.5")},
         {option("two-triplets"),
-         tr("Two donor triplets: the chosen one (Ta) feeds 5D4, number 2 feeds 5D1 and 5D0.")},
+         tr("Two donor triplets: the chosen one (Ta) feeds 5D4, number 2 (T) feeds 5D1 and 5D0.")},
+        {option("band-half-width"),
+         tr("Half width of the ligands' bands, which the transfer rates need (default 3250)."),
+         wavenumber, QStringLiteral("3250")},
         {option("force"),
          tr("Compute also when --excited holds other atoms than the complex, ions aside.")},
         {option("report"), tr("Write the full report to this file."), tr("file")},
     });
 }
 
+/// A value in place of that of a state, or 0.
+double given(const OptionReader &options, const char *name, double minimum, double maximum)
+{
+    return options.isSet(name) ? number(options, name, minimum, maximum) : 0.0;
+}
+
+double givenEnergy(const OptionReader &options, const char *name)
+{
+    return given(options, name, 1000.0, 200000.0);
+}
+
+double givenDistance(const OptionReader &options, const char *name)
+{
+    return given(options, name, 0.5, 1000.0);
+}
+
+/// What is given of the donor states, and the channels between them and the ion.
+void readDonors(const OptionReader &options, Request &request)
+{
+    constexpr double widestShift = 20000.0;
+    request.singletEnergy = givenEnergy(options, "singlet-energy");
+    request.tripletEnergy = givenEnergy(options, "triplet-energy");
+    request.rlSinglet = givenDistance(options, "rl-singlet");
+    request.rlTriplet = givenDistance(options, "rl-triplet");
+    request.twoTriplets = options.isSet("two-triplets");
+    if (!request.twoTriplets)
+        refuseIfSet(options, {"ta-energy", "rl-ta"}, tr("needs --two-triplets"));
+    request.firstTripletEnergy = givenEnergy(options, "ta-energy");
+    request.rlFirstTriplet = givenDistance(options, "rl-ta");
+    request.tripletShift = given(options, "t1-shift", -widestShift, widestShift);
+    request.minDistance = given(options, "min-distance", 0.5, 20.0);
+    request.openChannels = channelList(options);
+    request.areChannelsGiven = options.isSet("channels");
+    request.bandHalfWidth = number(options, "band-half-width", 1.0, 100000.0);
+    request.kinetics = cli::readKinetics(options, request.twoTriplets);
+}
+
+/// A number of a state that nothing is taken of.
+void refuseIdleNumbers(const OptionReader &options, const Request &request)
+{
+    const QString idle = tr("does not go with both energy and RL of that state, of which nothing "
+                            "else would be read");
+    if (request.singletEnergy > 0.0 && request.rlSinglet > 0.0)
+        refuseIfSet(options, {"singlet"}, idle);
+    const bool isGiven = request.twoTriplets
+                             ? request.firstTripletEnergy > 0.0 && request.rlFirstTriplet > 0.0
+                             : request.tripletEnergy > 0.0 && request.rlTriplet > 0.0;
+    if (isGiven)
+        refuseIfSet(options, {"triplet"}, idle);
+}
+
 /// The options of donor states read from an output.
 void readStates(const OptionReader &options, Request &request)
 {
-    refuseIfSet(options, {"singlet-energy", "triplet-energy", "rl-singlet", "rl-triplet"},
-                tr("does not go with --excited, which gives the donor states"));
+    refuseIdleNumbers(options, request);
     request.excitedStates = std::make_unique<LanqorInputData>(nullptr, options.text("excited"));
     request.excitedStates->setKeepFileOpen(true);
     request.programType = programOf(options, *request.excitedStates);
     request.singlet = wholeNumber(options, "singlet", 1, maximumState);
     request.triplet = wholeNumber(options, "triplet", 1, maximumState);
-    request.openChannels = channelList(options);
-    request.twoTriplets = options.isSet("two-triplets");
     request.isForced = options.isSet("force");
 }
 
-/// The options of donor states that are given.
-void readGivenStates(const OptionReader &options, Request &request)
+/// Without an output all of the donor states are given.
+void checkGivenStates(const OptionReader &options, const Request &request)
 {
-    refuseIfSet(options, {"program", "singlet", "triplet", "channels", "two-triplets", "force"},
-                tr("needs --excited"));
+    refuseIfSet(options, {"program", "singlet", "triplet", "force"}, tr("needs --excited"));
     for (const char *name : {"singlet-energy", "triplet-energy", "rl-singlet", "rl-triplet"})
         if (!options.isSet(name))
             options.refuse(
                 tr("donor states: give --excited with an output of their calculation, or "
                    "all of --singlet-energy, --triplet-energy, --rl-singlet and "
                    "--rl-triplet"));
-    request.singletEnergy = number(options, "singlet-energy", 1000.0, 200000.0);
-    request.tripletEnergy = number(options, "triplet-energy", 1000.0, 200000.0);
-    request.rlSinglet = number(options, "rl-singlet", 0.5, 1000.0);
-    request.rlTriplet = number(options, "rl-triplet", 0.5, 1000.0);
+    if (request.twoTriplets && (request.firstTripletEnergy == 0.0 || request.rlFirstTriplet == 0.0))
+        options.refuse(tr("--two-triplets without --excited needs --ta-energy and --rl-ta"));
 }
 
 /// The one source of intensity parameters.
@@ -291,6 +352,16 @@ void readOmega(const OptionReader &options, Request &request)
 
 } // namespace
 
+bool Request::isOfDefaultChannels() const
+{
+    return !excitedStates && !areChannelsGiven && !twoTriplets;
+}
+
+bool Request::needsMinDistance() const
+{
+    return etModel != 2;
+}
+
 QStringList Request::inputFiles() const
 {
     QStringList files = {complexFile, omegaReport};
@@ -303,6 +374,7 @@ QStringList Request::inputFiles() const
 Request read(OptionReader &options, const QStringList &arguments)
 {
     addOptions(options);
+    cli::addKineticOptions(options);
     options.addOption(plots::option());
     options.addResultOptions();
     options.parse(arguments);
@@ -311,16 +383,23 @@ Request read(OptionReader &options, const QStringList &arguments)
     if (options.files().size() > 1)
         options.refuse(tr("yield takes one file besides those of its options"));
     request.complexFile = options.files().value(0);
+    readDonors(options, request);
     if (options.isSet("excited"))
         readStates(options, request);
     else
-        readGivenStates(options, request);
+        checkGivenStates(options, request);
     readOmega(options, request);
     request.refractiveIndex = cli::readRefractiveIndex(options);
     if (options.isSet("lifetime"))
         request.lifetimeMs = number(options, "lifetime", 1e-6, 1e6);
     cli::warnOfLifetime(request.lifetimeMs);
     request.etModel = wholeNumber(options, "et-model", 0, 2);
+    if (request.needsMinDistance() && !request.excitedStates && request.minDistance == 0.0 &&
+        request.complexFile.isEmpty())
+        options.refuse(tr("--et-model %1 needs the distance of the ligand atom nearest to the ion: "
+                          "give --min-distance or name the file of the complex; --et-model 2 works "
+                          "without it")
+                           .arg(request.etModel));
     request.overlapExponent = number(options, "overlap-exponent", 0.0, 100.0);
     request.reportFile = options.text("report");
     request.plotFile = plots::readOption(options);

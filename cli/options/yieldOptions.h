@@ -1,6 +1,7 @@
 #pragma once
 
 #include <LanqorEngine/EnergyTransferChannels.h>
+#include <LanqorEngine/KineticParameters.h>
 #include <LanqorEngine/LanqorInputData.h>
 
 #include <QStringList>
@@ -29,20 +30,32 @@ struct Request
     QVector<double> omegaEd;
     int singlet = 0; ///< 0: the lowest
     int triplet = 0;
-    double singletEnergy = 0.0;
+    double singletEnergy = 0.0; ///< here as below 0: that of the output
     double tripletEnergy = 0.0;
     double rlSinglet = 0.0;
     double rlTriplet = 0.0;
+    double firstTripletEnergy = 0.0; ///< Ta of two triplets
+    double rlFirstTriplet = 0.0;
+    double tripletShift = 0.0;
+    double minDistance = 0.0; ///< of the ligand atom nearest to the ion
     double refractiveIndex = 0.0;
     double lifetimeMs = 0.0; ///< 0: estimate
     int etModel = 0;
     double overlapExponent = 0.0;
+    double bandHalfWidth = 0.0;
+    KineticParameters kinetics;
     EnergyTransferChannels openChannels;
+    bool areChannelsGiven = false;
     bool twoTriplets = false;
     bool isForced = false; ///< whatever the atoms of complex and excited states
     QString reportFile;
     QString plotFile;
 
+    /// True without an output, without channels that are asked for, with one triplet: the scheme
+    /// of the default channels alone, without 5G6 and 5L6.
+    bool isOfDefaultChannels() const;
+    /// True for the exchange models 0 and 1.
+    bool needsMinDistance() const;
     /// The files that are read.
     QStringList inputFiles() const;
 };

@@ -376,6 +376,17 @@ QString LanqorRL::getComplexMismatch(const LanqorInputData &complex) const
         .arg(text(shortest), complex.getFileName(), text(d->minDistanceLnLigand), d->outputPath);
 }
 
+double LanqorRL::getShortestDistance(const LanqorInputData &complex)
+{
+    double shortest = 0.0;
+    for (const complexComparison::Atom &atom : ligandAtoms(complex)) {
+        const bool isElement = !complexComparison::composition({atom}).isEmpty();
+        if (isElement && (shortest == 0.0 || atom.distance < shortest))
+            shortest = atom.distance;
+    }
+    return shortest;
+}
+
 DonorStatesResults LanqorRL::getResults() const
 {
     const LanqorInputData &data = *d->inputData;

@@ -71,6 +71,10 @@ public:
     /// the user that names two distances and the files.
     QString getComplexMismatch(const LanqorInputData &complex) const;
 
+    /// From the ion to the nearest ligand atom of a complex whose spherical coordinates are known,
+    /// dummy atoms aside, Angstrom; 0 without one.
+    static double getShortestDistance(const LanqorInputData &complex);
+
     /// All of the last calcRL. When it failed, the states that were read and the reason.
     DonorStatesResults getResults() const;
     /// Both lists of states, and the excitations that make them up.

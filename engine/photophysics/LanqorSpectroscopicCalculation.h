@@ -105,6 +105,8 @@ public:
     void setTripletShift(const double &shift);
     /// From the ion to the nearest ligand atom.
     void setMinDistanceLnLigand(const double &distance);
+    /// Half width of the ligands' bands (3250 cm^-1), on which all transfer rates rest.
+    void setBandHalfWidth(const double &halfWidth);
     /// Rates of the ligands and of the cascade, and the temperature of the back-transfer. The
     /// rates hold from the next calculation of the yield on, the temperature and the degeneracies
     /// from the next calcEnergyTransferRate().

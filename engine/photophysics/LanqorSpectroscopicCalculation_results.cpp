@@ -262,6 +262,7 @@ SpectroscopicResults LanqorSpectroscopicCalculation::getResults() const
     results.sensitisation = d->sensitisation;
     results.shares = d->shares;
     results.replacedValues = d->replacedValues();
+    results.limitingStep = limitingStepText(results);
     results.warnings = spectroscopicWarnings(results);
     return results;
 }

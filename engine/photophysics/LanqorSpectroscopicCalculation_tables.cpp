@@ -94,20 +94,53 @@ void addTransfers(LanqorResultTables &tables, const SpectroscopicResults &result
                     rows);
 }
 
+void addShares(LanqorResultTables &tables, const SpectroscopicResults &results)
+{
+    const PhotonShares &shares = results.shares;
+    tables.addRecord(key("photon_shares"),
+                     {{key("singlet_decay"), key("1")},
+                      {key("triplet_decay"), key("1")},
+                      {key("nonradiative_decay"), key("1")},
+                      {key("emitted"), key("1")},
+                      {key("back_transfer_from_5d0"), key("1")},
+                      {key("reaching_5d0"), key("1")},
+                      {key("limiting_step"), QString()}},
+                     {shares.singletDecay, shares.tripletDecay, shares.nonRadiative, shares.emitted,
+                      shares.backTransfer, shares.reaching5D0, results.limitingStep});
+    QVector<Row> rows;
+    for (const ReplacedValue &value : results.replacedValues)
+        rows.append({value.quantity, value.unit, value.read, value.used});
+    if (!rows.isEmpty())
+        tables.addTable(key("given_values"),
+                        {{key("quantity"), QString()},
+                         {key("unit"), QString()},
+                         {key("read"), QString()},
+                         {key("used"), QString()}},
+                        rows);
+}
+
 void addPopulations(LanqorResultTables &tables, const SpectroscopicResults &results)
 {
+    const double distance = results.minDistanceLnLigand;
     QVector<Row> rows;
     for (const StatePopulation &entry : results.populations)
         rows.append({entry.state, entry.population});
     tables.addTable(key("populations"), {{key("state"), QString()}, {key("population"), key("1")}},
                     rows);
-    tables.addRecord(
-        key("yield"),
-        {{key("energy_transfer_model"), QString()},
-         {key("quantum_yield"), key("%")},
-         {key("overlap_exponent"), key("1")},
-         {key("ligand_band_half_width"), key("cm^-1")}},
-        {results.etModel, results.quantumYield, results.overlapExponent, results.bandHalfWidth});
+    tables.addRecord(key("yield"),
+                     {{key("energy_transfer_model"), QString()},
+                      {key("quantum_yield"), key("%")},
+                      {key("overlap_exponent"), key("1")},
+                      {key("ligand_band_half_width"), key("cm^-1")},
+                      {key("sensitisation_efficiency"), key("%")},
+                      {key("temperature"), key("K")},
+                      {key("with_degeneracies"), QString()},
+                      {key("shortest_distance"), key("Angstrom")}},
+                     {results.etModel, results.quantumYield, results.overlapExponent,
+                      results.bandHalfWidth, results.sensitisation, results.kinetics.temperature,
+                      results.kinetics.withDegeneracies,
+                      distance > 0.0 ? QVariant(distance) : QVariant()});
+    addShares(tables, results);
     rows.clear();
     for (const KineticConstant &constant : results.kineticConstants)
         rows.append({constant.from, constant.to, constant.rate});

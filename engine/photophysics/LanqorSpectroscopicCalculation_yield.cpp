@@ -254,6 +254,11 @@ void LanqorSpectroscopicCalculation::setMinDistanceLnLigand(const double &distan
     d->formulas.minDistance = (distance != 0.0 ? distance : d->minDistanceRead()) * cmPerAngstrom;
 }
 
+void LanqorSpectroscopicCalculation::setBandHalfWidth(const double &halfWidth)
+{
+    d->formulas.bandHalfWidth = halfWidth;
+}
+
 void LanqorSpectroscopicCalculation::setKineticParameters(const KineticParameters &parameters)
 {
     d->kinetics = parameters;

@@ -95,4 +95,7 @@ struct SpectroscopicResults
     double sensitisation = 0.0;       ///< quantum yield / quantum efficiency, percent
     PhotonShares shares;              ///< of the photons; void without populations
     QVector<ReplacedValue> replacedValues;
+    /// "back-transfer from 5D0 to T takes 46.0 %": what the greatest part of the photons is lost
+    /// to; empty without populations.
+    QString limitingStep;
 };

@@ -296,6 +296,49 @@ QString exchangeModel(const SpectroscopicResults &results)
     }
 }
 
+/// "    name:                       12.34 %"
+QString shareLine(const QString &name, double share)
+{
+    return settingLine(name, fixed(100.0 * share, 2, 8) + QStringLiteral(" %"));
+}
+
+QString sharesSection(const SpectroscopicResults &results)
+{
+    if (results.populations.isEmpty())
+        return QString();
+    const PhotonShares &shares = results.shares;
+    QString text = QStringLiteral("\n\n-------------------------------\n"
+                                  " Where the Absorbed Photons Go \n"
+                                  "-------------------------------\n\n") +
+                   shareLine(QStringLiteral("Lost by S1 -> S0"), shares.singletDecay) +
+                   shareLine(results.considerTwoTriplets ? QStringLiteral("Lost by Ta, T -> S0")
+                                                         : QStringLiteral("Lost by T -> S0"),
+                             shares.tripletDecay) +
+                   shareLine(QStringLiteral("Lost Non-Radiatively by 5D0"), shares.nonRadiative) +
+                   shareLine(QStringLiteral("Emitted"), shares.emitted) +
+                   settingLine(QStringLiteral("Sensitisation Efficiency"),
+                               fixed(results.sensitisation, 2, 8) + QStringLiteral(" %"));
+    if (!results.limitingStep.isEmpty())
+        text += settingLine(QStringLiteral("Limiting Step"), results.limitingStep);
+    return text;
+}
+
+QString temperatureText(const KineticParameters &kinetics)
+{
+    return QStringLiteral("%1 K, %2; nothing else depends on it")
+        .arg(QString::number(kinetics.temperature),
+             QLatin1String(kinetics.withDegeneracies ? "with degeneracies"
+                                                     : "without degeneracies"));
+}
+
+QString replacedLine(const ReplacedValue &value)
+{
+    QString text = QStringLiteral("%1 %2").arg(QString::number(value.used, 'g', 10), value.unit);
+    if (value.read != 0.0)
+        text += QStringLiteral(" in place of %1").arg(QString::number(value.read, 'g', 10));
+    return settingLine(QStringLiteral("Given ") + value.quantity, text);
+}
+
 QString settingsSection(const SpectroscopicResults &results)
 {
     QString text;
@@ -312,7 +355,11 @@ QString settingsSection(const SpectroscopicResults &results)
                             : QStringLiteral("%1 (%2)").arg(states.outputPath, states.program)) +
             settingLine(QStringLiteral("Exchange Model"), exchangeModel(results)) +
             settingLine(QStringLiteral("Half Width of Ligand Bands"),
-                        QStringLiteral("%1 cm^-1").arg(results.bandHalfWidth));
+                        QStringLiteral("%1 cm^-1").arg(results.bandHalfWidth)) +
+            settingLine(QStringLiteral("Temperature of Back-Transfer"),
+                        temperatureText(results.kinetics));
+        for (const ReplacedValue &value : results.replacedValues)
+            text += replacedLine(value);
     }
     if (!results.kineticConstants.isEmpty())
         text += QStringLiteral("    Kinetic Constants:\n");
@@ -371,7 +418,7 @@ QString populationReport(const SpectroscopicResults &results, const SpecPrinting
     if (options.printQuantumYield)
         text += yieldSection(results);
     if (options.printSettings)
-        text += settingsSection(results);
+        text += settingsSection(results) + sharesSection(results);
     return text;
 }
 

@@ -111,7 +111,49 @@ void addTransferWarnings(const SpectroscopicResults &results, QStringList &warni
                             .arg(fast.join(between)));
 }
 
+/// The donor to which most of the energy returns from 5D0.
+QString receiverFrom5D0(const SpectroscopicResults &results)
+{
+    const QString emitting = QLatin1String(stateName(transferChannels::Level5D0));
+    double fastest = -1.0;
+    QString receiver;
+    for (const TransferResult &transfer : results.transfers) {
+        if (!transfer.takesPart || transfer.channel.acceptor != emitting ||
+            transfer.backwardRate < fastest)
+            continue;
+        fastest = transfer.backwardRate;
+        receiver = transfer.channel.donor;
+    }
+    return receiver;
+}
+
+QString limitingProcess(const SpectroscopicResults &results)
+{
+    const QString triplets = results.considerTwoTriplets ? QStringLiteral("Ta, T") : tr("T");
+    switch (results.shares.limitingStep) {
+    case LimitingStep::SingletDecay:
+        return tr("decay S -> S0 before the energy reaches 5D0");
+    case LimitingStep::TripletDecay:
+        return tr("decay %1 -> S0 before the energy reaches 5D0").arg(triplets);
+    case LimitingStep::BackTransfer:
+        return tr("back-transfer from 5D0 to %1").arg(receiverFrom5D0(results));
+    case LimitingStep::NonRadiativeDecay:
+        return tr("non-radiative decay of 5D0");
+    case LimitingStep::None:
+        break;
+    }
+    return QString();
+}
+
 } // namespace
+
+QString limitingStepText(const SpectroscopicResults &results)
+{
+    const QString process = limitingProcess(results);
+    return process.isEmpty()
+               ? process
+               : tr("%1 takes %2 %").arg(process, number(100.0 * results.shares.limitingShare, 1));
+}
 
 QStringList spectroscopicWarnings(const SpectroscopicResults &results)
 {

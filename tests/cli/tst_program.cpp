@@ -142,9 +142,9 @@ private Q_SLOTS:
         row("states tests/gaussian/eu_td5050_two_jobs_g16.log",
             "donor_states singlets singlet_excitations triplets triplet_excitations");
         row("yield --omega 33,4.6,0 --omega-ed 0,0,0 --singlet-energy 28000 --triplet-energy 20500 "
-            "--rl-singlet 4.5 --rl-triplet 5.1",
+            "--rl-singlet 4.5 --rl-triplet 5.1 --t1-shift 90",
             "intensity_parameters emission emission_bands donors energy_transfer populations "
-            "yield kinetic_constants");
+            "yield photon_shares given_values kinetic_constants");
     }
     void resultsAsData()
     {

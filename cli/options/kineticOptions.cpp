@@ -1,0 +1,95 @@
+#include "options/kineticOptions.h"
+
+#include "options/OptionReader.h"
+#include "text.h"
+
+namespace cli {
+
+namespace {
+
+constexpr double highestRate = 1e15; // s^-1
+
+struct RateOption
+{
+    const char *name;
+    const char *process;
+    double KineticParameters::*rate;
+    double KineticParameters::*rateOfTwo; ///< the same with two triplets
+};
+
+constexpr RateOption rateOptions[] = {
+    {"excitation-rate", "Excitation S0 -> S", &KineticParameters::excitation,
+     &KineticParameters::excitation},
+    {"singlet-decay", "Decay S -> S0", &KineticParameters::singletDecay,
+     &KineticParameters::singletDecay},
+    {"intersystem-crossing", "Crossing from S to the triplet, or to each of two",
+     &KineticParameters::intersystemCrossing, &KineticParameters::intersystemCrossing},
+    {"triplet-decay", "Decay of the triplet, or of each of two, to S0",
+     &KineticParameters::tripletDecay, &KineticParameters::tripletDecayOfTwo},
+    {"triplet-crossing", "Crossing Ta -> T of two triplets", &KineticParameters::tripletCrossing,
+     &KineticParameters::tripletCrossing},
+    {"upper-cascade", "Each step in the ion from 5D4 down to 5D1", &KineticParameters::upperCascade,
+     &KineticParameters::upperCascade},
+    {"lower-cascade", "Step 5D1 -> 5D0", &KineticParameters::lowerCascade,
+     &KineticParameters::lowerCascade},
+};
+
+QString rateText(double rate)
+{
+    return QString::number(rate, 'g', 3);
+}
+
+QString helpOf(const RateOption &option)
+{
+    const KineticParameters defaults;
+    const double rate = defaults.*option.rate;
+    const double ofTwo = defaults.*option.rateOfTwo;
+    return rate == ofTwo ? tr("%1 (default %2).").arg(tr(option.process), rateText(rate))
+                         : tr("%1 (default %2, of two %3).")
+                               .arg(tr(option.process), rateText(rate), rateText(ofTwo));
+}
+
+double numberWithin(const OptionReader &options, const char *name, double minimum, double maximum,
+                    const QString &unit)
+{
+    return options.number(
+        name, [=](double value) { return value >= minimum && value <= maximum; },
+        tr("a number from %1 to %2 %3, not \"%4\"")
+            .arg(QString::number(minimum), QString::number(maximum), unit, options.text(name)));
+}
+
+} // namespace
+
+void addKineticOptions(OptionReader &options)
+{
+    for (const RateOption &option : rateOptions)
+        options.addOption({QLatin1String(option.name), helpOf(option), tr("s^-1")});
+    options.addOption({QStringLiteral("temperature"),
+                       tr("Temperature of the Boltzmann factors of back-transfer, in K (default "
+                          "300). Nothing else depends on it here: lifetime, Omega, transfer rates "
+                          "and the rates above stay as they are given."),
+                       tr("K")});
+    options.addOption({QStringLiteral("degeneracies"),
+                       tr("Detailed balance: multiply back-transfer by the degeneracies of donor "
+                          "(1 or 3) over acceptor (2J + 1), which are left out by default.")});
+}
+
+KineticParameters readKinetics(const OptionReader &options, bool twoTriplets)
+{
+    KineticParameters parameters;
+    for (const RateOption &option : rateOptions) {
+        if (!options.isSet(option.name))
+            continue;
+        const bool isExcitation = option.rate == &KineticParameters::excitation;
+        parameters.*(twoTriplets ? option.rateOfTwo : option.rate) =
+            numberWithin(options, option.name, isExcitation ? 1e-6 : 0.0, highestRate, tr("s^-1"));
+    }
+    if (options.isSet("triplet-crossing") && !twoTriplets)
+        options.refuse(tr("--triplet-crossing needs --two-triplets"));
+    if (options.isSet("temperature"))
+        parameters.temperature = numberWithin(options, "temperature", 1.0, 2000.0, tr("K"));
+    parameters.withDegeneracies = options.isSet("degeneracies");
+    return parameters;
+}
+
+} // namespace cli
