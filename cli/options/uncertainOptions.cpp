@@ -41,9 +41,9 @@ UncertainOptions::UncertainOptions(OptionReader &reader, const QVector<Uncertain
                          "given as value+-sd (normal; log-normal for rates and lifetimes) or as "
                          "low:high (uniform), such as --n 1.5+-0.05; then medians, intervals and "
                          "the share of each input in the variance are told.")
-                          .arg(QString::number(LanqorUncertainty::defaultSamples),
+                          .arg(QString::number(LanqorUncertainty::defaultSamples()),
                                names.join(QStringLiteral(", "))),
-                      tr("number"), QString::number(LanqorUncertainty::defaultSamples)});
+                      tr("number"), QString::number(LanqorUncertainty::defaultSamples())});
 }
 
 QStringList UncertainOptions::read(const QStringList &arguments)
@@ -122,9 +122,9 @@ void UncertainOptions::check() const
 
 void UncertainOptions::prepare(LanqorUncertainty &uncertainty) const
 {
-    uncertainty.setSamples(
-        reader.wholeNumber("samples", 64, LanqorUncertainty::mostSamples,
-                           tr("a whole number from 64 to %1").arg(LanqorUncertainty::mostSamples)));
+    uncertainty.setSamples(reader.wholeNumber(
+        "samples", 64, LanqorUncertainty::mostSamples(),
+        tr("a whole number from 64 to %1").arg(LanqorUncertainty::mostSamples())));
     for (const Number &number : uncertain)
         uncertainty.addInput(number.input);
 }

@@ -182,7 +182,7 @@ public:
     };
     QVector<Factor> factors;
     QVector<Ensemble> ensembles; // by factor
-    int samples = LanqorUncertainty::defaultSamples;
+    int samples = LanqorUncertainty::defaultSamples();
     QString lastError;
 };
 
@@ -231,6 +231,16 @@ QStringList LanqorUncertaintyPrivate::warningsOfInputs() const
                 .arg(input.name, QString::number(100.0 * factor.cutShare, 'g', 3), limits));
     }
     return warnings;
+}
+
+int LanqorUncertainty::defaultSamples()
+{
+    return 4096;
+}
+
+int LanqorUncertainty::mostSamples()
+{
+    return 65536;
 }
 
 LanqorUncertainty::LanqorUncertainty()
@@ -331,7 +341,7 @@ void LanqorUncertainty::setSamples(const int &count)
 {
     constexpr int least = 64;
     int samples = least;
-    while (samples < count && samples < mostSamples)
+    while (samples < count && samples < mostSamples())
         samples *= 2;
     d->samples = samples;
 }

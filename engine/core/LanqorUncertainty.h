@@ -34,8 +34,8 @@ public:
     /// gives one value for each of its columns. Called for one set after another, in one thread.
     using Model = std::function<QVector<double>(const QVector<double> &values)>;
 
-    static constexpr int defaultSamples = 4096;
-    static constexpr int mostSamples = 65536;
+    static int defaultSamples(); ///< 4096
+    static int mostSamples();    ///< 65536
 
     LanqorUncertainty();
     ~LanqorUncertainty();
@@ -53,7 +53,7 @@ public:
     /// Adds equally likely sets of values that belong together, such as the solutions of a fit.
     /// @return false without rows, or when their lengths differ
     bool addEnsemble(const QString &name, const QVector<QVector<double>> &rows);
-    /// Rounded up to a power of two, which balances the sequence; from 64 to mostSamples.
+    /// Rounded up to a power of two, which balances the sequence; from 64 to mostSamples().
     void setSamples(const int &count);
     QString getLastError() const;
     bool isEmpty() const;
