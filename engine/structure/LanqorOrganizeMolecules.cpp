@@ -1,6 +1,7 @@
 #include "LanqorOrganizeMolecules.h"
 
 #include "core/reportText_p.h"
+#include "input/atomRows_p.h"
 #include "input/bondCutOff_p.h"
 #include "input/disorder_p.h"
 #include "input/inputDataAccess_p.h"
@@ -34,6 +35,7 @@ struct Source
     QVector<int> numbers; // in the file, from 1; empty while they are those of this list
     QStringList types;
     QVector<structureFiles::Bond> bonds;
+    QVector<Coord> translationVectors; // of a periodic structure
 };
 
 /// A bond of the organised structure, atoms from 1.
@@ -58,6 +60,7 @@ Source without(const Source &source, const QVector<fragments::SecondPlace> &omit
     for (const fragments::SecondPlace &place : omitted)
         newIndex[place.atom] = -1;
     Source rest;
+    rest.translationVectors = source.translationVectors;
     for (int i = 0; i < source.atoms.size(); ++i) {
         if (newIndex.at(i) < 0)
             continue;
@@ -199,6 +202,7 @@ public:
     QVector<int> residues;    // number of the fragment of each atom; 1 is the ion
     QStringList residueNames; // by number of the fragment
     QVector<NewBond> bonds;
+    QVector<Coord> translationVectors;
 };
 
 bool LanqorOrganizeMoleculesPrivate::readSource(Source &source)
@@ -208,9 +212,14 @@ bool LanqorOrganizeMoleculesPrivate::readSource(Source &source)
     own.setKeepFileOpen(true);
     if (structureFiles::kindOf(inputFileOf(data)) == structureFiles::Kind::Mol2)
         return readMol2(inputFileOf(data), source);
-    if (data.getCoord().isEmpty() && !data.readStructureFile())
+    if (data.getCoord().isEmpty() && !data.readStructureFile(true))
         return q.failWith(data.getLastError());
-    source.atoms = data.getCoord();
+    const QVector<Coord> rows = data.getCoord();
+    const auto isVector = [](const Coord &row) {
+        return structureFiles::isTranslationVector(row.label);
+    };
+    std::copy_if(rows.begin(), rows.end(), std::back_inserter(source.translationVectors), isVector);
+    std::remove_copy_if(rows.begin(), rows.end(), std::back_inserter(source.atoms), isVector);
     return true;
 }
 
@@ -467,6 +476,12 @@ bool LanqorOrganizeMolecules::organize()
     if (!d->checkSource(source, ion))
         return false;
     source.bonds = fragments::withMissingBonds(source.atoms, source.bonds);
+    if (!source.translationVectors.isEmpty())
+        processStatus(tr("%1 is a periodic structure (translation vectors Tv), of which the atoms "
+                         "of one cell are organised: bonds across its faces are not seen, and only "
+                         "a .mop file keeps the vectors.")
+                          .arg(d->fileName));
+    d->translationVectors = source.translationVectors;
     d->reportTooNear(source, ion);
     d->reportUncounted(source, ion);
     const QVector<Fragment> all = fragments::fragmentsAround(ion, source.atoms, source.bonds);
@@ -494,7 +509,7 @@ bool LanqorOrganizeMolecules::createOutpuFile(const QString &outputFile)
              !jobFiles::mopacMethods().contains(d->mopacJob.method))
         return failWith(jobFiles::unknownMethod(d->mopacJob.method));
     else if (suffix == QLatin1String("mop"))
-        text = jobFiles::mopacJob(d->atoms, d->mopacJob);
+        text = jobFiles::mopacJob(d->atoms + d->translationVectors, d->mopacJob);
     else
         return failWith(tr("An organised structure is written as .mol2, .xyz or .mop, not as: ") +
                         outputFile);

@@ -54,7 +54,8 @@ public:
 
     /// Reads the file and sorts its atoms. Fails when there is no lanthanide ion or more than
     /// one, or when a hydrogen atom overlaps with another element; results of an earlier call stay
-    /// then.
+    /// then. Translation vectors ("Tv") of a periodic structure are no atoms; a message tells of
+    /// them, and ".mop" files end with them.
     bool organize();
     /// Writes the organised structure as ".mol2" (with its bonds), ".xyz" or ".mop", told by the
     /// suffix. An existing file is replaced whole or not at all.
