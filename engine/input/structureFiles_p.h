@@ -21,9 +21,9 @@ enum class TranslationVectors { Drop, Keep };
 /// A structure as read; @p error is empty when all of it could be.
 struct Structure
 {
-    QVector<Coord> atoms;      ///< without dummy atoms
-    QVector<CoordZMT> zMatrix; ///< with dummy atoms; empty for Cartesian files
-    int residues = 0;          ///< of a MOL2 file
+    QVector<Coord> atoms;         ///< without dummy atoms
+    QVector<CoordZMT> zMatrix;    ///< with dummy atoms; empty for Cartesian files
+    int residues = 0;             ///< of a MOL2 file
     std::optional<double> charge; ///< of the system, where the file tells it, elementary charges
     QString error;
 };
