@@ -90,20 +90,14 @@ QString transferTable(const SpectroscopicResults &results)
     return text;
 }
 
-/// The donor singlet bears the name of its channels.
-QString nameOf(const QString &state)
-{
-    return state == QLatin1String("S1") ? tr("S") : state;
-}
-
 QString populationTable(const SpectroscopicResults &results)
 {
     QString text = tr("\nPopulations\n\n");
     for (const StatePopulation &entry : results.populations)
-        text += line(nameOf(entry.state), powerColumn(entry.population, 4, 12));
+        text += line(entry.state, powerColumn(entry.population, 4, 12));
     text += tr("\nKinetic constants\n\n");
     for (const KineticConstant &constant : results.kineticConstants)
-        text += line(tr("%1 -> %2").arg(nameOf(constant.from), nameOf(constant.to)),
+        text += line(tr("%1 -> %2").arg(constant.from, constant.to),
                      powerColumn(constant.rate, 2, 12) + QStringLiteral(" s^-1"));
     return text + line(results.kinetics.withDegeneracies
                            ? tr("back-transfer, with degeneracies, at")

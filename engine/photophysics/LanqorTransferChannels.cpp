@@ -15,7 +15,7 @@ struct NamedState
 /// By State.
 constexpr std::array<NamedState, stateCount> states = {{
     {"S0", 0.0},
-    {"S1", 0.0},
+    {"S", 0.0},
     {"Ta", 0.0},
     {"T", 0.0},
     {"5D4", 27586.0},
@@ -41,8 +41,7 @@ TransferChannel describe(const Channel &channel)
 {
     TransferChannel described;
     described.slot = channel.slot;
-    described.donor =
-        channel.donor == S1 ? QStringLiteral("S") : QLatin1String(stateName(channel.donor));
+    described.donor = QLatin1String(stateName(channel.donor));
     described.acceptor = QLatin1String(stateName(channel.acceptor));
     described.name = described.donor + QLatin1Char('-') + described.acceptor;
     described.mechanism = channel.mechanism;

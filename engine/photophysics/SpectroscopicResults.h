@@ -34,7 +34,7 @@ struct TransferResult
 /// Share of a state of the kinetic scheme under continuous excitation.
 struct StatePopulation
 {
-    QString state; ///< "S0", "S1", "Ta" (first of two triplets), "T", "5D4", "5G6", ...
+    QString state; ///< "S0", "S", "Ta" (first of two triplets), "T", "5D4", "5G6", ...
     double population = 0.0;
 };
 

@@ -234,7 +234,7 @@ struct PopulationLabel
 };
 constexpr PopulationLabel populationLabels[] = {
     {"S0", "    Fundamental Singlet Population ="},
-    {"S1", "\n    Excited Singlet Population     ="},
+    {"S", "\n    Excited Singlet Population     ="},
     {"Ta", "\n    Triplet 2 population           ="},
     {"T", "\n    Triplet Population             ="},
 };
@@ -310,7 +310,7 @@ QString sharesSection(const SpectroscopicResults &results)
     QString text = QStringLiteral("\n\n-------------------------------\n"
                                   " Where the Absorbed Photons Go \n"
                                   "-------------------------------\n\n") +
-                   shareLine(QStringLiteral("Lost by S1 -> S0"), shares.singletDecay) +
+                   shareLine(QStringLiteral("Lost by S -> S0"), shares.singletDecay) +
                    shareLine(results.considerTwoTriplets ? QStringLiteral("Lost by Ta, T -> S0")
                                                          : QStringLiteral("Lost by T -> S0"),
                              shares.tripletDecay) +

@@ -62,7 +62,7 @@ constexpr std::array<Channel, 11> channels = {{
 /// Energy of an Eu3+ level above 7F0, cm^-1; 0 for a ligand state. See LanqorTransferChannels.
 double acceptorEnergy(State level);
 
-/// "S0", "S1", "Ta" (the first of two triplets), "T", "5D4", "5G6", "5L6", "5D1" or "5D0".
+/// "S0", "S", "Ta" (the first of two triplets), "T", "5D4", "5G6", "5L6", "5D1" or "5D0".
 const char *stateName(State state);
 
 /// What callers see of a channel.
