@@ -148,6 +148,8 @@ def compare_stark(options, file):
     if not atoms or {element for element, _ in atoms} != {"O", "N"}:
         return 0
     levels, _ = run(options.lanqor, "stark", file, "--g", "O=0.9,N=1.4")
+    if levels is None:
+        return 0
     by_j = {}
     for row in levels["stark_levels"]:
         by_j.setdefault(row["j"], []).append(value(row, "energy"))

@@ -102,9 +102,7 @@ Request readRequest(const cli::OptionReader &options)
     const QString fault = LanqorParametricEnergyLevels::findFileFault(request.fileName);
     if (!fault.isEmpty())
         throw cli::Failure{fault};
-    cli::readState(request.fit, options.command(), request.parameters);
-    if (!request.fit.resumed.isEmpty() && !options.isSet("starts"))
-        request.fit.starts = request.fit.resumed.size();
+    cli::readState(options, request.fit, request.parameters);
     return request;
 }
 

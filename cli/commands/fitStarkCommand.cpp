@@ -241,9 +241,7 @@ int fitStarkCommand(const QStringList &arguments)
     if (prescribed.isEmpty())
         cli::failOf(*model);
     request.parameters = cli::restricted(options, request.fit, prescribed);
-    cli::readState(request.fit, options.command(), request.parameters);
-    if (!request.fit.resumed.isEmpty() && !options.isSet("starts"))
-        request.fit.starts = request.fit.resumed.size();
+    cli::readState(options, request.fit, request.parameters);
 
     LanqorStarkLeastSquares problem(&geometry, request.coordNumber, request.ro0);
     if (!problem.setProblem(request.files.groups, request.parameters, request.files.transitions))

@@ -88,7 +88,10 @@ sampleSolutions(const IntensityFitOptions &options,
     solutions.setTolerance(
         options.deviation2 > 0.0 ? 1.0 : printedExcess * std::max(weights.at(0), weights.at(1)));
     solutions.setRefractiveIndex(options.refractiveIndex);
+    solutions.setLigandAtomsByLigandVector(options.ligands);
     const IntensitySolutions sample = solutions.sample(known, sampleSize);
+    if (!sample.groupError.isEmpty())
+        throw Failure{tr("--ligands: %1").arg(sample.groupError)};
     if (!options.solutions.isEmpty())
         writeFile(options.solutions, LanqorIntensitySolutions::makeSolutionTable(sample).toCsv());
     return sample;

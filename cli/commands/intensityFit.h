@@ -99,9 +99,7 @@ auto runIntensityFit(const OptionReader &reader, IntensityFitOptions &options,
         failOf(*model);
     const QVector<FitParameter> told = restricted(reader, options.fit, prescribed);
     const QVector<FitParameter> sought = kind.toSought(*model, told);
-    readState(options.fit, reader.command(), told);
-    if (!options.fit.resumed.isEmpty() && !reader.isSet("starts"))
-        options.fit.starts = options.fit.resumed.size();
+    readState(reader, options.fit, told);
     const bool isScaled = options.fit.isPolished || isRestricted(options.fit);
 
     LanqorFitStarts starts(options.fit.starts, [&](int number) {

@@ -8,7 +8,6 @@
 #include "options/uncertainOptions.h"
 #include "text.h"
 
-#include <LanqorEngine/LanqorAradPartition.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOmega.h>
 #include <LanqorEngine/LanqorResultTables.h>
@@ -91,14 +90,7 @@ ReportRequest readReportRequest(const cli::OptionReader &options)
         cli::sectionsOf(options.isSet("print") ? options.text("print") : cli::mainSections());
     if (!request.ligandFile.isEmpty() && !options.isSet("print"))
         request.options.printAradPartition = true;
-    if (request.ligandFile.isEmpty())
-        return request;
-    QString error;
-    request.ligands = LanqorAradPartition::readLigandsFile(request.ligandFile, error);
-    if (!error.isEmpty())
-        options.refuse(tr("--ligands: %1 A text file with one group of atoms on each line is "
-                          "needed, such as \"acac 2 3\".")
-                           .arg(error));
+    request.ligands = cli::readLigands(options);
     return request;
 }
 
@@ -128,10 +120,7 @@ void addOptions(cli::OptionReader &options)
          tr("Print the report with these sections, separated by commas: all, %1.")
              .arg(cli::sectionNames()),
          tr("sections")},
-        {QStringLiteral("ligands"),
-         tr("Groups of atoms for the partition of the radiative rate: one group on each line, a "
-            "name, then atom numbers (\"acac 2 3\"); # starts a comment."),
-         tr("file")},
+        cli::ligandsOption(),
         {QStringLiteral("report"),
          tr("Write the report to this file instead of standard output; without --print it has "
             "the main sections."),

@@ -5,6 +5,7 @@
 #include "options/plausibility.h"
 #include "text.h"
 
+#include <LanqorEngine/LanqorAradPartition.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/OmegaPrintingOptions.h>
 
@@ -241,6 +242,28 @@ void noteNearAtoms(const LanqorInputData &geometry)
     for (const QString &text : geometry.getNearAtomNotes())
         note(text);
     noteFluorine(geometry);
+}
+
+QCommandLineOption ligandsOption()
+{
+    return {QStringLiteral("ligands"),
+            tr("Groups of atoms for the partition of the radiative rate: one group on each line, a "
+               "name, then atom numbers (\"acac 2 3\"); # starts a comment."),
+            tr("file")};
+}
+
+QStringList readLigands(const OptionReader &options)
+{
+    if (options.text("ligands").isEmpty())
+        return {};
+    QString error;
+    const QStringList ligands =
+        LanqorAradPartition::readLigandsFile(options.text("ligands"), error);
+    if (!error.isEmpty())
+        options.refuse(tr("--ligands: %1 A text file with one group of atoms on each line is "
+                          "needed, such as \"acac 2 3\".")
+                           .arg(error));
+    return ligands;
 }
 
 } // namespace cli

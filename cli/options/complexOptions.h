@@ -2,6 +2,7 @@
 
 #include <QCommandLineOption>
 #include <QString>
+#include <QStringList>
 
 class LanqorInputData;
 struct OmegaPrintingOptions;
@@ -46,6 +47,11 @@ int readSphere(const OptionReader &options, LanqorInputData &geometry);
 /// The option --ro0, the overlap of the nearest atom in the crystal field.
 QCommandLineOption overlapOption();
 double readOverlap(const OptionReader &options);
+
+/// The option --ligands, groups of atoms for the partition of the radiative rate.
+QCommandLineOption ligandsOption();
+/// The lines of its file; none without the option.
+QStringList readLigands(const OptionReader &options);
 
 /// Warnings of further ions, of disordered atoms and of distances as in other units.
 void warnOfStructure(const LanqorInputData &geometry);

@@ -149,8 +149,11 @@ FitOptions readFitOptions(const OptionReader &reader, int starts)
     options.fixed = reader.list("fix");
     options.bounds = reader.list("bounds");
     options.isQuiet = reader.isSet("quiet");
-    options.plot = plots::readOption(reader);
-    options.convergencePlot = plots::readOption(reader, "plot-convergence");
+    // Absolute, for a fit may change the folder before it draws.
+    plots::readOption(reader);
+    options.plot = reader.outputFile("plot");
+    plots::readOption(reader, "plot-convergence");
+    options.convergencePlot = reader.outputFile("plot-convergence");
     options.stateFile = reader.outputFile("save");
     options.resumedFile = reader.outputFile("continue");
     return options;
@@ -204,7 +207,8 @@ QVector<double> placeStart(const QVector<double> &vector, const QVector<FitParam
     return start;
 }
 
-void readState(FitOptions &options, const QString &command, const QVector<FitParameter> &parameters)
+void readState(const OptionReader &reader, FitOptions &options,
+               const QVector<FitParameter> &parameters)
 {
     if (options.resumedFile.isEmpty())
         return;
@@ -215,18 +219,20 @@ void readState(FitOptions &options, const QString &command, const QVector<FitPar
     QStringList names;
     for (const QJsonValue &name : state.value(QStringLiteral("parameters")).toArray())
         names.append(name.toString());
-    if (state.value(QStringLiteral("command")).toString() != command ||
+    if (state.value(QStringLiteral("command")).toString() != reader.command() ||
         names != namesOf(parameters))
-        throw Failure{
-            tr("--continue %1: this is no state that \"lanqor %2 --save\" kept of a fit "
-               "of %3")
-                .arg(options.resumedFile, command, namesOf(parameters).join(QStringLiteral(", ")))};
+        throw Failure{tr("--continue %1: this is no state that \"lanqor %2 --save\" kept of a fit "
+                         "of %3")
+                          .arg(options.resumedFile, reader.command(),
+                               namesOf(parameters).join(QStringLiteral(", ")))};
     for (const QJsonValue &saved : state.value(QStringLiteral("vectors")).toArray()) {
         QVector<double> vector;
         for (const QJsonValue &value : saved.toArray())
             vector.append(value.toDouble());
         options.resumed.append(vector.size() == parameters.size() ? vector : QVector<double>());
     }
+    if (!options.resumed.isEmpty() && !reader.isSet("starts"))
+        options.starts = options.resumed.size();
     options.resumedPoints = qint64(state.value(QStringLiteral("points")).toDouble());
 }
 

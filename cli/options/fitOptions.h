@@ -46,9 +46,9 @@ bool isRestricted(const FitOptions &options);
 QVector<double> placeStart(const QVector<double> &vector, const QVector<FitParameter> &prescribed,
                            const QVector<FitParameter> &own);
 
-/// Fills in what --continue holds of a fit with these parameters; a Failure when the file is of
-/// another fit.
-void readState(FitOptions &options, const QString &command,
+/// Fills in what --continue holds of a fit with these parameters, and as many starts unless others
+/// are asked for; a Failure when the file is of another fit.
+void readState(const OptionReader &reader, FitOptions &options,
                const QVector<FitParameter> &parameters);
 /// Writes the best vector of every start, if --save is given.
 void writeState(const FitOptions &options, const QString &command,

@@ -111,6 +111,7 @@ void addIntensityFitOptions(OptionReader &reader)
          tr("file")},
     });
     reader.addOptions({
+        ligandsOption(),
         {QStringLiteral("solutions"),
          tr("Write a sample of the equally good solutions to this file, as CSV."), tr("file")},
         {QStringLiteral("choose"),
@@ -137,6 +138,7 @@ IntensityFitOptions readIntensityFitOptions(const OptionReader &reader)
     readWeights(reader, options);
     options.solutions = reader.outputFile("solutions");
     options.choice = readChoice(reader);
+    options.ligands = readLigands(reader);
     options.fit = readFitOptions(reader, defaultStarts);
     options.refractiveIndex = readRefractiveIndex(reader);
     options.sections = sectionsOf(reader.text("print"));

@@ -27,6 +27,7 @@ struct IntensityFitOptions
     int coordNumber = 0;
     QString report; ///< empty: standard output
     OmegaPrintingOptions sections;
+    QStringList ligands;
     QString solutions; ///< file of --solutions
     QString choice;    ///< "best", "central" or a number
     FitOptions fit;

@@ -25,4 +25,5 @@ struct IntensitySolutions
     QVector<double> responses;     ///< by set
     int central = 0;               ///< set nearest to the middles of the ranges, relative to these
     double tolerance = 0.0;        ///< largest excess of a response over the best
+    QString groupError;            ///< why groups of atoms that were given cannot be used
 };

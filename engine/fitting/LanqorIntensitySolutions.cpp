@@ -14,6 +14,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <random>
 
 using Eigen::MatrixXd;
@@ -55,11 +56,13 @@ public:
     /// Newton's method to the values @p goal of the fitted Omega, by the smallest change relative
     /// to the ranges.
     bool returnTo(const Forms &forms, const VectorXd &goal, VectorXd &x) const;
+    std::optional<VectorXd> walk(const Forms &forms, const VectorXd &from, const VectorXd &reached,
+                                 double limit, Random &random) const;
     MatrixXd slopesOf(const Forms &forms, const VectorXd &x) const;
     VectorXd valuesOf(const Forms &forms, const VectorXd &x) const;
     void fillQuantities(IntensitySolutions &solutions, const std::vector<VectorXd> &sets) const;
     QVector<double> describe(LanqorOmega &omega, const VectorXd &x,
-                             QVector<IntensitySolutions::Quantity> &quantities) const;
+                             IntensitySolutions &solutions) const;
 
     LanqorInputData *geometry = nullptr;
     int coordNumber = 0;
@@ -151,12 +154,11 @@ LanqorIntensitySolutionsPrivate::Forms LanqorIntensitySolutionsPrivate::makeForm
             x[i] = 1.0;
             x[j] = 1.0;
             const auto values = calc(x);
-            for (std::size_t l = 0; l < lambdaCount; ++l) {
-                // Omega(e_i + e_j) = Q_ii + Q_jj + 2 Q_ij; the diagonal of j is there already.
+            for (std::size_t l = 0; l < lambdaCount; ++l)
                 forms[l](i, j) = values[l];
-            }
         }
     }
+    // Omega(e_i + e_j) = Q_ii + Q_jj + 2 Q_ij
     for (MatrixXd &form : forms)
         for (int i = 0; i < n; ++i)
             for (int j = 0; j < i; ++j)
@@ -243,14 +245,52 @@ bool LanqorIntensitySolutionsPrivate::returnTo(const Forms &forms, const VectorX
     return false;
 }
 
-IntensitySolutions LanqorIntensitySolutions::sample(const QVector<QVector<double>> &known,
-                                                    const int &count) const
+/// A walk from a solution along a direction in which the fitted Omega keep their values to first
+/// order; nothing when it meets no solution.
+std::optional<VectorXd> LanqorIntensitySolutionsPrivate::walk(const Forms &forms,
+                                                              const VectorXd &from,
+                                                              const VectorXd &reached, double limit,
+                                                              Random &random) const
 {
-    constexpr int attemptsPerSolution = 20;
     // A solution in a corner of the bounds may allow steps only that are so short that nothing is
     // curved.
     constexpr int halvings = 24;
     constexpr int curvedSteps = 6;
+    constexpr double endless = 1.0e9;
+    VectorXd goal = reached; // within the tolerance of what the best solution gives
+    for (int l = 0; l < lambdaCount; ++l)
+        if (weights[std::size_t(l)] > 0.0)
+            goal(l) += random.draw() * std::sqrt(tolerance / lambdaCount / weights[std::size_t(l)]);
+    VectorXd direction(from.size());
+    for (Eigen::Index i = 0; i < from.size(); ++i)
+        direction(i) = random.draw();
+    const MatrixXd slopes = slopesOf(forms, from);
+    direction -= slopes.completeOrthogonalDecomposition().solve(slopes * direction);
+    for (int i = 0; i < from.size(); ++i) {
+        const FitParameter &p = parameters.at(i);
+        direction(i) *= p.isFixed ? 0.0 : p.maximum - p.minimum;
+        // Away from a bound, which the solution keeps if its targets are out of reach.
+        if ((from(i) <= p.minimum && direction(i) < 0.0) ||
+            (from(i) >= p.maximum && direction(i) > 0.0))
+            direction(i) = -direction(i);
+    }
+    double length = 0.5 * (1.0 + random.draw()) * reach(from, direction);
+    if (!(length < endless))
+        length = 0.0;
+    for (int i = 0; i < halvings; ++i, length *= 0.5) {
+        VectorXd trial = from + length * direction;
+        if (i < curvedSteps)
+            returnTo(forms, goal, trial);
+        if (isFeasible(trial) && responseOf(forms, trial) <= limit)
+            return trial;
+    }
+    return std::nullopt;
+}
+
+IntensitySolutions LanqorIntensitySolutions::sample(const QVector<QVector<double>> &known,
+                                                    const int &count) const
+{
+    constexpr int attemptsPerSolution = 20;
     IntensitySolutions solutions;
     solutions.tolerance = d->tolerance;
     const auto forms = d->makeForms();
@@ -276,37 +316,9 @@ IntensitySolutions LanqorIntensitySolutions::sample(const QVector<QVector<double
     for (int attempt = 0; int(sets.size()) < count && attempt < attemptsPerSolution * count;
          ++attempt) {
         const VectorXd &from = sets[std::size_t(random.below(int(sets.size())))];
-        // A goal within the tolerance; half a digit of the Omega that does not count is no matter.
-        VectorXd goal = reached;
-        for (int l = 0; l < lambdaCount; ++l)
-            if (d->weights[std::size_t(l)] > 0.0)
-                goal(l) += random.draw() *
-                           std::sqrt(d->tolerance / lambdaCount / d->weights[std::size_t(l)]);
-        VectorXd direction(n);
-        for (Eigen::Index i = 0; i < n; ++i)
-            direction(i) = random.draw();
-        const MatrixXd slopes = d->slopesOf(forms, from);
-        direction -= slopes.completeOrthogonalDecomposition().solve(slopes * direction);
-        for (int i = 0; i < n; ++i) {
-            const FitParameter &p = d->parameters.at(i);
-            direction(i) *= p.isFixed ? 0.0 : p.maximum - p.minimum;
-            // Away from a bound, which the solution keeps if its targets are out of reach.
-            if ((from(i) <= p.minimum && direction(i) < 0.0) ||
-                (from(i) >= p.maximum && direction(i) > 0.0))
-                direction(i) = -direction(i);
-        }
-        double length = 0.5 * (1.0 + random.draw()) * d->reach(from, direction);
-        if (!std::isfinite(length) || length > 1.0e9)
-            length = 0.0;
-        for (int i = 0; i < halvings; ++i, length *= 0.5) {
-            VectorXd trial = from + length * direction;
-            if (i < curvedSteps)
-                d->returnTo(forms, goal, trial);
-            if (d->isFeasible(trial) && d->responseOf(forms, trial) <= limit) {
-                sets.push_back(trial);
-                break;
-            }
-        }
+        const auto found = d->walk(forms, from, reached, limit, random);
+        if (found)
+            sets.push_back(*found);
     }
     for (const VectorXd &set : sets)
         solutions.responses.append(d->responseOf(forms, set));
@@ -315,10 +327,10 @@ IntensitySolutions LanqorIntensitySolutions::sample(const QVector<QVector<double
 }
 
 /// The values of a set, parameters first, and on the first call what they are.
-QVector<double>
-LanqorIntensitySolutionsPrivate::describe(LanqorOmega &omega, const VectorXd &x,
-                                          QVector<IntensitySolutions::Quantity> &quantities) const
+QVector<double> LanqorIntensitySolutionsPrivate::describe(LanqorOmega &omega, const VectorXd &x,
+                                                          IntensitySolutions &solutions) const
 {
+    QVector<IntensitySolutions::Quantity> &quantities = solutions.quantities;
     const bool isFirst = quantities.isEmpty();
     QVector<double> values;
     const auto add = [&](const QString &name, const char *unit, double value,
@@ -337,6 +349,7 @@ LanqorIntensitySolutionsPrivate::describe(LanqorOmega &omega, const VectorXd &x,
     omega.setChargeFactorAndAlpha(g, alpha);
     omega.calcOmega();
     const OmegaResults results = omega.getResults();
+    solutions.groupError = results.partition.groupError;
     for (const int lambda : lambdas)
         add(QStringLiteral("omega_%1").arg(lambda), "1e-20 cm^2",
             results.omega[lambda] / lanqor::omegaUnitCm2);
@@ -361,7 +374,7 @@ void LanqorIntensitySolutionsPrivate::fillQuantities(IntensitySolutions &solutio
     constexpr double agreement = 0.05;
     const std::unique_ptr<LanqorOmega> omega = makeOmega();
     for (const VectorXd &set : sets)
-        solutions.sets.append(describe(*omega, set, solutions.quantities));
+        solutions.sets.append(describe(*omega, set, solutions));
     for (int q = 0; q < solutions.quantities.size(); ++q) {
         IntensitySolutions::Quantity &quantity = solutions.quantities[q];
         quantity.minimum = quantity.maximum = solutions.sets.first().at(q);

@@ -142,6 +142,44 @@ std::vector<int> movableIndices(const FitAccount &account)
     return indices;
 }
 
+/// Tells the directions of the null space, which are made orthonormal.
+void nameUndetermined(MatrixXd nullSpace, const std::vector<int> &movable, FitAccount &account)
+{
+    for (Eigen::Index k = 0; k < nullSpace.cols(); ++k) {
+        VectorXd direction = nullSpace.col(k);
+        for (Eigen::Index other = 0; other < k; ++other)
+            direction -= nullSpace.col(other) * nullSpace.col(other).dot(direction);
+        nullSpace.col(k) = direction.normalized();
+    }
+    for (Eigen::Index k = 0; k < nullSpace.cols(); ++k) {
+        QVector<double> named(account.parameters.size(), 0.0);
+        for (Eigen::Index column = 0; column < nullSpace.rows(); ++column) {
+            named[movable[std::size_t(column)]] = nullSpace(column, k);
+            if (std::abs(nullSpace(column, k)) > negligibleShare)
+                account.parameters[movable[std::size_t(column)]].isUndetermined = true;
+        }
+        account.undetermined.append(named);
+    }
+}
+
+/// Standard errors, not numbers without a variance, and correlations of what is determined, from
+/// the covariance of the parameters in units of 1/length.
+void nameErrors(const MatrixXd &covariance, double variance, const VectorXd &lengths,
+                const std::vector<int> &movable, FitAccount &account)
+{
+    const Eigen::Index count = lengths.size();
+    for (Eigen::Index a = 0; a < count; ++a) {
+        FitAccount::Parameter &parameter = account.parameters[movable[std::size_t(a)]];
+        if (parameter.isUndetermined)
+            continue;
+        parameter.standardError = std::sqrt(variance * covariance(a, a)) / lengths(a);
+        for (Eigen::Index b = 0; b < count; ++b)
+            if (!account.parameters.at(movable[std::size_t(b)]).isUndetermined)
+                account.correlations[movable[std::size_t(a)]][movable[std::size_t(b)]] =
+                    covariance(a, b) / std::sqrt(covariance(a, a) * covariance(b, b));
+    }
+}
+
 } // namespace
 
 Minimum minimise(const Problem &problem, const QVector<double> &start)
@@ -214,36 +252,13 @@ void addStatistics(const Problem &problem, const QVector<double> &x, FitAccount 
             nullSpace.rightCols(1) = direction.cwiseQuotient(lengths);
         }
     }
-    for (Eigen::Index k = 0; k < nullSpace.cols(); ++k) {
-        VectorXd direction = nullSpace.col(k);
-        for (Eigen::Index other = 0; other < k; ++other)
-            direction -= nullSpace.col(other) * nullSpace.col(other).dot(direction);
-        nullSpace.col(k) = direction.normalized();
-    }
-    for (Eigen::Index k = 0; k < nullSpace.cols(); ++k) {
-        QVector<double> named(x.size(), 0.0);
-        for (Eigen::Index column = 0; column < count; ++column) {
-            named[movable[std::size_t(column)]] = nullSpace(column, k);
-            if (std::abs(nullSpace(column, k)) > negligibleShare)
-                account.parameters[movable[std::size_t(column)]].isUndetermined = true;
-        }
-        account.undetermined.append(named);
-    }
+    nameUndetermined(nullSpace, movable, account);
     double variance = 1.0;
     const int freedom = fitAccount::degreesOfFreedom(account);
     if (!account.areDeviationsKnown)
         variance = freedom > 0 ? values.residuals.squaredNorm() / freedom
                                : std::numeric_limits<double>::quiet_NaN();
-    for (Eigen::Index a = 0; a < count; ++a) {
-        FitAccount::Parameter &parameter = account.parameters[movable[std::size_t(a)]];
-        if (parameter.isUndetermined)
-            continue;
-        parameter.standardError = std::sqrt(variance * covariance(a, a)) / lengths(a);
-        for (Eigen::Index b = 0; b < count; ++b)
-            if (!account.parameters.at(movable[std::size_t(b)]).isUndetermined)
-                account.correlations[movable[std::size_t(a)]][movable[std::size_t(b)]] =
-                    covariance(a, b) / std::sqrt(covariance(a, a) * covariance(b, b));
-    }
+    nameErrors(covariance, variance, lengths, movable, account);
 }
 
 } // namespace leastSquares
