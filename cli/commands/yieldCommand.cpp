@@ -188,7 +188,7 @@ int yieldCommand(const QStringList &arguments)
     if (!request.reportFile.isEmpty())
         writeReport(calculation, request);
     if (!request.plotFile.isEmpty())
-        plots::draw(yieldDiagram(results), request.plotFile);
+        plots::draw(yieldDiagram(results, calculation.getYieldInputs()), request.plotFile);
     checkResults(results);
     return cli::success;
 }

@@ -160,6 +160,8 @@ public:
         drawArrows(*painter, xMap, yMap);
         drawArrowList(*painter, xMap, canvas);
         drawLegend(*painter, yMap, canvas);
+        if (diagram.inset.points.size() > 1)
+            drawInset(*painter, insetFrame(xMap, yMap, canvas));
     }
 
 private:
@@ -269,6 +271,71 @@ private:
             painter.drawText(at + QPointF(34.0, 0.5 * (metrics.ascent() - metrics.descent())),
                              kind.second);
             at -= QPointF(0.0, 1.3 * metrics.height());
+        }
+    }
+
+    /// Left of the list of arrows, below the excited levels of the first columns, above the legend.
+    QRectF insetFrame(const QwtScaleMap &xMap, const QwtScaleMap &yMap, const QRectF &canvas) const
+    {
+        const double lineHeight = 1.3 * labelPixels;
+        const double bottom = canvas.top() + 0.76 * canvas.height();
+        double top = canvas.top() + 0.4 * canvas.height();
+        for (const LevelDiagram::Column &column : diagram.columns)
+            for (const Level &level : column.levels) {
+                const double y = yMap.transform(level.energy) + 2.5 * lineHeight;
+                if (&column != &diagram.columns.last() && y < bottom)
+                    top = std::max(top, y);
+            }
+        const double left = canvas.left() + 4.0 * lineHeight;
+        return {QPointF(left, top), QPointF(x(1, xMap, -1.6 * halfLevel), bottom)};
+    }
+
+    void drawInset(QPainter &painter, const QRectF &frame) const
+    {
+        constexpr double leastHeight = 60.0;
+        const LevelDiagram::Inset &inset = diagram.inset;
+        if (frame.height() < leastHeight)
+            return;
+        const double first = inset.points.first().x();
+        const double last = inset.points.last().x();
+        double highest = 0.0;
+        for (const QPointF &point : inset.points)
+            highest = std::max(highest, point.y());
+        const double top = highest > 0.0 ? 1.1 * highest : 1.0;
+        const auto place = [&](const QPointF &point) {
+            return QPointF(frame.left() + (point.x() - first) / (last - first) * frame.width(),
+                           frame.bottom() - std::max(0.0, point.y()) / top * frame.height());
+        };
+        painter.setPen(QPen(QColor(0x88, 0x88, 0x88), 0.8));
+        painter.setBrush(Qt::white);
+        painter.drawRect(frame);
+        painter.setBrush(Qt::NoBrush);
+        QPolygonF curve;
+        for (const QPointF &point : inset.points)
+            curve.append(place(point));
+        painter.setPen(QPen(Qt::black, 1.2));
+        painter.drawPolyline(curve);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colorOf(ArrowKind::Emission));
+        constexpr double markRadius = 3.5;
+        painter.drawEllipse(place(inset.mark), markRadius, markRadius);
+
+        painter.setPen(Qt::black);
+        const QFontMetricsF metrics(painter.font(), painter.device());
+        painter.drawText(frame.topLeft() - QPointF(0.0, 0.4 * metrics.height()), inset.title);
+        for (const double energy : {first, 0.5 * (first + last), last}) {
+            const QString text = QString::number(energy, 'f', 0);
+            const QPointF tick = place({energy, 0.0});
+            painter.drawLine(tick, tick - QPointF(0.0, 4.0));
+            painter.drawText(
+                tick + QPointF(-0.5 * metrics.horizontalAdvance(text), 1.1 * metrics.ascent()),
+                text);
+        }
+        for (const double value : {0.0, highest}) {
+            const QString text = value > 0.0 ? cli::textOfYield(value) : QStringLiteral("0");
+            const QPointF tick = place({first, value});
+            painter.drawLine(tick, tick + QPointF(4.0, 0.0));
+            painter.drawText(tick - QPointF(metrics.horizontalAdvance(text) + 4.0, 0.0), text);
         }
     }
 

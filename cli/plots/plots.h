@@ -60,10 +60,18 @@ struct LevelDiagram
         QString label;
         ArrowKind kind = ArrowKind::Multipolar;
     };
+    /// A curve in the empty part between the excited levels and the ground.
+    struct Inset
+    {
+        QString title;           ///< of both axes
+        QVector<QPointF> points; ///< by ascending x; empty for no inset
+        QPointF mark;
+    };
     QString title;
     QString columnsTitle; ///< what the names of the columns are; may be empty
     QVector<Column> columns;
     QVector<Arrow> arrows;
+    Inset inset;
 };
 void draw(const LevelDiagram &diagram, const QString &file);
 

@@ -2,12 +2,15 @@
 
 #include "text.h"
 
+#include <LanqorEngine/LanqorSpectroscopicCalculation.h>
 #include <LanqorEngine/LanqorTransferChannels.h>
 #include <LanqorEngine/SpectroscopicResults.h>
+#include <LanqorEngine/YieldInputs.h>
 
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -78,27 +81,28 @@ QString textOfRate(double rate)
         .arg(parts.value(0), plots::superscript(parts.value(1).toInt()));
 }
 
-/// A donor of the scheme among the states of a list.
+/// A donor of the scheme, and its place in the list of states.
 struct NamedDonor
 {
     QString name; ///< as in the names of the channels
-    int number = 0;
+    DonorState state;
 };
 
-/// "T (T₁)": the names of the donors that are state @p number, and its place among the excited
-/// states; empty for a state that is none.
-QString donorLabel(const QVector<NamedDonor> &donors, int number, const QString &state)
+/// "T (T₁)": the names of the donors that are state @p number as it was read, and its place among
+/// the excited states; empty for a state that is none.
+QString donorLabel(const QVector<NamedDonor> &donors, int number, double energy,
+                   const QString &state)
 {
     QStringList names;
     for (const NamedDonor &donor : donors)
-        if (donor.number == number)
+        if (donor.state.number == number && donor.state.energy == energy)
             names.append(donor.name);
     return names.isEmpty() ? QString()
                            : QStringLiteral("%1 (%2)").arg(names.join(QStringLiteral(", ")), state);
 }
 
 /// A column of the excited states that an output lists; those of @p donors bear their names, the
-/// others are drawn up to @p highest.
+/// others are drawn up to @p highest. Donors of given or shifted energy stand beside them.
 LevelDiagram::Column stateColumn(const QString &title, const QString &kind,
                                  const QVector<LigandState> &states, int groundState,
                                  const QVector<NamedDonor> &donors, double highest)
@@ -106,38 +110,36 @@ LevelDiagram::Column stateColumn(const QString &title, const QString &kind,
     LevelDiagram::Column column{title, {}};
     for (int i = groundState; i < states.size(); ++i) {
         const double energy = states.at(i).energy;
-        const QString name = donorLabel(donors, i + 1, numbered(kind, i + 1 - groundState));
+        const QString name = donorLabel(donors, i + 1, energy, numbered(kind, i + 1 - groundState));
         if (!name.isEmpty())
             column.levels.append({energy, label(name, energy)});
         else if (energy <= highest)
             column.levels.append({energy, QString()});
+    }
+    for (const NamedDonor &donor : donors) {
+        const int index = donor.state.number - 1;
+        const bool isRead =
+            index >= 0 && index < states.size() && states.at(index).energy == donor.state.energy;
+        if (!isRead)
+            column.levels.append({donor.state.energy, label(donor.name, donor.state.energy)});
     }
     return column;
 }
 
 void addLigandStates(LevelDiagram &diagram, const SpectroscopicResults &results)
 {
-    const QString singlets = tr("ligand singlets");
-    const QString triplets = tr("ligand triplets");
     const QString S = tr("S");
     const QString T = tr("T");
-    if (results.singlet.number == 0) { // given by hand
-        const double singlet = results.singlet.energy;
-        const double triplet = results.triplet.energy;
-        diagram.columns << LevelDiagram::Column{singlets, {{singlet, label(S, singlet)}}}
-                        << LevelDiagram::Column{triplets, {{triplet, label(T, triplet)}}};
-        return;
-    }
     const double highest = results.singlet.energy + shownAboveDonor;
     const DonorStatesResults &states = results.ligandStates;
     QVector<NamedDonor> donors;
     if (results.considerTwoTriplets)
-        donors.append({tr("Ta"), results.firstTriplet.number});
-    donors.append({T, results.triplet.number});
-    diagram.columns << stateColumn(singlets, S, states.singlets, states.groundState,
-                                   {{S, results.singlet.number}}, highest)
-                    << stateColumn(triplets, T, states.triplets, states.groundState, donors,
-                                   highest);
+        donors.append({tr("Ta"), results.firstTriplet});
+    donors.append({T, results.triplet});
+    diagram.columns << stateColumn(tr("ligand singlets"), S, states.singlets, states.groundState,
+                                   {{S, results.singlet}}, highest)
+                    << stateColumn(tr("ligand triplets"), T, states.triplets, states.groundState,
+                                   donors, highest);
     if (states.groundState > 0)
         diagram.columns[SingletColumn].levels.prepend({0.0, numbered(S, 0)});
 }
@@ -164,9 +166,28 @@ LevelDiagram::Arrow transferArrow(const SpectroscopicResults &results,
                                                              : LevelDiagram::ArrowKind::Multipolar};
 }
 
+/// Calculated triplets are off by up to so much, cm^-1.
+constexpr double insetReach = 2000.0;
+constexpr double insetStep = 50.0;
+
+LevelDiagram::Inset yieldCurve(const SpectroscopicResults &results, const YieldInputs &inputs)
+{
+    LevelDiagram::Inset inset;
+    inset.title = tr("yield / % against T / cm\u207b\u00b9");
+    inset.mark = {results.triplet.energy, results.quantumYield};
+    YieldInputs changed = inputs;
+    for (double offset = -insetReach; offset <= insetReach; offset += insetStep) {
+        changed.triplet.energy = inputs.triplet.energy + offset;
+        const YieldOutcome outcome = LanqorSpectroscopicCalculation::calcYield(changed);
+        if (outcome.error.isEmpty() && std::isfinite(outcome.quantumYield))
+            inset.points.append({results.triplet.energy + offset, outcome.quantumYield});
+    }
+    return inset;
+}
+
 } // namespace
 
-LevelDiagram yieldDiagram(const SpectroscopicResults &results)
+LevelDiagram yieldDiagram(const SpectroscopicResults &results, const YieldInputs &inputs)
 {
     LevelDiagram diagram;
     const QString path =
@@ -175,6 +196,7 @@ LevelDiagram yieldDiagram(const SpectroscopicResults &results)
     diagram.title =
         tr("%1: quantum yield %2 %").arg(source, cli::textOfYield(results.quantumYield));
     addLigandStates(diagram, results);
+    diagram.inset = yieldCurve(results, inputs);
 
     LevelDiagram::Column ion{QString::fromUtf8("Eu³⁺"), {}};
     for (const IonLevel &level : ionLevels()) {
