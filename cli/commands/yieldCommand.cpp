@@ -1,5 +1,6 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "commands/yieldExplanation.h"
 #include "commands/yieldTables.h"
 #include "options/OptionReader.h"
 #include "options/chargeFactorOptions.h"
@@ -183,8 +184,10 @@ int yieldCommand(const QStringList &arguments)
     const SpectroscopicResults results = calculation.getResults();
     for (const QString &warning : results.warnings)
         cli::warn(warning);
-    cli::showResults(options, yieldTables(results), Calculation::makeTables(results),
-                     request.inputFiles());
+    const QString text = request.isExplained
+                             ? yieldExplanation(results, calculation.getYieldInputs())
+                             : yieldTables(results);
+    cli::showResults(options, text, Calculation::makeTables(results), request.inputFiles());
     if (!request.reportFile.isEmpty())
         writeReport(calculation, request);
     if (!request.plotFile.isEmpty())

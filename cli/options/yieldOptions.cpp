@@ -238,6 +238,9 @@ void addOptions(OptionReader &options)
          wavenumber, QStringLiteral("3250")},
         {option("force"),
          tr("Compute also when --excited holds other atoms than the complex, ions aside.")},
+        {option("explain"),
+         tr("Print the road from Omega to the yield in sentences with its numbers, and what other "
+            "triplets and channels would give.")},
         {option("report"), tr("Write the full report to this file."), tr("file")},
     });
 }
@@ -401,6 +404,7 @@ Request read(OptionReader &options, const QStringList &arguments)
                           "without it")
                            .arg(request.etModel));
     request.overlapExponent = number(options, "overlap-exponent", 0.0, 100.0);
+    request.isExplained = options.isSet("explain");
     request.reportFile = options.text("report");
     request.plotFile = plots::readOption(options);
     return request;

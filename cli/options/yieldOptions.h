@@ -48,6 +48,7 @@ struct Request
     bool areChannelsGiven = false;
     bool twoTriplets = false;
     bool isForced = false; ///< whatever the atoms of complex and excited states
+    bool isExplained = false; ///< in sentences instead of tables
     QString reportFile;
     QString plotFile;
 
