@@ -138,9 +138,7 @@ void checkMopacElectrons(const OptionReader &options, const QVector<Coord> &atom
                               "keywords, which make the charge %2")
                                .arg(QString::number(charge), QString::number(state.charge)));
         if (state.charge != charge)
-            warn(tr("--keywords makes the charge of the job %1, that of the file "
-                    "is "
-                    "%2")
+            warn(tr("--keywords makes the charge of the job %1, that of the file is %2")
                      .arg(QString::number(state.charge), QString::number(charge)));
     }
     checkElectrons(atoms, state);
