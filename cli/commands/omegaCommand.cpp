@@ -1,8 +1,8 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "options/OptionReader.h"
-#include "options/atomValues.h"
 #include "options/chargeFactorOptions.h"
+#include "options/chargeFactorSets.h"
 #include "options/complexOptions.h"
 #include "options/showResults.h"
 #include "options/uncertainOptions.h"
@@ -144,51 +144,6 @@ void noteUngroupedAtoms(const AradPartitionResults &partition, const QString &li
                       .arg(ligandFile, others.join(QStringLiteral(", "))));
 }
 
-/// Charge factors and polarisabilities (cm^3) of the atoms by uncertain numbers.
-class ChargeFactorSets
-{
-public:
-    ChargeFactorSets(const cli::OptionReader &options, const cli::UncertainOptions &uncertain,
-                     const LanqorInputData &geometry, const OmegaResults &results)
-        : uncertain(uncertain)
-        , g(results.atoms.size() + 2, 0.0)
-        , alpha(g)
-    {
-        const int coordNumber = results.atoms.size();
-        sourcesOfG =
-            cli::readAtomSources(geometry, coordNumber, QStringLiteral("--g"), options.text("g"));
-        sourcesOfAlpha = cli::readAtomSources(geometry, coordNumber, QStringLiteral("--alpha"),
-                                              options.text("alpha"));
-        for (const OmegaResults::Atom &atom : results.atoms) {
-            g[atom.number] = atom.chargeFactor;
-            alpha[atom.number] = atom.alpha;
-        }
-    }
-
-    /// Gives the values of a set to @p omega; false when it cannot calculate with them.
-    bool calc(LanqorOmega &omega, const QVector<double> &values)
-    {
-        for (int i = 0; i < values.size(); ++i) {
-            const cli::UncertainOptions::Number &number = uncertain.numbers().at(i);
-            const bool isG = number.option == QLatin1String("g");
-            if (!isG && number.option != QLatin1String("alpha"))
-                continue;
-            const QVector<int> &sources = isG ? sourcesOfG : sourcesOfAlpha;
-            for (int atom = 2; atom < sources.size(); ++atom)
-                if (sources.at(atom) == number.entry)
-                    (isG ? g : alpha)[atom] = values.at(i) * (isG ? 1.0 : cm3PerCubicAngstrom);
-        }
-        return omega.setChargeFactorAndAlpha(g, alpha) && omega.calcOmega();
-    }
-
-private:
-    const cli::UncertainOptions &uncertain;
-    QVector<double> g;
-    QVector<double> alpha;
-    QVector<int> sourcesOfG;
-    QVector<int> sourcesOfAlpha;
-};
-
 /// Error bars of Omega and the rates of a finished calculation.
 UncertaintyResults calcUncertainty(const cli::OptionReader &options,
                                    const cli::UncertainOptions &uncertain,
@@ -196,16 +151,16 @@ UncertaintyResults calcUncertainty(const cli::OptionReader &options,
 {
     LanqorUncertainty uncertainty;
     uncertain.prepare(uncertainty);
-    ChargeFactorSets sets(options, uncertain, geometry, results);
-    LanqorOmega omega(nullptr, 0, &geometry);
-    omega.setCoordNumber(results.atoms.size());
+    cli::ChargeFactorSets sets(uncertain, geometry, results.atoms.size(), options.text("g"),
+                               options.text("alpha"));
+    LanqorOmega &omega = sets.omega();
     LanqorSpectroscopicCalculation emission(nullptr);
     emission.setLifeTime(1.0); // any: without one, it would be estimated in vain
     const auto model = [&](const QVector<double> &values) {
         double index = results.refractiveIndex;
         for (const int i : uncertain.numbersOf(QStringLiteral("n")))
             index = values.at(i);
-        if (!sets.calc(omega, values))
+        if (!sets.calc(values))
             return QVector<double>();
         QVector<double> row;
         for (const int lambda : {2, 4, 6})

@@ -2,6 +2,7 @@
 #include "commands/commands.h"
 #include "commands/yieldExplanation.h"
 #include "commands/yieldTables.h"
+#include "commands/yieldVariation.h"
 #include "options/OptionReader.h"
 #include "options/chargeFactorOptions.h"
 #include "options/complexOptions.h"
@@ -123,12 +124,25 @@ void run(Calculation &calculation, const Request &request)
                               "distances of the donor states")};
 }
 
-void writeReport(Calculation &calculation, const Request &request)
+void writeReport(Calculation &calculation, const Request &request, const QString &variations)
 {
     const QString source = request.inputFiles().value(0, tr("(values of the command line)"));
     const QString text = LanqorInputData::LANQORTitle + QStringLiteral("\n\n\n") +
-                         calculation.createOutFileET(source) + calculation.createOutFile(source);
+                         calculation.createOutFileET(source) + calculation.createOutFile(source) +
+                         variations;
     cli::writeFile(request.reportFile, text.toUtf8());
+}
+
+/// The scan if there is one, else the levels.
+void draw(const SpectroscopicResults &results, const YieldInputs &inputs,
+          const YieldVariation &variation, const QString &file)
+{
+    plots::LevelDiagram diagram = yieldDiagram(results, inputs);
+    diagram.title += variation.intervalOfYield();
+    if (variation.scan().axes.isEmpty())
+        plots::draw(diagram, file);
+    else
+        plots::draw(variation.scan(), diagram.title, file);
 }
 
 void warnIfAny(const QString &text)
@@ -162,7 +176,9 @@ void checkResults(const SpectroscopicResults &results)
 int yieldCommand(const QStringList &arguments)
 {
     cli::OptionReader options("yield");
-    Request request = yieldOptions::read(options, arguments);
+    YieldVariation variation(options);
+    Request request = yieldOptions::read(options, variation.read(arguments));
+    variation.check();
     LanqorInputData complex(nullptr, request.complexFile);
     cli::showWarnings(complex);
     const bool hasComplex = !request.complexFile.isEmpty();
@@ -187,11 +203,15 @@ int yieldCommand(const QStringList &arguments)
     const QString text = request.isExplained
                              ? yieldExplanation(results, calculation.getYieldInputs())
                              : yieldTables(results);
-    cli::showResults(options, text, Calculation::makeTables(results), request.inputFiles());
+    QString variations;
+    LanqorResultTables tables = Calculation::makeTables(results);
+    variation.run(calculation, complex, coordNumber, request, variations, tables);
+    cli::showResults(options, text + variations, tables,
+                     request.inputFiles() + variation.inputFiles());
     if (!request.reportFile.isEmpty())
-        writeReport(calculation, request);
+        writeReport(calculation, request, variations);
     if (!request.plotFile.isEmpty())
-        plots::draw(yieldDiagram(results, calculation.getYieldInputs()), request.plotFile);
+        draw(results, calculation.getYieldInputs(), variation, request.plotFile);
     checkResults(results);
     return cli::success;
 }

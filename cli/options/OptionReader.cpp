@@ -100,6 +100,11 @@ QString OptionReader::text(const char *option) const
     return parser.value(QLatin1String(option));
 }
 
+QStringList OptionReader::texts(const char *option) const
+{
+    return parser.values(QLatin1String(option));
+}
+
 double OptionReader::number(const char *option, const std::function<bool(double)> &isAllowed,
                             const QString &needed) const
 {

@@ -39,6 +39,8 @@ public:
     bool isSet(const char *option) const;
     /// Value of an option, or its default.
     QString text(const char *option) const;
+    /// Values of an option that may be given more than once.
+    QStringList texts(const char *option) const;
     /// A number that is allowed; the message tells what is @p needed ("--n needs ...").
     double number(const char *option, const std::function<bool(double)> &isAllowed,
                   const QString &needed) const;

@@ -7,6 +7,7 @@
 #include <memory>
 
 struct AbsorptionResults;
+struct YieldScanResults;
 struct FitAccount;
 struct FitTrace;
 struct IntensitySolutions;
@@ -36,6 +37,9 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv,
 
 /// An absorption spectrum with its transitions.
 void draw(const AbsorptionResults &spectrum, const QString &title, const QString &file);
+
+/// The quantum yield over one input or two, with the values as given marked.
+void draw(const YieldScanResults &scan, const QString &title, const QString &file);
 
 /// Energy levels in columns, and arrows between them.
 struct LevelDiagram

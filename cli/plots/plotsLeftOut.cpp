@@ -27,6 +27,11 @@ void draw(const AbsorptionResults &, const QString &, const QString &)
     refuse();
 }
 
+void draw(const YieldScanResults &, const QString &, const QString &)
+{
+    refuse();
+}
+
 void draw(const LevelDiagram &, const QString &)
 {
     refuse();

@@ -144,19 +144,19 @@ void addIndices(const std::vector<double> &a, const std::vector<double> &b,
                 const std::vector<double> &ab, Quantity &quantity)
 {
     const Spread spread(a, b);
-    double alone = 0.0;
+    double others = 0.0;
     double total = 0.0;
     double count = 0.0;
     for (std::size_t i = 0; i < a.size(); ++i) {
         if (!std::isfinite(a[i]) || !std::isfinite(b[i]) || !std::isfinite(ab[i]))
             continue;
-        alone += (b[i] - spread.mean) * (ab[i] - a[i]);
+        others += 0.5 * (b[i] - ab[i]) * (b[i] - ab[i]);
         total += 0.5 * (a[i] - ab[i]) * (a[i] - ab[i]);
         count += 1.0;
     }
     // What is left of a result that does not vary is rounding.
     const bool varies = std::sqrt(spread.variance) > 1e-12 * std::abs(spread.mean);
-    quantity.firstOrder.append(varies ? alone / count / spread.variance : std::nan(""));
+    quantity.firstOrder.append(varies ? 1.0 - others / count / spread.variance : std::nan(""));
     quantity.total.append(varies ? total / count / spread.variance : std::nan(""));
 }
 
@@ -287,7 +287,8 @@ bool LanqorUncertainty::addInput(const UncertainInput &given)
     if (isUniform)
         input.value = middleOf(input);
     if (!isUniform && !(input.standardDeviation >= 0.0 && std::isfinite(input.standardDeviation)))
-        return d->refuse(tr("%1: a standard deviation is a number not below 0.").arg(input.name));
+        return d->refuse(tr("%1: a standard deviation of %2 cannot be; it is not below 0.")
+                             .arg(input.name, QString::number(input.standardDeviation)));
     if (isUniform && !(input.low <= input.high && std::isfinite(input.high - input.low)))
         return d->refuse(
             tr("%1: the lower limit of a range stands first: %2 is not below %3.")
@@ -311,8 +312,10 @@ bool LanqorUncertainty::addInput(const UncertainInput &given)
         factor.cutShare = distribution.cutShare();
         if (factor.cutShare > mostCut)
             return d->refuse(
-                tr("%1: the range from %2 to %3 holds nothing that can be.")
-                    .arg(input.name, QString::number(input.low), QString::number(input.high)));
+                tr("%1: nothing from %2 to %3 can be; the least possible value is %4, the largest "
+                   "%5.")
+                    .arg(input.name, QString::number(input.low), QString::number(input.high),
+                         QString::number(input.minimum), QString::number(input.maximum)));
         factor.lowest = distribution.quantile(0.025);
         factor.highest = distribution.quantile(0.975);
     }

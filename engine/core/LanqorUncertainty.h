@@ -22,11 +22,11 @@ class LanqorUncertaintyPrivate;
 /// and Quasi-Monte Carlo Methods, Springer 1995, 299) with a fixed seed: the same inputs give the
 /// same results. With d inputs a point has 2d coordinates, those of a sample A and those of a
 /// sample B; A gives medians and intervals. The samples AB(i), which are A with input i from B,
-/// give the share of input i in the variance V: with f centred,
-///     first order  S(i) = mean(f(B) (f(AB(i)) - f(A))) / V
+/// give the shares of input i in the variance V, alone and with all its interactions:
+///     first order  S(i) = 1 - mean((f(B) - f(AB(i)))^2) / 2V
 ///     total        T(i) = mean((f(A) - f(AB(i)))^2) / 2V
-/// (A. Saltelli et al., Comput. Phys. Commun. 181, 259 (2010); M. J. W. Jansen, ibid. 117, 35
-/// (1999)).
+/// (M. J. W. Jansen, Comput. Phys. Commun. 117, 35 (1999); A. Saltelli et al., ibid. 181, 259
+/// (2010), whose other estimator of S is the less certain one for rates over many decades).
 class LANQORENGINE_EXPORT LanqorUncertainty
 {
 public:

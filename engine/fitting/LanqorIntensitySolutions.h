@@ -65,6 +65,11 @@ public:
     static LanqorResultTables makeTables(const IntensitySolutions &solutions, const int &chosen);
     /// Table "solutions" of all of them.
     static LanqorResultTables makeSolutionTable(const IntensitySolutions &solutions);
+    /// Reads the values of @p quantities, one row for each solution, from the CSV of
+    /// makeSolutionTable().
+    /// @return false, with a sentence in @p error, when the file lacks one of them or a number
+    static bool readSolutions(const QString &fileName, const QStringList &quantities,
+                              QVector<QVector<double>> &rows, QString &error);
     /// The ranges, and a line on what is determined.
     static QString makeText(const IntensitySolutions &solutions);
 

@@ -5,6 +5,7 @@
 #include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/LanqorSpectroscopicCalculation.h>
 #include <LanqorEngine/LanqorTransferChannels.h>
+#include <LanqorEngine/LanqorYieldScan.h>
 
 #include <QtTest>
 
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void replacedValues();
     void plainValues();
     void kinetics();
+    void scans();
     void route();
     void readersInsteadOfFiles();
     void twoTriplets();
@@ -301,6 +303,37 @@ void TestSpectroscopic::plainValues()
     YieldInputs unusable = eight.getYieldInputs();
     unusable.minDistance = 0.0;
     QVERIFY(Calculation::calcYield(unusable).error.contains(QStringLiteral("shortest")));
+}
+
+void TestSpectroscopic::scans()
+{
+    const auto yieldOf = [](double tripletEnergy, double index, YieldInputs *inputs) {
+        Calculation calculation(nullptr);
+        setIllustrativeValues(calculation);
+        calculation.setRefractiveIndex(index);
+        calculation.calcArad();
+        calculation.calcQuantumYield(4.5, 5.1, 28000.0, tripletEnergy, calculation.getArad(),
+                                     calculation.getAnrad());
+        if (inputs)
+            *inputs = calculation.getYieldInputs();
+        return calculation.getQuantumYield();
+    };
+    YieldInputs inputs;
+    const double asGiven = yieldOf(20500.0, 1.5, &inputs);
+    LanqorYieldScan scan(inputs);
+    for (const char *wrong :
+         {"triplet-energy=17500:19000:0", "triplet-energy=17500:19000:-500", "n=1:2:1e-7",
+          "n=0.5:2:0.1", "T1=1:2:1", "n=1:2", "n=1:x:1", "lifetime=nan:1:1"})
+        QVERIFY2(!scan.addAxis(QLatin1String(wrong)), wrong);
+    QVERIFY(scan.addAxis(QStringLiteral("triplet-energy=19000:17400:-500")));
+    QVERIFY(scan.addAxis(QStringLiteral("n=1.3:1.6:0.1")));
+    QVERIFY(!scan.addAxis(QStringLiteral("temperature=77:400:100")));
+    const YieldScanResults results = scan.calculate();
+    QCOMPARE(results.asGiven.quantumYield, asGiven);
+    QCOMPARE(results.points.size(), 16);
+    for (int i = 0; i < results.points.size(); ++i)
+        COMPARE_NEAR(results.points.at(i).quantumYield,
+                     yieldOf(19000.0 - 500.0 * (i / 4), 1.3 + 0.1 * (i % 4), nullptr), 1e-9);
 }
 
 void TestSpectroscopic::kinetics()

@@ -1,0 +1,236 @@
+#include "commands/yieldVariation.h"
+
+#include "Command.h"
+#include "options/OptionReader.h"
+#include "options/chargeFactorSets.h"
+#include "options/yieldOptions.h"
+#include "text.h"
+
+#include <LanqorEngine/LanqorIntensitySolutions.h>
+#include <LanqorEngine/LanqorResultTables.h>
+#include <LanqorEngine/LanqorSpectroscopicCalculation.h>
+#include <LanqorEngine/LanqorYieldScan.h>
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <limits>
+#include <memory>
+
+using Calculation = LanqorSpectroscopicCalculation;
+using cli::tr;
+
+namespace {
+
+constexpr double omegaUnitCm2 = 1.0e-20;
+constexpr std::array<int, 3> ranks = {2, 4, 6};
+const auto omegaOption = QStringLiteral("omega");
+const auto omegaEdOption = QStringLiteral("omega-ed");
+
+bool isOmega(const QString &quantity)
+{
+    return quantity.startsWith(omegaOption);
+}
+
+QVector<cli::UncertainOption> uncertainOptions()
+{
+    const QStringList entries = {QStringLiteral("2"), QStringLiteral("4"), QStringLiteral("6")};
+    QVector<cli::UncertainOption> options = cli::uncertainChargeFactors();
+    for (const QString &name : {omegaOption, omegaEdOption})
+        options.append({name, QStringLiteral("1e-20 cm^2"), UncertaintyKind::Normal, 0.0,
+                        std::numeric_limits<double>::infinity(), entries});
+    for (const YieldQuantity &quantity : Calculation::getYieldQuantities()) {
+        if (isOmega(quantity.name))
+            continue;
+        const bool isPositive =
+            quantity.unit == QLatin1String("s^-1") || quantity.name == QLatin1String("lifetime");
+        options.append({quantity.name,
+                        quantity.unit,
+                        isPositive ? UncertaintyKind::LogNormal : UncertaintyKind::Normal,
+                        LanqorYieldScan::leastOf(quantity.name),
+                        LanqorYieldScan::largestOf(quantity.name),
+                        {}});
+    }
+    return options;
+}
+
+/// The quantity of the yield that an uncertain number sets.
+YieldQuantity quantityOf(const cli::UncertainOptions::Number &number)
+{
+    const QString name = isOmega(number.option)
+                             ? number.option + QString::number(ranks.at(std::size_t(number.entry)))
+                             : number.option;
+    for (const YieldQuantity &quantity : Calculation::getYieldQuantities())
+        if (quantity.name == name)
+            return quantity;
+    return {};
+}
+
+void setOmegas(YieldInputs &inputs, const std::function<double(int)> &omega,
+               const std::function<double(int)> &omegaEd)
+{
+    for (const int rank : ranks) {
+        inputs.omega[rank] = omega(rank);
+        inputs.omegaEd[rank] = omegaEd(rank);
+    }
+}
+
+/// What is told of an outcome, with the rates of @p transfers.
+QVector<double> rowOf(const YieldOutcome &outcome, const QVector<TransferResult> &transfers)
+{
+    QVector<double> row = {outcome.quantumYield, outcome.sensitisation, outcome.quantumEfficiency,
+                           outcome.arad, outcome.anrad};
+    for (const TransferResult &transfer : transfers) {
+        const auto slot = std::size_t(transfer.channel.slot);
+        row << outcome.forwardRates.at(slot) << outcome.backwardRates.at(slot);
+    }
+    return row;
+}
+
+QVector<ResultColumn> quantitiesOf(const QVector<TransferResult> &transfers)
+{
+    const auto percent = QStringLiteral("%");
+    const auto rate = QStringLiteral("s^-1");
+    QVector<ResultColumn> quantities = {{QStringLiteral("quantum_yield"), percent},
+                                        {QStringLiteral("sensitisation"), percent},
+                                        {QStringLiteral("quantum_efficiency"), percent},
+                                        {QStringLiteral("radiative_rate"), rate},
+                                        {QStringLiteral("non_radiative_rate"), rate}};
+    for (const TransferResult &transfer : transfers)
+        for (const char *kind : {"transfer_%1", "back_transfer_%1"})
+            quantities.append({QString::fromLatin1(kind).arg(transfer.channel.name), rate});
+    return quantities;
+}
+
+} // namespace
+
+YieldVariation::YieldVariation(cli::OptionReader &options)
+    : options(options)
+    , uncertain(options, uncertainOptions())
+{
+    options.addOption(
+        {QStringLiteral("solutions"),
+         tr("Equally good sets of Omega, as \"lanqor fit omega --solutions\" writes them: error "
+            "bars take one or another of them in place of Omega."),
+         tr("file")});
+    options.addOption({QStringLiteral("scan"),
+                       tr("Vary an input, NAME=FROM:TO:STEP, such as "
+                          "--scan triplet-energy=17500:21000:50 or temperature=77:400:10; given "
+                          "twice, a map. Names are those of options of one number, and omega2 to "
+                          "omega-ed6; --csv takes all points, --plot draws them."),
+                       tr("range")});
+}
+
+QStringList YieldVariation::inputFiles() const
+{
+    return options.isSet("solutions") ? QStringList{options.text("solutions")} : QStringList();
+}
+
+void YieldVariation::check()
+{
+    if (options.isSet("solutions")) {
+        for (const char *option : {"omega", "omega-ed", "g", "alpha"})
+            if (!uncertain.numbersOf(QLatin1String(option)).isEmpty())
+                options.refuse(tr("--solutions gives the spread of Omega; uncertain numbers in "
+                                  "--%1 do not go with it")
+                                   .arg(QLatin1String(option)));
+        QStringList columns;
+        for (const char *column : {"omega_%1", "ed_share_of_omega_%1"})
+            for (const int rank : ranks)
+                columns.append(QString::fromLatin1(column).arg(rank));
+        QString error;
+        if (!LanqorIntensitySolutions::readSolutions(options.text("solutions"), columns, solutions,
+                                                     error))
+            throw cli::Failure{QStringLiteral("--solutions ") + error};
+        for (QVector<double> &row : solutions)
+            for (int i = 0; i < int(ranks.size()); ++i)
+                row[i + int(ranks.size())] *= row.at(i); // Omega-ED by its share
+    } else {
+        uncertain.check();
+    }
+}
+
+UncertaintyResults YieldVariation::calcUncertainty(const Calculation &calculation,
+                                                   LanqorInputData &complex, int coordNumber,
+                                                   const yieldOptions::Request &request) const
+{
+    LanqorUncertainty uncertainty;
+    uncertain.prepare(uncertainty);
+    if (!solutions.isEmpty())
+        uncertainty.addEnsemble(QStringLiteral("solutions"), solutions);
+    QVector<YieldQuantity> quantities;
+    for (const cli::UncertainOptions::Number &number : uncertain.numbers())
+        quantities.append(quantityOf(number));
+    const bool varyFactors = !uncertain.numbersOf(QStringLiteral("g")).isEmpty() ||
+                             !uncertain.numbersOf(QStringLiteral("alpha")).isEmpty();
+    std::unique_ptr<cli::ChargeFactorSets> factors;
+    if (varyFactors)
+        factors = std::make_unique<cli::ChargeFactorSets>(uncertain, complex, coordNumber,
+                                                          request.g, request.alpha);
+    QVector<TransferResult> transfers;
+    for (const TransferResult &transfer : calculation.getResults().transfers)
+        if (transfer.takesPart)
+            transfers.append(transfer);
+    const YieldInputs asGiven = calculation.getYieldInputs();
+    int impossible = 0;
+    int sets = 0;
+    const auto model = [&](const QVector<double> &values) {
+        YieldInputs inputs = asGiven;
+        if (factors) {
+            if (!factors->calc(values))
+                return QVector<double>();
+            setOmegas(
+                inputs, [&](int rank) { return factors->omega().getOmega(rank); },
+                [&](int rank) { return factors->omega().getOmegaED(rank); });
+        }
+        for (int i = 0; i < quantities.size(); ++i)
+            if (quantities.at(i).set)
+                quantities.at(i).set(inputs, values.at(i));
+        if (!solutions.isEmpty()) {
+            const auto at = [&](int place) {
+                return values.at(quantities.size() + place) * omegaUnitCm2;
+            };
+            setOmegas(
+                inputs, [&](int rank) { return at(rank / 2 - 1); },
+                [&](int rank) { return at(rank / 2 - 1 + int(ranks.size())); });
+        }
+        const YieldOutcome outcome = Calculation::calcYield(inputs);
+        if (!outcome.error.isEmpty())
+            return QVector<double>();
+        ++sets;
+        impossible += int(outcome.anrad < 0.0);
+        return rowOf(outcome, transfers);
+    };
+    UncertaintyResults results = uncertainty.calculate(
+        quantitiesOf(transfers), rowOf(Calculation::calcYield(asGiven), transfers), model);
+    cli::addImpossibleLifetimes(results, impossible, sets);
+    return results;
+}
+
+void YieldVariation::run(const Calculation &calculation, LanqorInputData &complex, int coordNumber,
+                         const yieldOptions::Request &request, QString &text,
+                         LanqorResultTables &tables)
+{
+    if (!uncertain.isEmpty() || !solutions.isEmpty()) {
+        const UncertaintyResults results =
+            calcUncertainty(calculation, complex, coordNumber, request);
+        cli::addErrorBars(results, text, tables);
+        const UncertaintyResults::Quantity &yield = results.quantities.first();
+        yieldInterval = tr(" (68 %: %1 to %2 %)")
+                            .arg(cli::textOfYield(yield.low68), cli::textOfYield(yield.high68));
+    }
+    if (!options.isSet("scan"))
+        return;
+    LanqorYieldScan scan(calculation.getYieldInputs());
+    for (const QString &axis : options.texts("scan"))
+        if (!scan.addAxis(axis))
+            options.refuse(QStringLiteral("--scan ") + scan.getLastError());
+    scanResults = scan.calculate();
+    const auto &points = scanResults.points;
+    if (std::all_of(points.begin(), points.end(), [&points](const YieldScanResults::Point &point) {
+            return point.quantumYield == points.first().quantumYield;
+        }))
+        cli::note(tr("--scan: the yield does not depend on that"));
+    text += LanqorYieldScan::makeText(scanResults);
+    tables.append(LanqorYieldScan::makeTables(scanResults));
+}
