@@ -93,6 +93,12 @@ void setDonors(Calculation &calculation, const Request &request)
     calculation.setFirstTripletRL(request.rlFirstTriplet);
     calculation.setTripletShift(request.tripletShift);
     calculation.setMinDistanceLnLigand(request.minDistance);
+    const YieldInputs inputs = calculation.getYieldInputs();
+    const double triplet = inputs.triplet.energy + request.tripletShift;
+    if (request.tripletShift < 0.0 && triplet < yieldOptions::lowestEnergy)
+        throw cli::Failure{tr("--t1-shift %1 would put the triplet at %2 cm^-1; none lies below %3")
+                               .arg(QString::number(request.tripletShift), QString::number(triplet),
+                                    QString::number(yieldOptions::lowestEnergy))};
 }
 
 void run(Calculation &calculation, const Request &request)
@@ -121,7 +127,7 @@ void run(Calculation &calculation, const Request &request)
         cli::failOf(calculation);
     if (!std::isfinite(calculation.getQuantumYield()))
         throw cli::Failure{tr("the rate equations have no finite solution: check energies and "
-                              "distances of the donor states")};
+                              "distances of the donor states, channels and kinetic constants")};
 }
 
 void writeReport(Calculation &calculation, const Request &request, const QString &variations)

@@ -18,8 +18,8 @@ struct RateOption
 };
 
 constexpr RateOption rateOptions[] = {
-    {"excitation-rate", "Excitation S0 -> S", &KineticParameters::excitation,
-     &KineticParameters::excitation},
+    {"excitation-rate", "Excitation S0 -> S, which changes populations but not the yield",
+     &KineticParameters::excitation, &KineticParameters::excitation},
     {"singlet-decay", "Decay S -> S0", &KineticParameters::singletDecay,
      &KineticParameters::singletDecay},
     {"intersystem-crossing", "Crossing from S to the triplet, or to each of two",

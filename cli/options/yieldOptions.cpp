@@ -253,7 +253,7 @@ double given(const OptionReader &options, const char *name, double minimum, doub
 
 double givenEnergy(const OptionReader &options, const char *name)
 {
-    return given(options, name, 1000.0, 200000.0);
+    return given(options, name, lowestEnergy, 200000.0);
 }
 
 double givenDistance(const OptionReader &options, const char *name)

@@ -16,6 +16,9 @@ class OptionReader;
 /// The command line of "lanqor yield".
 namespace yieldOptions {
 
+/// Of a donor state, cm^-1.
+constexpr double lowestEnergy = 1000.0;
+
 /// What is asked for: energies in cm^-1, distances in Angstrom, Omega in 1e-20 cm^2.
 struct Request
 {

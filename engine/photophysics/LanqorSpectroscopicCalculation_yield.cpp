@@ -160,7 +160,7 @@ LanqorSpectroscopicCalculationPrivate::reasonAgainst(const Transfer &request,
             !(formulas.minDistance > 0.0))
             return tr("Energy-transfer models 0 and 1 need the shortest ion-ligand "
                       "distance, which is missing: no output of an excited-state "
-                      "calculation has been read. Model 2 works without it.");
+                      "calculation has been read, and none is given. Model 2 works without it.");
     }
     return QString();
 }

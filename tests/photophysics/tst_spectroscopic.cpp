@@ -293,12 +293,14 @@ void TestSpectroscopic::plainValues()
         YieldInputs inputs = two.getYieldInputs();
         inputs.etModel = 1;
         inputs.lifeTime = 0.4e-3;
+        inputs.kinetics.lowerCascade = 10.0; // as slow as the return from 5D1
         const double before = Calculation::calcYield(inputs).quantumYield;
         quantity.set(inputs, quantity.get(inputs) * 1.01 + 1.0);
-        const bool isIdle = quantity.name == QLatin1String("omega-ed6") ||
-                            quantity.name == QLatin1String("omega-ed2");
-        QVERIFY2((Calculation::calcYield(inputs).quantumYield == before) == isIdle,
-                 qPrintable(quantity.name));
+        const QStringList idle = {QStringLiteral("omega-ed2"), QStringLiteral("omega-ed6"),
+                                  QStringLiteral("excitation-rate")};
+        const double change = Calculation::calcYield(inputs).quantumYield / before - 1.0;
+        QVERIFY2((std::abs(change) < 1e-12) == idle.contains(quantity.name),
+                 qPrintable(QStringLiteral("%1 %2").arg(quantity.name).arg(change)));
     }
     YieldInputs unusable = eight.getYieldInputs();
     unusable.minDistance = 0.0;
