@@ -79,20 +79,45 @@ QString additions(const FitAccount &account, const IntensitySolutions &solutions
 /// Refuses negative weights of pesos.txt.
 void checkWeights(double weight2, double weight4);
 
+/// A new object, set up with the common options.
+template <class Fit>
+std::unique_ptr<Fit> makeIntensityFit(const IntensityFitOptions &options,
+                                      const IntensityFitKind<Fit> &kind)
+{
+    std::unique_ptr<Fit> fit = kind.makeFit();
+    fit->setOmegaExp(options.omega2 * omegaUnitCm2, options.omega4 * omegaUnitCm2);
+    fit->setRefractiveIndex(options.refractiveIndex);
+    fit->setOmegaPrintingOptions(options.sections);
+    if (!options.weights.isEmpty())
+        fit->setWeights(options.weights.at(0), options.weights.at(1));
+    return fit;
+}
+
+/// Writes the report of a fit at its best point, and the additions behind it.
+template <class Fit, class Results>
+void concludeIntensityFit(const IntensityFitOptions &options, Fit &fit,
+                          IntensityFitOutcome<Results> &outcome)
+{
+    showMessages(fit);
+    fit.setLastError(QString());
+    fit.endOfParametrization();
+    const qint64 points = outcome.results.points;
+    outcome.results = fit.getResults();
+    if (fit.getReport().isEmpty())
+        failOf(fit);
+    outcome.results.points = points;
+    outcome.results.report += QLatin1Char('\n') + additions(outcome.account, outcome.solutions,
+                                                            options.choice, outcome.chosen);
+    outcome.isReportWritten =
+        !options.report.isEmpty() && writeFile(options.report, outcome.results.report.toUtf8());
+}
+
 /// Runs a fit from each of its starting vectors and writes the report of the chosen solution.
 template <class Fit>
 auto runIntensityFit(const OptionReader &reader, IntensityFitOptions &options,
                      const IntensityFitKind<Fit> &kind)
 {
-    const auto makeFit = [&] {
-        std::unique_ptr<Fit> fit = kind.makeFit();
-        fit->setOmegaExp(options.omega2 * omegaUnitCm2, options.omega4 * omegaUnitCm2);
-        fit->setRefractiveIndex(options.refractiveIndex);
-        fit->setOmegaPrintingOptions(options.sections);
-        if (!options.weights.isEmpty())
-            fit->setWeights(options.weights.at(0), options.weights.at(1));
-        return fit;
-    };
+    const auto makeFit = [&] { return makeIntensityFit(options, kind); };
     const std::unique_ptr<Fit> model = makeFit();
     const QVector<FitParameter> prescribed = model->getParameters();
     if (prescribed.isEmpty())
@@ -155,17 +180,8 @@ auto runIntensityFit(const OptionReader &reader, IntensityFitOptions &options,
             fit->runParametrization(vector.size(), x);
         }
     }
-    showMessages(*fit);
-    fit->setLastError(QString());
-    fit->endOfParametrization();
-    outcome.results = fit->getResults();
-    if (fit->getReport().isEmpty())
-        failOf(*fit);
     outcome.results.points = points;
-    outcome.results.report += QLatin1Char('\n') + additions(outcome.account, outcome.solutions,
-                                                            options.choice, outcome.chosen);
-    outcome.isReportWritten =
-        !options.report.isEmpty() && writeFile(options.report, outcome.results.report.toUtf8());
+    concludeIntensityFit(options, *fit, outcome);
     return outcome;
 }
 

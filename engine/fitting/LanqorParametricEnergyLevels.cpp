@@ -87,7 +87,7 @@ LanqorParametricEnergyLevels::~LanqorParametricEnergyLevels() = default;
 QString LanqorParametricEnergyLevels::findFileFault(const QString &fileName)
 {
     return fitFiles::hasHeading(fileName)
-               ? QString()
+               ? fitFiles::measuredDeviationFault(fileName)
                : tr("%1: the first line is a level, but it is taken as a heading and skipped; put "
                     "a heading line before it")
                      .arg(fileName);

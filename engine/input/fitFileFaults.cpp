@@ -12,9 +12,9 @@ namespace fitFiles {
 
 namespace {
 
-/// What the fields of a line have to be: a letter for each, w a word, i a whole number, d a number;
-/// the letter before * stands for any number of fields, none included; those behind | may be left
-/// out together.
+/// What the fields of a line have to be: a letter for each, w a word, i a whole number, d a number,
+/// p a positive one; the letter before * stands for any number of fields, none included; those
+/// behind | may be left out together.
 struct LineForm
 {
     const char *extension;
@@ -22,7 +22,7 @@ struct LineForm
 };
 
 constexpr LineForm lineForms[] = {
-    {".groups", "wi*"}, {".exp", "iddd|dd"}, {".limits", "wdd"}, {".chargefactors", "wi*d"}};
+    {".groups", "wi*"}, {".exp", "iddd|pp"}, {".limits", "wdd"}, {".chargefactors", "wi*d"}};
 
 QString tr(const char *text)
 {
@@ -64,6 +64,10 @@ QString lineFault(const LineForm &form, const QStringList &fields)
             fields.at(i).toInt(&ok);
         else if (letters.at(i) == 'd')
             fields.at(i).toDouble(&ok);
+        else if (letters.at(i) == 'p')
+            ok = fields.at(i).toDouble() > 0.0;
+        if (!ok && letters.at(i) == 'p')
+            return tr("\"%1\" is no positive standard deviation and counts as 1").arg(fields.at(i));
         if (!ok)
             return letters.at(i) == 'i'
                        ? tr("\"%1\" is no whole number and counts as 0").arg(fields.at(i))
@@ -93,6 +97,29 @@ QStringList starkFitFaults(const QString &baseName)
         }
     }
     return faults;
+}
+
+QString measuredDeviationFault(const QString &fileName)
+{
+    LineReader reader(fileName);
+    if (!reader.open())
+        return QString();
+    while (reader.next()) {
+        const QStringList fields =
+            textOf(reader).simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        const auto told = std::find_if(
+            fields.begin() + std::min(1, int(fields.size())), fields.end(),
+            [](const QString &field) { return field.startsWith(QLatin1String("+-")); });
+        if (told == fields.end() || reader.lineNumber() == 1)
+            continue;
+        const QString number =
+            told->size() > 2 || told + 1 == fields.end() ? told->mid(2) : *(told + 1);
+        if (!(number.toDouble() > 0.0) || fields.last().startsWith(QLatin1String("+-")))
+            return tr("%1, line %2: \"+-\" needs a positive standard deviation in cm^-1 between "
+                      "label and energy, as in 4I11/2 +-5 2007")
+                .arg(fileName, QString::number(reader.lineNumber()));
+    }
+    return QString();
 }
 
 bool hasHeading(const QString &fileName)

@@ -15,4 +15,7 @@ QStringList starkFitFaults(const QString &baseName);
 /// heading whatever it holds.
 bool hasHeading(const QString &fileName);
 
+/// The first standard deviation in a file of measured levels that is none; empty without one.
+QString measuredDeviationFault(const QString &fileName);
+
 } // namespace fitFiles
