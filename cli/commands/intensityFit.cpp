@@ -1,7 +1,13 @@
 #include "commands/intensityFit.h"
 
+#include "options/statePrograms.h"
 #include "plots/plots.h"
 #include "text.h"
+
+#include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorRL.h>
+#include <LanqorEngine/LanqorSpectroscopicCalculation.h>
+#include <LanqorEngine/YieldInputs.h>
 
 #include <QFileInfo>
 
@@ -16,6 +22,27 @@ namespace {
 double asEntered(double omega)
 {
     return QString::number(omega / omegaUnitCm2, 'g', 15).toDouble();
+}
+
+/// What a yield depends on besides the intensity parameters.
+YieldInputs yieldInputs(const IntensityFitOptions &options)
+{
+    constexpr double msPerSecond = 1000.0;
+    LanqorInputData states(nullptr, options.excited);
+    const StateProgram *program = stateProgramOf(states);
+    if (!program)
+        throw Failure{unknownProgram(options.excited)};
+    LanqorSpectroscopicCalculation calculation(nullptr, 0, program->type, options.geometry.get(),
+                                               QString(), &states, 0, 0);
+    if (!calculation.getLastError().isEmpty())
+        failOf(calculation);
+    const LanqorRL *donors = calculation.getRLCalculation();
+    const QString mismatch = donors ? donors->getCompositionMismatch(*options.geometry) : QString();
+    if (!mismatch.isEmpty())
+        throw Failure{tr("--excited %1: %2").arg(options.excited, mismatch)};
+    calculation.setLifeTime(options.lifetimeMs / msPerSecond);
+    calculation.setETModel(2);
+    return calculation.getYieldInputs();
 }
 
 } // namespace
@@ -89,9 +116,13 @@ sampleSolutions(const IntensityFitOptions &options,
         options.deviation2 > 0.0 ? 1.0 : printedExcess * std::max(weights.at(0), weights.at(1)));
     solutions.setRefractiveIndex(options.refractiveIndex);
     solutions.setLigandAtomsByLigandVector(options.ligands);
+    if (!options.excited.isEmpty())
+        solutions.setYieldInputs(yieldInputs(options));
     const IntensitySolutions sample = solutions.sample(known, sampleSize);
     if (!sample.groupError.isEmpty())
         throw Failure{tr("--ligands: %1").arg(sample.groupError)};
+    if (!sample.yieldError.isEmpty())
+        throw Failure{tr("--excited %1: %2").arg(options.excited, sample.yieldError)};
     if (!options.solutions.isEmpty())
         writeFile(options.solutions, LanqorIntensitySolutions::makeSolutionTable(sample).toCsv());
     return sample;

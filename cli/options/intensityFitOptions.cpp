@@ -112,6 +112,12 @@ void addIntensityFitOptions(OptionReader &reader)
     });
     reader.addOptions({
         ligandsOption(),
+        {QStringLiteral("excited"),
+         tr("Output of ORCA, Gaussian or ZINDO with the excited states of the ligands: the ranges "
+            "of transfer rates, efficiency and yield as \"lanqor yield\" has them by default."),
+         tr("file")},
+        {QStringLiteral("lifetime"),
+         tr("Measured lifetime of 5D0 for these, ms; estimated unless given."), tr("ms")},
         {QStringLiteral("solutions"),
          tr("Write a sample of the equally good solutions to this file, as CSV."), tr("file")},
         {QStringLiteral("choose"),
@@ -139,6 +145,11 @@ IntensityFitOptions readIntensityFitOptions(const OptionReader &reader)
     options.solutions = reader.outputFile("solutions");
     options.choice = readChoice(reader);
     options.ligands = readLigands(reader);
+    options.excited = reader.text("excited");
+    if (reader.isSet("lifetime"))
+        options.lifetimeMs = reader.number(
+            "lifetime", [](double ms) { return ms > 0.0 && ms < 1.0e6; },
+            tr("the measured lifetime in ms"));
     options.fit = readFitOptions(reader, defaultStarts);
     options.refractiveIndex = readRefractiveIndex(reader);
     options.sections = sectionsOf(reader.text("print"));

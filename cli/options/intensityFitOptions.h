@@ -28,8 +28,10 @@ struct IntensityFitOptions
     QString report; ///< empty: standard output
     OmegaPrintingOptions sections;
     QStringList ligands;
-    QString solutions; ///< file of --solutions
-    QString choice;    ///< "best", "central" or a number
+    QString excited;         ///< output with the donor states; empty: no yields
+    double lifetimeMs = 0.0; ///< measured, of 5D0; 0: estimated
+    QString solutions;       ///< file of --solutions
+    QString choice;          ///< "best", "central" or a number
     FitOptions fit;
 };
 

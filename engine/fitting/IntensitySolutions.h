@@ -26,4 +26,5 @@ struct IntensitySolutions
     int central = 0;               ///< set nearest to the middles of the ranges, relative to these
     double tolerance = 0.0;        ///< largest excess of a response over the best
     QString groupError;            ///< why groups of atoms that were given cannot be used
+    QString yieldError;            ///< why there are no yields although their inputs were given
 };

@@ -6,7 +6,9 @@
 
 #include <LanqorEngine/LanqorOmega.h>
 #include <LanqorEngine/LanqorResultTables.h>
+#include <LanqorEngine/LanqorSpectroscopicCalculation.h>
 #include <LanqorEngine/OmegaResults.h>
+#include <LanqorEngine/YieldInputs.h>
 
 #include <Eigen/Dense>
 
@@ -14,6 +16,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <optional>
 #include <random>
 
@@ -75,6 +78,7 @@ public:
     double tolerance = 5.0e-5;
     double refractiveIndex = 1.5;
     QStringList ligands;
+    std::optional<YieldInputs> yieldInputs;
 };
 
 LanqorIntensitySolutions::LanqorIntensitySolutions(LanqorInputData *geometry,
@@ -121,6 +125,11 @@ void LanqorIntensitySolutions::setRefractiveIndex(const double &index)
 void LanqorIntensitySolutions::setLigandAtomsByLigandVector(const QStringList &ligands)
 {
     d->ligands = ligands;
+}
+
+void LanqorIntensitySolutions::setYieldInputs(const YieldInputs &inputs)
+{
+    d->yieldInputs = inputs;
 }
 
 std::unique_ptr<LanqorOmega> LanqorIntensitySolutionsPrivate::makeOmega() const
@@ -365,6 +374,23 @@ QVector<double> LanqorIntensitySolutionsPrivate::describe(LanqorOmega &omega, co
             share.rate);
     for (const AradPartitionResults::GroupShare &share : results.partition.groups)
         add(QStringLiteral("rate_of_ligand_%1").arg(share.group.name), "s^-1", share.rate);
+    if (!yieldInputs)
+        return values;
+    YieldInputs inputs = *yieldInputs;
+    inputs.omega = results.omega;
+    inputs.omegaEd = results.omegaED;
+    inputs.refractiveIndex = refractiveIndex;
+    const YieldOutcome yield = LanqorSpectroscopicCalculation::calcYield(inputs);
+    solutions.yieldError = yield.error;
+    constexpr int transitions = 5; // from each donor: to 5D4, 5G6, 5L6, 5D1, 5D0
+    constexpr int firstOfTriplet = 10;
+    const auto rates = yield.forwardRates.begin();
+    add(QStringLiteral("transfer_from_singlet"), "s^-1",
+        std::accumulate(rates, rates + transitions, 0.0));
+    add(QStringLiteral("transfer_from_triplet"), "s^-1",
+        std::accumulate(rates + firstOfTriplet, rates + firstOfTriplet + transitions, 0.0));
+    add(QStringLiteral("quantum_efficiency"), "%", yield.quantumEfficiency);
+    add(QStringLiteral("quantum_yield"), "%", yield.quantumYield);
     return values;
 }
 

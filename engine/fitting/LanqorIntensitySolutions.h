@@ -14,6 +14,7 @@
 class LanqorInputData;
 class LanqorIntensitySolutionsPrivate;
 class LanqorResultTables;
+struct YieldInputs;
 
 /// The set of equally good solutions of a fit to measured Omega(2) and Omega(4), which leave most
 /// of several g and alpha open: a sample of it, and the ranges of the parameters and of what
@@ -56,6 +57,11 @@ public:
     void setRefractiveIndex(const double &index);
     /// Groups of atoms for the partition, see LanqorAradPartition::setLigandsVector().
     void setLigandAtomsByLigandVector(const QStringList &ligands);
+
+    /// The other inputs of a quantum yield, of which those that follow from a solution, Omega and
+    /// the refractive index, are replaced: with them transfer rates, efficiency and yield are told
+    /// too. Their fault is in the error of the solutions.
+    void setYieldInputs(const YieldInputs &inputs);
 
     /// Samples @p count solutions, the ones among the vectors @p known included. Fewer only when
     /// the bounds leave no way.
