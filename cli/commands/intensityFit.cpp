@@ -29,6 +29,7 @@ YieldInputs yieldInputs(const IntensityFitOptions &options)
 {
     constexpr double msPerSecond = 1000.0;
     LanqorInputData states(nullptr, options.excited);
+    states.setKeepFileOpen(true);
     const StateProgram *program = stateProgramOf(states);
     if (!program)
         throw Failure{unknownProgram(options.excited)};

@@ -472,7 +472,7 @@ QString LanqorIntensitySolutions::makeText(const IntensitySolutions &solutions)
     QString text = QStringLiteral(" Equally good solutions\n\n"
                                   "  A sample of %1 sets whose response is at most %2 above the "
                                   "best one's.\n\n"
-                                  "  quantity               smallest     largest\n")
+                                  "  quantity                    smallest     largest\n")
                        .arg(QString::number(solutions.sets.size()),
                             QString::number(solutions.tolerance, 'g', 3));
     QStringList determined;
@@ -480,7 +480,7 @@ QString LanqorIntensitySolutions::makeText(const IntensitySolutions &solutions)
     for (const IntensitySolutions::Quantity &quantity : solutions.quantities) {
         (quantity.isDetermined ? determined : open).append(quantity.name);
         text += QStringLiteral("  %1 %2%3")
-                    .arg(quantity.name.leftJustified(19),
+                    .arg(quantity.name.leftJustified(24),
                          QString::number(quantity.minimum, 'g', 5).rightJustified(11),
                          QString::number(quantity.maximum, 'g', 5).rightJustified(12));
         if (quantity.unit != QLatin1String("1"))
