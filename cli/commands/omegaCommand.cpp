@@ -6,6 +6,7 @@
 #include "options/complexOptions.h"
 #include "options/showResults.h"
 #include "options/uncertainOptions.h"
+#include "plots/plots.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
@@ -13,6 +14,8 @@
 #include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/LanqorSpectroscopicCalculation.h>
 #include <LanqorEngine/OmegaResults.h>
+
+#include <QFileInfo>
 
 namespace {
 
@@ -77,11 +80,13 @@ struct ReportRequest
     OmegaPrintingOptions options;
     QString ligandFile;
     QStringList ligands;
+    QString plotFile; ///< of the error bars
 };
 
 ReportRequest readReportRequest(const cli::OptionReader &options)
 {
     ReportRequest request;
+    request.plotFile = plots::readOption(options);
     request.ligandFile = options.text("ligands");
     request.fileName = options.text("report");
     request.isWanted =
@@ -203,9 +208,11 @@ void show(const cli::OptionReader &options, const cli::UncertainOptions &uncerta
     QString text = summary(results);
     QString errorBars;
     LanqorResultTables tables = LanqorOmega::makeTables(results);
-    if (!uncertain.isEmpty())
-        cli::addErrorBars(calcUncertainty(options, uncertain, geometry, results), errorBars,
-                          tables);
+    UncertaintyResults uncertainty;
+    if (!uncertain.isEmpty()) {
+        uncertainty = calcUncertainty(options, uncertain, geometry, results);
+        cli::addErrorBars(uncertainty, errorBars, tables);
+    }
     if (request.isWanted) {
         QString report = omega.createOutFile(QString());
         if (report.isEmpty())
@@ -219,6 +226,8 @@ void show(const cli::OptionReader &options, const cli::UncertainOptions &uncerta
     if (!request.isWanted || !request.fileName.isEmpty())
         text += errorBars;
     cli::showResults(options, text, tables, inputFiles);
+    if (!request.plotFile.isEmpty())
+        plots::draw(uncertainty, QFileInfo(results.geometryFile).fileName(), request.plotFile);
 }
 
 } // namespace
@@ -229,6 +238,7 @@ int omegaCommand(const QStringList &arguments)
     addOptions(options);
     cli::UncertainOptions uncertain(options, cli::uncertainChargeFactors()
                                                  << cli::uncertainRefractiveIndex());
+    uncertain.addPlotOption();
     options.addResultOptions();
     options.parse(uncertain.read(arguments));
     uncertain.check();

@@ -5,11 +5,14 @@
 #include "options/plausibility.h"
 #include "options/showResults.h"
 #include "options/uncertainOptions.h"
+#include "plots/plots.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorOmegaExp.h>
 #include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/OmegaExpResults.h>
+
+#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
@@ -300,9 +303,11 @@ int omegaExpCommand(const QStringList &arguments)
     cli::OptionReader options("omega-exp");
     addOptions(options);
     cli::UncertainOptions uncertain(options, uncertainOptions());
+    uncertain.addPlotOption();
     options.addResultOptions();
     options.parse(uncertain.read(arguments));
     uncertain.check();
+    const QString plot = plots::readOption(options);
     if (int(options.isSet("spectrum")) + int(options.isSet("areas")) + options.files().size() != 1)
         options.refuse(tr("omega-exp needs either --spectrum FILE, or a table FILE, or --areas "
                           "with --barycentres; see \"lanqor omega-exp --help\""));
@@ -328,12 +333,17 @@ int omegaExpCommand(const QStringList &arguments)
         cli::failOf(calculation);
     const OmegaExpResults results = calculation.getResults();
     LanqorResultTables tables = LanqorOmegaExp::makeTables(results);
-    if (!uncertain.isEmpty())
-        cli::addErrorBars(calcUncertainty(options, uncertain, results), report, tables);
+    UncertaintyResults errorBars;
+    if (!uncertain.isEmpty()) {
+        errorBars = calcUncertainty(options, uncertain, results);
+        cli::addErrorBars(errorBars, report, tables);
+    }
     const QString spectrum = options.text("spectrum");
     cli::showResults(options, report, tables,
                      spectrum.isEmpty() ? options.files() : QStringList{spectrum});
     if (options.isSet("report"))
         cli::writeFile(options.text("report"), report.toUtf8());
+    if (!plot.isEmpty())
+        plots::draw(errorBars, QFileInfo(results.fileName).fileName(), plot);
     return cli::success;
 }

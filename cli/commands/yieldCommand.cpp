@@ -148,7 +148,7 @@ void draw(const SpectroscopicResults &results, const YieldInputs &inputs,
     if (variation.scan().axes.isEmpty())
         plots::draw(diagram, file);
     else
-        plots::draw(variation.scan(), diagram.title, file);
+        plots::draw(variation.scan(), variation.errorBars(), diagram.title, file);
 }
 
 void warnIfAny(const QString &text)

@@ -207,17 +207,22 @@ UncertaintyResults YieldVariation::calcUncertainty(const Calculation &calculatio
     return results;
 }
 
+QString YieldVariation::intervalOfYield() const
+{
+    if (uncertaintyResults.quantities.isEmpty())
+        return QString();
+    const UncertaintyResults::Quantity &yield = uncertaintyResults.quantities.first();
+    return tr(" (68 %: %1 to %2 %)")
+        .arg(cli::textOfYield(yield.low68), cli::textOfYield(yield.high68));
+}
+
 void YieldVariation::run(const Calculation &calculation, LanqorInputData &complex, int coordNumber,
                          const yieldOptions::Request &request, QString &text,
                          LanqorResultTables &tables)
 {
     if (!uncertain.isEmpty() || !solutions.isEmpty()) {
-        const UncertaintyResults results =
-            calcUncertainty(calculation, complex, coordNumber, request);
-        cli::addErrorBars(results, text, tables);
-        const UncertaintyResults::Quantity &yield = results.quantities.first();
-        yieldInterval = tr(" (68 %: %1 to %2 %)")
-                            .arg(cli::textOfYield(yield.low68), cli::textOfYield(yield.high68));
+        uncertaintyResults = calcUncertainty(calculation, complex, coordNumber, request);
+        cli::addErrorBars(uncertaintyResults, text, tables);
     }
     if (!options.isSet("scan"))
         return;
@@ -227,7 +232,8 @@ void YieldVariation::run(const Calculation &calculation, LanqorInputData &comple
             options.refuse(QStringLiteral("--scan ") + scan.getLastError());
     scanResults = scan.calculate();
     const auto &points = scanResults.points;
-    if (std::all_of(points.begin(), points.end(), [&points](const YieldScanResults::Point &point) {
+    if (points.size() > 1 &&
+        std::all_of(points.begin(), points.end(), [&points](const YieldScanResults::Point &point) {
             return point.quantumYield == points.first().quantumYield;
         }))
         cli::note(tr("--scan: the yield does not depend on that"));

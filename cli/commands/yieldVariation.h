@@ -36,8 +36,10 @@ public:
     QStringList inputFiles() const;
     /// Empty without a scan.
     const YieldScanResults &scan() const { return scanResults; }
+    /// Without quantities when nothing is uncertain.
+    const UncertaintyResults &errorBars() const { return uncertaintyResults; }
     /// " (68 %: 20.1 to 31.5 %)" for the title of a picture; empty without error bars.
-    QString intervalOfYield() const { return yieldInterval; }
+    QString intervalOfYield() const;
 
 private:
     UncertaintyResults calcUncertainty(const LanqorSpectroscopicCalculation &calculation,
@@ -48,5 +50,5 @@ private:
     cli::UncertainOptions uncertain;
     QVector<QVector<double>> solutions; // rows of Omega and Omega-ED, 1e-20 cm^2
     YieldScanResults scanResults;
-    QString yieldInterval;
+    UncertaintyResults uncertaintyResults;
 };

@@ -46,6 +46,14 @@ UncertainOptions::UncertainOptions(OptionReader &reader, const QVector<Uncertain
                       tr("number"), QString::number(LanqorUncertainty::defaultSamples())});
 }
 
+void UncertainOptions::addPlotOption()
+{
+    reader.addOption({QStringLiteral("plot"),
+                      tr("Draw the error bars of uncertain numbers (.svg, .png or .pdf)."),
+                      tr("file")});
+    plotsErrorBars = true;
+}
+
 QStringList UncertainOptions::read(const QStringList &arguments)
 {
     QStringList plain;
@@ -116,8 +124,12 @@ QVector<int> UncertainOptions::numbersOf(const QString &option) const
 
 void UncertainOptions::check() const
 {
-    if (reader.isSet("samples") && isEmpty())
-        reader.refuse(tr("--samples: no number is uncertain; give one as value+-sd or low:high"));
+    if (!isEmpty())
+        return;
+    for (const char *option : {"samples", "plot"})
+        if (reader.isSet(option) && (option != QLatin1String("plot") || plotsErrorBars))
+            reader.refuse(tr("--%1: no number is uncertain; give one as value+-sd or low:high")
+                              .arg(QLatin1String(option)));
 }
 
 void UncertainOptions::prepare(LanqorUncertainty &uncertainty) const

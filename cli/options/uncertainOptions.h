@@ -38,6 +38,8 @@ public:
     /// Adds --samples and a word on uncertain numbers to the help.
     UncertainOptions(OptionReader &reader, const QVector<UncertainOption> &options);
 
+    /// Adds --plot, a picture of the error bars.
+    void addPlotOption();
     /// Reads @p arguments and gives them back with plain values in place of uncertain numbers. What
     /// makes no sense is thrown as a UsageError.
     QStringList read(const QStringList &arguments);
@@ -47,7 +49,8 @@ public:
     QVector<int> numbersOf(const QString &option) const;
     bool isEmpty() const { return uncertain.isEmpty(); }
 
-    /// Refuses --samples without an uncertain number; after OptionReader::parse().
+    /// Refuses --samples and, if it is one of error bars, --plot without an uncertain number; after
+    /// OptionReader::parse().
     void check() const;
     /// Makes the sampling of the numbers, in their order.
     void prepare(LanqorUncertainty &uncertainty) const;
@@ -56,6 +59,7 @@ private:
     QString readOption(const UncertainOption &option, const QString &text);
 
     OptionReader &reader;
+    bool plotsErrorBars = false;
     QVector<UncertainOption> options;
     QVector<Number> uncertain;
 };

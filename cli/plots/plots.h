@@ -7,6 +7,7 @@
 #include <memory>
 
 struct AbsorptionResults;
+struct UncertaintyResults;
 struct YieldScanResults;
 struct FitAccount;
 struct FitTrace;
@@ -38,8 +39,13 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv,
 /// An absorption spectrum with its transitions.
 void draw(const AbsorptionResults &spectrum, const QString &title, const QString &file);
 
-/// The quantum yield over one input or two, with the values as given marked.
-void draw(const YieldScanResults &scan, const QString &title, const QString &file);
+/// The quantum yield over one input or two, with the values as given marked; over one with the
+/// error bars of the yield, the first of its quantities, if there are any.
+void draw(const YieldScanResults &scan, const UncertaintyResults &errorBars, const QString &title,
+          const QString &file);
+
+/// Error bars of all quantities, relative to their medians.
+void draw(const UncertaintyResults &results, const QString &title, const QString &file);
 
 /// Energy levels in columns, and arrows between them.
 struct LevelDiagram

@@ -27,7 +27,12 @@ void draw(const AbsorptionResults &, const QString &, const QString &)
     refuse();
 }
 
-void draw(const YieldScanResults &, const QString &, const QString &)
+void draw(const YieldScanResults &, const UncertaintyResults &, const QString &, const QString &)
+{
+    refuse();
+}
+
+void draw(const UncertaintyResults &, const QString &, const QString &)
 {
     refuse();
 }

@@ -2,6 +2,7 @@
 #include "plots/plots.h"
 #include "text.h"
 
+#include <LanqorEngine/UncertaintyResults.h>
 #include <LanqorEngine/YieldScanResults.h>
 
 #include <qwt_color_map.h>
@@ -66,7 +67,21 @@ bool holds(const YieldScanAxis &axis)
     return axis.asGiven >= range.first && axis.asGiven <= range.second;
 }
 
-void addCurve(QwtPlot &plot, const YieldScanResults &scan)
+/// The intervals of the yield that hold 95 % and, thicker, 68 % of the sets.
+void addErrorBars(QwtPlot &plot, const UncertaintyResults::Quantity &yield, double x)
+{
+    const auto addBar = [&plot, x](double low, double high, double width) {
+        auto *bar = new QwtPlotCurve;
+        bar->setPen(QPen(red, width, Qt::SolidLine, Qt::FlatCap));
+        bar->setSamples(QVector<QPointF>{{x, low}, {x, high}});
+        bar->setZ(25.0); // above the curve
+        bar->attach(&plot);
+    };
+    addBar(yield.low95, yield.high95, 1.0);
+    addBar(yield.low68, yield.high68, 3.0);
+}
+
+void addCurve(QwtPlot &plot, const YieldScanResults &scan, const UncertaintyResults &errorBars)
 {
     const YieldScanAxis &axis = scan.axes.first();
     QVector<QPointF> samples;
@@ -83,8 +98,11 @@ void addCurve(QwtPlot &plot, const YieldScanResults &scan)
     curve->attach(&plot);
     plot.setAxisScale(QwtPlot::xBottom, rangeOf(axis).first, rangeOf(axis).second);
     setAxisTitle(plot, QwtPlot::yLeft, tr("quantum yield / %"));
-    if (holds(axis))
-        addMark(plot, scan, axis.asGiven, scan.asGiven.quantumYield);
+    if (!holds(axis))
+        return;
+    if (!errorBars.quantities.isEmpty())
+        addErrorBars(plot, errorBars.quantities.first(), axis.asGiven);
+    addMark(plot, scan, axis.asGiven, scan.asGiven.quantumYield);
 }
 
 /// The yields in colours, with the first axis below and the second at the left.
@@ -141,13 +159,14 @@ void addMap(QwtPlot &plot, const YieldScanResults &scan)
 
 } // namespace
 
-void draw(const YieldScanResults &scan, const QString &title, const QString &file)
+void draw(const YieldScanResults &scan, const UncertaintyResults &errorBars, const QString &title,
+          const QString &file)
 {
     QwtPlot plot;
     applyStyle(plot, title);
     setAxisTitle(plot, QwtPlot::xBottom, titleOf(scan.axes.first()));
     if (scan.axes.size() == 1)
-        addCurve(plot, scan);
+        addCurve(plot, scan, errorBars);
     else
         addMap(plot, scan);
     writePlot(plot, file);

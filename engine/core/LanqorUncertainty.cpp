@@ -51,6 +51,8 @@ public:
     }
 
     double cutShare() const { return below + above; }
+    double shareTooLow() const { return below; }
+    double shareTooHigh() const { return above; }
 
     /// The value with the share @p u of all possible ones below it.
     double quantile(double u) const
@@ -170,6 +172,13 @@ public:
         lastError = message;
         return false;
     }
+    bool refuseRange(const UncertainInput &input)
+    {
+        return refuse(tr("%1: nothing from %2 to %3 can be; the least possible value is %4, the "
+                         "largest %5.")
+                          .arg(input.name, QString::number(input.low), QString::number(input.high),
+                               QString::number(input.minimum), QString::number(input.maximum)));
+    }
     /// Sample A and sample B, point by point: values of numbers and rows of ensembles.
     std::vector<double> makePoints() const;
     /// Appends the values of factor @p number at its @p coordinate of such a point.
@@ -216,19 +225,22 @@ QStringList LanqorUncertaintyPrivate::warningsOfInputs() const
 {
     constexpr double leastTold = 0.001;
     QStringList warnings;
-    for (const Factor &factor : factors) {
-        if (factor.cutShare < leastTold)
+    for (int i = 0; i < factors.size(); ++i) {
+        if (!ensembles.at(i).rows.isEmpty())
             continue;
-        const UncertainInput &input = factor.input;
-        const QString limit = std::isinf(input.maximum)   ? tr("below %1")
-                              : std::isinf(input.minimum) ? tr("above %2")
-                                                          : tr("below %1 or above %2");
-        QString limits = limit;
-        limits.replace(QLatin1String("%1"), QString::number(input.minimum));
-        limits.replace(QLatin1String("%2"), QString::number(input.maximum));
-        warnings.append(
-            tr("%1: %2 % of the distribution lie %3, which cannot be, and are cut off")
-                .arg(input.name, QString::number(100.0 * factor.cutShare, 'g', 3), limits));
+        const UncertainInput &input = factors.at(i).input;
+        const Distribution distribution(input);
+        const auto percent = [](double share) { return QString::number(100.0 * share, 'g', 3); };
+        if (distribution.shareTooLow() >= leastTold)
+            warnings.append(tr("%1: %2 % of the distribution lie below %3, which cannot be, and "
+                               "are cut off")
+                                .arg(input.name, percent(distribution.shareTooLow()),
+                                     QString::number(input.minimum)));
+        if (distribution.shareTooHigh() >= leastTold)
+            warnings.append(tr("%1: %2 % of the distribution lie above %3, which cannot be, and "
+                               "are cut off")
+                                .arg(input.name, percent(distribution.shareTooHigh()),
+                                     QString::number(input.maximum)));
     }
     return warnings;
 }
@@ -293,6 +305,8 @@ bool LanqorUncertainty::addInput(const UncertainInput &given)
         return d->refuse(
             tr("%1: the lower limit of a range stands first: %2 is not below %3.")
                 .arg(input.name, QString::number(input.low), QString::number(input.high)));
+    if (isUniform && (input.high < input.minimum || input.low > input.maximum))
+        return d->refuseRange(input);
     const bool isLogNormal = input.kind == UncertaintyKind::LogNormal;
     if (!std::isfinite(input.value) || (isLogNormal && !(input.value > 0.0)) ||
         (!isUniform && (input.value < input.minimum || input.value > input.maximum)))
@@ -311,11 +325,7 @@ bool LanqorUncertainty::addInput(const UncertainInput &given)
         const Distribution distribution(input);
         factor.cutShare = distribution.cutShare();
         if (factor.cutShare > mostCut)
-            return d->refuse(
-                tr("%1: nothing from %2 to %3 can be; the least possible value is %4, the largest "
-                   "%5.")
-                    .arg(input.name, QString::number(input.low), QString::number(input.high),
-                         QString::number(input.minimum), QString::number(input.maximum)));
+            return d->refuseRange(input);
         factor.lowest = distribution.quantile(0.025);
         factor.highest = distribution.quantile(0.975);
     }

@@ -200,6 +200,8 @@ bool LanqorYieldScan::addAxis(const QString &text)
     for (const double end : {axis.from, axis.to})
         if (!reasonAgainst(name, end).isEmpty())
             return d->refuse(QStringLiteral("\"%1\": %2.").arg(text, reasonAgainst(name, end)));
+    if (!d->axes.isEmpty() && d->axes.first().name == name)
+        return d->refuse(tr("\"%1\": %2 is varied already.").arg(text, name));
     if (d->axes.size() == 2)
         return d->refuse(tr("\"%1\": a scan has at most two axes.").arg(text));
     constexpr double rounding = 1e-9; // of steps, so that 0:1:0.1 ends at 1
