@@ -101,6 +101,21 @@ void setDonors(Calculation &calculation, const Request &request)
                                     QString::number(yieldOptions::lowestEnergy))};
 }
 
+/// True when the output, which cannot be used as a whole, and the command line give all values of
+/// the donors together: an output without orbitals or without triplets.
+bool areDonorsKnown(const Calculation &calculation, const Request &request)
+{
+    const LanqorRL *states = calculation.getRLCalculation();
+    if (!states || states->getSingletStatesCount() + states->getTripletStatesCount() == 0)
+        return false;
+    const YieldInputs inputs = calculation.getYieldInputs();
+    const auto isKnown = [](const DonorValues &donor) {
+        return donor.energy > 0.0 && donor.rl > 0.0;
+    };
+    return isKnown(inputs.singlet) && isKnown(inputs.triplet) &&
+           (!request.twoTriplets || isKnown(inputs.firstTriplet));
+}
+
 void run(Calculation &calculation, const Request &request)
 {
     cli::showMessages(calculation);
@@ -109,10 +124,8 @@ void run(Calculation &calculation, const Request &request)
     calculation.setETModel(request.etModel);
     calculation.setNOverlapIntegral(request.overlapExponent);
     calculation.setEnergyTransferChannels(request.openChannels);
-    calculation.setConsiderTwoTriplets(request.twoTriplets);
     calculation.setBandHalfWidth(request.bandHalfWidth);
     calculation.setKineticParameters(request.kinetics);
-    setDonors(calculation, request);
     bool isDone = false;
     if (request.isOfDefaultChannels()) {
         calculation.calcArad();
@@ -192,15 +205,21 @@ int yieldCommand(const QStringList &arguments)
     Calculation calculation(nullptr, 0, request.programType, hasComplex ? &complex : nullptr,
                             request.omegaReport, request.excitedStates.get(), request.triplet,
                             request.singlet);
-    if (!calculation.getLastError().isEmpty())
+    calculation.setConsiderTwoTriplets(request.twoTriplets);
+    if (request.needsMinDistance() && request.minDistance == 0.0 && hasComplex &&
+        calculation.getYieldInputs().minDistance == 0.0)
+        request.minDistance = LanqorRL::getShortestDistance(complex);
+    setDonors(calculation, request);
+    const QString unread = calculation.getLastError().simplified();
+    if (!unread.isEmpty() && !areDonorsKnown(calculation, request))
         cli::failOf(calculation);
+    if (!unread.isEmpty())
+        cli::note(tr("given values stand in for what could not be read: %1").arg(unread));
     const LanqorRL *states = calculation.getRLCalculation();
     if (states)
         checkStates(calculation, states->getInputData()->getFileName());
     if (states && hasComplex)
         checkComplex(*states, complex, request.isForced);
-    if (!states && hasComplex && request.needsMinDistance() && request.minDistance == 0.0)
-        request.minDistance = LanqorRL::getShortestDistance(complex);
     setOmega(calculation, complex, coordNumber, request);
     run(calculation, request);
     const SpectroscopicResults results = calculation.getResults();

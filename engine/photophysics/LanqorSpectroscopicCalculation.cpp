@@ -40,11 +40,16 @@ bool LanqorSpectroscopicCalculationPrivate::takeExcitedStates(LanqorRL *calculat
     // Nobody hears an object under construction: the messages wait for the first calculation.
     QObject::connect(rlCalculation, &LanqorAbstractObjCalculation::newObjCalculationMessage, &owner,
                      [this](const QString &message) { earlyMessages.append(message); });
-    if (!rlCalculation->calcRL(programType)) {
+    areDistancesRead = rlCalculation->calcRL(programType);
+    areStatesRead =
+        rlCalculation->getSingletStatesCount() + rlCalculation->getTripletStatesCount() > 0;
+    if (areStatesRead)
+        selectStates(programType);
+    if (!areDistancesRead) {
         owner.setLastError(rlCalculation->getLastError());
+        earlyMessages.removeAll(rlCalculation->getLastError());
         return false;
     }
-    selectStates(programType);
     if (!checkStates(rlPath))
         return false;
     areStatesChosen = true;
@@ -57,7 +62,7 @@ bool LanqorSpectroscopicCalculationPrivate::takeExcitedStates(LanqorRL *calculat
 /// list starts with the ground state, so that its states begin with number 2.
 void LanqorSpectroscopicCalculationPrivate::selectStates(int programType)
 {
-    const int states = rlCalculation->getStatesNumber();
+    const int states = rlCalculation->getTripletStatesCount() + 1;
     const bool isZindo = programType == LanqorInputData::ZindoOutput;
     const auto select = [states, isZindo](int &number, int lowest) {
         const int asked = number;
@@ -294,7 +299,7 @@ bool LanqorSpectroscopicCalculation::calcEnergyTransferRate()
 {
     d->emitEarlyMessages();
     const bool isGiven = d->givenSinglet.energy != 0.0 || d->givenTriplet.energy != 0.0;
-    if (!d->areStatesChosen && !isGiven)
+    if (!d->areStatesRead && !isGiven)
         return d->refuseTransfer(tr("Energy transfer needs donor states of the ligand: none were "
                                     "taken from the output of an excited-state calculation."));
     const bool isSecondGiven = d->givenTriplet.energy != 0.0 && d->givenTriplet.rl != 0.0;

@@ -89,8 +89,9 @@ public:
     void setSpecPrintingOptions(const SpecPrintingOptions &options);
 
     // One value in place of that of the excited-state output, whichever states are chosen; without
-    // an output, the values of all donors that the open channels use make calcEnergyTransferRate()
-    // and what rests on it possible. They hold from the next calcEnergyTransferRate() on. Energies
+    // an output, or with one that lacks orbitals or a kind of states (the error of the constructor
+    // tells), the values of all donors that the open channels use make calcEnergyTransferRate() and
+    // what rests on it possible. They hold from the next calcEnergyTransferRate() on. Energies
     // in cm^-1, distances in Angstrom; 0 takes the value back.
     void setSingletEnergy(const double &energy);
     void setSingletRL(const double &distance);

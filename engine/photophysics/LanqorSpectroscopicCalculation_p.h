@@ -28,6 +28,7 @@ public:
     void selectStates(int programType);
     bool checkStates(const QString &rlPath);
     void emitEarlyMessages();
+    DonorState readDonor(transferChannels::State state) const;
     DonorState donor(transferChannels::State state) const;
     transferRates::Donors donorsOfStates() const;
     bool runTransfer(transferRates::Transfer request);
@@ -56,7 +57,9 @@ public:
     int selectedSinglet = 0;
     int replacedTriplet = 0;
     int replacedSinglet = 0;
-    bool areStatesChosen = false;
+    bool areStatesRead = false;                 // some of them, with their energies
+    bool areDistancesRead = false;              // and all RL
+    bool areStatesChosen = false;               // and both kinds
     std::array<double, 8> branchingRatios = {}; // by J of 7FJ
     RadiativeRates partialRates;
     double arad = 0.0;

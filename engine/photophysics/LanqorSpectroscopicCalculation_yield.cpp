@@ -101,22 +101,30 @@ const DonorValues &LanqorSpectroscopicCalculationPrivate::givenOf(State state) c
     return state == transferChannels::FirstTriplet ? givenFirstTriplet : givenTriplet;
 }
 
-/// The state that was chosen, with what is given in place of its values.
-DonorState LanqorSpectroscopicCalculationPrivate::donor(State state) const
+/// The state that was chosen, as far as it was read.
+DonorState LanqorSpectroscopicCalculationPrivate::readDonor(State state) const
 {
     DonorState donor;
-    if (areStatesChosen && state == transferChannels::S1) {
-        donor.number = selectedSinglet;
-        donor.energy = rlCalculation->getSingletEnergy(donor.number);
-        donor.rl = rlCalculation->getSingletRL(donor.number);
-    } else if (areStatesChosen) {
-        const bool isSecond = considerTwoTriplets && state == transferChannels::T1;
-        donor.number = isSecond ? secondTriplet : selectedTriplet;
-        if (donor.number <= rlCalculation->getTripletStatesCount()) {
-            donor.energy = rlCalculation->getTripletEnergy(donor.number);
-            donor.rl = rlCalculation->getTripletRL(donor.number);
-        }
-    }
+    if (!areStatesRead)
+        return donor;
+    const LanqorRL &states = *rlCalculation;
+    const bool isSinglet = state == transferChannels::S1;
+    const bool isSecond = considerTwoTriplets && state == transferChannels::T1;
+    const int number = isSinglet ? selectedSinglet : isSecond ? secondTriplet : selectedTriplet;
+    const int count = isSinglet ? states.getSingletStatesCount() : states.getTripletStatesCount();
+    if (number < 1 || number > count)
+        return donor;
+    donor.number = number;
+    donor.energy = isSinglet ? states.getSingletEnergy(number) : states.getTripletEnergy(number);
+    if (areDistancesRead)
+        donor.rl = isSinglet ? states.getSingletRL(number) : states.getTripletRL(number);
+    return donor;
+}
+
+/// The same with what is given in place of its values.
+DonorState LanqorSpectroscopicCalculationPrivate::donor(State state) const
+{
+    DonorState donor = readDonor(state);
     const DonorValues &given = givenOf(state);
     if (given.energy != 0.0)
         donor.energy = given.energy;
@@ -168,7 +176,7 @@ LanqorSpectroscopicCalculationPrivate::reasonAgainst(const Transfer &request,
 /// Angstrom; 0 without an output.
 double LanqorSpectroscopicCalculationPrivate::minDistanceRead() const
 {
-    return areStatesChosen ? rlCalculation->getMinDistanceLnLigand() : 0.0;
+    return areDistancesRead ? rlCalculation->getMinDistanceLnLigand() : 0.0;
 }
 
 YieldScheme LanqorSpectroscopicCalculationPrivate::scheme() const
@@ -190,23 +198,17 @@ QVector<ReplacedValue> LanqorSpectroscopicCalculationPrivate::replacedValues() c
     };
     const char *const wavenumber = "cm^-1";
     const char *const angstrom = "Angstrom";
-    if (areStatesChosen) {
-        const LanqorRL &states = *rlCalculation;
-        const int triplet = considerTwoTriplets ? secondTriplet : selectedTriplet;
-        add(tr("singlet energy"), wavenumber, states.getSingletEnergy(selectedSinglet),
-            givenSinglet.energy);
-        add(tr("singlet RL"), angstrom, states.getSingletRL(selectedSinglet), givenSinglet.rl);
-        if (triplet <= states.getTripletStatesCount()) {
-            add(tr("triplet energy"), wavenumber, states.getTripletEnergy(triplet),
-                givenTriplet.energy);
-            add(tr("triplet RL"), angstrom, states.getTripletRL(triplet), givenTriplet.rl);
-        }
-        if (considerTwoTriplets) {
-            add(tr("triplet Ta energy"), wavenumber, states.getTripletEnergy(selectedTriplet),
-                givenFirstTriplet.energy);
-            add(tr("triplet Ta RL"), angstrom, states.getTripletRL(selectedTriplet),
-                givenFirstTriplet.rl);
-        }
+    const auto addDonor = [&](const QString &name, State state) {
+        const DonorState read = readDonor(state);
+        const DonorValues &given = givenOf(state);
+        add(tr("%1 energy").arg(name), wavenumber, read.energy, given.energy);
+        add(tr("%1 RL").arg(name), angstrom, read.rl, given.rl);
+    };
+    if (areStatesRead) {
+        addDonor(tr("singlet"), transferChannels::S1);
+        addDonor(tr("triplet"), transferChannels::T1);
+        if (considerTwoTriplets)
+            addDonor(tr("triplet Ta"), transferChannels::FirstTriplet);
         add(tr("shortest ion-ligand distance"), angstrom, minDistanceRead(), givenMinDistance);
     }
     add(tr("shift of the triplets"), wavenumber, 0.0, tripletShift);

@@ -245,9 +245,21 @@ void TestSpectroscopic::replacedValues()
             QCOMPARE(replaced.size(), 1);
             QCOMPARE(replaced.first().read, states.getTripletEnergy(twoTriplets ? 2 : 4));
         }
-    Example calculation;
+    const QByteArray readable = testSupport::readAll(statesFile);
+    Example withoutOrbitals(
+        4, 2,
+        testSupport::scratchFile(QStringLiteral("states.orcout"),
+                                 QByteArray(readable).replace("MOLECULAR ORBITALS", "ORBITALS")));
+    QVERIFY(withoutOrbitals.getLastError().contains(QStringLiteral("molecular orbitals")));
+    QVERIFY(!withoutOrbitals.calcEnergyTransferRate());
+    withoutOrbitals.setSingletRL(4.0);
+    withoutOrbitals.setTripletRL(5.0);
+    QVERIFY(withoutOrbitals.calcQuantumYieldNEW());
+
+    Example calculation(4, 2);
     QVERIFY(calculation.calcEnergyTransferRate());
     const double mismatch = calculation.getEnergyMismatch(14);
+    QCOMPARE(withoutOrbitals.getEnergyMismatch(14), mismatch);
     calculation.setTripletShift(-250.0);
     QVERIFY(calculation.calcEnergyTransferRate());
     COMPARE_NEAR(calculation.getEnergyMismatch(14), mismatch - 250.0, 1e-9);
