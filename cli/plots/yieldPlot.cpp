@@ -168,7 +168,7 @@ LevelDiagram::Arrow transferArrow(const SpectroscopicResults &results,
 
 /// Calculated triplets are off by up to so much, cm^-1.
 constexpr double insetReach = 2000.0;
-constexpr double insetStep = 50.0;
+constexpr int insetSteps = 80;
 
 LevelDiagram::Inset yieldCurve(const SpectroscopicResults &results, const YieldInputs &inputs)
 {
@@ -176,7 +176,8 @@ LevelDiagram::Inset yieldCurve(const SpectroscopicResults &results, const YieldI
     inset.title = tr("yield / % against T / cm\u207b\u00b9");
     inset.mark = {results.triplet.energy, results.quantumYield};
     YieldInputs changed = inputs;
-    for (double offset = -insetReach; offset <= insetReach; offset += insetStep) {
+    for (int step = 0; step <= insetSteps; ++step) {
+        const double offset = insetReach * (2.0 * step / insetSteps - 1.0);
         changed.triplet.energy = inputs.triplet.energy + offset;
         const YieldOutcome outcome = LanqorSpectroscopicCalculation::calcYield(changed);
         if (outcome.error.isEmpty() && std::isfinite(outcome.quantumYield))
