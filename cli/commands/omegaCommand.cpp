@@ -17,6 +17,8 @@
 
 #include <QFileInfo>
 
+#include <functional>
+
 namespace {
 
 using cli::column;
@@ -80,7 +82,8 @@ struct ReportRequest
     OmegaPrintingOptions options;
     QString ligandFile;
     QStringList ligands;
-    QString plotFile; ///< of the error bars
+    QString plotFile;                   ///< of the error bars
+    QVector<QVector<double>> solutions; ///< of a fit, for the error bars
 };
 
 ReportRequest readReportRequest(const cli::OptionReader &options)
@@ -149,49 +152,69 @@ void noteUngroupedAtoms(const AradPartitionResults &partition, const QString &li
                       .arg(ligandFile, others.join(QStringLiteral(", "))));
 }
 
-/// Error bars of Omega and the rates of a finished calculation.
-UncertaintyResults calcUncertainty(const cli::OptionReader &options,
-                                   const cli::UncertainOptions &uncertain,
-                                   LanqorInputData &geometry, const OmegaResults &results)
+/// What error bars are told of, in the order of the values of a set.
+QVector<ResultColumn> uncertainQuantities()
 {
-    LanqorUncertainty uncertainty;
-    uncertain.prepare(uncertainty);
-    cli::ChargeFactorSets sets(uncertain, geometry, results.atoms.size(), options.text("g"),
-                               options.text("alpha"));
-    LanqorOmega &omega = sets.omega();
-    LanqorSpectroscopicCalculation emission(nullptr);
-    emission.setLifeTime(1.0); // any: without one, it would be estimated in vain
-    const auto model = [&](const QVector<double> &values) {
-        double index = results.refractiveIndex;
-        for (const int i : uncertain.numbersOf(QStringLiteral("n")))
-            index = values.at(i);
-        if (!sets.calc(values))
-            return QVector<double>();
-        QVector<double> row;
-        for (const int lambda : {2, 4, 6})
-            row << omega.getOmega(lambda) / omegaUnitCm2;
-        for (const int lambda : {2, 4, 6})
-            row << omega.getOmegaED(lambda) / omegaUnitCm2;
-        emission.setOmegaValues(row[0], row[1], row[2]);
-        emission.setRefractiveIndex(index);
-        emission.calcArad();
-        const double msPerSecond = 1000.0;
-        row << emission.getArad() - emission.getAradMD() << emission.getArad()
-            << msPerSecond / emission.getArad();
-        return row;
-    };
     QVector<ResultColumn> quantities;
     for (const char *kind : {"omega_%1", "omega_ed_%1"})
         for (const int lambda : {2, 4, 6})
             quantities.append(
                 {QString::fromLatin1(kind).arg(lambda), QStringLiteral("1e-20 cm^2")});
-    quantities << ResultColumn{QStringLiteral("electric_dipole_rate"), QStringLiteral("s^-1")}
-               << ResultColumn{QStringLiteral("radiative_rate"), QStringLiteral("s^-1")}
-               << ResultColumn{QStringLiteral("radiative_lifetime"), QStringLiteral("ms")};
-    QVector<double> asGiven;
-    for (const cli::UncertainOptions::Number &number : uncertain.numbers())
-        asGiven.append(number.input.value);
-    return uncertainty.calculate(quantities, model(asGiven), model);
+    return quantities << ResultColumn{QStringLiteral("electric_dipole_rate"),
+                                      QStringLiteral("s^-1")}
+                      << ResultColumn{QStringLiteral("radiative_rate"), QStringLiteral("s^-1")}
+                      << ResultColumn{QStringLiteral("radiative_lifetime"), QStringLiteral("ms")};
+}
+
+/// Error bars of Omega and the rates of a finished calculation.
+/// @param solutions  see cli::readSolutions(); may be empty
+UncertaintyResults calcUncertainty(const cli::OptionReader &options,
+                                   const cli::UncertainOptions &uncertain,
+                                   const QVector<QVector<double>> &solutions,
+                                   LanqorInputData &geometry, const OmegaResults &results)
+{
+    LanqorUncertainty uncertainty;
+    uncertain.prepare(uncertainty);
+    if (!solutions.isEmpty())
+        uncertainty.addEnsemble(QStringLiteral("solutions"), solutions);
+    cli::ChargeFactorSets sets(uncertain, geometry, results.atoms.size(), options.text("g"),
+                               options.text("alpha"));
+    LanqorSpectroscopicCalculation emission(nullptr);
+    emission.setLifeTime(1.0); // any: without one, it would be estimated in vain
+    const auto rowOf = [&emission](const QVector<double> &omegas, double index) {
+        constexpr double msPerSecond = 1000.0;
+        emission.setOmegaValues(omegas[0], omegas[1], omegas[2]);
+        emission.setRefractiveIndex(index);
+        emission.calcArad();
+        const double arad = emission.getArad();
+        return QVector<double>(omegas) << arad - emission.getAradMD() << arad << msPerSecond / arad;
+    };
+    const auto omegasOf = [](const auto &total, const auto &ed) {
+        QVector<double> omegas;
+        for (const auto &part : {std::function<double(int)>(total), std::function<double(int)>(ed)})
+            for (const int lambda : {2, 4, 6})
+                omegas.append(part(lambda) / omegaUnitCm2);
+        return omegas;
+    };
+    const auto model = [&](const QVector<double> &values) {
+        double index = results.refractiveIndex;
+        for (const int i : uncertain.numbersOf(QStringLiteral("n")))
+            index = values.at(i);
+        if (!solutions.isEmpty())
+            return rowOf(values.mid(uncertain.numbers().size()), index);
+        if (!sets.calc(values))
+            return QVector<double>();
+        return rowOf(omegasOf([&](int lambda) { return sets.omega().getOmega(lambda); },
+                              [&](int lambda) { return sets.omega().getOmegaED(lambda); }),
+                     index);
+    };
+    const QVector<double> asGiven =
+        rowOf(omegasOf([&](int lambda) { return results.omega[lambda]; },
+                       [&](int lambda) { return results.omegaED[lambda]; }),
+              results.refractiveIndex);
+    if (!solutions.isEmpty())
+        cli::warnOfOtherSolutions(solutions, asGiven.mid(0, 3));
+    return uncertainty.calculate(uncertainQuantities(), asGiven, model);
 }
 
 /// Makes the report of a finished calculation if one is wanted, and shows the results.
@@ -209,8 +232,8 @@ void show(const cli::OptionReader &options, const cli::UncertainOptions &uncerta
     QString errorBars;
     LanqorResultTables tables = LanqorOmega::makeTables(results);
     UncertaintyResults uncertainty;
-    if (!uncertain.isEmpty()) {
-        uncertainty = calcUncertainty(options, uncertain, geometry, results);
+    if (!uncertain.isEmpty() || !request.solutions.isEmpty()) {
+        uncertainty = calcUncertainty(options, uncertain, request.solutions, geometry, results);
         cli::addErrorBars(uncertainty, errorBars, tables);
     }
     if (request.isWanted) {
@@ -239,6 +262,7 @@ int omegaCommand(const QStringList &arguments)
     cli::UncertainOptions uncertain(options, cli::uncertainChargeFactors()
                                                  << cli::uncertainRefractiveIndex());
     uncertain.addPlotOption();
+    uncertain.addSolutionsOption();
     options.addResultOptions();
     options.parse(uncertain.read(arguments));
     uncertain.check();
@@ -246,7 +270,9 @@ int omegaCommand(const QStringList &arguments)
         options.files(1, tr("omega needs one file; see \"lanqor omega --help\"")).first();
     const double index = cli::readRefractiveIndex(options);
     const double ro0 = cli::readOverlap(options);
-    const ReportRequest request = readReportRequest(options);
+    ReportRequest request = readReportRequest(options);
+    if (options.isSet("solutions"))
+        request.solutions = cli::readSolutions(options, uncertain);
 
     LanqorInputData geometry(nullptr, fileName);
     geometry.setKeepFileOpen(true);
@@ -263,6 +289,8 @@ int omegaCommand(const QStringList &arguments)
     QStringList inputFiles = {fileName};
     if (!request.ligandFile.isEmpty())
         inputFiles.append(request.ligandFile);
+    if (!request.solutions.isEmpty())
+        inputFiles.append(options.text("solutions"));
     show(options, uncertain, geometry, omega, request, inputFiles);
     return cli::success;
 }

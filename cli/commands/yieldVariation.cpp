@@ -6,7 +6,6 @@
 #include "options/yieldOptions.h"
 #include "text.h"
 
-#include <LanqorEngine/LanqorIntensitySolutions.h>
 #include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/LanqorSpectroscopicCalculation.h>
 #include <LanqorEngine/LanqorYieldScan.h>
@@ -108,11 +107,7 @@ YieldVariation::YieldVariation(cli::OptionReader &options)
     : options(options)
     , uncertain(options, uncertainOptions())
 {
-    options.addOption(
-        {QStringLiteral("solutions"),
-         tr("Equally good sets of Omega, as \"lanqor fit omega --solutions\" writes them: error "
-            "bars take one or another of them in place of Omega."),
-         tr("file")});
+    uncertain.addSolutionsOption();
     options.addOption({QStringLiteral("scan"),
                        tr("Vary an input, NAME=FROM:TO:STEP, such as "
                           "--scan triplet-energy=17500:21000:50 or temperature=77:400:10; given "
@@ -128,26 +123,9 @@ QStringList YieldVariation::inputFiles() const
 
 void YieldVariation::check()
 {
-    if (options.isSet("solutions")) {
-        for (const char *option : {"omega", "omega-ed", "g", "alpha"})
-            if (!uncertain.numbersOf(QLatin1String(option)).isEmpty())
-                options.refuse(tr("--solutions gives the spread of Omega; uncertain numbers in "
-                                  "--%1 do not go with it")
-                                   .arg(QLatin1String(option)));
-        QStringList columns;
-        for (const char *column : {"omega_%1", "ed_share_of_omega_%1"})
-            for (const int rank : ranks)
-                columns.append(QString::fromLatin1(column).arg(rank));
-        QString error;
-        if (!LanqorIntensitySolutions::readSolutions(options.text("solutions"), columns, solutions,
-                                                     error))
-            throw cli::Failure{QStringLiteral("--solutions ") + error};
-        for (QVector<double> &row : solutions)
-            for (int i = 0; i < int(ranks.size()); ++i)
-                row[i + int(ranks.size())] *= row.at(i); // Omega-ED by its share
-    } else {
-        uncertain.check();
-    }
+    uncertain.check();
+    if (options.isSet("solutions"))
+        solutions = cli::readSolutions(options, uncertain);
 }
 
 UncertaintyResults YieldVariation::calcUncertainty(const Calculation &calculation,
@@ -172,6 +150,10 @@ UncertaintyResults YieldVariation::calcUncertainty(const Calculation &calculatio
         if (transfer.takesPart)
             transfers.append(transfer);
     const YieldInputs asGiven = calculation.getYieldInputs();
+    if (!solutions.isEmpty())
+        cli::warnOfOtherSolutions(solutions,
+                                  {asGiven.omega[2] / omegaUnitCm2, asGiven.omega[4] / omegaUnitCm2,
+                                   asGiven.omega[6] / omegaUnitCm2});
     int impossible = 0;
     int sets = 0;
     const auto model = [&](const QVector<double> &values) {
@@ -187,12 +169,10 @@ UncertaintyResults YieldVariation::calcUncertainty(const Calculation &calculatio
             if (quantities.at(i).set)
                 quantities.at(i).set(inputs, values.at(i));
         if (!solutions.isEmpty()) {
-            const auto at = [&](int place) {
-                return values.at(quantities.size() + place) * omegaUnitCm2;
-            };
+            const auto first = quantities.size();
             setOmegas(
-                inputs, [&](int rank) { return at(rank / 2 - 1); },
-                [&](int rank) { return at(rank / 2 - 1 + int(ranks.size())); });
+                inputs, [&](int rank) { return values.at(first + rank / 2 - 1) * omegaUnitCm2; },
+                [&](int rank) { return values.at(first + rank / 2 + 2) * omegaUnitCm2; });
         }
         const YieldOutcome outcome = Calculation::calcYield(inputs);
         if (!outcome.error.isEmpty())

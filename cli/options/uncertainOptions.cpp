@@ -2,8 +2,10 @@
 
 #include "Command.h"
 #include "options/OptionReader.h"
+#include "options/complexOptions.h"
 #include "text.h"
 
+#include <LanqorEngine/LanqorIntensitySolutions.h>
 #include <LanqorEngine/LanqorResultTables.h>
 
 #include <QLocale>
@@ -52,6 +54,15 @@ void UncertainOptions::addPlotOption()
                       tr("Draw the error bars of uncertain numbers (.svg, .png or .pdf)."),
                       tr("file")});
     plotsErrorBars = true;
+}
+
+void UncertainOptions::addSolutionsOption()
+{
+    reader.addOption({QStringLiteral("solutions"),
+                      tr("Equally good sets of Omega, as \"lanqor fit omega --solutions\" writes "
+                         "them: error bars take one or another of them in place of Omega."),
+                      tr("file")});
+    takesSolutions = true;
 }
 
 QStringList UncertainOptions::read(const QStringList &arguments)
@@ -124,7 +135,7 @@ QVector<int> UncertainOptions::numbersOf(const QString &option) const
 
 void UncertainOptions::check() const
 {
-    if (!isEmpty())
+    if (!isEmpty() || (takesSolutions && reader.isSet("solutions")))
         return;
     for (const char *option : {"samples", "plot"})
         if (reader.isSet(option) && (option != QLatin1String("plot") || plotsErrorBars))
@@ -157,6 +168,51 @@ QVector<UncertainOption> uncertainChargeFactors()
              0.0,
              infinity,
              {}}};
+}
+
+QVector<QVector<double>> readSolutions(const OptionReader &reader,
+                                       const UncertainOptions &uncertain)
+{
+    for (const char *option : {"omega", "omega-ed", "g", "alpha"})
+        if (!uncertain.numbersOf(QLatin1String(option)).isEmpty())
+            reader.refuse(tr("--solutions gives the spread of Omega; uncertain numbers in --%1 do "
+                             "not go with it")
+                              .arg(QLatin1String(option)));
+    constexpr int ranks = 3;
+    QStringList columns;
+    for (const char *column : {"omega_%1", "ed_share_of_omega_%1"})
+        for (int i = 1; i <= ranks; ++i)
+            columns.append(QString::fromLatin1(column).arg(2 * i));
+    QVector<QVector<double>> rows;
+    QString error;
+    const QString fileName = reader.text("solutions");
+    requireFile(QStringLiteral("--solutions "), fileName,
+                tr("a file written by \"lanqor fit omega --solutions\""));
+    if (!LanqorIntensitySolutions::readSolutions(fileName, columns, rows, error))
+        throw Failure{QStringLiteral("--solutions ") + error};
+    for (QVector<double> &row : rows)
+        for (int i = 0; i < ranks; ++i)
+            row[i + ranks] *= row.at(i); // the ED part by its share
+    return rows;
+}
+
+void warnOfOtherSolutions(const QVector<QVector<double>> &solutions, const QVector<double> &omegas)
+{
+    constexpr double tolerance = 0.02; // of a fit that meets its targets
+    for (int i = 0; i < omegas.size(); ++i) {
+        double least = solutions.first().at(i);
+        double largest = least;
+        for (const QVector<double> &row : solutions) {
+            least = std::min(least, row.at(i));
+            largest = std::max(largest, row.at(i));
+        }
+        const double omega = omegas.at(i);
+        if (omega < (1.0 - tolerance) * least || omega > (1.0 + tolerance) * largest)
+            warn(tr("Omega(%1) is %2e-20 cm^2, but %3 to %4 in --solutions: of another complex or "
+                    "another fit?")
+                     .arg(QString::number(2 * (i + 1)), QString::number(omega, 'g', 4),
+                          QString::number(least, 'g', 4), QString::number(largest, 'g', 4)));
+    }
 }
 
 void addImpossibleLifetimes(UncertaintyResults &results, int impossible, int sets)

@@ -40,6 +40,8 @@ public:
 
     /// Adds --plot, a picture of the error bars.
     void addPlotOption();
+    /// Adds --solutions, sets of Omega by a fit.
+    void addSolutionsOption();
     /// Reads @p arguments and gives them back with plain values in place of uncertain numbers. What
     /// makes no sense is thrown as a UsageError.
     QStringList read(const QStringList &arguments);
@@ -49,7 +51,8 @@ public:
     QVector<int> numbersOf(const QString &option) const;
     bool isEmpty() const { return uncertain.isEmpty(); }
 
-    /// Refuses --samples and, if it is one of error bars, --plot without an uncertain number; after
+    /// Refuses --samples and, if it is one of error bars, --plot without an uncertain number
+    /// or --solutions; after
     /// OptionReader::parse().
     void check() const;
     /// Makes the sampling of the numbers, in their order.
@@ -60,6 +63,7 @@ private:
 
     OptionReader &reader;
     bool plotsErrorBars = false;
+    bool takesSolutions = false;
     QVector<UncertainOption> options;
     QVector<Number> uncertain;
 };
@@ -68,6 +72,15 @@ private:
 UncertainOption uncertainRefractiveIndex();
 /// --g and --alpha in place of the numbers of their lists.
 QVector<UncertainOption> uncertainChargeFactors();
+
+/// Omega 2, 4, 6 and Omega-ED 2, 4, 6 in 1e-20 cm^2, a row for each solution in the file of
+/// --solutions, which no uncertain number of Omega, g or alpha goes with. Throws a Failure when it
+/// cannot be read.
+QVector<QVector<double>> readSolutions(const OptionReader &reader,
+                                       const UncertainOptions &uncertain);
+
+/// Warns when Omega 2, 4 or 6 as given, 1e-20 cm^2, is none that the solutions have.
+void warnOfOtherSolutions(const QVector<QVector<double>> &solutions, const QVector<double> &omegas);
 
 /// Adds a warning where @p impossible of @p sets have a lifetime longer than the radiative one.
 void addImpossibleLifetimes(UncertaintyResults &results, int impossible, int sets);

@@ -46,6 +46,8 @@ QString decidersOf(const Quantity &quantity, const QVector<Factor> &factors)
 {
     constexpr double leastTold = 0.005;
     QVector<int> order;
+    if (number(quantity.low95) == number(quantity.high95))
+        return QStringLiteral("does not vary"); // in the digits that are told
     for (int i = 0; i < quantity.total.size(); ++i)
         if (quantity.total.at(i) >= leastTold)
             order.append(i);
