@@ -198,7 +198,7 @@ Outcome fitResponse(const Request &request)
     Outcome outcome;
     outcome.starts = std::make_unique<LanqorFitStarts>(request.fit.starts, [&](int number) {
         auto fit = makeFit(request, fileOf(number));
-        if (number == 1)
+        if (request.fit.starts == 1) // else the best point is concluded by a fit of its own
             cli::showMessages(*fit);
         return FitStart{std::move(fit), startOf(request, number),
                         isScaled ? request.parameters : QVector<FitParameter>()};
