@@ -119,7 +119,7 @@ sampleSolutions(const IntensityFitOptions &options,
     solutions.setLigandAtomsByLigandVector(options.ligands);
     if (!options.excited.isEmpty())
         solutions.setYieldInputs(yieldInputs(options));
-    const IntensitySolutions sample = solutions.sample(known, sampleSize);
+    IntensitySolutions sample = solutions.sample(known, sampleSize);
     if (!sample.groupError.isEmpty())
         throw Failure{tr("--ligands: %1").arg(sample.groupError)};
     if (!sample.yieldError.isEmpty())

@@ -217,7 +217,7 @@ void readState(const OptionReader &reader, FitOptions &options,
         throw Failure{tr("--continue %1: %2").arg(options.resumedFile, file.errorString())};
     const QJsonObject state = QJsonDocument::fromJson(file.readAll()).object();
     QStringList names;
-    for (const QJsonValue &name : state.value(QStringLiteral("parameters")).toArray())
+    for (const auto &name : state.value(QStringLiteral("parameters")).toArray())
         names.append(name.toString());
     if (state.value(QStringLiteral("command")).toString() != reader.command() ||
         names != namesOf(parameters))
@@ -225,9 +225,9 @@ void readState(const OptionReader &reader, FitOptions &options,
                          "of %3")
                           .arg(options.resumedFile, reader.command(),
                                namesOf(parameters).join(QStringLiteral(", ")))};
-    for (const QJsonValue &saved : state.value(QStringLiteral("vectors")).toArray()) {
+    for (const auto &saved : state.value(QStringLiteral("vectors")).toArray()) {
         QVector<double> vector;
-        for (const QJsonValue &value : saved.toArray())
+        for (const auto &value : saved.toArray())
             vector.append(value.toDouble());
         options.resumed.append(vector.size() == parameters.size() ? vector : QVector<double>());
     }
