@@ -46,7 +46,7 @@ bool LanqorIntensitySolutions::readSolutions(const QString &fileName, const QStr
     }
     QVector<int> places;
     QVector<QVector<double>> found;
-    while (reader.next() && found.size() < mostRows) {
+    while (reader.next()) {
         const QStringList fields = fieldsOf(reader);
         if (fields.size() < 2) // "# solutions", empty lines
             continue;
@@ -61,14 +61,19 @@ bool LanqorIntensitySolutions::readSolutions(const QString &fileName, const QStr
                     .arg(fileName, QString::number(reader.lineNumber()), quantities.at(missing));
             return false;
         }
+        if (found.size() == mostRows) {
+            error = tr("%1 holds more than %2 solutions.").arg(fileName, QString::number(mostRows));
+            return false;
+        }
         QVector<double> row;
-        for (const int place : qAsConst(places)) {
+        for (int i = 0; i < places.size(); ++i) {
+            const QString field = fields.value(places.at(i)).trimmed();
             bool isNumber = false;
-            row.append(fields.value(place).trimmed().toDouble(&isNumber));
+            row.append(field.toDouble(&isNumber));
             if (!isNumber || !std::isfinite(row.last())) {
-                error = tr("%1, line %2: \"%3\" is no number.")
-                            .arg(fileName, QString::number(reader.lineNumber()),
-                                 fields.value(place).left(40));
+                error = tr("%1, line %2: %3 is \"%4\", which is no number.")
+                            .arg(fileName, QString::number(reader.lineNumber()), quantities.at(i),
+                                 field.left(40));
                 return false;
             }
         }
