@@ -121,7 +121,7 @@ QVector<double> startOf(const Request &request, int number)
     QVector<double> start = resumed;
     if (start.isEmpty())
         start = {request.ion.F2, request.ion.F4, request.ion.F6, request.ion.zeta};
-    const bool isPrescribed = !request.fit.isPolished && !cli::isRestricted(request.fit);
+    const bool isAnnealingAlone = !request.fit.isPolished && !cli::isRestricted(request.fit);
     for (int i = 0; i < start.size(); ++i) {
         const FitParameter &range = request.parameters.at(i);
         if (number > 1 && resumed.isEmpty())
@@ -129,7 +129,7 @@ QVector<double> startOf(const Request &request, int number)
                 1.0 - widest + 2.0 * widest * LanqorFitStarts::getStartingFraction(number, i);
         if (range.isFixed)
             start[i] = range.fixedValue;
-        else if (!isPrescribed || number > 1)
+        else if (!isAnnealingAlone || number > 1)
             start[i] = std::clamp(start.at(i), range.minimum, range.maximum);
     }
     return start;

@@ -47,8 +47,10 @@ QString parameterTable(const ParametersQDC &best)
             .arg(QLatin1String(name), QString::number(value, 'f', 6).rightJustified(12),
                  QLatin1String(unit));
     };
-    return line("Q", best.Q, "au^-1") + line("D", best.D, "A^3 eV") + line("C", best.C, "A^3") +
-           tr("\ng = Q q, q being an electron population of the orbitals (no charge), in au;\n"
+    return line("Q", best.Q, "1/electron") + line("D", best.D, "A^3 eV") +
+           line("C", best.C, "A^3") +
+           tr("\ng = Q q, q being an electron population of the orbitals (no charge), in "
+              "electrons;\n"
               "alpha = D S + C, S in 1/eV (orbital energies of MOPAC)\n\n");
 }
 

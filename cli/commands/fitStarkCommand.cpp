@@ -237,10 +237,10 @@ int fitStarkCommand(const QStringList &arguments)
     geometry.setKeepFileOpen(true);
     request.coordNumber = cli::readSphere(options, geometry);
     const auto model = makeFit(request, geometry);
-    const QVector<FitParameter> prescribed = model->getParameters();
-    if (prescribed.isEmpty())
+    const QVector<FitParameter> widest = model->getParameters();
+    if (widest.isEmpty())
         cli::failOf(*model);
-    request.parameters = cli::restricted(options, request.fit, prescribed);
+    request.parameters = cli::restricted(options, request.fit, widest);
     cli::readState(options, request.fit, request.parameters);
 
     LanqorStarkLeastSquares problem(&geometry, request.coordNumber, request.ro0);

@@ -119,10 +119,10 @@ auto runIntensityFit(const OptionReader &reader, IntensityFitOptions &options,
 {
     const auto makeFit = [&] { return makeIntensityFit(options, kind); };
     const std::unique_ptr<Fit> model = makeFit();
-    const QVector<FitParameter> prescribed = model->getParameters();
-    if (prescribed.isEmpty())
+    const QVector<FitParameter> widest = model->getParameters();
+    if (widest.isEmpty())
         failOf(*model);
-    const QVector<FitParameter> told = restricted(reader, options.fit, prescribed);
+    const QVector<FitParameter> told = restricted(reader, options.fit, widest);
     const QVector<FitParameter> sought = kind.toSought(*model, told);
     readState(reader, options.fit, told);
     const bool isScaled = options.fit.isPolished || isRestricted(options.fit);
@@ -133,7 +133,7 @@ auto runIntensityFit(const OptionReader &reader, IntensityFitOptions &options,
         if (vector.isEmpty())
             vector = fit->makeStartingVector(number);
         if (isScaled)
-            vector = kind.vectorToSought(*fit, placeStart(vector, prescribed, told));
+            vector = kind.vectorToSought(*fit, placeStart(vector, widest, told));
         return FitStart{std::move(fit), vector, isScaled ? sought : QVector<FitParameter>()};
     });
     const auto toTold = [&](const QVector<double> &vector) {

@@ -20,9 +20,9 @@ namespace cli {
 
 namespace {
 
-constexpr int prescribedSteps = 15000;
+constexpr int annealingSteps = 15000;
 constexpr int stepsBeforePolish = 200;
-constexpr double prescribedTemperature = 10.0;
+constexpr double usualTemperature = 10.0;
 
 /// "zeta=880" as name and value.
 struct Setting
@@ -99,7 +99,7 @@ void addFitOptions(OptionReader &reader, int starts)
         {QStringLiteral("points"),
          tr("Points tried in each of the 15 annealing cycles; unless given %1, and %2 with "
             "--no-polish.")
-             .arg(QString::number(stepsBeforePolish), QString::number(prescribedSteps)),
+             .arg(QString::number(stepsBeforePolish), QString::number(annealingSteps)),
          tr("number")},
         {QStringLiteral("starts"),
          tr("Repeat the fit from this many starting points, in as many threads as there are "
@@ -114,7 +114,7 @@ void addFitOptions(OptionReader &reader, int starts)
             "this is the annealing of 15 times 15000 points with steps of 1 at most.")},
         {QStringLiteral("temperature"),
          tr("Initial temperature of the annealing, in units of the response; unless given %1.")
-             .arg(prescribedTemperature),
+             .arg(usualTemperature),
          tr("T")},
         {QStringLiteral("fix"), tr("Hold parameters, separated by commas: alpha:N=3.5,zeta=880."),
          tr("list")},
@@ -139,10 +139,10 @@ FitOptions readFitOptions(const OptionReader &reader, int starts)
     options.starts = options.isPolished ? starts : 1;
     if (reader.isSet("starts"))
         options.starts = reader.count("starts", maximumStarts);
-    options.stepsPerCycle = options.isPolished ? stepsBeforePolish : prescribedSteps;
+    options.stepsPerCycle = options.isPolished ? stepsBeforePolish : annealingSteps;
     if (reader.isSet("points"))
         options.stepsPerCycle = reader.count("points", maximumSteps);
-    options.temperature = prescribedTemperature;
+    options.temperature = usualTemperature;
     if (reader.isSet("temperature"))
         options.temperature = reader.number(
             "temperature", [](double T) { return T > 0.0 && T < 1e6; }, tr("a positive number"));
@@ -189,12 +189,12 @@ QVector<FitParameter> restricted(const OptionReader &reader, const FitOptions &o
     return parameters;
 }
 
-QVector<double> placeStart(const QVector<double> &vector, const QVector<FitParameter> &prescribed,
+QVector<double> placeStart(const QVector<double> &vector, const QVector<FitParameter> &widest,
                            const QVector<FitParameter> &own)
 {
     QVector<double> start;
     for (int i = 0; i < vector.size(); ++i) {
-        const FitParameter &wide = prescribed.at(i);
+        const FitParameter &wide = widest.at(i);
         const FitParameter &range = own.at(i);
         double value = vector.at(i);
         const bool isNarrower = range.minimum != wide.minimum || range.maximum != wide.maximum;

@@ -41,9 +41,9 @@ QVector<FitParameter> restricted(const OptionReader &reader, const FitOptions &o
                                  QVector<FitParameter> parameters);
 /// True when --fix or --bounds are given.
 bool isRestricted(const FitOptions &options);
-/// A starting vector within the bounds @p own, at the place that it has in the wider @p prescribed
-/// ones, with the fixed values.
-QVector<double> placeStart(const QVector<double> &vector, const QVector<FitParameter> &prescribed,
+/// A starting vector within the bounds @p own, at the place that it has in the bounds @p widest
+/// of the fit, with the fixed values.
+QVector<double> placeStart(const QVector<double> &vector, const QVector<FitParameter> &widest,
                            const QVector<FitParameter> &own);
 
 /// Fills in what --continue holds of a fit with these parameters, and as many starts unless others

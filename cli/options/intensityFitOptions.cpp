@@ -69,22 +69,6 @@ QString readChoice(const OptionReader &reader)
     return choice;
 }
 
-/// Reads the geometry and counts the coordinated atoms, unless their number is given.
-void readGeometry(const OptionReader &reader, IntensityFitOptions &options)
-{
-    options.geometry = std::make_unique<LanqorInputData>(nullptr, options.fileName);
-    showWarnings(*options.geometry);
-    LanqorInputData &geometry = *options.geometry;
-    geometry.setKeepFileOpen(true);
-    readStructure(geometry);
-    if (!reader.isSet("coordination")) {
-        options.coordNumber = geometry.getCoordNumber();
-        checkSphere(geometry);
-    }
-    requireEuropium(geometry);
-    warnOfStructure(geometry);
-}
-
 } // namespace
 
 void addIntensityFitOptions(OptionReader &reader)
@@ -131,7 +115,6 @@ void addIntensityFitOptions(OptionReader &reader)
 
 IntensityFitOptions readIntensityFitOptions(const OptionReader &reader)
 {
-    constexpr int maximumCoordination = 100;
     IntensityFitOptions options;
     options.fileName =
         reader
@@ -153,9 +136,10 @@ IntensityFitOptions readIntensityFitOptions(const OptionReader &reader)
     options.fit = readFitOptions(reader, defaultStarts);
     options.refractiveIndex = readRefractiveIndex(reader);
     options.sections = sectionsOf(reader.text("print"));
-    if (reader.isSet("coordination"))
-        options.coordNumber = reader.count("coordination", maximumCoordination);
-    readGeometry(reader, options);
+    options.geometry = std::make_unique<LanqorInputData>(nullptr, options.fileName);
+    showWarnings(*options.geometry);
+    options.geometry->setKeepFileOpen(true);
+    options.coordNumber = readSphere(reader, *options.geometry);
     return options;
 }
 

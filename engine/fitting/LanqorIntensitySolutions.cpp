@@ -61,6 +61,9 @@ public:
     bool returnTo(const Forms &forms, const VectorXd &goal, VectorXd &x) const;
     std::optional<VectorXd> walk(const Forms &forms, const VectorXd &from, const VectorXd &reached,
                                  double limit, Random &random) const;
+    /// Adds to the sample the solutions in which each quantity is smallest and largest.
+    void addEnds(const Forms &forms, const VectorXd &reached, double limit,
+                 std::vector<VectorXd> &sets) const;
     MatrixXd slopesOf(const Forms &forms, const VectorXd &x) const;
     VectorXd valuesOf(const Forms &forms, const VectorXd &x) const;
     void fillQuantities(IntensitySolutions &solutions, const std::vector<VectorXd> &sets) const;
@@ -296,6 +299,127 @@ std::optional<VectorXd> LanqorIntensitySolutionsPrivate::walk(const Forms &forms
     return std::nullopt;
 }
 
+namespace {
+
+/// Where a quantity grows among the solutions.
+struct Ascent
+{
+    VectorXd along; ///< direction in which no Omega that is fitted changes, in ranges
+    VectorXd omega; ///< direction in which the fitted Omega themselves are to change
+};
+
+/// @param slopes, gradient  of the fitted Omega and of the quantity, by parameters in ranges
+/// @param isAtBound  whether a parameter can go no further to this side
+Ascent ascentOf(MatrixXd slopes, VectorXd gradient,
+                const std::function<bool(Eigen::Index, double)> &isAtBound)
+{
+    Ascent ascent;
+    for (bool isFree = false; !isFree;) {
+        isFree = true;
+        ascent.omega = slopes.transpose().completeOrthogonalDecomposition().solve(gradient);
+        ascent.along = gradient - slopes.transpose() * ascent.omega;
+        for (Eigen::Index i = 0; i < gradient.size(); ++i) {
+            if (gradient(i) == 0.0 || !isAtBound(i, ascent.along(i)))
+                continue;
+            gradient(i) = 0.0;
+            slopes.col(i).setZero();
+            isFree = false;
+        }
+    }
+    return ascent;
+}
+
+} // namespace
+
+void LanqorIntensitySolutionsPrivate::addEnds(const Forms &forms, const VectorXd &reached,
+                                              double limit, std::vector<VectorXd> &sets) const
+{
+    constexpr int maximumSteps = 12;
+    constexpr int halvings = 10;
+    constexpr double difference = 1.0e-6;     // for derivatives, in ranges
+    constexpr double worthwhileGain = 1.0e-4; // of what the sample spans
+    constexpr double endless = 1.0e9;
+    const std::unique_ptr<LanqorOmega> omega = makeOmega();
+    IntensitySolutions scratch;
+    const auto n = Eigen::Index(parameters.size());
+    VectorXd ranges(n);
+    for (int i = 0; i < n; ++i)
+        ranges(i) =
+            parameters.at(i).isFixed ? 0.0 : parameters.at(i).maximum - parameters.at(i).minimum;
+    std::vector<QVector<double>> values;
+    for (const VectorXd &set : sets)
+        values.push_back(describe(*omega, set, scratch));
+    const int count = values.front().size();
+    for (int q = 0; q < 2 * count; ++q) {
+        const int quantity = q / 2;
+        const double sign = q % 2 == 0 ? 1.0 : -1.0;
+        const auto ends = std::minmax_element(
+            values.begin(), values.end(),
+            [quantity](const auto &a, const auto &b) { return a.at(quantity) < b.at(quantity); });
+        const double span = ends.second->at(quantity) - ends.first->at(quantity);
+        const auto end = sign > 0.0 ? ends.second : ends.first;
+        VectorXd x = sets[std::size_t(end - values.begin())];
+        QVector<double> here = *end;
+        const double before = here.at(quantity);
+        const auto isAtBound = [&](Eigen::Index i, double change) {
+            const FitParameter &p = parameters.at(int(i));
+            return (change > 0.0 && x(i) >= p.maximum) || (change < 0.0 && x(i) <= p.minimum);
+        };
+        bool isMoved = span > 0.0;
+        for (int step = 0; step < maximumSteps && isMoved; ++step) {
+            isMoved = false;
+            VectorXd gradient(n);
+            for (int i = 0; i < n; ++i) {
+                VectorXd near = x;
+                near(i) += difference * ranges(i);
+                gradient(i) = sign / difference *
+                              (describe(*omega, near, scratch).at(quantity) - here.at(quantity));
+            }
+            if (!gradient.allFinite())
+                break;
+            const Ascent ascent = ascentOf(slopesOf(forms, x), gradient, isAtBound);
+            // The farthest values of the fitted Omega that the tolerance allows.
+            VectorXd farthest = VectorXd::Zero(lambdaCount);
+            double length2 = 0.0;
+            for (int l = 0; l < lambdaCount; ++l) {
+                if (weights[std::size_t(l)] == 0.0)
+                    continue;
+                farthest(l) = ascent.omega(l) / weights[std::size_t(l)];
+                length2 += farthest(l) * ascent.omega(l);
+            }
+            if (length2 > 0.0)
+                farthest *= (1.0 - difference) * std::sqrt(tolerance / length2);
+            const VectorXd direction = ascent.along.cwiseProduct(ranges);
+            double length = reach(x, direction);
+            if (!(length < endless))
+                length = 0.0;
+            const VectorXd current = valuesOf(forms, x);
+            double share = 1.0;
+            for (int i = 0; i < 2 * halvings && !isMoved; ++i) {
+                const bool isOmegaKept = i % 2 == 1;
+                VectorXd trial = x + share * length * direction;
+                VectorXd goal = current;
+                if (!isOmegaKept)
+                    goal += share * (reached + farthest - current);
+                returnTo(forms, goal, trial);
+                share *= isOmegaKept ? 0.5 : 1.0;
+                if (!isFeasible(trial) || responseOf(forms, trial) > limit)
+                    continue;
+                const QVector<double> there = describe(*omega, trial, scratch);
+                if (sign * (there.at(quantity) - here.at(quantity)) > worthwhileGain * span) {
+                    x = trial;
+                    here = there;
+                    isMoved = true;
+                }
+            }
+        }
+        if (here.at(quantity) != before) {
+            sets.push_back(x);
+            values.push_back(here);
+        }
+    }
+}
+
 IntensitySolutions LanqorIntensitySolutions::sample(const QVector<QVector<double>> &known,
                                                     const int &count) const
 {
@@ -329,6 +453,7 @@ IntensitySolutions LanqorIntensitySolutions::sample(const QVector<QVector<double
         if (found)
             sets.push_back(*found);
     }
+    d->addEnds(forms, reached, limit, sets);
     for (const VectorXd &set : sets)
         solutions.responses.append(d->responseOf(forms, set));
     d->fillQuantities(solutions, sets);

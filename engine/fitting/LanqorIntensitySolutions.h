@@ -24,7 +24,9 @@ struct YieldInputs;
 /// quadratic form in the parameters of a fit. Its matrix is found from a few calculations; walks
 /// then start from the solutions known so far, go along random directions in which no Omega that
 /// is fitted changes to first order, as far as the bounds allow, and return to the targets by
-/// Newton's method. The random numbers are always the same, and so is the sample.
+/// Newton's method. Each quantity is then followed to its smallest and its largest value, along
+/// its derivatives, for a random sample ends before them. The random numbers are always the same,
+/// and so is the sample.
 class LANQORENGINE_EXPORT LanqorIntensitySolutions
 {
 public:
@@ -63,8 +65,8 @@ public:
     /// too. Their fault is in the error of the solutions.
     void setYieldInputs(const YieldInputs &inputs);
 
-    /// Samples @p count solutions, the ones among the vectors @p known included. Fewer only when
-    /// the bounds leave no way.
+    /// Samples @p count solutions, the ones among the vectors @p known included, fewer only when
+    /// the bounds leave no way; behind these stand the ones at the ends of the ranges.
     IntensitySolutions sample(const QVector<QVector<double>> &known, const int &count) const;
 
     /// Record "solution", which names the @p chosen one (from 0), and table "solution_ranges".

@@ -268,7 +268,7 @@ QVector<FitParameter> LanqorParametricQDC::getParameters()
     maximumD = std::min(maximumD, widest);
     const double maximumC = maximumAlphaQdcFit + maximumD * std::max(0.0, -smallestS);
     const auto [minimumQ, maximumQ] = d->rangeOfQ();
-    return {{QStringLiteral("Q"), QStringLiteral("1/au"), minimumQ, maximumQ},
+    return {{QStringLiteral("Q"), QStringLiteral("1/electron"), minimumQ, maximumQ},
             {QStringLiteral("D"),
              QStringLiteral("Angstrom^3 ") + d->indices->getResults().energyUnit, 0.0, maximumD},
             {QStringLiteral("C"), QStringLiteral("Angstrom^3"), 0.0, maximumC}};

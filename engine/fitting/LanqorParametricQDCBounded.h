@@ -3,7 +3,7 @@
 #include <LanqorEngine/LanqorParametricQDC.h>
 
 /// The fit of Q, D and C with the smallest polarisability of the coordinated atoms in the place of
-/// C: a vector holds Q (au^-1), D (cubic Angstrom times the energy unit of S) and
+/// C: a vector holds Q (1/electron), D (cubic Angstrom times the energy unit of S) and
 ///     alpha_min = D S_min + C,  cubic Angstrom,
 /// S_min being the smallest superdelocalizability. So nearly every vector within the bounds is
 /// feasible, where C must else exceed D |S_min| by very little at a minimum. The response and the

@@ -101,7 +101,7 @@ LanqorResultTables LanqorParametricQDC::makeTables(const QdcFitResults &results)
     tables.addRecord(
         QStringLiteral("qdc_fit"),
         intensityColumns() +
-            Columns{column("qdc_q", "1/au"),
+            Columns{column("qdc_q", "1/electron"),
                     {QStringLiteral("qdc_d"), QStringLiteral("Angstrom^3 ") + results.energyUnit},
                     column("qdc_c", "Angstrom^3"),
                     column("restriction_value", "1"),

@@ -58,7 +58,7 @@ void addIntensityParameters(LanqorResultTables &tables, const OmegaResults &resu
     add(QStringLiteral("omega_ed_%1"), results.omegaED);
     add(QStringLiteral("omega_dc_%1"), results.omegaDC);
     if (results.qdc.isSet) {
-        columns += {column("qdc_q", "1/au"),
+        columns += {column("qdc_q", "1/electron"),
                     {QStringLiteral("qdc_d"), QStringLiteral("Angstrom^3 ") + energyUnit(results)},
                     column("qdc_c", "Angstrom^3")};
         values += {results.qdc.Q, results.qdc.D, results.qdc.C};
