@@ -151,7 +151,8 @@ std::unique_ptr<LanqorParametricEnergyLevels> makeFit(const Request &request,
 void conclude(LanqorParametricEnergyLevels &fit, QVector<double> vector, qint64 points)
 {
     cli::showMessages(fit);
-    for (qint64 point = 0; point < points; ++point)
+    constexpr qint64 countable = 2000000000; // the fit counts in an int
+    for (qint64 point = 0; point < std::min(points, countable); ++point)
         fit.incrementPointsNumber();
     double *values = vector.data();
     if (!fit.runParametrization(vector.size(), values))

@@ -113,13 +113,14 @@ int fitOmegaCommand(const QStringList &arguments)
     cli::noteMissedTargets(results.omega,
                            tr("Other groups of atoms or more starts (--starts) may come nearer; "
                               "some geometries cannot give some pairs of values."));
-    cli::showResults(reader,
-                     cli::fitText(outcome, cli::omegaTable(results.omega) +
-                                               groupTable(results.groups) +
-                                               cli::responseLine(results.response, results.points)),
-                     cli::withAdditions(LanqorParametric::makeTables(results), outcome.account,
-                                        outcome.solutions, outcome.chosen),
-                     {options.fileName});
+    cli::showResults(
+        reader,
+        cli::fitText(outcome,
+                     cli::omegaTable(results.omega) + groupTable(results.groups) +
+                         cli::responseLine(results.response, outcome.account.unit, results.points)),
+        cli::withAdditions(LanqorParametric::makeTables(results), outcome.account,
+                           outcome.solutions, outcome.chosen),
+        {options.fileName});
     cli::drawSolutions(options, outcome.solutions, outcome.traces);
     return outcome.status;
 }

@@ -116,13 +116,14 @@ int fitQdcCommand(const QStringList &arguments)
                            tr("The fit weighs them against Omega(6), which it drives to zero, and "
                               "three parameters serve all atoms; more starts (--starts) may come "
                               "nearer."));
-    cli::showResults(reader,
-                     cli::fitText(outcome, cli::omegaTable(results.omega) +
-                                               parameterTable(results.parameters) +
-                                               cli::responseLine(results.response, results.points)),
-                     cli::withAdditions(LanqorParametricQDC::makeTables(results), outcome.account,
-                                        outcome.solutions, outcome.chosen),
-                     {options.fileName});
+    cli::showResults(
+        reader,
+        cli::fitText(outcome,
+                     cli::omegaTable(results.omega) + parameterTable(results.parameters) +
+                         cli::responseLine(results.response, outcome.account.unit, results.points)),
+        cli::withAdditions(LanqorParametricQDC::makeTables(results), outcome.account,
+                           outcome.solutions, outcome.chosen),
+        {options.fileName});
     cli::drawSolutions(options, outcome.solutions, outcome.traces);
     return outcome.status;
 }

@@ -258,7 +258,9 @@ int fitStarkCommand(const QStringList &arguments)
     const auto fit = makeFit(request, geometry, isWritten ? QString() : request.baseName);
     cli::showMessages(*fit);
     const int earlierPoints =
-        outcome.bestPoint > 0 ? outcome.bestPoint : int(outcome.account.points);
+        outcome.bestPoint > 0
+            ? outcome.bestPoint
+            : int(std::min<qint64>(outcome.account.points, 2000000000)); // counted in an int
     for (int point = 0; point < earlierPoints; ++point)
         fit->incrementPointsNumber();
     double *values = outcome.best.data();

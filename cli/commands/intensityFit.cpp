@@ -75,10 +75,11 @@ void noteMissedTargets(const QVector<FittedOmega> &omega, const QString &advice)
                  .arg(QString::number(largestGap, 'f', 2), advice));
 }
 
-QString responseLine(double response, qint64 points)
+QString responseLine(double response, const QString &unit, qint64 points)
 {
-    return tr("Response %1 (1e-20 cm^2)^2, best of %2 points\n")
-        .arg(QString::number(response, 'g', 6), QString::number(points));
+    const QString value = QString::number(response, 'g', 6);
+    return tr("Response %1, best of %2 points\n")
+        .arg(unit.isEmpty() ? value : value + QLatin1Char(' ') + unit, QString::number(points));
 }
 
 void describeTargets(const IntensityFitOptions &options, int dataCount, FitAccount &account)

@@ -32,7 +32,7 @@ QString omegaTable(const QVector<FittedOmega> &omega);
 void noteMissedTargets(const QVector<FittedOmega> &omega, const QString &advice);
 
 /// Line on the misfit of the best point and on the points that were tried.
-QString responseLine(double response, qint64 points);
+QString responseLine(double response, const QString &unit, qint64 points);
 
 template <class Results> struct IntensityFitOutcome
 {

@@ -20,6 +20,8 @@ namespace cli {
 
 namespace {
 
+constexpr int maximumStarts = 1000;
+constexpr double maximumPoints = 1.0e12; // of a state: years
 constexpr int annealingSteps = 15000;
 constexpr int stepsBeforePolish = 200;
 constexpr double usualTemperature = 10.0;
@@ -133,7 +135,6 @@ void addFitOptions(OptionReader &reader, int starts)
 FitOptions readFitOptions(const OptionReader &reader, int starts)
 {
     constexpr int maximumSteps = 100000000;
-    constexpr int maximumStarts = 1000;
     FitOptions options;
     options.isPolished = !reader.isSet("no-polish");
     options.starts = options.isPolished ? starts : 1;
@@ -219,21 +220,28 @@ void readState(const OptionReader &reader, FitOptions &options,
     QStringList names;
     for (const auto &name : state.value(QStringLiteral("parameters")).toArray())
         names.append(name.toString());
-    if (state.value(QStringLiteral("command")).toString() != reader.command() ||
-        names != namesOf(parameters))
+    bool isWhole = names == namesOf(parameters) &&
+                   state.value(QStringLiteral("command")).toString() == reader.command();
+    for (const auto &saved : state.value(QStringLiteral("vectors")).toArray()) {
+        QVector<double> vector; // empty of a start that was not made
+        for (const auto &value : saved.toArray()) {
+            isWhole = isWhole && value.isDouble();
+            vector.append(value.toDouble());
+        }
+        isWhole = isWhole && (vector.isEmpty() || vector.size() == parameters.size());
+        options.resumed.append(vector);
+    }
+    const double points = state.value(QStringLiteral("points")).toDouble(-1.0);
+    if (!isWhole || options.resumed.isEmpty() || options.resumed.size() > maximumStarts ||
+        !(points >= 0.0 && points <= maximumPoints))
         throw Failure{tr("--continue %1: this is no state that \"lanqor %2 --save\" kept of a fit "
                          "of %3")
                           .arg(options.resumedFile, reader.command(),
                                namesOf(parameters).join(QStringLiteral(", ")))};
-    for (const auto &saved : state.value(QStringLiteral("vectors")).toArray()) {
-        QVector<double> vector;
-        for (const auto &value : saved.toArray())
-            vector.append(value.toDouble());
-        options.resumed.append(vector.size() == parameters.size() ? vector : QVector<double>());
-    }
-    if (!options.resumed.isEmpty() && !reader.isSet("starts"))
-        options.starts = options.resumed.size();
-    options.resumedPoints = qint64(state.value(QStringLiteral("points")).toDouble());
+    // Fewer would lose points, and the best may be among these.
+    options.starts = reader.isSet("starts") ? std::max(options.starts, options.resumed.size())
+                                            : options.resumed.size();
+    options.resumedPoints = qint64(points);
 }
 
 void writeState(const FitOptions &options, const QString &command,

@@ -414,6 +414,7 @@ FitAccount LanqorLevelsLeastSquaresPrivate::describe(const Assignment &assignmen
     const leastSquares::Values values =
         evaluate(assignment, Eigen::Map<const Eigen::VectorXd>(x.constData(), parameterCount));
     account.misfit = values.residuals.squaredNorm();
+    account.areDeviationsKnown = true; // of all that is fitted, or their scale is not
     const QVector<QStringList> labels = labelsByEnergy(x);
     for (int k = 0; k < levels.size(); ++k) {
         const EnergyLevelsExp &level = levels.at(k);
@@ -430,7 +431,7 @@ FitAccount LanqorLevelsLeastSquaresPrivate::describe(const Assignment &assignmen
         datum.computedLabel = state == stateLabels.at(k) ? level.label : state;
         account.dataCount += datum.isFitted ? 1 : 0;
         account.areDeviationsKnown =
-            account.areDeviationsKnown || (datum.isFitted && level.standardDeviation > 0.0);
+            account.areDeviationsKnown && (!datum.isFitted || level.standardDeviation > 0.0);
         account.data.append(datum);
     }
     leastSquares::addStatistics(makeProblem(assignment), x, account);

@@ -111,6 +111,7 @@ FitAccount LanqorStarkLeastSquares::describe(const QVector<double> &vector) cons
     const leastSquares::Values values =
         d->evaluate(Eigen::Map<const Eigen::VectorXd>(vector.constData(), vector.size()));
     account.misfit = values.residuals.squaredNorm();
+    account.areDeviationsKnown = true; // of all, or their scale is not
     for (const TransitionValues &t : d->transitions) {
         for (const bool isHigh : {false, true}) {
             FitAccount::Datum datum;
@@ -118,7 +119,7 @@ FitAccount LanqorStarkLeastSquares::describe(const QVector<double> &vector) cons
                                                         isHigh ? QStringLiteral("highest")
                                                                : QStringLiteral("lowest"));
             const double given = isHigh ? t.deviationHigh : t.deviationLow;
-            account.areDeviationsKnown = account.areDeviationsKnown || given > 0.0;
+            account.areDeviationsKnown = account.areDeviationsKnown && given > 0.0;
             datum.standardDeviation = deviation(given);
             datum.measured = (isHigh ? t.energyHigh : t.energyLow) - t.offset;
             datum.computed =

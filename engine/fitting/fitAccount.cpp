@@ -292,9 +292,30 @@ QString undeterminedText(const FitAccount &account)
 
 QString errorText(const FitAccount &account)
 {
-    if (account.areDeviationsKnown)
-        return QStringLiteral("\n  Standard errors from the +- of the data as given.\n");
-    return degreesOfFreedom(account) > 0
+    constexpr double doubtfulMisfit = 3.0; // per degree of freedom; 1 is expected
+    const int freedom = degreesOfFreedom(account);
+    if (account.areDeviationsKnown) {
+        const QString text =
+            QStringLiteral("\n  Standard errors from the +- of the data as given.\n");
+        const double misfit = freedom > 0 ? account.misfit / freedom : 0.0;
+        return misfit < doubtfulMisfit
+                   ? text
+                   : text + QStringLiteral("  The misfit per degree of freedom is %1, not about 1: "
+                                           "the model is off by more than the +- allow.\n"
+                                           "  With the misfit as their scale the errors are %2 "
+                                           "times as large.\n")
+                                .arg(general(misfit, 3), general(std::sqrt(misfit), 3));
+    }
+    const bool isMixed =
+        std::any_of(account.data.begin(), account.data.end(), [](const auto &each) {
+            return each.isFitted && each.standardDeviation != 1.0;
+        });
+    if (isMixed)
+        return QStringLiteral("\n  Some data have no +- and count with 1 %1: the +- only weigh the "
+                              "data, and standard\n  errors are from the misfit per degree of "
+                              "freedom.\n")
+            .arg(account.dataUnit);
+    return freedom > 0
                ? QStringLiteral("\n  Standard errors from the misfit per degree of freedom; the "
                                 "data have no +-, or weigh alike.\n")
                : QStringLiteral("\n  No standard errors: there are no more data than parameters, "
