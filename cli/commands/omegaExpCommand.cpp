@@ -284,9 +284,12 @@ UncertaintyResults calcUncertainty(const cli::OptionReader &options,
         calculation.setLifeTime(lifeTime);
         if (!calculation.calcOmegaExp())
             return QVector<double>();
-        const OmegaExpResults found = calculation.getResults();
+        OmegaExpResults found = calculation.getResults();
         ++sets;
-        impossible += int(found.anrad < 0.0);
+        if (lifeTime != 0.0 && found.anrad < 0.0) {
+            ++impossible;
+            found.anrad = found.quantumEfficiency = std::nan("");
+        }
         return rowOf(found);
     };
     const QVector<double> asGiven = rowOf(results);

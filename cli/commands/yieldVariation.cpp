@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -178,7 +179,10 @@ UncertaintyResults YieldVariation::calcUncertainty(const Calculation &calculatio
         if (!outcome.error.isEmpty())
             return QVector<double>();
         ++sets;
-        impossible += int(outcome.anrad < 0.0);
+        if (outcome.anrad < 0.0) {
+            ++impossible;
+            return QVector<double>();
+        }
         return rowOf(outcome, transfers);
     };
     UncertaintyResults results = uncertainty.calculate(
@@ -217,6 +221,14 @@ void YieldVariation::run(const Calculation &calculation, LanqorInputData &comple
             return point.quantumYield == points.first().quantumYield;
         }))
         cli::note(tr("--scan: the yield does not depend on that"));
+    const auto missing =
+        std::count_if(points.begin(), points.end(), [](const YieldScanResults::Point &point) {
+            return std::isnan(point.quantumYield);
+        });
+    if (missing > 0)
+        cli::warn(tr("--scan: %1 of %2 points have no yield, for example because a lifetime cannot "
+                     "be longer than the radiative one")
+                      .arg(QString::number(missing), QString::number(points.size())));
     text += LanqorYieldScan::makeText(scanResults);
     tables.append(LanqorYieldScan::makeTables(scanResults));
 }

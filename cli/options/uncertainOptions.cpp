@@ -42,7 +42,8 @@ UncertainOptions::UncertainOptions(OptionReader &reader, const QVector<Uncertain
                       tr("Sets of values for error bars (default %1): any number of %2 may be "
                          "given as value+-sd (normal; log-normal for rates and lifetimes) or as "
                          "low:high (uniform), such as --n 1.5+-0.05; then medians, intervals and "
-                         "the share of each input in the variance are told.")
+                         "the share of each input in the variance are told. Inputs count as "
+                         "independent of each other.")
                           .arg(QString::number(LanqorUncertainty::defaultSamples()),
                                names.join(QStringLiteral(", "))),
                       tr("number"), QString::number(LanqorUncertainty::defaultSamples())});
@@ -221,7 +222,7 @@ void addImpossibleLifetimes(UncertaintyResults &results, int impossible, int set
     if (impossible > leastTold * sets)
         results.warnings.append(
             tr("in %1 % of the sets of values the lifetime is longer than the radiative one: a "
-               "quantum efficiency above 100 %, which cannot be")
+               "quantum efficiency above 100 %, which cannot be and is left out")
                 .arg(QString::number(100.0 * impossible / sets, 'g', 2)));
 }
 

@@ -82,7 +82,8 @@ QVector<QVector<double>> readSolutions(const OptionReader &reader,
 /// Warns when Omega 2, 4 or 6 as given, 1e-20 cm^2, is none that the solutions have.
 void warnOfOtherSolutions(const QVector<QVector<double>> &solutions, const QVector<double> &omegas);
 
-/// Adds a warning where @p impossible of @p sets have a lifetime longer than the radiative one.
+/// Adds a warning where @p impossible of @p sets have a lifetime longer than the radiative one, so
+/// that no efficiency is counted for them.
 void addImpossibleLifetimes(UncertaintyResults &results, int impossible, int sets);
 
 /// Shows the warnings of error bars and adds them to a report and to tables.

@@ -93,6 +93,14 @@ double middleOf(const UncertainInput &range)
     return 0.5 * (std::max(range.low, range.minimum) + std::min(range.high, range.maximum));
 }
 
+QString possibleValues(const UncertainInput &input)
+{
+    const QString least = tr("the least possible value is %1").arg(QString::number(input.minimum));
+    return std::isinf(input.maximum)
+               ? least
+               : least + tr(", the largest %1").arg(QString::number(input.maximum));
+}
+
 /// The value with the share @p u of @p sorted below it, linear between the values (method 7 of R.
 /// J. Hyndman and Y. Fan, Am. Stat. 50, 361 (1996)).
 double quantileOf(const std::vector<double> &sorted, double u)
@@ -146,19 +154,21 @@ void addIndices(const std::vector<double> &a, const std::vector<double> &b,
                 const std::vector<double> &ab, Quantity &quantity)
 {
     const Spread spread(a, b);
+    double all = 0.0;
     double others = 0.0;
     double total = 0.0;
     double count = 0.0;
     for (std::size_t i = 0; i < a.size(); ++i) {
         if (!std::isfinite(a[i]) || !std::isfinite(b[i]) || !std::isfinite(ab[i]))
             continue;
+        all += 0.5 * (a[i] - b[i]) * (a[i] - b[i]);
         others += 0.5 * (b[i] - ab[i]) * (b[i] - ab[i]);
         total += 0.5 * (a[i] - ab[i]) * (a[i] - ab[i]);
         count += 1.0;
     }
     // What is left of a result that does not vary is rounding.
     const bool varies = std::sqrt(spread.variance) > 1e-12 * std::abs(spread.mean);
-    quantity.firstOrder.append(varies ? 1.0 - others / count / spread.variance : std::nan(""));
+    quantity.firstOrder.append(varies ? 1.0 - others / all : std::nan(""));
     quantity.total.append(varies ? total / count / spread.variance : std::nan(""));
 }
 
@@ -174,10 +184,9 @@ public:
     }
     bool refuseRange(const UncertainInput &input)
     {
-        return refuse(tr("%1: nothing from %2 to %3 can be; the least possible value is %4, the "
-                         "largest %5.")
+        return refuse(tr("%1: nothing from %2 to %3 can be; %4.")
                           .arg(input.name, QString::number(input.low), QString::number(input.high),
-                               QString::number(input.minimum), QString::number(input.maximum)));
+                               possibleValues(input)));
     }
     /// Sample A and sample B, point by point: values of numbers and rows of ensembles.
     std::vector<double> makePoints() const;
@@ -310,8 +319,8 @@ bool LanqorUncertainty::addInput(const UncertainInput &given)
     const bool isLogNormal = input.kind == UncertaintyKind::LogNormal;
     if (!std::isfinite(input.value) || (isLogNormal && !(input.value > 0.0)) ||
         (!isUniform && (input.value < input.minimum || input.value > input.maximum)))
-        return d->refuse(
-            tr("%1: the value %2 cannot be.").arg(input.name, QString::number(input.value)));
+        return d->refuse(tr("%1: the value %2 cannot be; %3.")
+                             .arg(input.name, QString::number(input.value), possibleValues(input)));
     const bool isFixed = isUniform ? input.low == input.high : input.standardDeviation == 0.0;
     Factor factor;
     factor.name = input.name;
@@ -401,7 +410,9 @@ UncertaintyResults LanqorUncertainty::calculate(const QVector<ResultColumn> &qua
         quantity.name = quantities.at(q).key;
         quantity.unit = quantities.at(q).unit;
         quantity.value = values.value(q, std::nan(""));
-        setIntervals(a[std::size_t(q)], quantity);
+        std::vector<double> both = a[std::size_t(q)];
+        both.insert(both.end(), b[std::size_t(q)].begin(), b[std::size_t(q)].end());
+        setIntervals(both, quantity);
         missing = std::max(missing, quantity.missing);
         found.quantities.append(quantity);
     }
@@ -413,6 +424,6 @@ UncertaintyResults LanqorUncertainty::calculate(const QVector<ResultColumn> &qua
     }
     if (missing > 0)
         found.warnings.append(tr("%1 of %2 sets of values give no result and are left out")
-                                  .arg(QString::number(missing), QString::number(d->samples)));
+                                  .arg(QString::number(missing), QString::number(2 * d->samples)));
     return found;
 }

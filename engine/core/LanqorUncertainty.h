@@ -21,12 +21,14 @@ class LanqorUncertaintyPrivate;
 /// J. Sci. Comput. 30, 2635 (2008)), their nested digits scrambled (A. B. Owen, in Monte Carlo
 /// and Quasi-Monte Carlo Methods, Springer 1995, 299) with a fixed seed: the same inputs give the
 /// same results. With d inputs a point has 2d coordinates, those of a sample A and those of a
-/// sample B; A gives medians and intervals. The samples AB(i), which are A with input i from B,
-/// give the shares of input i in the variance V, alone and with all its interactions:
-///     first order  S(i) = 1 - mean((f(B) - f(AB(i)))^2) / 2V
+/// sample B; both together give medians and intervals. The samples AB(i), which are A with input i
+/// from B, give the shares of input i in the variance V, alone and with all its interactions:
+///     first order  S(i) = 1 - mean((f(B) - f(AB(i)))^2) / mean((f(A) - f(B))^2)
 ///     total        T(i) = mean((f(A) - f(AB(i)))^2) / 2V
 /// (M. J. W. Jansen, Comput. Phys. Commun. 117, 35 (1999); A. Saltelli et al., ibid. 181, 259
-/// (2010), whose other estimator of S is the less certain one for rates over many decades).
+/// (2010), whose other estimator of S is the less certain one for rates over many decades). The
+/// denominator of S is 2V, too; chance correlations of A with B are in it as in the numerator and
+/// cancel, where else each of many inputs would get a part of them.
 class LANQORENGINE_EXPORT LanqorUncertainty
 {
 public:
@@ -53,7 +55,8 @@ public:
     /// Adds equally likely sets of values that belong together, such as the solutions of a fit.
     /// @return false without rows, or when their lengths differ
     bool addEnsemble(const QString &name, const QVector<QVector<double>> &rows);
-    /// Rounded up to a power of two, which balances the sequence; from 64 to mostSamples().
+    /// Points of A and of B: rounded up to a power of two, which balances the sequence; from 64 to
+    /// mostSamples().
     void setSamples(const int &count);
     QString getLastError() const;
     bool isEmpty() const;

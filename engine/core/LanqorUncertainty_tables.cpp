@@ -112,11 +112,12 @@ LanqorResultTables LanqorUncertainty::makeTables(const UncertaintyResults &resul
 QString LanqorUncertainty::makeText(const UncertaintyResults &results)
 {
     constexpr int nameWidth = 36;
-    QString text = QStringLiteral("\nUncertainty, by %1 sets of the uncertain inputs (scrambled "
-                                  "Sobol sequence)\n\n"
-                                  "  input                               distribution        value"
-                                  "        sd     2.5 %      97.5 %\n")
-                       .arg(results.samples);
+    QString text =
+        QStringLiteral("\nUncertainty, by 2 x %1 sets of the uncertain inputs (scrambled "
+                       "Sobol sequence)\n\n"
+                       "  input                               distribution        value"
+                       "        sd     2.5 %      97.5 %\n")
+            .arg(results.samples);
     for (const Factor &factor : results.factors) {
         const UncertainInput &input = factor.input;
         text += QStringLiteral("  ") + withUnit(factor.name, input.unit).leftJustified(nameWidth);

@@ -30,14 +30,14 @@ struct UncertaintyResults
         double high68 = 0.0;
         double low95 = 0.0; ///< limits of the middle 95 %
         double high95 = 0.0;
-        int missing = 0; ///< samples without a finite value, which are left out
+        int missing = 0; ///< of A and B without a finite value, which are left out
         /// Sobol indices by factor: shares of the variance by the factor alone and by the factor
         /// with all its interactions. Not a number when nothing varies.
         QVector<double> firstOrder;
         QVector<double> total;
     };
 
-    int samples = 0;
+    int samples = 0; ///< of A, and as many of B
     QVector<Factor> factors;
     QVector<Quantity> quantities;
     QStringList warnings; ///< of distributions that are cut, and of samples without a result

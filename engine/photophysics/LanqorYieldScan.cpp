@@ -68,7 +68,8 @@ Limits limitsOf(const QString &name)
 Point pointOf(const YieldInputs &inputs)
 {
     const YieldOutcome outcome = LanqorSpectroscopicCalculation::calcYield(inputs);
-    if (!outcome.error.isEmpty()) {
+    // Nothing decays more slowly than by radiation alone.
+    if (!outcome.error.isEmpty() || outcome.anrad < 0.0) {
         const double none = std::numeric_limits<double>::quiet_NaN();
         return {none, none, none, none, none};
     }
@@ -160,7 +161,7 @@ QString LanqorYieldScan::reasonAgainst(const QString &name, const double &value)
     if (value >= limits.least && value <= limits.largest && std::isfinite(value))
         return QString();
     return std::isinf(limits.largest)
-               ? tr("%1 cannot be %2: it is not below %3")
+               ? tr("%1 cannot be %2: the least possible value is %3")
                      .arg(name, QString::number(value), QString::number(limits.least))
                : tr("%1 cannot be %2: it lies from %3 to %4")
                      .arg(name, QString::number(value), QString::number(limits.least),

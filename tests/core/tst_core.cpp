@@ -12,6 +12,7 @@
 
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace {
 
@@ -146,6 +147,15 @@ private Q_SLOTS:
             widths[scale == 1.0 ? 0 : 1] = y.high95 - y.low95;
         }
         COMPARE_NEAR(widths[1] / widths[0], 0.5, 1e-9);
+        // Many inputs: chance correlations between them do not add up.
+        const auto sum =
+            errorBars(QVector<UncertainInput>(12, normal(1, 0.1)), [](const QVector<double> &x) {
+                return std::accumulate(x.begin(), x.end(), 0.0);
+            });
+        COMPARE_NEAR(std::accumulate(sum.firstOrder.begin(), sum.firstOrder.end(), 0.0), 1.0,
+                     0.005);
+        COMPARE_NEAR(sum.high68 - sum.low68, 2 * 0.994458 * 0.1 * std::sqrt(12),
+                     0.02 * 0.1 * std::sqrt(12));
         // Cut at 0 and at 1: the middle of what is left of each distribution.
         const double infinity = std::numeric_limits<double>::infinity();
         const auto own = [](const QVector<double> &x) { return x[0]; };

@@ -349,6 +349,12 @@ void TestSpectroscopic::scans()
     for (int i = 0; i < results.points.size(); ++i)
         COMPARE_NEAR(results.points.at(i).quantumYield,
                      yieldOf(19000.0 - 500.0 * (i / 4), 1.3 + 0.1 * (i % 4), nullptr), 1e-9);
+    // Beyond the radiative lifetime there is no yield.
+    LanqorYieldScan lifetimes(inputs);
+    QVERIFY(lifetimes.addAxis(QStringLiteral("lifetime=0.5:10.5:10")));
+    const YieldScanResults found = lifetimes.calculate();
+    QVERIFY(found.points.at(0).quantumYield > 0.0);
+    QVERIFY(std::isnan(found.points.at(1).quantumYield));
 }
 
 void TestSpectroscopic::kinetics()
