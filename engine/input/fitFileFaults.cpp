@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cmath>
 
 namespace fitFiles {
 
@@ -107,14 +108,19 @@ QString measuredDeviationFault(const QString &fileName)
     while (reader.next()) {
         const QStringList fields =
             textOf(reader).simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        const auto told = std::find_if(
-            fields.begin() + std::min(1, int(fields.size())), fields.end(),
-            [](const QString &field) { return field.startsWith(QLatin1String("+-")); });
+        const QChar plusMinus(0xb1); // the sign itself, which is not read
+        const auto told = std::find_if(fields.begin() + std::min(1, int(fields.size())),
+                                       fields.end(), [plusMinus](const QString &field) {
+                                           return field.startsWith(QLatin1String("+-")) ||
+                                                  field.contains(plusMinus);
+                                       });
         if (told == fields.end() || reader.lineNumber() == 1)
             continue;
-        const QString number =
-            told->size() > 2 || told + 1 == fields.end() ? told->mid(2) : *(told + 1);
-        if (!(number.toDouble() > 0.0) || fields.last().startsWith(QLatin1String("+-")))
+        const bool isNextNumber = told->size() == 2 && fields.end() - told > 2;
+        const double deviation = (isNextNumber ? *(told + 1) : told->mid(2)).toDouble();
+        constexpr double smallest = 1.0e-6; // cm^-1
+        if (!(deviation >= smallest && std::isfinite(deviation)) || told + 1 == fields.end() ||
+            told->contains(plusMinus))
             return tr("%1, line %2: \"+-\" needs a positive standard deviation in cm^-1 between "
                       "label and energy, as in 4I11/2 +-5 2007")
                 .arg(fileName, QString::number(reader.lineNumber()));
