@@ -180,6 +180,25 @@ void nameErrors(const MatrixXd &covariance, double variance, const VectorXd &len
     }
 }
 
+/// The problem with the parameters held at the bound that their value is next to, where there are
+/// such; x depends on u but weakly there, and steps creep.
+bool holdAtBounds(Problem &problem, const QVector<double> &x)
+{
+    constexpr double next = 1.0e-3; // of the range
+    bool isHeld = false;
+    for (int i = 0; i < problem.parameters.size(); ++i) {
+        FitParameter &p = problem.parameters[i];
+        const double close = next * (isBounded(p) ? p.maximum - p.minimum : 1.0);
+        const bool isLow = x.at(i) - p.minimum <= close;
+        if (p.isFixed || !(isLow || p.maximum - x.at(i) <= close))
+            continue;
+        p.isFixed = true;
+        p.fixedValue = isLow ? p.minimum : p.maximum;
+        isHeld = true;
+    }
+    return isHeld;
+}
+
 } // namespace
 
 Minimum minimise(const Problem &problem, const QVector<double> &start)
@@ -202,7 +221,22 @@ Minimum minimise(const Problem &problem, const QVector<double> &start)
         !functor.minimum.isStopped &&
         status != Eigen::LevenbergMarquardtSpace::TooManyFunctionEvaluation &&
         status != Eigen::LevenbergMarquardtSpace::ImproperInputParameters;
-    return functor.minimum;
+    Minimum &found = functor.minimum;
+    Problem held = problem;
+    if (!found.isStopped && !found.x.isEmpty() && holdAtBounds(held, found.x)) {
+        Minimum atBound = minimise(held, found.x);
+        const int before = found.points;
+        if (!atBound.x.isEmpty() && atBound.chiSquare <= found.chiSquare) {
+            for (const FitTrace::Improvement &improvement : qAsConst(atBound.trace))
+                if (improvement.response < found.trace.last().response)
+                    found.trace.append({improvement.point + before, improvement.response});
+            atBound.trace = found.trace;
+            found = atBound;
+            found.points = 0;
+        }
+        found.points = before + atBound.points;
+    }
+    return found;
 }
 
 void addOutcome(const Minimum &minimum, FitAccount &account)
