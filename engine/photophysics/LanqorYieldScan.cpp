@@ -6,6 +6,7 @@
 #include <LanqorEngine/LanqorSpectroscopicCalculation.h>
 
 #include <QCoreApplication>
+#include <QPair>
 
 #include <algorithm>
 #include <cmath>
@@ -50,18 +51,27 @@ struct Limits
 
 Limits limitsOf(const QString &name)
 {
+    constexpr double highestRate = 1e15; // s^-1
+    static const QVector<QPair<QString, Limits>> others = {
+        {QStringLiteral("min-distance"), {0.5, 20.0}},     // Angstrom
+        {QStringLiteral("t1-shift"), {-20000.0, 20000.0}}, // cm^-1
+        {QStringLiteral("n"), {1.0, 10.0}},
+        {QStringLiteral("lifetime"), {1e-6, 1e6}},            // ms
+        {QStringLiteral("temperature"), {1.0, 2000.0}},       // K
+        {QStringLiteral("band-half-width"), {1.0, 100000.0}}, // cm^-1
+        {QStringLiteral("overlap-exponent"), {0.0, 100.0}},
+        {QStringLiteral("excitation-rate"), {1e-6, highestRate}},
+    };
     if (name.endsWith(QLatin1String("-energy")))
         return {1000.0, 200000.0}; // cm^-1
-    if (name.startsWith(QLatin1String("rl-")) || name == QLatin1String("min-distance"))
+    if (name.startsWith(QLatin1String("rl-")))
         return {0.5, 1000.0}; // Angstrom
-    if (name == QLatin1String("t1-shift"))
-        return {-infinity, infinity};
-    if (name == QLatin1String("n"))
-        return {1.0, 10.0};
-    if (name == QLatin1String("lifetime"))
-        return {1e-6, 1e6}; // ms
-    if (name == QLatin1String("temperature") || name == QLatin1String("band-half-width"))
-        return {1.0, infinity}; // K, cm^-1
+    for (const auto &[known, limits] : others)
+        if (name == known)
+            return limits;
+    const QVector<YieldQuantity> rates = quantitiesNamed(name);
+    if (!rates.isEmpty() && rates.first().unit == QLatin1String("s^-1"))
+        return {0.0, highestRate};
     return {};
 }
 

@@ -337,7 +337,8 @@ void TestSpectroscopic::scans()
     LanqorYieldScan scan(inputs);
     for (const char *wrong :
          {"triplet-energy=17500:19000:0", "triplet-energy=17500:19000:-500", "n=1:2:1e-7",
-          "n=0.5:2:0.1", "T1=1:2:1", "n=1:2", "n=1:x:1", "lifetime=nan:1:1"})
+          "n=0.5:2:0.1", "T1=1:2:1", "n=1:2", "n=1:x:1", "lifetime=nan:1:1",
+          "temperature=300:3000:100", "excitation-rate=0:1:1"})
         QVERIFY2(!scan.addAxis(QLatin1String(wrong)), wrong);
     QVERIFY(scan.addAxis(QStringLiteral("triplet-energy=19000:17400:-500")));
     QVERIFY(scan.addAxis(QStringLiteral("n=1.3:1.6:0.1")));
