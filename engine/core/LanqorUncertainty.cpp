@@ -128,48 +128,26 @@ void setIntervals(const std::vector<double> &values, Quantity &quantity)
     quantity.high95 = quantileOf(sorted, 0.975);
 }
 
-/// Mean and variance of the finite values of two samples.
-struct Spread
-{
-    Spread(const std::vector<double> &a, const std::vector<double> &b)
-    {
-        double count = 0.0;
-        for (const std::vector<double> *sample : {&a, &b})
-            for (const double value : *sample) {
-                if (!std::isfinite(value))
-                    continue;
-                count += 1.0;
-                const double difference = value - mean;
-                mean += difference / count;
-                variance += difference * (value - mean);
-            }
-        variance /= count;
-    }
-    double mean = 0.0;
-    double variance = 0.0;
-};
-
 /// Appends the indices of the factor that @p ab has from @p b and the rest from @p a.
 void addIndices(const std::vector<double> &a, const std::vector<double> &b,
                 const std::vector<double> &ab, Quantity &quantity)
 {
-    const Spread spread(a, b);
     double all = 0.0;
     double others = 0.0;
-    double total = 0.0;
-    double count = 0.0;
+    double own = 0.0;
+    double squares = 0.0;
     for (std::size_t i = 0; i < a.size(); ++i) {
         if (!std::isfinite(a[i]) || !std::isfinite(b[i]) || !std::isfinite(ab[i]))
             continue;
-        all += 0.5 * (a[i] - b[i]) * (a[i] - b[i]);
-        others += 0.5 * (b[i] - ab[i]) * (b[i] - ab[i]);
-        total += 0.5 * (a[i] - ab[i]) * (a[i] - ab[i]);
-        count += 1.0;
+        all += (a[i] - b[i]) * (a[i] - b[i]);
+        others += (b[i] - ab[i]) * (b[i] - ab[i]);
+        own += (a[i] - ab[i]) * (a[i] - ab[i]);
+        squares += a[i] * a[i] + b[i] * b[i];
     }
-    // What is left of a result that does not vary is rounding.
-    const bool varies = std::sqrt(spread.variance) > 1e-12 * std::abs(spread.mean);
+    constexpr double rounding = 1e-24; // squared; what is left of a result that does not vary
+    const bool varies = all > rounding * squares;
     quantity.firstOrder.append(varies ? 1.0 - others / all : std::nan(""));
-    quantity.total.append(varies ? total / count / spread.variance : std::nan(""));
+    quantity.total.append(varies ? own / all : std::nan(""));
 }
 
 } // namespace

@@ -23,12 +23,12 @@ class LanqorUncertaintyPrivate;
 /// same results. With d inputs a point has 2d coordinates, those of a sample A and those of a
 /// sample B; both together give medians and intervals. The samples AB(i), which are A with input i
 /// from B, give the shares of input i in the variance V, alone and with all its interactions:
-///     first order  S(i) = 1 - mean((f(B) - f(AB(i)))^2) / mean((f(A) - f(B))^2)
-///     total        T(i) = mean((f(A) - f(AB(i)))^2) / 2V
+///     first order  S(i) = 1 - mean((f(B) - f(AB(i)))^2) / 2V
+///     total        T(i) = mean((f(A) - f(AB(i)))^2) / 2V,  2V = mean((f(A) - f(B))^2)
 /// (M. J. W. Jansen, Comput. Phys. Commun. 117, 35 (1999); A. Saltelli et al., ibid. 181, 259
-/// (2010), whose other estimator of S is the less certain one for rates over many decades). The
-/// denominator of S is 2V, too; chance correlations of A with B are in it as in the numerator and
-/// cancel, where else each of many inputs would get a part of them.
+/// (2010), whose other estimator of S is the less certain one for rates over many decades). With V
+/// from the same pairs, chance correlations of A with B cancel, of which else each of many inputs
+/// would get a part: an input without effect has exactly 0, one that decides alone exactly 1.
 class LANQORENGINE_EXPORT LanqorUncertainty
 {
 public:
