@@ -94,15 +94,15 @@ Request readRequest(const cli::OptionReader &options)
     request.fit = cli::readFitOptions(options, isAnnealed ? annealedStarts : leastSquaresStarts);
     request.fileName = QFileInfo(fileName).absoluteFilePath();
     request.ion = cli::readFreeIon(options);
-    const QVector<FitParameter> prescribed = LanqorParametricEnergyLevels::getParameters();
+    const QVector<FitParameter> physical = LanqorParametricEnergyLevels::getParameters();
     const double given[] = {request.ion.F2, request.ion.F4, request.ion.F6, request.ion.zeta};
-    for (int i = 0; i < prescribed.size(); ++i)
-        if (!(given[i] >= prescribed.at(i).minimum && given[i] <= prescribed.at(i).maximum))
+    for (int i = 0; i < physical.size(); ++i)
+        if (!(given[i] >= physical.at(i).minimum && given[i] <= physical.at(i).maximum))
             throw cli::Failure{tr("%1 = %2 cm^-1 is outside its bounds, %3 to %4 cm^-1.")
-                                   .arg(prescribed.at(i).name, QString::number(given[i]),
-                                        QString::number(prescribed.at(i).minimum),
-                                        QString::number(prescribed.at(i).maximum))};
-    request.parameters = cli::restricted(options, request.fit, prescribed);
+                                   .arg(physical.at(i).name, QString::number(given[i]),
+                                        QString::number(physical.at(i).minimum),
+                                        QString::number(physical.at(i).maximum))};
+    request.parameters = cli::restricted(options, request.fit, physical);
     if (!LanqorParametricEnergyLevels::readEnergyLevelsExp(request.fileName, request.measured))
         throw cli::Failure{
             tr("%1 cannot be read as a list of measured levels").arg(request.fileName)};

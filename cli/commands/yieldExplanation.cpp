@@ -107,12 +107,20 @@ QString ligand(const SpectroscopicResults &results)
     if (results.considerTwoTriplets)
         donors.append(donorText(tr("the triplet Ta"), results.firstTriplet));
     donors.append(donorText(tr("the triplet T"), results.triplet));
+    const QString rates =
+        results.considerTwoTriplets
+            ? tr("crosses to each triplet at %1 s^-1, Ta crosses to T at %2 s^-1, and both decay "
+                 "at "
+                 "%3 s^-1 unless the ion takes their energy.")
+                  .arg(rateOf(results, "S", "T"), rateOf(results, "Ta", "T"),
+                       rateOf(results, "T", "S0"))
+            : tr("crosses to the triplet at %1 s^-1; the triplet decays at %2 s^-1 unless the ion "
+                 "takes its energy.")
+                  .arg(rateOf(results, "S", "T"), rateOf(results, "T", "S0"));
     return tr("Ligands. They give energy from %1. Light lifts S0 to S at %2 s^-1. S returns to S0 "
-              "at %3 s^-1 and crosses to the triplet at %4 s^-1; the triplet decays at %5 s^-1 "
-              "unless the ion takes its energy. Where no option set them, these are typical rates, "
-              "not those of this ligand.")
-        .arg(donors.join(tr("; ")), rateOf(results, "S0", "S"), rateOf(results, "S", "S0"),
-             rateOf(results, "S", "T"), rateOf(results, "T", "S0"));
+              "at %3 s^-1 and %4 Where no option set them, these are typical rates, not those of "
+              "this ligand.")
+        .arg(donors.join(tr("; ")), rateOf(results, "S0", "S"), rateOf(results, "S", "S0"), rates);
 }
 
 QString channelText(const TransferResult &transfer)
@@ -146,8 +154,13 @@ QString channels(const SpectroscopicResults &results)
            list;
 }
 
-QString defaults()
+QString defaults(const SpectroscopicResults &results)
 {
+    if (results.considerTwoTriplets)
+        return tr(
+            "Of two triplets Ta feeds 5D4, by multipolar transfer, and T feeds 5D1 and 5D0, by "
+            "exchange, which from 7F0 allows J = 1, and J = 0 as far as J mixes; S may feed "
+            "5D4. --channels closes the ways of S and T.");
     return tr(
         "Open by default are S -> 5D4, T -> 5D1 and T -> 5D0. Crossing is so fast that most "
         "of the energy is on the triplet, and 5D1 and 5D0 are what a triplet of 18000 to "
@@ -235,7 +248,7 @@ QString yieldExplanation(const SpectroscopicResults &results, const YieldInputs 
 {
     const QStringList paragraphs = {wrapped(emission(results)), wrapped(lifetime(results)),
                                     wrapped(ligand(results)),   channels(results),
-                                    wrapped(defaults()),        wrapped(ion(results)),
+                                    wrapped(defaults(results)), wrapped(ion(results)),
                                     wrapped(balance(results)),  wrapped(doubts(results, inputs))};
     return paragraphs.join(QLatin1Char('\n'));
 }
