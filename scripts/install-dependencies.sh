@@ -10,6 +10,7 @@ set -euo pipefail
 packages=(
     build-essential cmake ninja-build pkg-config
     qtbase5-dev libeigen3-dev libboost-dev libnlopt-dev
+    gemmi-dev tao-pegtl-dev
     # pictures of the lanqor program
     libqwt-qt5-dev libqt5svg5-dev fonts-dejavu-core
     # outside programs that tests check written files with

@@ -1,6 +1,7 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "options/OptionReader.h"
+#include "options/complexOptions.h"
 #include "options/jobOptions.h"
 #include "text.h"
 
@@ -69,6 +70,7 @@ void addOptions(cli::OptionReader &options)
                        tr("Charge of the whole system, ion included; by default that of the MOPAC "
                           "output, archive or job (CHARGE=), else 0."),
                        QStringLiteral("n")});
+    options.addOption(cli::moleculeOption());
     cli::addJobOptions(options);
     options.addOption({QStringLiteral("roots"),
                        tr("ORCA: number of states of each multiplicity (25)."), QStringLiteral("n"),
@@ -187,8 +189,8 @@ int convertCommand(const QStringList &arguments)
     cli::OptionReader options("convert");
     options.setDescription(
         tr("Converts a structure, or writes a job for a quantum-chemistry program.\n\n"
-           "IN is a MOPAC output or archive (.arc), a .xyz, .mop, .zmt or .mol2 file, or (for\n"
-           "ORCA jobs) an ORCA output. The suffix of OUT tells what to write:\n"
+           "IN is a MOPAC output or archive (.arc), a .xyz, .mop, .zmt, .mol2, .cif or .pdb file,\n"
+           "or (for ORCA jobs) an ORCA output. The suffix of OUT tells what to write:\n"
            "  .xyz, .zmt     Cartesian coordinates (Angstrom), Z-matrix (degrees)\n"
            "  .sph           spherical coordinates about atom 1\n"
            "  .mop           MOPAC: sparkle optimisation, by AM1 unless --method names another\n"
@@ -212,6 +214,7 @@ int convertCommand(const QStringList &arguments)
                            .arg(out));
 
     LanqorInputData structure(nullptr, files.at(0));
+    cli::chooseMolecule(options, structure);
     structure.setKeepFileOpen(true);
     LanqorFilesConverter converter(nullptr, &structure);
     cli::showWarnings(structure);

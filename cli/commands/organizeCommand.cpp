@@ -1,6 +1,7 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "options/OptionReader.h"
+#include "options/complexOptions.h"
 #include "options/jobOptions.h"
 #include "options/showResults.h"
 #include "text.h"
@@ -85,7 +86,8 @@ int organizeCommand(const QStringList &arguments)
            "ion first, then the coordinated atoms ligand by ligand (O and N within 2.65, Cl and S\n"
            "within 2.9, I within 3.0 Angstrom), then the remaining atoms ligand by ligand, and\n"
            "last counter-ions and lattice solvent.\n\n"
-           "IN is a .mol2, .xyz, .mop or .zmt file or a MOPAC output or archive (.arc); OUT a\n"
+           "IN is a crystal structure (.cif or .pdb, of which the complex that holds the ion is\n"
+           "taken), a .mol2, .xyz, .mop or .zmt file or a MOPAC output or archive (.arc); OUT a\n"
            ".mop, .mol2 or .xyz file. The ligands and the numbers of their coordinated atoms go\n"
            "to standard output.\n\n"
            "Example: lanqor organize crystal.mol2 complex.mop --charge 0"));
@@ -98,6 +100,7 @@ int organizeCommand(const QStringList &arguments)
          tr("Charge of a .mop job, of all atoms that it keeps; by default that of the "
             "MOPAC output, archive or job (CHARGE=), else 0, less those of fragments left out."),
          QStringLiteral("n")});
+    options.addOption(cli::moleculeOption());
     cli::addJobOptions(options);
     options.addResultOptions();
     options.parse(arguments);
@@ -110,6 +113,7 @@ int organizeCommand(const QStringList &arguments)
         options.wholeNumber("charge");
 
     LanqorInputData source(nullptr, files.at(0));
+    cli::chooseMolecule(options, source);
     cli::showWarnings(source);
     source.setKeepFileOpen(true);
     LanqorOrganizeMolecules structure(nullptr, &source);

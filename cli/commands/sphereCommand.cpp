@@ -36,15 +36,18 @@ int sphereCommand(const QStringList &arguments)
         tr("Coordination number of the lanthanide ion (atom 1) and the atoms bound to it in\n"
            "spherical coordinates: distance r in Angstrom, polar angle theta and azimuth phi in\n"
            "degrees. O and N count within 2.65, Cl and S within 2.9 and I within 3.0 Angstrom.\n\n"
-           "FILE is a MOPAC output or archive (.arc) or a .mop, .zmt, .xyz or .mol2 file.\n\n"
+           "FILE is a MOPAC output or archive (.arc) or a .mop, .zmt, .xyz, .mol2, .cif\n"
+           "or .pdb file.\n\n"
            "Example: lanqor sphere eu_l2_rm1_opt.out"));
     options.addArgument(QStringLiteral("FILE"), tr("structure file"));
+    options.addOption(cli::moleculeOption());
     options.addResultOptions();
     options.parse(arguments);
     const QString fileName =
         options.files(1, tr("one FILE is needed; see \"lanqor sphere --help\"")).first();
 
     LanqorInputData data(nullptr, fileName);
+    cli::chooseMolecule(options, data);
     cli::showWarnings(data);
     if (!data.readStructureFile())
         cli::failOf(data);

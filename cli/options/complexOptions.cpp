@@ -178,6 +178,20 @@ void requireFile(const QString &option, const QString &fileName, const QString &
         throw Failure{tr("%1%2 does not exist; %3 is needed.").arg(option, fileName, needed)};
 }
 
+QCommandLineOption moleculeOption()
+{
+    return {QStringLiteral("molecule"),
+            tr("Number of the complex of a crystal structure (.cif, .pdb) that holds several."),
+            tr("K")};
+}
+
+void chooseMolecule(const OptionReader &options, LanqorInputData &structure)
+{
+    constexpr int most = 1000; // independent complexes of a cell
+    if (options.isSet("molecule"))
+        structure.setMolecule(options.count("molecule", most));
+}
+
 QCommandLineOption coordinationOption()
 {
     return {QStringLiteral("coordination"),
@@ -188,7 +202,7 @@ QCommandLineOption coordinationOption()
 void readStructure(LanqorInputData &geometry)
 {
     requireFile(QString(), geometry.getFileName(),
-                tr("a MOPAC .out or .arc or a structure (.mop, .zmt, .xyz, .mol2)"));
+                tr("a MOPAC .out or .arc or a structure (.mop, .zmt, .xyz, .mol2, .cif, .pdb)"));
     if (!geometry.readStructureFile() || !geometry.createSphericalCoordinate())
         failOf(geometry);
 }

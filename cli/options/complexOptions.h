@@ -37,6 +37,11 @@ void requireFile(const QString &option, const QString &fileName, const QString &
 /// Reads a structure with its spherical coordinates, or throws a Failure.
 void readStructure(LanqorInputData &geometry);
 
+/// The option --molecule K of commands that read crystal structures.
+QCommandLineOption moleculeOption();
+/// Hands it to the reader.
+void chooseMolecule(const OptionReader &options, LanqorInputData &structure);
+
 /// The option --coordination N.
 QCommandLineOption coordinationOption();
 /// Reads a structure and returns N: that of --coordination, or the count of the atoms within

@@ -61,11 +61,21 @@ public:
     // --- MOPAC results and structure files ---
 
     /// Reads the geometry of any structure file, its kind told by suffix, then by content:
-    /// MOPAC output or archive (".arc"), ".mop", ".zmt", ".xyz" or MOL2.
+    /// MOPAC output or archive (".arc"), ".mop", ".zmt", ".xyz", MOL2, CIF or PDB. Of a crystal
+    /// structure the complex that holds the lanthanide ion is read, whole and once: what hangs
+    /// together by bonds across symmetry operations and cell faces, the ion first, then the
+    /// coordinated atoms. Of disordered atoms the group with the highest occupancy stays; messages
+    /// tell of it, of occupancies below 1, of missing hydrogen atoms and of what is left out.
+    /// Fails when the bonds have no end, or when there are several independent complexes and
+    /// setMolecule() has chosen none.
     bool readStructureFile();
     /// @param keepTv  keeps the translation vectors ("Tv" rows) of MOPAC files as atoms of the
     ///                geometry, which the form without it leaves out
     bool readStructureFile(const bool &keepTv);
+
+    /// Chooses one of several independent complexes of a crystal structure, from 1, in the order of
+    /// their ions in the file; 0 (the default) takes the only one.
+    void setMolecule(const int &number);
 
     /// What a file is, told from its first lines, for a message about one of the wrong kind: "an
     /// ORCA output", "a crystal structure (CIF)"; empty when it cannot be told.

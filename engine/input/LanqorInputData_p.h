@@ -39,6 +39,7 @@ public:
 
     LanqorInputData &owner;
     QString fileName;
+    int molecule = 0; // of a crystal structure; 0: its only one
     std::optional<InputFile> keptFile;
     QString mopacCitation;
     QVector<double> atomicCharges;

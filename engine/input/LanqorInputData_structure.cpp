@@ -30,6 +30,10 @@ bool mayBe(Kind kind, Format format)
         return kind == Kind::Xyz;
     case Format::Mol2:
         return kind == Kind::Mol2;
+    case Format::Cif:
+        return kind == Kind::Cif;
+    case Format::Pdb:
+        return kind == Kind::Pdb;
     default:
         return false;
     }
@@ -63,14 +67,24 @@ bool LanqorInputData::readStructureFile(const bool &keepTv)
         return d->takeStructure(structureFiles::readXyz(file), QStringLiteral(".xyz"));
     case Kind::Mol2:
         return d->takeMol2(structureFiles::readMol2(file));
+    case Kind::Cif:
+    case Kind::Pdb:
+        return d->takeStructure(structureFiles::readCrystal(file, kind, d->molecule),
+                                kind == Kind::Cif ? QStringLiteral(".cif")
+                                                  : QStringLiteral(".pdb"));
     case Kind::Unknown:
         break;
     }
     if (!file.rewind())
         return failWith(missingFile(d->fileName));
     return failWith(tr("\nThe kind of the structure file cannot be told; a MOPAC output (.out), "
-                       ".arc, .mop, .zmt, .xyz or .mol2 file is needed: \n") +
+                       ".arc, .mop, .zmt, .xyz, .mol2, .cif or .pdb file is needed: \n") +
                     d->fileName);
+}
+
+void LanqorInputData::setMolecule(const int &number)
+{
+    d->molecule = number;
 }
 
 bool LanqorInputData::readMopFile()
@@ -110,11 +124,12 @@ bool LanqorInputDataPrivate::checkFormat(const InputFile &file, Kind kind)
 {
     const Format format = fileFormats::formatOf(file);
     return mayBe(kind, format) ||
-           owner.failWith(tr("\nThe file is %1; a structure is read from a MOPAC output (.out), "
-                             ".arc, .mop, .zmt, .xyz or .mol2 file with the suffix of its kind: "
-                             "\n")
-                              .arg(fileFormats::description(format)) +
-                          fileName);
+           owner.failWith(
+               tr("\nThe file is %1; a structure is read from a MOPAC output (.out), "
+                  ".arc, .mop, .zmt, .xyz, .mol2, .cif or .pdb file with the suffix of its kind: "
+                  "\n")
+                   .arg(fileFormats::description(format)) +
+               fileName);
 }
 
 bool LanqorInputDataPrivate::takeMol2(const Structure &structure)
@@ -134,6 +149,8 @@ bool LanqorInputDataPrivate::takeStructure(const Structure &structure, const QSt
         chargeOnSystem = *structure.charge;
         isChargeTold = true;
     }
+    for (const QString &warning : structure.warnings)
+        owner.processStatus(QStringLiteral("%1: %2.").arg(fileName, warning));
     if (!structure.error.isEmpty())
         return owner.failWith(structure.error);
     owner.emitProgress(tr(" -> (Read Input Data) Cartesian coordinates successfully loaded from "

@@ -42,6 +42,10 @@ Kind kindBySuffix(const QString &fileName)
         return Kind::Xyz;
     if (suffix == QLatin1String("mol2"))
         return Kind::Mol2;
+    if (suffix == QLatin1String("cif"))
+        return Kind::Cif;
+    if (suffix == QLatin1String("pdb") || suffix == QLatin1String("ent"))
+        return Kind::Pdb;
     return Kind::Unknown;
 }
 
@@ -103,6 +107,10 @@ Kind kindOf(const InputFile &file)
         return Kind::Xyz;
     case Format::Mol2:
         return Kind::Mol2;
+    case Format::Cif:
+        return Kind::Cif;
+    case Format::Pdb:
+        return Kind::Pdb;
     case Format::MopacInput:
         return Kind::Mop;
     case Format::Unknown:

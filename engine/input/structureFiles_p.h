@@ -7,6 +7,7 @@
 #include "input/textFields_p.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <optional>
@@ -25,10 +26,11 @@ struct Structure
     QVector<CoordZMT> zMatrix;    ///< with dummy atoms; empty for Cartesian files
     int residues = 0;             ///< of a MOL2 file
     std::optional<double> charge; ///< of the system, where the file tells it, elementary charges
+    QStringList warnings;         ///< of a crystal structure
     QString error;
 };
 
-enum class Kind { Unknown, MopacOutput, MopacArchive, Mop, Zmt, Xyz, Mol2 };
+enum class Kind { Unknown, MopacOutput, MopacArchive, Mop, Zmt, Xyz, Mol2, Cif, Pdb };
 
 /// The three numbers from field @p first on; false when they are not numbers.
 bool readPosition(const textFields::Fields &fields, std::size_t first, Coord &atom);
@@ -59,6 +61,11 @@ Structure readMop(const InputFile &file, TranslationVectors vectors = Translatio
 /// The final geometry of a MOPAC archive file; of several jobs, that of the last. It has the form
 /// of a MOPAC input.
 Structure readArc(const InputFile &file, TranslationVectors vectors = TranslationVectors::Drop);
+
+/// A complex of a crystal structure (CIF or PDB), completed by its symmetry: the ion, the atoms in
+/// bonding distance, then all others.
+/// @param number  of the independent complexes, from 1; 0: the only one
+Structure readCrystal(const InputFile &file, Kind kind, int number);
 
 /// Keyword lines of a MOPAC input, joined; false when the file cannot be opened.
 bool readMopKeywords(const InputFile &file, QString &keywords);

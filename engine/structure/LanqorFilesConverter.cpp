@@ -68,6 +68,10 @@ QString suffixOf(Kind kind)
         return QStringLiteral("xyz");
     case Kind::Mol2:
         return QStringLiteral("mol2");
+    case Kind::Cif:
+        return QStringLiteral("cif");
+    case Kind::Pdb:
+        return QStringLiteral("pdb");
     case Kind::MopacOutput:
     case Kind::Unknown:
         break;

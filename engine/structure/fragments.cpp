@@ -1,9 +1,8 @@
 #include "structure/fragments_p.h"
 
-#include "core/covalentRadii_p.h"
-#include "core/elements_p.h"
 #include "input/atomGrid_p.h"
 #include "input/bondCutOff_p.h"
+#include "input/bondLengths_p.h"
 #include "input/disorder_p.h"
 
 #include <LanqorEngine/LanqorInputData.h>
@@ -11,6 +10,10 @@
 #include <algorithm>
 #include <cmath>
 
+using bondLengths::isGroup1Or2Metal;
+using bondLengths::isHydrogen;
+using bondLengths::isWithinBondLength;
+using bondLengths::radiusOf;
 using structureFiles::Bond;
 
 namespace fragments {
@@ -19,45 +22,7 @@ namespace {
 
 /// Shorter than any bond (H2 0.74), longer than most distances between disordered places.
 constexpr double overlapDistance = 0.4; // Angstrom
-/// Angstrom beyond the sum of two covalent radii within which atoms count as bonded: wide enough
-/// for the bonds of crystal structures, and narrower than contacts between molecules.
-constexpr double bondTolerance = 0.4;
-/// Radius of an atom of unknown kind, Angstrom: that of carbon.
-constexpr double defaultRadius = 0.76;
 constexpr double hydrogenRadius = 0.31; // Angstrom, covalent
-
-double radiusOf(const Coord &atom)
-{
-    const double radius = covalentRadius(atom.label);
-    return radius > 0.0 ? radius : defaultRadius;
-}
-
-bool isGroup1Or2Metal(const Coord &atom)
-{
-    switch (atomicNumberOf(atom.label)) {
-    case 3:
-    case 4:
-    case 11:
-    case 12:
-    case 19:
-    case 20:
-    case 37:
-    case 38:
-    case 55:
-    case 56:
-    case 87:
-    case 88:
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool isHydrogen(const Coord &atom)
-{
-    return atom.label == QLatin1String("H") || atom.label == QLatin1String("D") ||
-           atom.label == QLatin1String("T");
-}
 
 /// The atoms that each hydrogen atom is bonded to: by the file, else the one within 1.4 Angstrom
 /// whose distance is most like a bond, for the nearest may be the other place of a disordered atom;
@@ -186,18 +151,12 @@ QVector<SecondPlace> secondPlaces(const QVector<Coord> &atoms, const QVector<Bon
     return found;
 }
 
-bool isWithinBondLength(const Coord &a, const Coord &b)
-{
-    return distance(a, b) < radiusOf(a) + radiusOf(b) + bondTolerance;
-}
-
 QVector<Bond> withMissingBonds(const QVector<Coord> &atoms, QVector<Bond> bonds)
 {
     QVector<bool> isBonded(atoms.size(), false);
     for (const Bond &bond : qAsConst(bonds))
         isBonded[bond.first] = isBonded[bond.second] = true;
-    constexpr double longestBond = 2.0 * 2.60 + bondTolerance; // between the largest atoms
-    const AtomGrid cells(atoms, longestBond);
+    const AtomGrid cells(atoms, bondLengths::longest);
     for (int i = 0; i < atoms.size(); ++i) {
         if (isGroup1Or2Metal(atoms.at(i)))
             continue;

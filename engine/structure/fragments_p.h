@@ -29,10 +29,6 @@ struct SecondPlace
 QVector<SecondPlace> secondPlaces(const QVector<Coord> &atoms,
                                   const QVector<structureFiles::Bond> &bonds);
 
-/// Whether two atoms are within the sum of their covalent radii (Cordero et al., Dalton Trans.
-/// 2832, 2008) and 0.4 Angstrom.
-bool isWithinBondLength(const Coord &a, const Coord &b);
-
 /// Type of the bonds that are told from distances: unknown.
 constexpr char guessedType[] = "un";
 /// @p bonds of a file and, for atoms that it bonds to nothing, those told from distances. Alkali

@@ -9,6 +9,7 @@
 #include <QTextCodec>
 #include <QtTest>
 
+#include <algorithm>
 #include <cmath>
 
 using testSupport::dataFile;
@@ -43,6 +44,20 @@ Reading readText(const char *name, const QByteArray &text)
 Reading readFixture(const char *name)
 {
     return Reading(dataFile(QString::fromLatin1(name)));
+}
+
+/// A CIF with a hexagonal cell of a = 12 Angstrom; @p sites hold label, element, place, occupancy,
+/// assembly and group.
+QByteArray crystalText(const char *spaceGroup, const char *sites, const char *c = "10.0")
+{
+    return QByteArray("data_made_by_hand\n_cell_length_a 12.0\n_cell_length_b 12.0(2)\n"
+                      "_cell_angle_alpha 90\n_cell_angle_beta 90\n_cell_angle_gamma 120\n"
+                      "_cell_length_c ") +
+           c + "\n_symmetry_space_group_name_H-M " + spaceGroup +
+           "\nloop_\n_atom_site_label\n_atom_site_type_symbol\n_atom_site_fract_x\n"
+           "_atom_site_fract_y\n_atom_site_fract_z\n_atom_site_occupancy\n"
+           "_atom_site_disorder_assembly\n_atom_site_disorder_group\n" +
+           sites;
 }
 
 /// The bytes of a text in an encoding without a byte order mark of its own.
@@ -347,7 +362,20 @@ private Q_SLOTS:
             {"a.zmt", "AM1\ntitle\n\nEu\n", "is a MOPAC input (.mop)"},
             {"a.xyz", "# made by hand\ndata_eu\n_cell_length_a 9\n",
              "is a crystal structure (CIF)"},
-            {"a", "HEADER\nHETATM    1 EU\nHETATM    2 O\n", "is a PDB file"},
+            {"a.mol2", "HEADER\nHETATM    1 EU\nHETATM    2 O\n", "is a PDB file"},
+            {"a", "HEADER\nHETATM    1 EU\nHETATM    2 O\n", "cannot be read (Problem in line 2"},
+            {"a.cif", "data_a\n_cell_length_a 9\n", "no atoms with fractional coordinates"},
+            {"a.cif", "data_a\n_cell_length_a '9\n", "cannot be read ("},
+            {"a.cif", crystalText("?", "O1 O 0 0 0.2 1 . .\n"), "neither symmetry operations"},
+            {"a.cif", crystalText("'P 1'", "O1 O 0 0 0.2 1 . .\n"), "no lanthanide ion"},
+            {"a.cif", crystalText("'P 1'", "Q1 Q 0 0 0.2 1 . .\n"), "\"Q1\" is of no element"},
+            // Chloride bridges ions 5.0 Angstrom apart along c.
+            {"a.cif", crystalText("'P 1'", "Eu1 Eu 0 0 0 1 . .\nCl1 Cl 0 0 0.5 1 . .\n", "5.0"),
+             "go on without end (a chain)"},
+            {"a.cif",
+             crystalText("'P 1'", "Eu1 Eu 0 0 0 1 . .\nO1 O 0 0 0.24 1 . .\n"
+                                  "Eu2 Eu 0.5 0.5 0.5 1 . .\nCl1 Cl 0.5 0.5 0.77 1 . .\n"),
+             "  1  Eu1  EuO\n  2  Eu2  ClEu\n"},
             {"a.mol2", "\n\n\n  2  1  0  0 V2000\n", "is a MOL file"},
             {"a.out", "\n                 * O   R   C   A *\n", "is an ORCA output"},
             {"a.out", QByteArray("\x1f\x8b\0", 3), "is a binary file"},
@@ -358,6 +386,93 @@ private Q_SLOTS:
             QVERIFY2(reading.getLastError().contains(QLatin1String(wrong.message)),
                      qPrintable(reading.getLastError()));
         }
+    }
+
+    /// An ion on a threefold axis, just below the upper face of the cell, with water on the axis
+    /// beyond it and a chelate in a general position: r = (1.93^2 + 1.40^2 + 0.5^2)^(1/2) = 2.436
+    /// Angstrom for both of its donors.
+    void complexOnThreefoldAxis()
+    {
+        const Reading data = readText("threefold.cif", crystalText("'P 3'", R"(
+Eu1 Eu3+ 0.3333 0.6667 -0.0100 1 . .
+O1W O 0.3333 0.6667 0.2350 1 . .
+O1 O 0.5615 0.8014 -0.0600 1 . .
+C1 C 0.6580 0.7860 -0.0600 1 . .
+C2 C 0.6542 0.6667 -0.0600 1 . .
+H2 H 0.7442 0.6667 -0.0600 1 . .
+C3 C 0.5387 0.5473 -0.0600 1 . .
+O2 O 0.4268 0.5320 -0.0600 1 . .
+H1 H 0.7502 0.8755 -0.0600 1 . .
+H3A H 0.5414 0.4579 -0.0600 0.4 A 1
+F3B F 0.5440 0.4240 -0.0600 0.6 A 2
+O9 O 0.0 0.0 0.5 0.5 . .
+)"));
+        QVERIFY2(data.ok, qPrintable(data.getLastError()));
+        const QVector<Coord> atoms = data.getCoord();
+        QCOMPARE(elements(data).count(QLatin1String("O")), 7);
+        QCOMPARE(elements(data).count(QLatin1String("F")), 3);
+        QCOMPARE(atoms.size(), 1 + 1 + 3 * 8);
+        QCOMPARE(atoms.first().label, QStringLiteral("Eu"));
+        for (int i = 1; i <= 7; ++i) {
+            const double r = distance(atoms.first(), atoms.at(i));
+            QVERIFY2(std::abs(r - 2.436) < 0.002 || std::abs(r - 2.45) < 0.002,
+                     qPrintable(QString::number(r)));
+            for (int j = 1; j < i; ++j)
+                QVERIFY(distance(atoms.at(i), atoms.at(j)) > 1.5);
+        }
+        const QString told = data.spy.messages.join(QLatin1Char('\n'));
+        for (const char *text :
+             {"(F3B); left out are H3A", "F3B 0.6;", "missing on O1W;", "left out: O."})
+            QVERIFY2(told.contains(QLatin1String(text)), qPrintable(told));
+    }
+
+    /// Lu-O distances as calculated from the cell edges and the listed places; the formula of the
+    /// cell is C40H36Cl3LuN8O22: three perchlorates and two water molecules stay outside. In the
+    /// gadolinium phosphonate of the corpus the ions on the threefold axes are bridged.
+    void crystalsOfTheCorpus()
+    {
+        CORPUS_FILE(file, "structures/cif/lu_bipyridine_dioxide_perchlorate.cif");
+        const Reading data(file);
+        QVERIFY2(data.ok, qPrintable(data.getLastError()));
+        QCOMPARE(data.getCoord().size(), 1 + 40 + 32 + 8 + 8);
+        QVector<double> distances;
+        for (int atom = 2; atom <= 9; ++atom)
+            distances.append(distance(data.getCoord(1), data.getCoord(atom)));
+        std::sort(distances.begin(), distances.end());
+        const double expected[] = {2.2754, 2.3088, 2.3090, 2.3129, 2.3129, 2.3140, 2.3193, 2.3340};
+        for (int i = 0; i < distances.size(); ++i)
+            QVERIFY2(std::abs(distances.at(i) - expected[i]) < 1e-4,
+                     qPrintable(QString::number(distances.at(i))));
+        for (const char *extended :
+             {"eu_k_s2_extended_solid.cif", "gd_c18h33n3o18p3_threefold_axis.cif"}) {
+            const Reading solid(QFileInfo(file).path() + QLatin1Char('/') +
+                                QLatin1String(extended));
+            QVERIFY2(!solid.ok && solid.getLastError().contains(QLatin1String("without end")),
+                     qPrintable(solid.getLastError()));
+        }
+    }
+
+    void chosenComplexAndPdb()
+    {
+        LanqorInputData second(
+            nullptr, scratchFile(QStringLiteral("two.cif"),
+                                 crystalText("'P -1'", "Eu1 Eu 0 0 0.3 1 . .\nO1 O 0 0 0.06 1 . .\n"
+                                                       "Tb1 Tb 0.5 0 0.5 1 . .\n"
+                                                       "Cl1 Cl 0.5 0 0.77 1 . .\n")));
+        second.setMolecule(2);
+        QVERIFY2(second.readStructureFile(), qPrintable(second.getLastError()));
+        QCOMPARE(second.getCoord().size(), 3); // Tb on the centre of inversion
+        QCOMPARE(second.getAtomLabel(1), QStringLiteral("Tb"));
+        // A cell of 6 Angstrom; the water molecule lies across its face.
+        const Reading pdb =
+            readText("a.pdb", R"(CRYST1    6.000    9.000    9.000  90.00  90.00  90.00 P 1
+HETATM    1 EU   LIG A   1       0.200   0.000   0.000  1.00  0.00          EU
+HETATM    2  O  AHOH A   2       3.900   0.000   0.000  0.30  0.00           O
+HETATM    3  O  BHOH A   2       3.800   0.000   0.000  0.70  0.00           O
+)");
+        QVERIFY2(pdb.ok, qPrintable(pdb.getLastError()));
+        QCOMPARE(elements(pdb), QStringLiteral("Eu O"));
+        QVERIFY(std::abs(distance(pdb.getCoord(1), pdb.getCoord(2)) - 2.4) < 1e-9);
     }
 
     void missingFilesAndDirectories()

@@ -1,5 +1,6 @@
 #include "TestSupport.h"
 
+#include "input/bondLengths_p.h"
 #include "input/mol2File_p.h"
 #include "structure/fragments_p.h"
 
@@ -208,8 +209,8 @@ private Q_SLOTS:
         for (int number = 1; number <= 96; ++number) {
             const QString symbol = LanqorInputData::getElementSymbol(number);
             int steps = 0; // of 0.01 Angstrom to the longest bond of two such atoms
-            while (fragments::isWithinBondLength({symbol, 0.0, 0.0, 0.0},
-                                                 {symbol, 0.01 * (steps + 0.5), 0.0, 0.0}))
+            while (bondLengths::isWithinBondLength({symbol, 0.0, 0.0, 0.0},
+                                                   {symbol, 0.01 * (steps + 0.5), 0.0, 0.0}))
                 ++steps;
             sum += (0.01 * steps - 0.4) / 2.0;
         }
