@@ -188,6 +188,10 @@ UncertaintyResults YieldVariation::calcUncertainty(const Calculation &calculatio
     UncertaintyResults results = uncertainty.calculate(
         quantitiesOf(transfers), rowOf(Calculation::calcYield(asGiven), transfers), model);
     cli::addImpossibleLifetimes(results, impossible, sets);
+    if (calculation.getResults().isLifeTimeEstimated)
+        results.warnings.append(
+            tr("without --lifetime the non-radiative rate is an estimate, which may be off by "
+               "a factor of 100: that is not in the intervals of efficiency and yield"));
     return results;
 }
 
