@@ -54,7 +54,22 @@ int chargeOfKeptAtoms(const cli::OptionReader &options, const LanqorInputData &s
         throw cli::Failure{tr("--drop-unbound leaves out %1, whose charge is not known: give the "
                               "charge of the atoms that are kept with --charge.")
                                .arg(unknown.join(QStringLiteral(", ")))};
-    const int whole = cli::chargeOfJob(options, source);
+    const bool isGiven = source.isChargeOnSystemTold();
+    const QString list = results.fragmentCharges.join(QStringLiteral(", "));
+    if (isGiven && results.isChargeKnown && results.omittedFragments.isEmpty() &&
+        qRound(source.getChargeOnSystem()) != results.charge)
+        cli::warn(tr("the charge of the file is %1, but %2 (+3) and %3 add up to %4")
+                      .arg(QString::number(qRound(source.getChargeOnSystem())), results.ion, list,
+                           QString::number(results.charge)));
+    const bool isDerived = !isGiven && results.isChargeKnown;
+    if (isDerived)
+        cli::note(tr("the charge of the atoms that are kept is %1, derived from %2 (+3) and %3; "
+                     "give another with --charge")
+                      .arg(QString::number(results.charge), results.ion, list));
+    else if (!isGiven)
+        cli::note(tr("no charge can be derived from the fragments %1").arg(list));
+    const int whole =
+        isDerived ? results.charge + omittedCharge : cli::chargeOfJob(options, source);
     if (!known.isEmpty())
         cli::note(tr("left out are %1; the charge of the atoms that are kept is %2 (of the whole "
                      "%3)")

@@ -183,6 +183,7 @@ public:
     bool checkSource(const Source &source, int &ion);
     void omitSecondPlaces(Source &source);
     void takeOmitted(const Source &source, const QVector<Fragment> &all);
+    void takeCharges(const Source &source, const QVector<Fragment> &kept);
     void takeFragments(const Source &source, int ion, const QVector<Fragment> &around);
     void reportTooNear(const Source &source, int ion);
     void reportUncounted(const Source &source, int ion);
@@ -196,6 +197,9 @@ public:
     int coordNumber = 0;
     QVector<OrganizedLigand> ligands;
     QVector<OmittedFragment> omittedFragments;
+    bool isChargeKnown = false; // of all atoms that are kept
+    int charge = 0;
+    QStringList fragmentCharges;
     QVector<Coord> atoms;
     QVector<int> sourceAtoms; // number of each atom in the structure that was read, from 1
     QStringList atomTypes;    // of MOL2, one an atom
@@ -312,10 +316,9 @@ void LanqorOrganizeMoleculesPrivate::takeOmitted(const Source &source, const QVe
     for (const Fragment &fragment : all) {
         if (keepUnboundFragments || fragment.isBondedToIon || !fragment.coordinated.isEmpty())
             continue;
-        const std::optional<int> charge =
-            knownFragments::chargeOf(source.atoms, fragment, source.bonds);
-        const OmittedFragment omitted{formulaOf(source.atoms, fragment), 1, charge.has_value(),
-                                      charge.value_or(0)};
+        const auto known = knownFragments::find(source.atoms, fragment, source.bonds);
+        const OmittedFragment omitted{formulaOf(source.atoms, fragment), 1, known.has_value(),
+                                      known ? known->charge : 0};
         const auto same = std::find_if(omittedFragments.begin(), omittedFragments.end(),
                                        [&](const OmittedFragment &other) {
                                            return other.formula == omitted.formula &&
@@ -327,6 +330,27 @@ void LanqorOrganizeMoleculesPrivate::takeOmitted(const Source &source, const QVe
         else
             ++same->count;
     }
+}
+
+/// Adds up the charges of the ion (3+) and of the fragments that are kept.
+void LanqorOrganizeMoleculesPrivate::takeCharges(const Source &source,
+                                                 const QVector<Fragment> &kept)
+{
+    charge = 3;
+    isChargeKnown = true;
+    QMap<QString, int> counts;
+    for (const Fragment &fragment : kept) {
+        const auto known = knownFragments::find(source.atoms, fragment, source.bonds);
+        isChargeKnown = isChargeKnown && known.has_value();
+        charge += known ? known->charge : 0;
+        ++counts[known ? QStringLiteral("%1 (%2)").arg(known->name, QString::number(known->charge))
+                       : formulaOf(source.atoms, fragment) + QStringLiteral(" (?)")];
+    }
+    fragmentCharges.clear();
+    for (auto count = counts.cbegin(); count != counts.cend(); ++count)
+        fragmentCharges.append(count.value() > 1
+                                   ? QString::number(count.value()) + QLatin1Char(' ') + count.key()
+                                   : count.key());
 }
 
 /// Tells of atoms that are nearer to the ion than any bond is long.
@@ -486,7 +510,9 @@ bool LanqorOrganizeMolecules::organize()
     d->reportUncounted(source, ion);
     const QVector<Fragment> all = fragments::fragmentsAround(ion, source.atoms, source.bonds);
     d->takeOmitted(source, all);
-    d->takeFragments(source, ion, sorted(all, d->keepUnboundFragments));
+    const QVector<Fragment> kept = sorted(all, d->keepUnboundFragments);
+    d->takeCharges(source, kept);
+    d->takeFragments(source, ion, kept);
     emitProgress(tr(" -> (Organize Molecules) %1 with %2 coordinated atoms in %3 ligands; %4 of %5 "
                     "atoms are kept.")
                      .arg(d->atoms.first().label, QString::number(d->coordNumber),
@@ -562,5 +588,8 @@ OrganizeResults LanqorOrganizeMolecules::getResults() const
     }
     results.ligands = d->ligands;
     results.omittedFragments = d->omittedFragments;
+    results.isChargeKnown = d->isChargeKnown && !d->atoms.isEmpty();
+    results.charge = d->charge;
+    results.fragmentCharges = d->fragmentCharges;
     return results;
 }

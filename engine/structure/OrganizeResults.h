@@ -3,6 +3,7 @@
 #include <LanqorEngine/Coord.h>
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 /// An atom of an organised structure.
@@ -38,4 +39,9 @@ struct OrganizeResults
     QVector<OrganizedAtom> atoms; ///< in the new order, the ion first
     QVector<OrganizedLigand> ligands;
     QVector<OmittedFragment> omittedFragments; ///< those not bound to the ion, unless they are kept
+    /// Charge of the atoms, elementary charges: 3 of the ion and those of the fragments, when all
+    /// of these are common ligands, counter-ions or solvents, told by their connectivity.
+    bool isChargeKnown = false;
+    int charge = 0;
+    QStringList fragmentCharges; ///< "3 acetylacetonate (-1)"; of unknown fragments "C6H5O (?)"
 };

@@ -1,6 +1,9 @@
 #include "structure/knownFragments_p.h"
 
 #include <QHash>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QMap>
 #include <QRegularExpression>
 #include <QSet>
@@ -11,58 +14,6 @@
 namespace knownFragments {
 
 namespace {
-
-/// An ion or molecule: atoms with the hydrogens that they bear, and bonds as pairs of their numbers
-/// from 1.
-struct Species
-{
-    int charge;
-    const char *atoms;
-    const char *bonds;
-};
-
-constexpr Species knownSpecies[] = {
-    {-1, "F", ""},
-    {-1, "Cl", ""},
-    {-1, "Br", ""},
-    {-1, "I", ""},
-    {+1, "Li", ""},
-    {+1, "Na", ""},
-    {+1, "K", ""},
-    {+1, "Rb", ""},
-    {+1, "Cs", ""},
-    {-1, "N O O O", "12 13 14"},                                          // nitrate
-    {-1, "Cl O O O O", "12 13 14 15"},                                    // perchlorate
-    {-1, "B F F F F", "12 13 14 15"},                                     // tetrafluoroborate
-    {-1, "P F F F F F F", "12 13 14 15 16 17"},                           // hexafluorophosphate
-    {-1, "C F F F S O O O", "12 13 14 15 56 57 58"},                      // triflate
-    {-1, "CH3 C O O", "12 23 24"},                                        // acetate
-    {-1, "C F F F C O O", "12 13 14 15 56 57"},                           // trifluoroacetate
-    {+1, "OH3", ""},                                                      // hydronium
-    {+1, "NH4", ""},                                                      // ammonium
-    {+1, "N CH3 CH3 CH3 CH3", "12 13 14 15"},                             // tetramethylammonium
-    {+1, "NH CH2 CH3 CH2 CH3 CH2 CH3", "12 23 14 45 16 67"},              // triethylammonium
-    {+1, "N CH2 CH3 CH2 CH3 CH2 CH3 CH2 CH3", "12 23 14 45 16 67 18 89"}, // tetraethylammonium
-    {0, "OH2", ""},                                                       // water
-    {0, "CH3 OH", "12"},                                                  // methanol
-    {0, "CH3 CH2 OH", "12 23"},                                           // ethanol
-    {0, "CH3 CH OH CH3", "12 23 24"},                                     // 2-propanol
-    {0, "CH3 C N", "12 23"},                                              // acetonitrile
-    {0, "O CH N CH3 CH3", "12 23 34 35"},                                 // dimethylformamide
-    {0, "S O CH3 CH3", "12 13 14"},                                       // dimethyl sulfoxide
-    {0, "O CH2 CH2 CH2 CH2", "12 23 34 45 51"},                           // tetrahydrofuran
-    {0, "O CH2 CH2 O CH2 CH2", "12 23 34 45 56 61"},                      // 1,4-dioxane
-    {0, "CH3 CH2 O CH2 CH3", "12 23 34 45"},                              // diethyl ether
-    {0, "C O CH3 CH3", "12 13 14"},                                       // acetone
-    {0, "CH3 C O O CH2 CH3", "12 23 24 45 56"},                           // ethyl acetate
-    {0, "CH2 Cl Cl", "12 13"},                                            // dichloromethane
-    {0, "CH Cl Cl Cl", "12 13 14"},                                       // chloroform
-    {0, "CH2 CH2 Cl Cl", "12 13 24"},                                     // 1,2-dichloroethane
-    {0, "CH CH CH CH CH CH", "12 23 34 45 56 61"},                        // benzene
-    {0, "C CH CH CH CH CH CH3", "12 23 34 45 56 61 17"},                  // toluene
-    {0, "N CH CH CH CH CH", "12 23 34 45 56 61"},                         // pyridine
-    {0, "CH3 CH2 CH2 CH2 CH2 CH3", "12 23 34 45 56"},                     // hexane
-};
 
 /// Elements and the neighbours of each atom, counted from 0.
 struct Graph
@@ -83,26 +34,60 @@ struct Graph
     }
 };
 
-Graph graphOf(const Species &species)
+/// An ion or molecule of the table.
+struct Species
 {
-    static const QRegularExpression notation(
-        QStringLiteral("^([A-Z][a-z]?)(?:H([0-9]*))?$")); // "Cl", "NH", "CH3"
+    Fragment what;
     Graph graph;
-    QVector<int> heavyAtoms;
-    for (const QString &text : QString::fromLatin1(species.atoms).split(QLatin1Char(' '))) {
-        const QRegularExpressionMatch match = notation.match(text);
-        heavyAtoms.append(graph.add(match.captured(1)));
-        const QString count = match.captured(2);
-        const int hydrogens = count.isNull() ? 0 : count.isEmpty() ? 1 : count.toInt();
-        for (int i = 0; i < hydrogens; ++i)
-            graph.bond(heavyAtoms.last(), graph.add(QStringLiteral("H")));
+};
+
+/// Graph of the table's notation: atoms in a row are bonded, brackets hold an atom with the number
+/// of hydrogen atoms that it bears, parentheses a branch, and a digit behind an atom bonds it to
+/// the one with the same digit. There are no orders of bonds.
+Graph graphOf(const QString &text)
+{
+    static const QRegularExpression token(
+        QStringLiteral("\\[([A-Z][a-z]?)H([0-9]*)\\]|([A-Z][a-z]?)|([0-9])|([()])"));
+    Graph graph;
+    QVector<int> branches;
+    QHash<QString, int> openRings;
+    int last = -1;
+    for (auto tokens = token.globalMatch(text); tokens.hasNext();) {
+        const QRegularExpressionMatch match = tokens.next();
+        const QString ring = match.captured(4);
+        if (match.captured(5) == QLatin1String("(")) {
+            branches.append(last);
+        } else if (!match.captured(5).isEmpty()) {
+            last = branches.takeLast();
+        } else if (!ring.isEmpty() && openRings.contains(ring)) {
+            graph.bond(openRings.take(ring), last);
+        } else if (!ring.isEmpty()) {
+            openRings.insert(ring, last);
+        } else {
+            const int atom = graph.add(match.captured(1) + match.captured(3));
+            if (last >= 0)
+                graph.bond(last, atom);
+            last = atom;
+            const QString count = match.captured(2);
+            const int hydrogens = match.captured(1).isEmpty() ? 0
+                                  : count.isEmpty()           ? 1
+                                                              : count.toInt();
+            for (int i = 0; i < hydrogens; ++i)
+                graph.bond(atom, graph.add(QStringLiteral("H")));
+        }
     }
-    const QStringList bonds =
-        QString::fromLatin1(species.bonds).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    for (const QString &pair : bonds)
-        graph.bond(heavyAtoms.at(pair.at(0).digitValue() - 1),
-                   heavyAtoms.at(pair.at(1).digitValue() - 1));
     return graph;
+}
+
+QVector<Species> readTable()
+{
+    QVector<Species> table;
+    const QJsonArray rows = QJsonDocument::fromJson(QByteArray(ligandTable)).array();
+    for (const QJsonValue &row : rows)
+        table.append(
+            {{row[QStringLiteral("name")].toString(), row[QStringLiteral("charge")].toInt()},
+             graphOf(row[QStringLiteral("graph")].toString())});
+    return table;
 }
 
 Graph graphOf(const QVector<Coord> &atoms, const fragments::Fragment &fragment,
@@ -156,7 +141,7 @@ bool areAlike(const Graph &a, const Graph &b)
         classesOfA.append(elements.indexOf(a.elements.at(i)));
         classesOfB.append(elements.indexOf(b.elements.at(i)));
     }
-    constexpr int rounds = 6; // bonds across the largest of the known species
+    constexpr int rounds = 16; // more than the bonds across the largest of the known species
     for (int round = 0; round < rounds; ++round) {
         QMap<QVector<int>, int> known;
         const QVector<int> ofA = classesOfA;
@@ -171,16 +156,19 @@ bool areAlike(const Graph &a, const Graph &b)
 
 } // namespace
 
-std::optional<int> chargeOf(const QVector<Coord> &atoms, const fragments::Fragment &fragment,
-                            const QVector<structureFiles::Bond> &bonds)
+std::optional<Fragment> find(const QVector<Coord> &atoms, const fragments::Fragment &fragment,
+                             const QVector<structureFiles::Bond> &bonds)
 {
-    constexpr int mostAtoms = 29; // of tetraethylammonium
-    if (fragment.atoms.size() > mostAtoms)
+    static const QVector<Species> table = readTable();
+    const auto hasSize = [&](const Species &species) {
+        return species.graph.elements.size() == fragment.atoms.size();
+    };
+    if (std::none_of(table.begin(), table.end(), hasSize))
         return std::nullopt;
     const Graph graph = graphOf(atoms, fragment, bonds);
-    for (const Species &species : knownSpecies)
-        if (areAlike(graph, graphOf(species)))
-            return species.charge;
+    for (const Species &species : table)
+        if (hasSize(species) && areAlike(graph, species.graph))
+            return species.what;
     return std::nullopt;
 }
 

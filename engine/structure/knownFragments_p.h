@@ -2,14 +2,25 @@
 
 #include "structure/fragments_p.h"
 
+#include <QString>
+
 #include <optional>
 
-/// Charges of the counter-ions and solvents that crystals of complexes hold beside them.
+/// The ligands, counter-ions and solvents of data/ligands.json.
 namespace knownFragments {
 
-/// Charge of a fragment that is one of the known ones by composition and connectivity, hydrogen
-/// atoms included; empty for any other.
-std::optional<int> chargeOf(const QVector<Coord> &atoms, const fragments::Fragment &fragment,
-                            const QVector<structureFiles::Bond> &bonds);
+/// The text of the table.
+extern const char ligandTable[];
+
+struct Fragment
+{
+    QString name;
+    int charge = 0; ///< elementary charges
+};
+
+/// What a fragment is by composition and connectivity, hydrogen atoms included; empty when it is
+/// not in the table.
+std::optional<Fragment> find(const QVector<Coord> &atoms, const fragments::Fragment &fragment,
+                             const QVector<structureFiles::Bond> &bonds);
 
 } // namespace knownFragments

@@ -388,7 +388,19 @@ private Q_SLOTS:
                                    "ClCCl 0\nClC(Cl)Cl 0\nClCCCl 0\nc1ccccc1 0\nCc1ccccc1 0\n"
                                    "c1ccncc1 0\nCCCCCC 0\nCOC ?\nCC(Cl)Cl ?\n[O-]ON=O ?\n"
                                    "CC(C)CCC ?\nC=CCO ?\nCNC(C)=O ?\n[OH-] ?\nC1=CC=CC=CC1 ?\n"
-                                   "CC(=O)O ?\nCCN(CC)CC ?\n[O-2] ?\n";
+                                   "CC(=O)O ?\nCCN(CC)CC ?\n[O-2] ?\n"
+                                   "CC(=O)[CH-]C(C)=O -1\nCC(=O)CC(C)=O ?\n"
+                                   "FC(F)(F)C(=O)[CH-]C(=O)c1cccs1 -1\n"
+                                   "FC(F)(F)C(=O)[CH-]C(=O)c1ccsc1 ?\n"
+                                   "FC(F)(F)C(=O)[CH-]C(=O)c1ccc2ccccc2c1 -1\n"
+                                   "O=C(c1ccccc1)[CH-]C(=O)c1ccccc1 -1\n"
+                                   "CC(C)(C)C(=O)[CH-]C(=O)C(F)(F)C(F)(F)C(F)(F)F -1\n"
+                                   "[O-]C(=O)c1cccc(n1)C(=O)[O-] -2\n[O-]C(=O)c1ccccc1O -1\n"
+                                   "[O-]C(=O)c1cccnc1 -1\n[O-]C(=O)c1ccccn1 -1\n"
+                                   "c1ccnc(c1)-c1ccccn1 0\nc1cnc2c(c1)ccc1cccnc12 0\n"
+                                   "c1ccnc(c1)-c1cccc(n1)-c1ccccn1 0\n"
+                                   "[O-][n+]1ccccc1-c1cccc[n+]1[O-] 0\n"
+                                   "O=P(c1ccccc1)(c1ccccc1)c1ccccc1 0\n";
         QProcess process;
         process.start(babel, {scratchFile(QStringLiteral("species.smi"), species),
                               QStringLiteral("-h"), QStringLiteral("-omol2")});
