@@ -206,13 +206,20 @@ public:
     // those of the table of coefficients; of an unrestricted calculation, its alpha half.
 
     /// Programs whose excited states are read; the numbers are those of LanqorRL::calcRL.
-    enum ProgramType { UnknownOutput = -1, ZindoOutput = 0, OrcaOutput = 1, GaussianOutput = 2 };
+    enum ProgramType {
+        UnknownOutput = -1,
+        ZindoOutput = 0,
+        OrcaOutput = 1,
+        GaussianOutput = 2,
+        MopacIndoOutput = 3
+    };
     /// Which program wrote @p fileName, told from its text; UnknownOutput when none is known.
     static ProgramType detectProgram(const QString &fileName);
     /// The same for the file of this object.
     ProgramType detectProgram() const;
     /// Geometry, orbitals and states of an output of @p program: the readers below that belong to
-    /// it, one after the other. What is no program whose states are read fails.
+    /// it, one after the other; of MOPAC INDO this file alone, with the states of its one
+    /// multiplicity. What is no program whose states are read fails.
     bool readExcitedStates(const ProgramType &program);
 
     /// Orbitals and states of a ZINDO output (version 99.1). Both lists keep the ground-state
@@ -232,6 +239,18 @@ public:
     /// singlets only succeeds with an empty list of triplets.
     bool readOutputGaussian();
     bool readAbsorptionDataGaussian();
+    /// Geometry, orbitals with their energies, states and spectrum of a pair of INDO/S jobs of MOPAC
+    /// with single excitations (INDO CIS), one with the keyword SINGLET and one with TRIPLET, which
+    /// stand in two files instead of that of this object. Fails unless both are of one geometry,
+    /// with the same orbitals, excitations and limit of printing (WRTCONF), and of a reference below
+    /// all triplets. A job that MOPAC refused is recognised by its missing states. INDO/S has no
+    /// lanthanides: yttrium stands in the place of the ion.
+    /// @param singletFile,tripletFile  one of them may be empty, for a list without states
+    bool readOutputMopacIndo(const QString &singletFile, const QString &tripletFile);
+    /// Spectrum of the singlets of a MOPAC INDO output.
+    bool readAbsorptionDataMopacIndo();
+    /// The second file of readOutputMopacIndo(), when it read two; empty otherwise.
+    QString getTripletFileName() const;
     /// Orbital energies of an ORCA output, with HOMO and LUMO (numbers as printed, 0-based). Of an
     /// unrestricted calculation the spin-up orbitals.
     bool readMolecularOrbitalOccupancy();
@@ -247,6 +266,10 @@ public:
     /// configurations; 0 where the program prints none.
     QVector<double> getSingletWeights(const int &index) const;
     QVector<double> getTripletWeights(const int &index) const;
+    /// Coefficients of the same excitations with their signs, which belong to the signs of the
+    /// orbitals; empty where the program prints none (all but MOPAC INDO).
+    QVector<double> getSingletCoefficients(const int &index) const;
+    QVector<double> getTripletCoefficients(const int &index) const;
     int getSingletStatesCount() const;
     int getTripletStatesCount() const;
     /// Orbital by printed number, less the number of the first orbital (ORCA 0, others 1); one

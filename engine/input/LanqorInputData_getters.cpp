@@ -114,6 +114,16 @@ QVector<double> LanqorInputData::getTripletWeights(const int &index) const
     return d->tripletWeights.at(index);
 }
 
+QVector<double> LanqorInputData::getSingletCoefficients(const int &index) const
+{
+    return d->singletCoefficients.value(index);
+}
+
+QVector<double> LanqorInputData::getTripletCoefficients(const int &index) const
+{
+    return d->tripletCoefficients.value(index);
+}
+
 int LanqorInputData::getSingletStatesCount() const
 {
     return d->singletStates.size();

@@ -12,6 +12,7 @@ struct Structure;
 enum class Kind;
 } // namespace structureFiles
 struct ExcitedStates;
+struct MopacIndoJob;
 
 /// What a LanqorInputData has read, and the opening of its file when it is kept.
 class LanqorInputDataPrivate
@@ -35,6 +36,12 @@ public:
     /// Keeps orbitals and states.
     void takeExcitedStates(const ExcitedStates &results);
     void takeSpectrum(const ExcitedStates &results);
+    /// Reads one INDO job; false with its error when it does not hold states of @p multiplicity (0:
+    /// of singlets or triplets).
+    bool readMopacIndoJob(const QString &name, int multiplicity, MopacIndoJob &job);
+    /// Reads the file of the object, whichever multiplicity it holds.
+    bool readMopacIndoAlone();
+    void takeMopacIndoJobs(const MopacIndoJob &singlets, const MopacIndoJob &triplets);
     QString missingCoordinatesMessage() const;
 
     LanqorInputData &owner;
@@ -64,6 +71,9 @@ public:
     QVector<ExcitateState> tripletStates;
     QVector<QVector<double>> singletWeights;
     QVector<QVector<double>> tripletWeights;
+    QVector<QVector<double>> singletCoefficients;
+    QVector<QVector<double>> tripletCoefficients;
+    QString tripletFileName;
     QVector<CoordZMT> coordZMT;
     QVector<Coord> coord;
     QVector<CoordSPH> coordSPH;

@@ -4,6 +4,7 @@
 #include "input/excitedStates_p.h"
 #include "input/fileFormats_p.h"
 #include "input/lineReader_p.h"
+#include "input/textFields_p.h"
 
 namespace {
 
@@ -14,6 +15,8 @@ LanqorInputData::ProgramType programOf(const InputFile &file)
     if (!reader.open())
         return LanqorInputData::UnknownOutput;
     while (reader.next()) {
+        if (textFields::contains(reader.line(), "INDO CALCULATION RESULTS"))
+            return LanqorInputData::MopacIndoOutput;
         switch (fileFormats::markedProgram(reader.line())) {
         case fileFormats::Format::OrcaOutput:
             return LanqorInputData::OrcaOutput;
@@ -49,11 +52,13 @@ bool LanqorInputData::readExcitedStates(const ProgramType &program)
         return readCoordFromOrcaOutFile() && readOutputOrca();
     case GaussianOutput:
         return readOutputGaussian();
+    case MopacIndoOutput:
+        return d->readMopacIndoAlone();
     case UnknownOutput:
         break;
     }
-    return failWith(tr("\nUnknown program type %1: 0 stands for a ZINDO, 1 for an ORCA and 2 for a "
-                       "Gaussian output.")
+    return failWith(tr("\nUnknown program type %1: 0 stands for a ZINDO, 1 for an ORCA, 2 for a "
+                       "Gaussian and 3 for a MOPAC INDO output.")
                         .arg(program));
 }
 

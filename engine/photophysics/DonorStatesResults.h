@@ -16,6 +16,20 @@ struct LigandState
     QVector<int> configurations;
     /// Of these pairs; 0 where the program prints none.
     QVector<double> weights;
+    /// Shares of the hole and of the excited electron on DonorStatesResults::fragments, each of sum
+    /// 1; empty where the output gives no coefficients of the excitations with their signs.
+    QVector<double> holeShares;
+    QVector<double> electronShares;
+    /// Share of the excitation whose hole and electron are on different fragments, 0 to 1; known
+    /// where the shares are.
+    double chargeTransfer = 0.0;
+};
+
+/// The ion, or what stays connected when its bonds are cut.
+struct DonorFragment
+{
+    QString formula;    ///< of a ligand; the label of the ion
+    QVector<int> atoms; ///< numbers from 1, ascending
 };
 
 /// What LanqorRL found. State number n stands at index n - 1.
@@ -28,7 +42,10 @@ struct DonorStatesResults
     double minDistanceLnLigand = 0.0;
     QVector<LigandState> singlets;
     QVector<LigandState> triplets;
-    QString program; ///< that wrote the output: "ORCA", "Gaussian" or "ZINDO"
+    QString program; ///< that wrote the output: "ORCA", "Gaussian", "ZINDO" or "MOPAC INDO"
     /// Number of the ground state in both lists (ZINDO); 0 when they start with an excited state.
     int groundState = 0;
+    /// The ion, then the ligands in the order of their first atoms; empty where no state has shares
+    /// of them.
+    QVector<DonorFragment> fragments;
 };

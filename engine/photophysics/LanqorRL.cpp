@@ -4,6 +4,7 @@
 #include "photophysics/complexComparison_p.h"
 #include "photophysics/donorDistance_p.h"
 #include "photophysics/donorStatesReport_p.h"
+#include "photophysics/stateCharacter_p.h"
 
 #include <LanqorEngine/LanqorOutputFile.h>
 
@@ -37,6 +38,8 @@ QString programName(int programType)
         return QStringLiteral("ORCA");
     case LanqorInputData::GaussianOutput:
         return QStringLiteral("Gaussian");
+    case LanqorInputData::MopacIndoOutput:
+        return QStringLiteral("MOPAC INDO");
     default:
         return QString();
     }
@@ -54,7 +57,8 @@ QVector<complexComparison::Atom> ligandAtoms(const LanqorInputData &complex)
 }
 
 /// @p rl  of the state; 0 where it is not known
-LigandState ligandState(const ExcitateState &state, const QVector<double> &weights, double rl)
+LigandState ligandState(const ExcitateState &state, const QVector<double> &weights, double rl,
+                        const StateCharacter &character)
 {
     LigandState result;
     result.energy = state.energy;
@@ -63,6 +67,9 @@ LigandState ligandState(const ExcitateState &state, const QVector<double> &weigh
     result.rl = rl;
     result.configurations = state.configurations;
     result.weights = weights;
+    result.holeShares = character.hole;
+    result.electronShares = character.electron;
+    result.chargeTransfer = character.chargeTransfer;
     return result;
 }
 
@@ -73,10 +80,12 @@ class LanqorRLPrivate
     Q_DECLARE_TR_FUNCTIONS(LanqorRL)
 
 public:
-    LanqorRLPrivate(LanqorRL &owner, LanqorInputData *given, const QString &outputPath)
+    LanqorRLPrivate(LanqorRL &owner, LanqorInputData *given, const QString &outputPath,
+                    const QString &tripletPath = QString())
         : owner(owner)
         , given(given)
         , outputPath(outputPath)
+        , tripletPath(tripletPath)
     {
         restart();
     }
@@ -88,6 +97,10 @@ public:
     bool findIon(Coord &place, int &atom);
     void calcAtomDistances(const Coord &ion);
     bool calcStateDistances();
+    /// Where hole and electron of the states are, as far as the output tells.
+    void calcCharacters();
+    /// The output or both of a pair, for messages.
+    QString outputName() const;
     /// What was read but the ion.
     QVector<complexComparison::Atom> ligandAtoms() const;
     /// Why there is no RL, with what the user may do about it.
@@ -96,6 +109,7 @@ public:
     LanqorRL &owner;
     LanqorInputData *const given; // null: inputData is our own
     QString outputPath;
+    QString tripletPath; // second file of our own reader
     int programType = LanqorInputData::UnknownOutput;
     int selExcitateState = 1;
     double minDistanceLnLigand = noDistance;
@@ -106,6 +120,9 @@ public:
     QVector<double> singletRL;     // by state number, entry 0 unused
     QVector<double> tripletRL;     // by state number, entry 0 unused
     QVector<double> atomDistances; // atom number - 1
+    QVector<DonorFragment> fragments;
+    QVector<StateCharacter> singletCharacters; // state number - 1
+    QVector<StateCharacter> tripletCharacters; // likewise
 };
 
 void LanqorRLPrivate::restart()
@@ -124,6 +141,15 @@ void LanqorRLPrivate::restart()
     singletRL = {0.0};
     tripletRL = {0.0};
     atomDistances.clear();
+    fragments.clear();
+    singletCharacters.clear();
+    tripletCharacters.clear();
+}
+
+QString LanqorRLPrivate::outputName() const
+{
+    const QString second = given ? given->getTripletFileName() : tripletPath;
+    return second.isEmpty() ? outputPath : outputPath + QStringLiteral(", ") + second;
 }
 
 bool LanqorRLPrivate::calculate()
@@ -135,15 +161,18 @@ bool LanqorRLPrivate::calculate()
     if (!findIon(ion, ionAtom))
         return false;
     calcAtomDistances(ion);
-    return calcStateDistances();
+    if (!calcStateDistances())
+        return false;
+    calcCharacters();
+    return true;
 }
 
 bool LanqorRLPrivate::readOutput()
 {
     if (programType < LanqorInputData::ZindoOutput ||
-        programType > LanqorInputData::GaussianOutput) {
-        return owner.failWith(tr("\nUnknown program type %1: 0 stands for a ZINDO, 1 for "
-                                 "an ORCA and 2 for a Gaussian output.")
+        programType > LanqorInputData::MopacIndoOutput) {
+        return owner.failWith(tr("\nUnknown program type %1: 0 stands for a ZINDO, 1 for an ORCA, "
+                                 "2 for a Gaussian and 3 for a MOPAC INDO output.")
                                   .arg(programType));
     }
     const bool hasStates =
@@ -152,8 +181,11 @@ bool LanqorRLPrivate::readOutput()
         return owner.failWith(
             tr("The molecular orbitals of the file %1 have not been read.").arg(outputPath));
     }
+    const bool isPair =
+        programType == LanqorInputData::MopacIndoOutput && !tripletPath.isEmpty();
     if (hasStates ||
-        inputData->readExcitedStates(static_cast<LanqorInputData::ProgramType>(programType)))
+        (isPair && inputData->readOutputMopacIndo(outputPath, tripletPath)) ||
+        (!isPair && inputData->readExcitedStates(static_cast<LanqorInputData::ProgramType>(programType))))
         return true;
     owner.setLastError(inputData->getLastError()); // the reader has emitted its message
     return false;
@@ -169,16 +201,23 @@ bool LanqorRLPrivate::findIon(Coord &place, int &atom)
         owner.setLastError(inputData->getLastError());
         return false;
     }
+    // INDO/S has yttrium, of the same charge and nearly the same radius, but no lanthanides.
+    const bool isYttriumIon = programType == LanqorInputData::MopacIndoOutput;
     for (int i = 0; i < atoms.size(); ++i) {
         if (programType == LanqorInputData::ZindoOutput ||
-            LanqorInputData::isLanthanide(atoms.at(i).label)) {
+            LanqorInputData::isLanthanide(atoms.at(i).label) ||
+            (isYttriumIon && atoms.at(i).label == QLatin1String("Y"))) {
             place = atoms.at(i);
             atom = i + 1;
             return true;
         }
     }
     return owner.failWith(
-        tr("\nCannot find a lanthanide ion among the atoms of the output file: \n") + outputPath +
+        (isYttriumIon
+             ? tr("\nCannot find yttrium, in the place of the ion, among the atoms of the output "
+                  "file: \n")
+             : tr("\nCannot find a lanthanide ion among the atoms of the output file: \n")) +
+        outputName() +
         tr("\nThe distances RL are those from the ion."));
 }
 
@@ -229,6 +268,23 @@ bool LanqorRLPrivate::calcStateDistances()
     return true;
 }
 
+void LanqorRLPrivate::calcCharacters()
+{
+    const int singlets = inputData->getSingletStatesCount();
+    const int triplets = inputData->getTripletStatesCount();
+    if ((singlets == 0 || inputData->getSingletCoefficients(0).isEmpty()) &&
+        (triplets == 0 || inputData->getTripletCoefficients(0).isEmpty()))
+        return;
+    fragments = donorFragments(inputData->getCoord(), ionAtom);
+    const StateCharacters characters(*inputData, fragments);
+    for (int i = 0; i < singlets; ++i)
+        singletCharacters.append(characters.of(inputData->getSingletExcitateStateVector(i),
+                                               inputData->getSingletCoefficients(i)));
+    for (int i = 0; i < triplets; ++i)
+        tripletCharacters.append(characters.of(inputData->getTripletExcitateStateVector(i),
+                                               inputData->getTripletCoefficients(i)));
+}
+
 QVector<complexComparison::Atom> LanqorRLPrivate::ligandAtoms() const
 {
     const QVector<Coord> coordinates = inputData->getCoord();
@@ -256,6 +312,11 @@ QString LanqorRLPrivate::reasonWithoutDistances() const
 LanqorRL::LanqorRL(QObject *parent, const QString &outputPath)
     : LanqorAbstractObjCalculation(parent)
     , d(std::make_unique<LanqorRLPrivate>(*this, nullptr, outputPath))
+{}
+
+LanqorRL::LanqorRL(QObject *parent, const QString &singletFile, const QString &tripletFile)
+    : LanqorAbstractObjCalculation(parent)
+    , d(std::make_unique<LanqorRLPrivate>(*this, nullptr, singletFile, tripletFile))
 {}
 
 LanqorRL::LanqorRL(QObject *parent, LanqorInputData *excitedStates)
@@ -348,7 +409,7 @@ QString LanqorRL::getCompositionMismatch(const LanqorInputData &complex) const
         return QString();
     return tr("%1 holds %2 beside the ion, but %3 holds %4: these are not the excited states of "
               "this complex")
-        .arg(complex.getFileName(), complexComparison::formula(inComplex), d->outputPath,
+        .arg(complex.getFileName(), complexComparison::formula(inComplex), d->outputName(),
              complexComparison::formula(amongLigands));
 }
 
@@ -366,14 +427,14 @@ QString LanqorRL::getComplexMismatch(const LanqorInputData &complex) const
                   "but %4 A in %5, the largest difference; are these the same complex in the same "
                   "geometry?")
             .arg(largest.element, text(largest.inComplex), complex.getFileName(),
-                 text(largest.amongLigands), d->outputPath);
+                 text(largest.amongLigands), d->outputName());
     const auto isNearer = [](const auto &a, const auto &b) { return a.distance < b.distance; };
     const double shortest = std::min_element(atoms.begin(), atoms.end(), isNearer)->distance;
     if (!(shortest > 0.0 && std::abs(d->minDistanceLnLigand - shortest) > nearestTolerance))
         return QString();
     return tr("the atom nearest to the ion is %1 A away in %2 but %3 A in %4: are these the same "
               "complex in the same geometry?")
-        .arg(text(shortest), complex.getFileName(), text(d->minDistanceLnLigand), d->outputPath);
+        .arg(text(shortest), complex.getFileName(), text(d->minDistanceLnLigand), d->outputName());
 }
 
 double LanqorRL::getShortestDistance(const LanqorInputData &complex)
@@ -391,7 +452,8 @@ DonorStatesResults LanqorRL::getResults() const
 {
     const LanqorInputData &data = *d->inputData;
     DonorStatesResults results;
-    results.outputPath = d->outputPath;
+    results.outputPath = d->outputName();
+    results.fragments = d->fragments;
     results.program = programName(d->programType);
     results.groundState = d->programType == LanqorInputData::ZindoOutput ? 1 : 0;
     results.reasonWithoutDistances =
@@ -402,10 +464,12 @@ DonorStatesResults LanqorRL::getResults() const
     const auto rl = [this](double distance) { return d->isCalculated ? distance : 0.0; };
     for (int i = 0; i < data.getSingletStatesCount(); ++i)
         results.singlets.append(ligandState(data.getSingletExcitateStateVector(i),
-                                            data.getSingletWeights(i), rl(getSingletRL(i + 1))));
+                                            data.getSingletWeights(i), rl(getSingletRL(i + 1)),
+                                            d->singletCharacters.value(i)));
     for (int i = 0; i < data.getTripletStatesCount(); ++i)
         results.triplets.append(ligandState(data.getTripletExcitateStateVector(i),
-                                            data.getTripletWeights(i), rl(getTripletRL(i + 1))));
+                                            data.getTripletWeights(i), rl(getTripletRL(i + 1)),
+                                            d->tripletCharacters.value(i)));
     return results;
 }
 

@@ -26,6 +26,8 @@ public:
     /// @param outputPath  output of the excited-state calculation. The point-charge file of an
     ///                    ORCA run stands beside it, with the suffix ".pointcharge".
     LanqorRL(QObject *parent, const QString &outputPath);
+    /// The pair of MOPAC INDO outputs, see LanqorInputData::readOutputMopacIndo().
+    LanqorRL(QObject *parent, const QString &singletFile, const QString &tripletFile);
     /// @param excitedStates  the reader of that output, which may have read it already; not
     ///                       owned, and must outlive this object. Null: no output.
     LanqorRL(QObject *parent, LanqorInputData *excitedStates);
@@ -35,7 +37,8 @@ public:
     /// was given holds states already.
     /// @param programType  a LanqorInputData::ProgramType. The ion is atom 1 of a ZINDO output,
     ///                     the first lanthanide of a Gaussian output or of an ORCA TD-DFT output,
-    ///                     and the point charge of any other ORCA output.
+    ///                     the first yttrium of MOPAC INDO outputs, and the point charge of any
+    ///                     other ORCA output.
     /// False with the reader's message when the output cannot be read, or when no lanthanide is
     /// among the atoms; what was read stays in getInputData(). A new call starts afresh. States
     /// that use orbitals which the output does not print are named in a message.

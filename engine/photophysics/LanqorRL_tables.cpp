@@ -47,6 +47,43 @@ void addStates(LanqorResultTables &tables, const QString &kind, const QVector<Li
                     excitations);
 }
 
+/// Hole and electron of the states of one kind; @p kind as above.
+void addCharacters(LanqorResultTables &tables, const QString &kind,
+                   const QVector<LigandState> &states)
+{
+    const ResultColumn number = {kind + key("_from_1"), QString()};
+    QVector<Row> transfers;
+    QVector<Row> shares;
+    for (int i = 0; i < states.size(); ++i) {
+        const LigandState &state = states.at(i);
+        if (!state.holeShares.isEmpty())
+            transfers.append({i + 1, state.chargeTransfer});
+        for (int f = 0; f < state.holeShares.size(); ++f)
+            shares.append({i + 1, f + 1, state.holeShares.at(f), state.electronShares.at(f)});
+    }
+    tables.addTable(kind + key("_charge_transfer"), {number, {key("charge_transfer"), key("1")}},
+                    transfers);
+    tables.addTable(kind + key("_hole_and_electron"),
+                    {number,
+                     {key("fragment_from_1"), QString()},
+                     {key("hole_share"), key("1")},
+                     {key("electron_share"), key("1")}},
+                    shares);
+}
+
+void addFragments(LanqorResultTables &tables, const QVector<DonorFragment> &fragments)
+{
+    QVector<Row> rows;
+    for (int f = 0; f < fragments.size(); ++f)
+        for (const int atom : fragments.at(f).atoms)
+            rows.append({f + 1, fragments.at(f).formula, atom});
+    tables.addTable(key("fragments"),
+                    {{key("fragment_from_1"), QString()},
+                     {key("formula"), QString()},
+                     {key("atom_from_1"), QString()}},
+                    rows);
+}
+
 } // namespace
 
 LanqorResultTables LanqorRL::makeTables(const DonorStatesResults &results)
@@ -65,5 +102,10 @@ LanqorResultTables LanqorRL::makeTables(const DonorStatesResults &results)
          results.groundState > 0 ? QVariant(results.groundState) : QVariant()});
     addStates(tables, key("singlet"), results.singlets);
     addStates(tables, key("triplet"), results.triplets);
+    if (results.fragments.isEmpty())
+        return tables;
+    addCharacters(tables, key("singlet"), results.singlets);
+    addCharacters(tables, key("triplet"), results.triplets);
+    addFragments(tables, results.fragments);
     return tables;
 }

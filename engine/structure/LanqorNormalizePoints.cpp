@@ -44,6 +44,8 @@ bool readTransitions(LanqorInputData &data, int program)
         return data.readAbsorptionDataZindo();
     case LanqorInputData::OrcaOutput:
         return data.readAbsorptionDataOrca();
+    case LanqorInputData::MopacIndoOutput:
+        return data.readAbsorptionDataMopacIndo();
     default:
         return data.readAbsorptionDataGaussian();
     }
@@ -126,9 +128,9 @@ LanqorNormalizePoints::LanqorNormalizePoints(QObject *parent, LanqorInputData *o
     : LanqorAbstractObjCalculation(parent)
     , d(std::make_unique<LanqorNormalizePointsPrivate>())
 {
-    if (program < LanqorInputData::ZindoOutput || program > LanqorInputData::GaussianOutput)
-        setLastError(tr("The program of an output with excited states is 0 (ZINDO), 1 (ORCA) or 2 "
-                        "(Gaussian), not %1.")
+    if (program < LanqorInputData::ZindoOutput || program > LanqorInputData::MopacIndoOutput)
+        setLastError(tr("The program of an output with excited states is 0 (ZINDO), 1 (ORCA), 2 "
+                        "(Gaussian) or 3 (MOPAC INDO), not %1.")
                          .arg(program));
     else if (!output)
         setLastError(tr("There is no output to read transitions from."));
