@@ -73,8 +73,12 @@ void addOptions(cli::OptionReader &options)
     options.addOption(cli::moleculeOption());
     cli::addJobOptions(options);
     options.addOption({QStringLiteral("roots"),
-                       tr("ORCA: number of states of each multiplicity (25)."), QStringLiteral("n"),
-                       QStringLiteral("25")});
+                       tr("ORCA, --indo: number of states of each multiplicity (25)."),
+                       QStringLiteral("n"), QStringLiteral("25")});
+    options.addOption({QStringLiteral("indo"),
+                       tr("MOPAC: two jobs of excited states by INDO/S at this geometry, Y in the "
+                          "place of the ion; OUT job.mop makes job_singlet.mop and "
+                          "job_triplet.mop.")});
     options.addOption({QStringLiteral("maxdim"),
                        tr("ORCA: dimension of the expansion space in multiples of the roots (10)."),
                        QStringLiteral("n"), QStringLiteral("10")});
@@ -139,12 +143,27 @@ void readJob(const cli::OptionReader &options, const LanqorFilesConverter &conve
         numbers.charge = cli::chargeOfJob(options, structure);
 }
 
+/// Refuses what the pair of INDO jobs does not take.
+void checkIndo(const cli::OptionReader &options, bool isMopacJob)
+{
+    if (!options.isSet("indo"))
+        return;
+    if (!isMopacJob)
+        options.refuse(tr("--indo belongs to a MOPAC job (.mop)"));
+    for (const char *option : {"method", "qdc-fit", "keywords", "multiplicity"})
+        if (options.isSet(option))
+            options.refuse(tr("--%1 does not go with --indo, whose jobs have the keywords INDO CIS "
+                              "and SINGLET or TRIPLET")
+                               .arg(QLatin1String(option)));
+}
+
 /// Charge, multiplicity and keywords of a job, with which its electrons must agree.
 void settleJob(const cli::OptionReader &options, const QString &format, LanqorInputData &structure,
                LanqorFilesConverter &converter, Numbers &numbers)
 {
     const bool isMopacJob = format == QLatin1String("mop");
     cli::checkJobOptions(options, isMopacJob);
+    checkIndo(options, isMopacJob);
     const int multiplicity = cli::multiplicityOfJob(options);
     const bool isClosedShell = format == QLatin1String("orcinp") || format == QLatin1String("inp");
     if (isClosedShell && multiplicity > 1)
@@ -193,7 +212,8 @@ int convertCommand(const QStringList &arguments)
            "or (for ORCA jobs) an ORCA output. The suffix of OUT tells what to write:\n"
            "  .xyz, .zmt     Cartesian coordinates (Angstrom), Z-matrix (degrees)\n"
            "  .sph           spherical coordinates about atom 1\n"
-           "  .mop           MOPAC: sparkle optimisation, by AM1 unless --method names another\n"
+           "  .mop           MOPAC: sparkle optimisation, by AM1 unless --method names another;\n"
+           "                 with --indo two jobs of excited states by INDO/S\n"
            "  .gjf           Gaussian: TD-LC-wPBE, pseudopotential on the ion\n"
            "  .orcinp, .inp  ORCA, ZINDO: ligand states by ZINDO/S (INDO/S), the ion as a point\n"
            "                 charge; the ZINDO job needs a MOPAC output\n\n"
@@ -224,7 +244,8 @@ int convertCommand(const QStringList &arguments)
     settleJob(options, format, structure, converter, numbers);
 
     const bool isDone =
-        format == QLatin1String("mop")      ? converter.convertFromOutToMop(out)
+        options.isSet("indo")               ? converter.convertFromOutToMopIndo(out, numbers.roots)
+        : format == QLatin1String("mop")    ? converter.convertFromOutToMop(out)
         : format == QLatin1String("gjf")    ? converter.convertFromOutToGjf(out)
         : format == QLatin1String("inp")    ? converter.convertFromOutToInp(out)
         : format == QLatin1String("orcinp") ? toOrca(converter, options, out, structure, numbers)

@@ -28,11 +28,13 @@ double asEntered(double omega)
 YieldInputs yieldInputs(const IntensityFitOptions &options)
 {
     constexpr double msPerSecond = 1000.0;
-    LanqorInputData states(nullptr, options.excited);
+    const QStringList files = stateFiles(options.excited);
+    LanqorInputData states(nullptr, files.first());
     states.setKeepFileOpen(true);
     const StateProgram *program = stateProgramOf(states);
     if (!program)
-        throw Failure{unknownProgram(options.excited)};
+        throw Failure{unknownProgram(files.first())};
+    readPair(states, *program, files);
     LanqorSpectroscopicCalculation calculation(nullptr, 0, program->type, options.geometry.get(),
                                                QString(), &states, 0, 0);
     if (!calculation.getLastError().isEmpty())

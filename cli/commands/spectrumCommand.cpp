@@ -19,7 +19,7 @@ using cli::tr;
 
 struct Request
 {
-    QString file;
+    QStringList files;                     ///< two of a pair of MOPAC INDO outputs
     const StateProgram *program = nullptr; ///< null: to be found out
     double width = 0.0;                    // nm
     double start = 0.0;                    // nm
@@ -31,12 +31,12 @@ struct Request
 Request readRequest(const cli::OptionReader &options)
 {
     Request request;
-    request.file =
-        options.files(1, tr("spectrum needs one file; see \"lanqor spectrum --help\"")).first();
+    request.files = cli::stateFiles(
+        options.files(1, tr("spectrum needs one file; see \"lanqor spectrum --help\"")).first());
     const QString name = options.text("program");
     request.program = cli::stateProgramNamed(name);
     if (!request.program && !name.isEmpty())
-        options.refuse(tr("--program needs to be orca, gaussian or zindo"));
+        options.refuse(tr("--program needs to be %1").arg(cli::programNames()));
     bool ok[3] = {};
     request.width = options.text("width").toDouble(&ok[0]);
     const QStringList limits = options.text("range").split(QLatin1Char(':'));
@@ -68,8 +68,9 @@ int spectrumCommand(const QStringList &arguments)
 {
     cli::OptionReader options("spectrum");
     options.setDescription(tr(
-        "Absorption spectrum of the computed excited states of an ORCA, Gaussian or ZINDO\n"
-        "output: a Lorentzian band for each transition, summed on 1001 points that are evenly\n"
+        "Absorption spectrum of the computed excited states of an ORCA, Gaussian, ZINDO or\n"
+        "MOPAC INDO output (of singlets): a Lorentzian band for each transition, summed on 1001 "
+        "points that are evenly\n"
         "spaced in wavenumber, largest value 1.\n\n"
         "The width is in nm at every band (bandWidth p^2 / 1e7 cm^-1 around p cm^-1). Each line\n"
         "of the file of --out holds a wavelength in nm and the absorption there. The transitions\n"
@@ -83,20 +84,25 @@ int spectrumCommand(const QStringList &arguments)
     options.addOption({QStringLiteral("range"), tr("Limits of the spectrum, nm (150:450)."),
                        QStringLiteral("start:end"), QStringLiteral("150:450")});
     options.addOption({QStringLiteral("program"),
-                       tr("The program that wrote FILE: orca, gaussian or zindo; found out when "
-                          "it is not named."),
+                       tr("The program that wrote FILE: %1; found out when it is not named.")
+                           .arg(cli::programNames()),
                        QStringLiteral("name")});
     options.addOption(plots::option());
     options.addResultOptions();
     options.parse(arguments);
     const Request request = readRequest(options);
-    if (!QFileInfo::exists(request.file))
-        throw cli::Failure{tr("%1 does not exist.").arg(request.file)};
-    LanqorInputData output(nullptr, request.file);
+    for (const QString &file : request.files)
+        if (!QFileInfo::exists(file))
+            throw cli::Failure{tr("%1 does not exist.").arg(file)};
+    LanqorInputData output(nullptr, request.files.first());
     output.setKeepFileOpen(true);
     const StateProgram *program = request.program ? request.program : cli::stateProgramOf(output);
     if (!program)
-        throw cli::Failure{cli::unknownProgram(request.file)};
+        throw cli::Failure{cli::unknownProgram(request.files.first())};
+    if (request.files.size() > 1) { // the spectrum is of the first; both belong together
+        LanqorInputData pair(nullptr, request.files.first());
+        cli::readPair(pair, *program, request.files);
+    }
 
     LanqorNormalizePoints points(nullptr, &output, program->type);
     cli::showMessages(points);
@@ -105,10 +111,10 @@ int spectrumCommand(const QStringList &arguments)
         cli::failOf(points);
     const AbsorptionResults results = points.getResults();
     cli::showResults(options, transitionTable(results), LanqorNormalizePoints::makeTables(results),
-                     {request.file});
+                     request.files);
     if (!request.curveFile.isEmpty() && !points.createEspFile(request.curveFile))
         cli::failOf(points);
     if (!request.plotFile.isEmpty())
-        plots::draw(results, QFileInfo(request.file).fileName(), request.plotFile);
+        plots::draw(results, QFileInfo(request.files.first()).fileName(), request.plotFile);
     return cli::success;
 }

@@ -76,6 +76,51 @@ QString stateTable(const QString &title, const QVector<LigandState> &states, boo
     return text;
 }
 
+/// "3 (0.92)": the fragment of the greatest share.
+QString mainFragment(const QVector<double> &shares)
+{
+    const int fragment =
+        static_cast<int>(std::max_element(shares.begin(), shares.end()) - shares.begin());
+    return QStringLiteral("%1 (%2)").arg(QString::number(fragment + 1),
+                                         QString::number(shares.at(fragment), 'f', 2));
+}
+
+QString characterTable(const QString &title, const QVector<LigandState> &states)
+{
+    if (states.isEmpty())
+        return QString();
+    QString text =
+        QStringLiteral("\n%1\n%2%3%4%5\n")
+            .arg(title, tr("state").rightJustified(6), tr("charge transfer").rightJustified(17),
+                 tr("hole").rightJustified(13), tr("electron").rightJustified(13));
+    for (int i = 0; i < states.size(); ++i) {
+        const LigandState &state = states.at(i);
+        text += column(i + 1, 6);
+        text += state.holeShares.isEmpty()
+                    ? dash(17) + dash(13) + dash(13)
+                    : column(state.chargeTransfer, 3, 17) +
+                          mainFragment(state.holeShares).rightJustified(13) +
+                          mainFragment(state.electronShares).rightJustified(13);
+        text += QLatin1Char('\n');
+    }
+    return text;
+}
+
+/// Where hole and electron are, as far as the output tells.
+QString characterTables(const DonorStatesResults &results)
+{
+    if (results.fragments.isEmpty())
+        return QString();
+    QString text = tr("\nFragments (number, formula, first atom)\n");
+    for (int f = 0; f < results.fragments.size(); ++f)
+        text += column(f + 1, 6) + QStringLiteral("  ") +
+                results.fragments.at(f).formula.leftJustified(24) +
+                column(results.fragments.at(f).atoms.first(), 6) + QLatin1Char('\n');
+    const QString what = tr(": charge between fragments, and the one with most of hole, electron");
+    return text + characterTable(tr("Singlets") + what, results.singlets) +
+           characterTable(tr("Triplets") + what, results.triplets);
+}
+
 QString stateTables(const DonorStatesResults &results, const char *program)
 {
     const bool hasDistances = results.reasonWithoutDistances.isEmpty();
@@ -85,16 +130,18 @@ QString stateTables(const DonorStatesResults &results, const char *program)
                                .arg(results.minDistanceLnLigand, 0, 'f', 5)
                          : tr("RL not calculated: %1\n").arg(results.reasonWithoutDistances)) +
            stateTable(tr("Singlets"), results.singlets, hasDistances) +
-           stateTable(tr("Triplets"), results.triplets, hasDistances);
+           stateTable(tr("Triplets"), results.triplets, hasDistances) + characterTables(results);
 }
 
 const char *const description =
-    "Lists the excited singlets and triplets of an ORCA, Gaussian or ZINDO output:\n"
+    "Lists the excited singlets and triplets of an ORCA, Gaussian or ZINDO output, or\n"
+    "of a pair of MOPAC INDO outputs, given as \"singlets.out,triplets.out\":\n"
     "energies in cm^-1, wavelengths in nm, oscillator strengths, the excitations of\n"
     "greatest weight, and RL, the distance in Angstrom from the centre of charge of\n"
     "the state to the lanthanide ion. The ion is the first lanthanide of a Gaussian\n"
-    "or an ORCA TD-DFT output, atom 1 of a ZINDO output, and the point charge in the\n"
-    "file NAME.pointcharge beside any other ORCA output NAME.orcout (or NAME.out).\n"
+    "or an ORCA TD-DFT output, atom 1 of a ZINDO output, the yttrium of MOPAC INDO\n"
+    "outputs, and the point charge in the file NAME.pointcharge beside any other ORCA\n"
+    "output NAME.orcout (or NAME.out).\n"
     "Without the ion or the table of orbital coefficients the states are listed\n"
     "without RL, and the reason is told.\n\n"
     "Example: lanqor states ligand.orcout --report ligand_rl.txt";
@@ -108,25 +155,28 @@ int statesCommand(const QStringList &arguments)
     options.addArgument(QStringLiteral("FILE"), tr("output of the excited-state calculation"));
     options.addOptions(
         {{QStringLiteral("program"),
-          tr("program that wrote FILE: orca, gaussian or zindo; told from its text when not given"),
+          tr("program that wrote FILE: %1; told from its text when not given")
+              .arg(cli::programNames()),
           QStringLiteral("name")},
          {QStringLiteral("report"), tr("write the report of the distances RL to this file"),
           QStringLiteral("file")}});
     options.addResultOptions();
     options.parse(arguments);
-    const QString fileName =
-        options.files(1, tr("one FILE is needed; see \"lanqor states --help\"")).first();
+    const QStringList files = cli::stateFiles(
+        options.files(1, tr("one FILE is needed; see \"lanqor states --help\"")).first());
     const QString name = options.text("program");
-    if (!QFileInfo::exists(fileName))
-        throw cli::Failure{tr("%1 does not exist.").arg(fileName)};
-    LanqorInputData output(nullptr, fileName);
+    for (const QString &file : files)
+        if (!QFileInfo::exists(file))
+            throw cli::Failure{tr("%1 does not exist.").arg(file)};
+    LanqorInputData output(nullptr, files.first());
     output.setKeepFileOpen(true);
     const StateProgram *program =
         name.isEmpty() ? cli::stateProgramOf(output) : cli::stateProgramNamed(name);
     if (!program && !name.isEmpty())
-        options.refuse(tr("unknown program \"%1\"; there are orca, gaussian and zindo").arg(name));
+        options.refuse(tr("unknown program \"%1\"; there are %2").arg(name, cli::programNames()));
     if (!program)
-        throw cli::Failure{cli::unknownProgram(fileName)};
+        throw cli::Failure{cli::unknownProgram(files.first())};
+    cli::readPair(output, *program, files);
 
     LanqorRL calculation(nullptr, &output);
     cli::showMessages(calculation);
@@ -135,7 +185,7 @@ int statesCommand(const QStringList &arguments)
     if (results.singlets.isEmpty() && results.triplets.isEmpty())
         cli::failOf(calculation);
     cli::showResults(options, stateTables(results, program->title), LanqorRL::makeTables(results),
-                     {fileName});
+                     files);
     const QString report = options.text("report");
     if (!report.isEmpty() && calculation.createOutput(report).isEmpty())
         cli::failOf(calculation);

@@ -131,23 +131,24 @@ EnergyTransferChannels channelList(const OptionReader &options)
 }
 
 /// The program that wrote the excited states; found out when it is not named.
-int programOf(const OptionReader &options, const LanqorInputData &excitedStates)
+const StateProgram &programOf(const OptionReader &options, const LanqorInputData &excitedStates,
+                              const QStringList &files)
 {
     if (options.isSet("program")) {
         const StateProgram *program = cli::stateProgramNamed(options.text("program"));
         if (!program)
-            options.refuse(tr("--program needs to be orca, gaussian or zindo"));
-        return program->type;
+            options.refuse(tr("--program needs to be %1").arg(cli::programNames()));
+        return *program;
     }
-    const QString fileName = excitedStates.getFileName();
-    if (!QFileInfo::exists(fileName))
-        options.refuse(tr("--excited %1 does not exist; an output of ORCA, Gaussian or ZINDO is "
-                          "needed.")
-                           .arg(fileName));
+    for (const QString &file : files)
+        if (!QFileInfo::exists(file))
+            options.refuse(tr("--excited %1 does not exist; an output of ORCA, Gaussian or ZINDO "
+                              "is needed, or a pair of MOPAC INDO outputs.")
+                               .arg(file));
     const StateProgram *program = cli::stateProgramOf(excitedStates);
     if (!program)
-        options.refuse(cli::unknownProgram(fileName));
-    return program->type;
+        options.refuse(cli::unknownProgram(files.first()));
+    return *program;
 }
 
 void refuseIfSet(const OptionReader &options, std::initializer_list<const char *> names,
@@ -185,9 +186,13 @@ void addOptions(OptionReader &options)
     const QString wavenumber = tr("cm^-1");
     const QString angstrom = tr("Angstrom");
     options.addOptions({
-        {option("excited"), tr("Output of the excited-state calculation."), tr("file")},
+        {option("excited"),
+         tr("Output of the excited-state calculation, or \"singlets.out,triplets.out\" of MOPAC "
+            "INDO."),
+         tr("file")},
         {option("program"),
-         tr("Program that wrote it: orca, gaussian or zindo; found out by default."), tr("name")},
+         tr("Program that wrote it: %1; found out by default.").arg(cli::programNames()),
+         tr("name")},
         {option("omega-report"), tr("Report that holds charge factors and polarisabilities."),
          tr("file")},
         {option("g"), tr("Charge factors, dimensionless, by element or atom: O=0.9,N=1.2,5=0.7."),
@@ -300,9 +305,12 @@ void refuseIdleNumbers(const OptionReader &options, const Request &request)
 void readStates(const OptionReader &options, Request &request)
 {
     refuseIdleNumbers(options, request);
-    request.excitedStates = std::make_unique<LanqorInputData>(nullptr, options.text("excited"));
+    const QStringList files = cli::stateFiles(options.text("excited"));
+    request.excitedStates = std::make_unique<LanqorInputData>(nullptr, files.first());
     request.excitedStates->setKeepFileOpen(true);
-    request.programType = programOf(options, *request.excitedStates);
+    const StateProgram &program = programOf(options, *request.excitedStates, files);
+    request.programType = program.type;
+    cli::readPair(*request.excitedStates, program, files);
     request.singlet = wholeNumber(options, "singlet", 1, maximumState);
     request.triplet = wholeNumber(options, "triplet", 1, maximumState);
     request.isForced = options.isSet("force");
@@ -369,7 +377,7 @@ QStringList Request::inputFiles() const
 {
     QStringList files = {complexFile, omegaReport};
     if (excitedStates)
-        files.append(excitedStates->getFileName());
+        files << excitedStates->getFileName() << excitedStates->getTripletFileName();
     files.removeAll(QString());
     return files;
 }

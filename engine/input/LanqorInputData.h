@@ -239,12 +239,12 @@ public:
     /// singlets only succeeds with an empty list of triplets.
     bool readOutputGaussian();
     bool readAbsorptionDataGaussian();
-    /// Geometry, orbitals with their energies, states and spectrum of a pair of INDO/S jobs of MOPAC
-    /// with single excitations (INDO CIS), one with the keyword SINGLET and one with TRIPLET, which
-    /// stand in two files instead of that of this object. Fails unless both are of one geometry,
-    /// with the same orbitals, excitations and limit of printing (WRTCONF), and of a reference below
-    /// all triplets. A job that MOPAC refused is recognised by its missing states. INDO/S has no
-    /// lanthanides: yttrium stands in the place of the ion.
+    /// Geometry, orbitals with their energies, states and spectrum of a pair of INDO/S jobs of
+    /// MOPAC with single excitations (INDO CIS), one with the keyword SINGLET and one with TRIPLET,
+    /// which stand in two files instead of that of this object. Fails unless both are of one
+    /// geometry, with the same orbitals, excitations and limit of printing (WRTCONF), and of a
+    /// reference below all triplets. A job that MOPAC refused is recognised by its missing states.
+    /// INDO/S has no lanthanides: yttrium stands in the place of the ion.
     /// @param singletFile,tripletFile  one of them may be empty, for a list without states
     bool readOutputMopacIndo(const QString &singletFile, const QString &tripletFile);
     /// Spectrum of the singlets of a MOPAC INDO output.

@@ -90,8 +90,8 @@ int differentEnergy(const MopacIndoJob &a, const MopacIndoJob &b)
     return 0;
 }
 
-/// First orbital of the excitations of @p b that is another one in @p a, its sign apart: orbitals of
-/// one energy may mix in any way. The basis is orthogonal. 0 when there is none.
+/// First orbital of the excitations of @p b that is another one in @p a, its sign apart: orbitals
+/// of one energy may mix in any way. The basis is orthogonal. 0 when there is none.
 int differentOrbital(const MopacIndoJob &a, const MopacIndoJob &b)
 {
     constexpr double least = 0.99; // overlap

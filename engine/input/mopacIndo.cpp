@@ -147,7 +147,8 @@ bool MopacIndoReader::readEnergies(const std::vector<int> &indices)
         const auto index = static_cast<std::size_t>(indices[i]);
         if (index >= job.orbitalEnergies.size())
             job.orbitalEnergies.resize(index + 1, std::numeric_limits<double>::quiet_NaN());
-        job.orbitalEnergies[index] = valueOf(columns(reader.line(), firstColumn + i * width, width));
+        job.orbitalEnergies[index] =
+            valueOf(columns(reader.line(), firstColumn + i * width, width));
     }
     return true;
 }
@@ -239,8 +240,8 @@ void MopacIndoReader::readStates()
     isDamaged = true;
 }
 
-/// "   3      8.1753736    65939.    151.66  0.026984 ...": number, symmetry, eV, cm^-1, nm, oscillator
-/// strength.
+/// "   3      8.1753736    65939.    151.66  0.026984 ...": number, symmetry, eV, cm^-1, nm,
+/// oscillator strength.
 bool MopacIndoReader::readState(std::string_view line)
 {
     constexpr std::size_t energyColumn = 8;
@@ -256,7 +257,7 @@ bool MopacIndoReader::readState(std::string_view line)
            textFields::toInt(columns(line, 0, 4)) == job.states.states.size() + 1;
 }
 
-/// "State    2  3.7798     CI coeff  CI percent", then "    Config       7   0.52574317  0.27640588"
+/// "State    2  3.7798     CI coeff  CI percent", then "    Config       7   0.52574317 0.27640588"
 /// for each, then " Total coeff printed             0.98".
 void MopacIndoReader::readContributions()
 {

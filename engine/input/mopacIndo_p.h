@@ -20,8 +20,8 @@ struct MopacIndoJob
     double printLimit = 0.04; ///< least coefficient of a printed configuration (WRTCONF)
     int multiplicity = 0;     ///< of configurations and states
     int configurationCount = 0;
-    bool hasOtherExcitations = false; ///< than single ones (CISD, MRCI)
-    bool isReferenceGround = false;   ///< state 1 is the reference determinant alone
+    bool hasOtherExcitations = false;      ///< than single ones (CISD, MRCI)
+    bool isReferenceGround = false;        ///< state 1 is the reference determinant alone
     QVector<MolecularOrbital> orbitals;    ///< by printed number less 1
     std::vector<double> orbitalEnergies;   ///< eV, likewise; not a number where not printed
     StateTable states;                     ///< excited ones; oscillator strengths of singlets

@@ -181,11 +181,10 @@ bool LanqorRLPrivate::readOutput()
         return owner.failWith(
             tr("The molecular orbitals of the file %1 have not been read.").arg(outputPath));
     }
-    const bool isPair =
-        programType == LanqorInputData::MopacIndoOutput && !tripletPath.isEmpty();
-    if (hasStates ||
-        (isPair && inputData->readOutputMopacIndo(outputPath, tripletPath)) ||
-        (!isPair && inputData->readExcitedStates(static_cast<LanqorInputData::ProgramType>(programType))))
+    const bool isPair = programType == LanqorInputData::MopacIndoOutput && !tripletPath.isEmpty();
+    if (hasStates || (isPair && inputData->readOutputMopacIndo(outputPath, tripletPath)) ||
+        (!isPair &&
+         inputData->readExcitedStates(static_cast<LanqorInputData::ProgramType>(programType))))
         return true;
     owner.setLastError(inputData->getLastError()); // the reader has emitted its message
     return false;
@@ -217,8 +216,7 @@ bool LanqorRLPrivate::findIon(Coord &place, int &atom)
              ? tr("\nCannot find yttrium, in the place of the ion, among the atoms of the output "
                   "file: \n")
              : tr("\nCannot find a lanthanide ion among the atoms of the output file: \n")) +
-        outputName() +
-        tr("\nThe distances RL are those from the ion."));
+        outputName() + tr("\nThe distances RL are those from the ion."));
 }
 
 void LanqorRLPrivate::calcAtomDistances(const Coord &ion)

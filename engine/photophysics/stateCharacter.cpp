@@ -65,8 +65,8 @@ StateCharacter StateCharacters::of(const ExcitateState &state,
     double total = 0.0;
     for (int k = 0; k < coefficients.size(); ++k) {
         for (int l = 0; l < coefficients.size(); ++l) {
-            const QVector<double> from = overlapByFragment(state.configurations.at(2 * k),
-                                                           state.configurations.at(2 * l));
+            const QVector<double> from =
+                overlapByFragment(state.configurations.at(2 * k), state.configurations.at(2 * l));
             const QVector<double> to = overlapByFragment(state.configurations.at(2 * k + 1),
                                                          state.configurations.at(2 * l + 1));
             if (from.isEmpty() || to.isEmpty())

@@ -21,8 +21,8 @@ QVector<DonorFragment> donorFragments(const QVector<Coord> &atoms, int ion);
 ///     T = sum c |i><a|,   Omega(A,B) = sum over mu on A, nu on B of T(mu,nu)^2
 /// over the printed excitations i -> a with coefficients c; A, B are fragments. The hole's share of
 /// A is sum_B Omega(A,B), the electron's of B is sum_A Omega(A,B), the charge transfer
-/// 1 - sum_A Omega(A,A), all divided by the sum of Omega. The signs of the coefficients matter: they
-/// tell an excitation on each ligand from one between ligands where orbitals spread over them.
+/// 1 - sum_A Omega(A,A), all divided by the sum of Omega. The signs of the coefficients matter:
+/// they tell an excitation on each ligand from one between ligands where orbitals spread over them.
 class StateCharacters
 {
 public:

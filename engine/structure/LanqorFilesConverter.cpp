@@ -233,6 +233,36 @@ bool LanqorFilesConverter::convertFromOutToMop(QString const &outputFile)
                           jobFiles::mopacJob(data.getCoord(), d->mopacJob));
 }
 
+bool LanqorFilesConverter::convertFromOutToMopIndo(QString const &outputFile, const int &states)
+{
+    std::unique_ptr<LanqorInputData> own;
+    LanqorInputData &data = d->input(own);
+    const QString suffix = QStringLiteral("mop");
+    if (!d->readStructure(data, suffix))
+        return false;
+    const QVector<Coord> atoms = data.getCoord();
+    if (std::any_of(atoms.begin(), atoms.end(), isVector))
+        return failWith(tr("An INDO job cannot be of a periodic structure (translation vectors "
+                           "Tv): \n") +
+                        d->fileName);
+    if (states < 1)
+        return failWith(tr("An INDO job needs at least one excited state."));
+    const QString ending = QLatin1Char('.') + suffix;
+    QString base = d->nameOfOutput(outputFile, suffix);
+    if (base.endsWith(ending, Qt::CaseInsensitive))
+        base.chop(ending.size());
+    jobFiles::MopacIndoJob job;
+    job.charge = d->chargeOfJob(data);
+    job.states = states;
+    for (const char *kind : {"singlet", "triplet"}) {
+        job.multiplicity = QString::fromLatin1(kind).toUpper();
+        if (!d->writeOutput(base + QLatin1Char('_') + QLatin1String(kind) + ending, suffix,
+                            jobFiles::mopacIndoJob(atoms, job)))
+            return false;
+    }
+    return true;
+}
+
 bool LanqorFilesConverter::convertFromOutToGjf(QString const &outputFile)
 {
     std::unique_ptr<LanqorInputData> own;

@@ -77,6 +77,12 @@ public:
 
     /// A MOPAC job (.mop): an optimisation in Cartesian coordinates.
     bool convertFromOutToMop(QString const &outputFile = QString());
+    /// Two MOPAC jobs of excited states by INDO/S, NAME_singlet.mop and NAME_triplet.mop for the
+    /// file NAME.mop: single excitations among the thirty orbitals around the gap (keywords INDO
+    /// CIS, C.I.=30), yttrium in the place of the ion, the geometry as it is. Their outputs are
+    /// read by LanqorInputData::readOutputMopacIndo().
+    /// @param states  number of excited states of each multiplicity that are printed, at least 1
+    bool convertFromOutToMopIndo(QString const &outputFile, const int &states);
     /// A Gaussian job (.gjf): ten singlets and ten triplets by TD-LC-wPBE, 6-31+G(d) on the
     /// ligands and on the ion the quasi-relativistic large-core pseudopotential of Dolg et al.
     /// (Theor. Chim. Acta 75, 173, 1989). Fails without a lanthanide ion, and when the file's name

@@ -184,6 +184,26 @@ QString mopacJob(const QVector<Coord> &atoms, const MopacJob &job)
     return text;
 }
 
+QString mopacIndoJob(const QVector<Coord> &atoms, const MopacIndoJob &job)
+{
+    // Thirty orbitals around the gap, up to 225 excitations (MAXCI); rows of states count the
+    // ground state (WRTCI). The limit of printed coefficients (WRTCONF) is that of 0.01 for their
+    // squares.
+    QString text =
+        QStringLiteral("INDO CIS %1 C.I.=30 MAXCI=2000 WRTCI=%2 WRTCONF=0.1 CHARGE=%3 "
+                       "XYZ 1SCF GEO-OK THREADS=1\n")
+            .arg(job.multiplicity, QString::number(job.states + 1), QString::number(job.charge)) +
+        QStringLiteral("excited states by INDO/S; Y stands in the place of a lanthanide "
+                       "ion\n\n");
+    for (const Coord &atom : atoms) {
+        const bool isIon = LanqorInputData::isLanthanide(atom.label);
+        text += (isIon ? QStringLiteral("Y") : atom.label).leftJustified(3) +
+                QStringLiteral("%1 0%2 0%3 0\n")
+                    .arg(fixed(atom.x, 9, 17), fixed(atom.y, 9, 17), fixed(atom.z, 9, 17));
+    }
+    return text;
+}
+
 QString pseudopotentialOf(const QString &label)
 {
     const auto first = std::begin(LanqorInputData::lanthanideList);

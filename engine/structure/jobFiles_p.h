@@ -26,6 +26,16 @@ struct MopacJob
 /// An optimisation of all coordinates by MOPAC.
 QString mopacJob(const QVector<Coord> &atoms, const MopacJob &job);
 
+/// A MOPAC job of INDO/S states of one multiplicity by single excitations, each lanthanide as
+/// yttrium, which has the same charge and INDO/S parameters.
+struct MopacIndoJob
+{
+    QString multiplicity; ///< keyword, SINGLET or TRIPLET
+    int charge = 0;
+    int states = 25; ///< excited ones that are printed
+};
+QString mopacIndoJob(const QVector<Coord> &atoms, const MopacIndoJob &job);
+
 /// What to say to a method that is not among them.
 QString unknownMethod(const QString &method);
 

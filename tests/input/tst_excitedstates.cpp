@@ -19,6 +19,8 @@ const QString orcaOptimisation = QStringLiteral("orca/eu_tddft_optimisation_v6.o
 const QString orcaPointCharge = QStringLiteral("orca/cis_point_charge_v26.orcout");
 const QString gaussianTwoJobs = QStringLiteral("gaussian/eu_td5050_two_jobs_g16.log");
 const QString gaussianUnrestricted = QStringLiteral("gaussian/eu_unrestricted_g03.log");
+const QString indoSinglets = QStringLiteral("mopac/y_f2_h2co_indo_singlet.out");
+const QString indoTriplets = QStringLiteral("mopac/y_f2_h2co_indo_triplet.out");
 const QString zindoStates = QStringLiteral("zindo/eu_ci.zin");
 
 using Reader = bool (LanqorInputData::*)();
@@ -28,7 +30,7 @@ constexpr Reader allReaders[] = {
     &LanqorInputData::readAbsorptionDataOrca,    &LanqorInputData::readMolecularOrbitalOccupancy,
     &LanqorInputData::readOutputGaussian,        &LanqorInputData::readAbsorptionDataGaussian,
     &LanqorInputData::readCoordFromZindoOutFile, &LanqorInputData::readOutputZindo,
-    &LanqorInputData::readAbsorptionDataZindo};
+    &LanqorInputData::readAbsorptionDataZindo,   &LanqorInputData::readAbsorptionDataMopacIndo};
 
 /// The reader of the program that @p name, of a file or of a case, begins with.
 Reader readerOf(const QString &name)
@@ -241,6 +243,64 @@ private Q_SLOTS:
         QCOMPARE(spectrum.getOscForceVector(2), 0.0);
     }
 
+    /// Wavenumbers by the constants of the program, orbitals of d functions, states without row 1.
+    void mopacIndoPair()
+    {
+        LanqorInputData data(nullptr, dataFile(indoSinglets));
+        QCOMPARE(data.detectProgram(), LanqorInputData::MopacIndoOutput);
+        QVERIFY(data.readOutputMopacIndo(dataFile(indoSinglets), dataFile(indoTriplets)));
+        QCOMPARE(data.getCoord().size(), 7);
+        QCOMPARE(data.getCoord(3).x, -2.1);
+        QCOMPARE(states(data).mid(0, 6).join(QLatin1Char('|')),
+                 "S 32461.9 0 14 15|S 68755.9 0.004041 14 16 13 16|S 70570.0 0.005385 14 16 13 16|"
+                 "S 70613.4 0.000102 13 15 11 15|T 29850.4 0 14 15|T 68473.3 0 14 16 13 16");
+        QCOMPARE(data.getSingletCoefficients(1), (QVector<double>{0.97540626, -0.20138011}));
+        QCOMPARE(data.getSingletWeights(1), (QVector<double>{0.95141736, 0.04055395}));
+        QCOMPARE(data.getHomoMO(), 14);
+        QCOMPARE(data.getMolecularOrbitalNumber(), 27);
+        const MolecularOrbital orbital = data.getMolecularOrbitalVector(0);
+        QCOMPARE(orbital.atomicOrbitals.mid(3, 3).join(QLatin1Char(' ')), "PZ Z2 X2");
+        QCOMPARE(data.getMolecularOrbital(13).occupancy, 2.0);
+        QCOMPARE(data.getExcitedStateCount(), 4);
+        LanqorInputData alone(nullptr, dataFile(indoTriplets));
+        QVERIFY(alone.readExcitedStates(LanqorInputData::MopacIndoOutput));
+        QCOMPARE(alone.getSingletStatesCount() + alone.getSelExcitateState(), 0);
+        QCOMPARE(alone.getTripletStatesCount(), 4);
+    }
+
+    /// Refused jobs end "normally", and two jobs that do not belong together look alike.
+    void mopacIndoRefusals()
+    {
+        const QByteArray singlets = readAll(dataFile(indoSinglets));
+        const QByteArray triplets = readAll(dataFile(indoTriplets));
+        const auto error = [&](const QByteArray &second) {
+            LanqorInputData data(nullptr, QString());
+            const bool ok = data.readOutputMopacIndo(scratchFile(QStringLiteral("s.out"), singlets),
+                                                     scratchFile(QStringLiteral("t.out"), second));
+            return ok ? QString() : data.getLastError();
+        };
+        const auto changed = [&](const char *before, const char *after) {
+            return error(replaced(triplets, before, after));
+        };
+        const QByteArray refused =
+            "  INDO CALCULATION RESULTS\n *  Error and normal termination messages *\n *   *\n"
+            " *  Data are not available for Europium. *\n * JOB ENDED NORMALLY *\n";
+        const std::pair<QString, const char *> cases[] = {
+            {error(refused), "\"Data are not available for Europium.\""},
+            {error(singlets), "holds singlets, where triplets are wanted"},
+            {error(readAll(dataFile(zindoStates))), "no output of an INDO job"},
+            {changed("-2.10000000", "-2.10010000"), "atom 3 (Angstrom) is F -2.10000"},
+            {changed("WRTCONF =  0.1", "WRTCONF =  0.2"), "WRTCONF"},
+            {changed("INTO orbs  15 to  18", "INTO orbs  15 to  19"), "other orbitals"},
+            {changed(" SINGLE excitations", " DOUBLE excitations"), "CISD"},
+            {changed("Config       1   1.0", "Config       2   1.0"), "below it"},
+            {error(triplets.left(triplets.lastIndexOf(" Total coeff"))), "cut off"},
+            {changed("NO. OF DOUBLY OCCUPIED LEVELS", "NO. OF ALPHA ELECTRONS"), "open shell"}};
+        for (const auto &refusal : cases)
+            QVERIFY2(refusal.first.contains(QLatin1String(refusal.second)),
+                     qPrintable(refusal.first));
+    }
+
     void failuresKeepWhatWasRead_data()
     {
         QTest::addColumn<QByteArray>("bytes");
@@ -385,9 +445,13 @@ private Q_SLOTS:
                     QFAIL("failed without a reason");
             }
             LanqorInputData::detectProgram(path);
+            LanqorInputData indo(nullptr, path);
+            if (!indo.readExcitedStates(LanqorInputData::MopacIndoOutput) &&
+                indo.getLastError().isEmpty())
+                QFAIL("failed without a reason");
         };
         for (const QString &file : {orcaOptimisation, orcaPointCharge, gaussianTwoJobs,
-                                    gaussianUnrestricted, zindoStates})
+                                    gaussianUnrestricted, zindoStates, indoTriplets})
             testSupport::damageFile(readAll(dataFile(file)), 150, 400, readAllWays);
     }
 };

@@ -152,6 +152,51 @@ private Q_SLOTS:
         COMPARE_NEAR(calculation.getMinDistanceLnLigand(), 2.41698, 5e-6);
     }
 
+    /// Yttrium in the place of the ion. Shares of hole and electron are those of a script that
+    /// builds the transition matrix in atomic orbitals and sums its squares by fragments.
+    void mopacIndo()
+    {
+        LanqorRL calculation(nullptr, dataFile(QStringLiteral("mopac/y_f2_h2co_indo_singlet.out")),
+                             dataFile(QStringLiteral("mopac/y_f2_h2co_indo_triplet.out")));
+        compareDistances(calculation, 3, {2.9197, 1.2264, 1.2264, 2.6058},
+                         {2.9197, 1.2264, 1.2264, 2.6058}, 5e-5);
+        COMPARE_NEAR(calculation.getMinDistanceLnLigand(), 2.10238, 1e-5);
+        const DonorStatesResults results = calculation.getResults();
+        QCOMPARE(results.fragments.size(), 4);
+        QCOMPARE(results.fragments.at(1).formula, QStringLiteral("C1 H2 O1"));
+        QCOMPARE(results.fragments.at(1).atoms, (QVector<int>{2, 5, 6, 7}));
+        const QVector<double> transfers = {0.104, 0.990, 0.988, 0.989};
+        for (int i = 0; i < transfers.size(); ++i)
+            COMPARE_NEAR(results.singlets.at(i).chargeTransfer, transfers.at(i), 5e-4);
+        COMPARE_NEAR(results.triplets.at(3).holeShares.at(3), 0.60, 5e-3);
+        COMPARE_NEAR(results.triplets.at(3).electronShares.at(1), 0.95, 5e-3);
+    }
+
+    /// Real complexes: distances and transfers of scripts. Where the orbitals spread over three
+    /// equal ligands only the signs of the configurations tell that nothing is transferred.
+    void mopacIndoCorpus()
+    {
+        const auto corpus = [](const QString &name, const QString &kind) {
+            return testSupport::corpusFile(QStringLiteral("mopac_indo/%1_%2.out").arg(name, kind));
+        };
+        const QString chelate = QStringLiteral("eu_l2_as_y_indo_cis");
+        const QString equal = QStringLiteral("complexes/dipic");
+        if (corpus(chelate, QStringLiteral("singlet")).isEmpty())
+            QSKIP("needs LANQOR_CORPUS_DIR");
+        LanqorRL calculation(nullptr, corpus(chelate, QStringLiteral("singlet")),
+                             corpus(chelate, QStringLiteral("triplet")));
+        compareDistances(calculation, 3, {4.6984, 4.6245, 5.1426, 6.4902, 6.0602, 5.0341},
+                         {6.4109, 5.1995, 7.3202, 7.3759, 4.7298, 7.1666}, 5e-5);
+        COMPARE_NEAR(calculation.getMinDistanceLnLigand(), 2.41827, 5e-6);
+        COMPARE_NEAR(calculation.getSingletEnergy(1), 30486.57, 5e-3);
+        COMPARE_NEAR(calculation.getTripletEnergy(1), 22421.41, 5e-3);
+        COMPARE_NEAR(calculation.getResults().triplets.at(1).chargeTransfer, 0.052, 5e-4);
+        LanqorRL spread(nullptr, corpus(equal, QStringLiteral("singlet")),
+                        corpus(equal, QStringLiteral("triplet")));
+        QVERIFY2(spread.calcRL(3), qPrintable(spread.getLastError()));
+        COMPARE_NEAR(spread.getResults().triplets.at(0).chargeTransfer, 0.016, 5e-4);
+    }
+
     /// The ion alone has no ligand; orbitals of atoms that are not there are refused.
     void geometryAndOrbitalsDisagree()
     {
