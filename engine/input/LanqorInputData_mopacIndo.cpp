@@ -23,10 +23,14 @@ QString faultOf(const MopacIndoJob &job, const QString &fileName)
     if (!job.isIndo)
         return tr("%1 is no output of an INDO job of MOPAC (keywords INDO CIS SINGLET or TRIPLET).")
             .arg(fileName);
-    if (!job.complaint.isEmpty() && !job.hasStates())
-        return tr("The MOPAC job of %1 ended without excited states: \"%2\". INDO has no "
-                  "parameters of lanthanide ions: Y stands in the place of the ion.")
-            .arg(fileName, job.complaint);
+    if (!job.complaint.isEmpty() && !job.hasStates()) {
+        const bool isElement = job.complaint.contains(QLatin1String("not available")) ||
+                               job.complaint.contains(QLatin1String("Parameters"));
+        return tr("The MOPAC job of %1 ended without excited states: \"%2\"")
+                   .arg(fileName, job.complaint) +
+               (isElement ? tr(" (INDO has no lanthanides; put Y in the place of the ion)")
+                          : QString());
+    }
     if (!job.hasStates())
         return tr("%1 holds no excited states, though the job may have ended normally; an INDO job "
                   "needs the keywords CIS and SINGLET or TRIPLET.")

@@ -253,7 +253,7 @@ private Q_SLOTS:
         QCOMPARE(data.getCoord(3).x, -2.1);
         QCOMPARE(states(data).mid(0, 6).join(QLatin1Char('|')),
                  "S 32461.9 0 14 15|S 68755.9 0.004041 14 16 13 16|S 70570.0 0.005385 14 16 13 16|"
-                 "S 70613.4 0.000102 13 15 11 15|T 29850.4 0 14 15|T 68473.3 0 14 16 13 16");
+                 "S 70613.4 0.000102 13 15 11 15|T 29850.4 0 14 15|T 68473.2 0 14 16 13 16");
         QCOMPARE(data.getSingletCoefficients(1), (QVector<double>{0.97540626, -0.20138011}));
         QCOMPARE(data.getSingletWeights(1), (QVector<double>{0.95141736, 0.04055395}));
         QCOMPARE(data.getHomoMO(), 14);
