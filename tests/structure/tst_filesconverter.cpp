@@ -127,6 +127,28 @@ private Q_SLOTS:
         COMPARE_NEAR(ours.getFinalHeat(), reference.getFinalHeat(), 1e-5);
     }
 
+    // Jobs of excited states, run by MOPAC, are a pair for their reader; the ion has become
+    // yttrium.
+    void indoJobsAreReadAsAPair()
+    {
+        const QString mopac = QStandardPaths::findExecutable(QStringLiteral("mopac"));
+        if (mopac.isEmpty())
+            QSKIP("needs MOPAC");
+        write("eu.xyz", "7\n\nEu 0 0 0\nO 2.35 0 0\nF -2.1 0.1 0\nF 0 2.15 0\nC 3.56 0 0\n"
+                        "H 4.14 0.935 0\nH 4.14 -0.935 0\n");
+        LanqorFilesConverter converter(nullptr, path("eu.xyz"));
+        converter.setCharge(1);
+        QVERIFY(converter.convertFromOutToMopIndo(path("indo.mop"), 3));
+        for (const char *job : {"indo_singlet.mop", "indo_triplet.mop"})
+            QVERIFY(runInFolder(mopac, {QLatin1String(job)}, folder.path()).isDone);
+        LanqorInputData states(nullptr, path("indo_singlet.out"));
+        QVERIFY2(states.readOutputMopacIndo(path("indo_singlet.out"), path("indo_triplet.out")),
+                 qPrintable(states.getLastError()));
+        QCOMPARE(states.getSingletStatesCount() + states.getTripletStatesCount(), 6);
+        QCOMPARE(states.getAtomLabel(1), QStringLiteral("Y"));
+        QVERIFY(!converter.convertFromOutToMopIndo(path("indo.mop"), 0));
+    }
+
     // The job for a QDC fit, run by MOPAC, is what the fit reads.
     void qdcJobIsReadByTheFit()
     {
