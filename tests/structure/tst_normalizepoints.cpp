@@ -168,8 +168,8 @@ private Q_SLOTS:
     void filesThatHoldNoTransitions()
     {
         const QString file = orcaOutput({{40000.0, 0.3}});
-        const char *const words[] = {"ZINDO", "ORCA", "GAUSSIAN", "not 3"}; // of these errors
-        for (const int program : {0, 2, 3}) {
+        const char *const words[] = {"ZINDO", "ORCA", "GAUSSIAN", "INDO job", "not 4"}; // of errors
+        for (const int program : {0, 2, 3, 4}) {
             LanqorNormalizePoints wrong(nullptr, file, program);
             QVERIFY(wrong.getLastError().contains(QLatin1String(words[program])));
             QVERIFY(!wrong.spectrum());
