@@ -50,7 +50,7 @@ struct Request
     EnergyTransferChannels openChannels;
     bool areChannelsGiven = false;
     bool twoTriplets = false;
-    bool isForced = false; ///< whatever the atoms of complex and excited states
+    bool isForced = false;    ///< whatever the atoms of complex and excited states
     bool isExplained = false; ///< in sentences instead of tables
     QString reportFile;
     QString plotFile;
