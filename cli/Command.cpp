@@ -7,7 +7,6 @@
 
 #include <QDateTime>
 
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <mutex>
@@ -20,8 +19,7 @@ namespace {
 struct Outcome
 {
     std::recursive_mutex mutex; // fits run in several threads
-    QString
-        heldBack; ///< a failure of a calculation, of which it is not known yet whether it ends all
+    QString heldBack;           ///< a message that may be the error which ends the program
     QString printError;
     bool isFileLost = false;
 };
@@ -37,11 +35,6 @@ bool write(FILE *stream, const QString &text)
     const QByteArray bytes = text.toUtf8();
     const auto size = static_cast<std::size_t>(bytes.size());
     return std::fwrite(bytes.constData(), 1, size, stream) == size;
-}
-
-QString systemReason()
-{
-    return QString::fromLocal8Bit(std::strerror(errno));
 }
 
 void complain(const QString &message)
@@ -81,7 +74,7 @@ void showMessage(const QString &message)
 void print(const QString &text)
 {
     if (!write(stdout, text) && outcome().printError.isEmpty())
-        outcome().printError = systemReason();
+        outcome().printError = qt_error_string();
 }
 
 void tell(const QString &line)
@@ -139,7 +132,7 @@ int finish(int status, const QString &error)
     if (!error.isEmpty())
         complain(error);
     if (std::fflush(stdout) != 0 && outcome().printError.isEmpty())
-        outcome().printError = systemReason();
+        outcome().printError = qt_error_string();
     if (!outcome().printError.isEmpty())
         complain(tr("standard output cannot be written: %1").arg(outcome().printError));
     const bool isLost = outcome().isFileLost || !outcome().printError.isEmpty();

@@ -3,11 +3,9 @@
 #include "commands/intensityFit.h"
 #include "options/OptionReader.h"
 #include "options/intensityFitOptions.h"
-#include "options/showResults.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorParametric.h>
-#include <LanqorEngine/LanqorResultTables.h>
 
 namespace {
 
@@ -113,14 +111,6 @@ int fitOmegaCommand(const QStringList &arguments)
     cli::noteMissedTargets(results.omega,
                            tr("Other groups of atoms or more starts (--starts) may come nearer; "
                               "some geometries cannot give some pairs of values."));
-    cli::showResults(
-        reader,
-        cli::fitText(outcome,
-                     cli::omegaTable(results.omega) + groupTable(results.groups) +
-                         cli::responseLine(results.response, outcome.account.unit, results.points)),
-        cli::withAdditions(LanqorParametric::makeTables(results), outcome.account,
-                           outcome.solutions, outcome.chosen),
-        {options.fileName});
-    cli::drawSolutions(options, outcome.solutions, outcome.traces);
+    cli::showIntensityFit<LanqorParametric>(reader, options, outcome, groupTable(results.groups));
     return outcome.status;
 }

@@ -3,12 +3,10 @@
 #include "commands/intensityFit.h"
 #include "options/OptionReader.h"
 #include "options/intensityFitOptions.h"
-#include "options/showResults.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorIndicesCalculation.h>
 #include <LanqorEngine/LanqorParametricQDCBounded.h>
-#include <LanqorEngine/LanqorResultTables.h>
 
 #include <algorithm>
 #include <limits>
@@ -116,14 +114,7 @@ int fitQdcCommand(const QStringList &arguments)
                            tr("The fit weighs them against Omega(6), which it drives to zero, and "
                               "three parameters serve all atoms; more starts (--starts) may come "
                               "nearer."));
-    cli::showResults(
-        reader,
-        cli::fitText(outcome,
-                     cli::omegaTable(results.omega) + parameterTable(results.parameters) +
-                         cli::responseLine(results.response, outcome.account.unit, results.points)),
-        cli::withAdditions(LanqorParametricQDC::makeTables(results), outcome.account,
-                           outcome.solutions, outcome.chosen),
-        {options.fileName});
-    cli::drawSolutions(options, outcome.solutions, outcome.traces);
+    cli::showIntensityFit<LanqorParametricQDC>(reader, options, outcome,
+                                               parameterTable(results.parameters));
     return outcome.status;
 }

@@ -4,6 +4,7 @@
 #include "commands/fitProgress.h"
 #include "options/OptionReader.h"
 #include "options/intensityFitOptions.h"
+#include "options/showResults.h"
 
 #include <LanqorEngine/FitAccount.h>
 #include <LanqorEngine/FitTrace.h>
@@ -199,5 +200,21 @@ LanqorResultTables withAdditions(LanqorResultTables tables, const FitAccount &ac
 /// Draws what --plot and --plot-convergence ask for.
 void drawSolutions(const IntensityFitOptions &options, const IntensitySolutions &solutions,
                    const QVector<FitTrace> &traces);
+
+/// Shows a finished fit: text with @p parameters between the targets and the response, tables,
+/// pictures.
+template <class Fit, class Results>
+void showIntensityFit(const OptionReader &reader, const IntensityFitOptions &options,
+                      const IntensityFitOutcome<Results> &outcome, const QString &parameters)
+{
+    const Results &results = outcome.results;
+    showResults(
+        reader,
+        fitText(outcome, omegaTable(results.omega) + parameters +
+                             responseLine(results.response, outcome.account.unit, results.points)),
+        withAdditions(Fit::makeTables(results), outcome.account, outcome.solutions, outcome.chosen),
+        {options.fileName});
+    drawSolutions(options, outcome.solutions, outcome.traces);
+}
 
 } // namespace cli

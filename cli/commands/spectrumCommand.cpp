@@ -91,9 +91,7 @@ int spectrumCommand(const QStringList &arguments)
     options.addResultOptions();
     options.parse(arguments);
     const Request request = readRequest(options);
-    for (const QString &file : request.files)
-        if (!QFileInfo::exists(file))
-            throw cli::Failure{tr("%1 does not exist.").arg(file)};
+    cli::checkStateFiles(request.files);
     LanqorInputData output(nullptr, request.files.first());
     output.setKeepFileOpen(true);
     const StateProgram *program = request.program ? request.program : cli::stateProgramOf(output);

@@ -8,8 +8,6 @@
 #include <LanqorEngine/LanqorRL.h>
 #include <LanqorEngine/LanqorResultTables.h>
 
-#include <QFileInfo>
-
 #include <algorithm>
 
 namespace {
@@ -165,9 +163,7 @@ int statesCommand(const QStringList &arguments)
     const QStringList files = cli::stateFiles(
         options.files(1, tr("one FILE is needed; see \"lanqor states --help\"")).first());
     const QString name = options.text("program");
-    for (const QString &file : files)
-        if (!QFileInfo::exists(file))
-            throw cli::Failure{tr("%1 does not exist.").arg(file)};
+    cli::checkStateFiles(files);
     LanqorInputData output(nullptr, files.first());
     output.setKeepFileOpen(true);
     const StateProgram *program =

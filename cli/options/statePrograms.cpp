@@ -35,6 +35,13 @@ QStringList stateFiles(const QString &text)
     return nearest;
 }
 
+void checkStateFiles(const QStringList &files)
+{
+    for (const QString &file : files)
+        if (!QFileInfo::exists(file))
+            throw Failure{tr("%1 does not exist.").arg(file)};
+}
+
 void readPair(LanqorInputData &output, const StateProgram &program, const QStringList &files)
 {
     if (files.size() < 2)

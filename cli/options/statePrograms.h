@@ -15,6 +15,8 @@ namespace cli {
 /// The file that @p text names, or the two of a pair "singlets.out,triplets.out". A file whose own
 /// name holds a comma is one file. None of them needs to exist.
 QStringList stateFiles(const QString &text);
+/// Throws a Failure for the first file that does not exist.
+void checkStateFiles(const QStringList &files);
 /// Reads both files of a pair, of which @p output has the first, by @p program; nothing for one
 /// file. Throws a Failure when they are no pair of MOPAC INDO outputs.
 void readPair(LanqorInputData &output, const StateProgram &program, const QStringList &files);

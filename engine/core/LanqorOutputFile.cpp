@@ -45,11 +45,6 @@ bool find(const QString &fileName, struct stat &status)
     return ::stat(QFile::encodeName(fileName).constData(), &status) == 0;
 }
 
-QString systemReason()
-{
-    return QString::fromLocal8Bit(std::strerror(errno));
-}
-
 QString tr(const char *text)
 {
     return QCoreApplication::translate("LanqorOutputFile", text);
@@ -101,7 +96,7 @@ bool writeToDescriptor(int descriptor, const QByteArray &bytes, QString &error)
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0) {
-            error = systemReason();
+            error = qt_error_string();
             return false;
         }
         done += count;
@@ -126,7 +121,7 @@ bool writeToSocket(const QString &fileName, const QByteArray &bytes, QString &er
     address.sun_family = AF_UNIX;
     const QByteArray name = QFile::encodeName(fileName);
     if (std::size_t(name.size()) >= sizeof address.sun_path) {
-        error = QString::fromLocal8Bit(std::strerror(ENAMETOOLONG));
+        error = qt_error_string(ENAMETOOLONG);
         return false;
     }
     std::memcpy(address.sun_path, name.constData(), std::size_t(name.size()));
@@ -135,7 +130,7 @@ bool writeToSocket(const QString &fileName, const QByteArray &bytes, QString &er
         descriptor >= 0 &&
         ::connect(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
     if (!isConnected)
-        error = systemReason();
+        error = qt_error_string();
     const bool isWritten = isConnected && writeToDescriptor(descriptor, bytes, error);
     if (descriptor >= 0)
         ::close(descriptor);
@@ -201,7 +196,7 @@ bool LanqorOutputFile::write(const QString &fileName, const QByteArray &bytes, Q
         return false;
     }
     if (::fsync(file.handle()) != 0 && errno != EINVAL) {
-        error = systemReason();
+        error = qt_error_string();
         return false;
     }
     if (!file.commit()) {
@@ -237,11 +232,4 @@ void LanqorOutputFile::setInputsProtected(const bool &isProtected)
         files.inputs.clear();
         files.outputs.clear();
     }
-}
-
-void LanqorOutputFile::protectInput(const QString &fileName)
-{
-    struct stat status = {};
-    if (find(fileName, status))
-        addInput(status);
 }

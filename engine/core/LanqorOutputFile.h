@@ -25,8 +25,4 @@ public:
     /// With true no file that a reader of the library opens from then on is written over in this
     /// process, whatever link leads to it, unless the process wrote it itself. Off by default.
     static void setInputsProtected(const bool &isProtected);
-
-    /// Adds a file that the caller reads itself to those that are not written over; without effect
-    /// while inputs are not protected or the file does not exist.
-    static void protectInput(const QString &fileName);
 };

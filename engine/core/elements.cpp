@@ -107,3 +107,19 @@ QString elementLabel(const QString &name)
     const QString symbol = capitalised(name, letters);
     return letters > 0 && atomicNumberOf(symbol) > 0 ? symbol : name;
 }
+
+QString hillFormula(QMap<QString, int> counts)
+{
+    QString formula;
+    const auto append = [&formula](const QString &symbol, int count) {
+        formula += symbol + (count > 1 ? QString::number(count) : QString());
+    };
+    if (counts.contains(QStringLiteral("C"))) {
+        append(QStringLiteral("C"), counts.take(QStringLiteral("C")));
+        if (counts.contains(QStringLiteral("H")))
+            append(QStringLiteral("H"), counts.take(QStringLiteral("H")));
+    }
+    for (auto count = counts.cbegin(); count != counts.cend(); ++count)
+        append(count.key(), count.value());
+    return formula;
+}

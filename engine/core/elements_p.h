@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QPair>
 #include <QString>
 #include <QVector>
@@ -23,3 +24,6 @@ bool isAtomLabel(const QString &label);
 /// A name that starts with no element (a dummy atom "XX", a translation vector "Tv") stays as it
 /// is.
 QString elementLabel(const QString &name);
+
+/// Formula in the order of Hill: with carbon C, H, then the others by symbol, else all by symbol.
+QString hillFormula(QMap<QString, int> counts);

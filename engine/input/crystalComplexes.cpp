@@ -1,6 +1,7 @@
 #include "input/crystal_p.h"
 
 #include "LanqorInputData.h"
+#include "core/elements_p.h"
 #include "input/atomGrid_p.h"
 #include "input/bondCutOff_p.h"
 #include "input/bondLengths_p.h"
@@ -376,24 +377,12 @@ Cell::Molecule Cell::moleculeOf(int start, QSet<int> &omitted) const
     return molecule;
 }
 
-/// Formula in the order of Hill.
 QString formulaOf(const QVector<Coord> &atoms)
 {
     QMap<QString, int> counts;
     for (const Coord &atom : atoms)
         ++counts[bondLengths::isHydrogen(atom) ? QStringLiteral("H") : atom.label];
-    QStringList order = counts.keys();
-    if (counts.contains(QStringLiteral("C"))) {
-        for (const char *first : {"H", "C"}) {
-            if (order.removeOne(QLatin1String(first)))
-                order.prepend(QLatin1String(first));
-        }
-    }
-    QString formula;
-    for (const QString &element : qAsConst(order))
-        formula += element +
-                   (counts.value(element) > 1 ? QString::number(counts.value(element)) : QString());
-    return formula;
+    return hillFormula(counts);
 }
 
 QStringList Cell::warningsOf(const Molecule &molecule, const QVector<Coord> &places,

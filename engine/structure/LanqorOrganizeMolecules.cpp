@@ -1,5 +1,6 @@
 #include "LanqorOrganizeMolecules.h"
 
+#include "core/elements_p.h"
 #include "core/reportText_p.h"
 #include "input/atomRows_p.h"
 #include "input/bondCutOff_p.h"
@@ -75,24 +76,12 @@ Source without(const Source &source, const QVector<fragments::SecondPlace> &omit
     return rest;
 }
 
-/// Formula of a fragment in the order of Hill: C, H, then the others by symbol.
 QString formulaOf(const QVector<Coord> &atoms, const Fragment &fragment)
 {
     QMap<QString, int> counts;
     for (const int atom : fragment.atoms)
         ++counts[atoms.at(atom).label];
-    QString formula;
-    const auto append = [&formula](const QString &symbol, int count) {
-        formula += symbol + (count > 1 ? QString::number(count) : QString());
-    };
-    if (counts.contains(QStringLiteral("C"))) {
-        append(QStringLiteral("C"), counts.take(QStringLiteral("C")));
-        if (counts.contains(QStringLiteral("H")))
-            append(QStringLiteral("H"), counts.take(QStringLiteral("H")));
-    }
-    for (auto count = counts.cbegin(); count != counts.cend(); ++count)
-        append(count.key(), count.value());
-    return formula;
+    return hillFormula(counts);
 }
 
 /// Formulas of fragments, with a running number where several share one.
