@@ -10,11 +10,11 @@ set -euo pipefail
 packages=(
     build-essential cmake ninja-build pkg-config
     qtbase5-dev libeigen3-dev libboost-dev libnlopt-dev
-    gemmi-dev tao-pegtl-dev
+    gemmi-dev tao-pegtl-dev libtomlplusplus-dev
     # pictures of the lanqor program
     libqwt-qt5-dev libqt5svg5-dev fonts-dejavu-core
-    # outside programs that tests check written files with
-    mopac openbabel
+    # outside programs that lanqor starts, and one that tests check written files with
+    mopac xtb openbabel
     # sources of the German locale in which a test runs the program
     locales
     # reads the installed headers for the test of the exported symbols
