@@ -79,6 +79,8 @@ void addOptions(cli::OptionReader &options)
         "Each improvement is appended to BASENAME.progress, and the best result stands in\n"
         "BASENAME.stark. Further starts than the first lie between the limits, or between 0 and "
         "3.\n"
+        "The reduced elements <7FJ||U(k)||7FJ> have their signs; magnitudes, as earlier versions\n"
+        "had them, can reverse which ligand is the stronger one.\n"
         "--plot draws computed against measured levels. Ctrl-C ends the fit and prints its best "
         "point (exit status 130).\n\n"
         "Example:\n"
@@ -88,6 +90,7 @@ void addOptions(cli::OptionReader &options)
     options.addOptions({
         cli::overlapOption(),
         cli::coordinationOption(),
+        cli::magnitudesOption(),
     });
     cli::addObjectiveOption(options);
     cli::addFitOptions(options, leastSquaresStarts);
@@ -100,6 +103,7 @@ struct Request
     QString structure;
     FitFiles files;
     double ro0 = 0.0;
+    ReducedElements elements = ReducedElements::Signed;
     int coordNumber = 0;
     cli::Objective objective = cli::Objective::LeastSquares;
     cli::FitOptions fit;
@@ -124,6 +128,7 @@ makeFit(const Request &request, LanqorInputData &geometry, const QString &baseNa
     auto fit =
         std::make_unique<LanqorParametricStarkLevels>(nullptr, &geometry, request.coordNumber);
     fit->setRO0(request.ro0);
+    fit->setReducedElements(request.elements);
     fit->setParametersGroup(request.files.groups);
     fit->setTransitionValues(request.files.transitions);
     fit->setGLimits(request.files.limits);
@@ -211,6 +216,7 @@ Request readRequest(const cli::OptionReader &options)
                             "\"lanqor fit stark --help\""));
     Request request;
     request.ro0 = cli::readOverlap(options);
+    request.elements = cli::readElements(options);
     request.objective = cli::readObjective(options);
     request.fit = cli::readFitOptions(options, request.objective == cli::Objective::Response
                                                    ? annealedStarts
@@ -244,6 +250,7 @@ int fitStarkCommand(const QStringList &arguments)
     cli::readState(options, request.fit, request.parameters);
 
     LanqorStarkLeastSquares problem(&geometry, request.coordNumber, request.ro0);
+    problem.setReducedElements(request.elements);
     if (!problem.setProblem(request.files.groups, request.parameters, request.files.transitions))
         throw cli::Failure{problem.getLastError()};
     Outcome outcome = request.objective == cli::Objective::LeastSquares

@@ -25,6 +25,9 @@ void addOptions(cli::OptionReader &options)
         "value beats that of its element. Levels are given from the barycentre of their\n"
         "manifold: add the free-ion energies to compare them with a spectrum. The parameters\n"
         "B(k,q) are the coefficients of C(k)q = sqrt(4 pi/(2k+1)) Y(k,q) at the overlap --ro0.\n\n"
+        "The reduced elements <7FJ||U(k)||7FJ> have their signs, without which 7F2, 7F4, 7F5 and\n"
+        "7F6 are split in a wrong order, 7F6 upside down. Earlier versions took their magnitudes:\n"
+        "--magnitudes brings those levels back.\n\n"
         "Example:\n"
         "  lanqor stark complex.out --g O=0.6,N=0.9"));
     options.addArgument(QStringLiteral("STRUCTURE"), tr("MOPAC output or structure file"));
@@ -33,6 +36,7 @@ void addOptions(cli::OptionReader &options)
          tr("list")},
         cli::overlapOption(),
         cli::coordinationOption(),
+        cli::magnitudesOption(),
         {QStringLiteral("report"), tr("Write the report to this file as well."), tr("file")},
     });
 }
@@ -60,6 +64,7 @@ int starkCommand(const QStringList &arguments)
     LanqorStarkLevels levels(&geometry, coordNumber);
     levels.setChargeFactors(chargeFactors);
     levels.setRO0(ro0);
+    levels.setReducedElements(cli::readElements(options));
     levels.calculateStarkLevels();
     const QString report = levels.createOutFile(QString());
     if (report.isEmpty())

@@ -245,6 +245,18 @@ double readOverlap(const OptionReader &options)
         tr("an overlap from 0 to below 1"));
 }
 
+QCommandLineOption magnitudesOption()
+{
+    return {QStringLiteral("magnitudes"),
+            tr("Take the magnitudes of the reduced elements <7FJ||U(k)||7FJ>, as earlier versions "
+               "did, not the elements with their signs.")};
+}
+
+ReducedElements readElements(const OptionReader &options)
+{
+    return options.isSet("magnitudes") ? ReducedElements::Magnitudes : ReducedElements::Signed;
+}
+
 void warnOfStructure(const LanqorInputData &geometry)
 {
     for (const QString &text : geometry.getStructureWarnings())

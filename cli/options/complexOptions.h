@@ -1,5 +1,7 @@
 #pragma once
 
+#include <LanqorEngine/StarkResults.h>
+
 #include <QCommandLineOption>
 #include <QString>
 #include <QStringList>
@@ -52,6 +54,10 @@ int readSphere(const OptionReader &options, LanqorInputData &geometry);
 /// The option --ro0, the overlap of the nearest atom in the crystal field.
 QCommandLineOption overlapOption();
 double readOverlap(const OptionReader &options);
+
+/// The option --magnitudes, reduced elements of 7FJ without their signs.
+QCommandLineOption magnitudesOption();
+ReducedElements readElements(const OptionReader &options);
 
 /// The option --ligands, groups of atoms for the partition of the radiative rate.
 QCommandLineOption ligandsOption();

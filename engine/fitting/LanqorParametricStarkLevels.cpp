@@ -83,6 +83,7 @@ public:
     int coordNumber;
     QString baseName;
     double effectiveCharge = 0.0;
+    ReducedElements reducedElements = ReducedElements::Magnitudes;
 
     bool isSetupChecked = false;
     bool isSetupValid = false;
@@ -170,6 +171,14 @@ void LanqorParametricStarkLevels::setTransitionValues(const QVector<TransitionVa
 void LanqorParametricStarkLevels::setRO0(const double &ro0)
 {
     d->starkLevels.setRO0(ro0);
+    d->forgetBest();
+    bestResponse = noResponse;
+}
+
+void LanqorParametricStarkLevels::setReducedElements(const ReducedElements &choice)
+{
+    d->reducedElements = choice;
+    d->starkLevels.setReducedElements(choice);
     d->forgetBest();
     bestResponse = noResponse;
 }
@@ -459,6 +468,7 @@ StarkFitResults LanqorParametricStarkLevels::getResults() const
     results.points = pointNumber;
     results.levels = d->bestLevels;
     results.citations = requiredCitations;
+    results.reducedElements = d->reducedElements;
     if (!results.hasFeasiblePoint)
         return results;
     for (const ParametersGroup &group : d->groups) {

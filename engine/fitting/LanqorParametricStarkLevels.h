@@ -79,6 +79,8 @@ public:
     void setTransitionValues(const QVector<TransitionValues> &transitions);
     /// Overlap of the nearest atom; 0.0801 unless set.
     void setRO0(const double &ro0);
+    /// See LanqorStarkLevels; magnitudes unless set. Another choice voids the best trial.
+    void setReducedElements(const ReducedElements &choice);
 
     /// True when a fit can start: the structure is read, its coordination number is the one that
     /// was set, the groups cover the coordinated atoms and no other, and there are transitions of

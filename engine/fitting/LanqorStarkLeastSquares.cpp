@@ -48,6 +48,11 @@ LanqorStarkLeastSquares::LanqorStarkLeastSquares(LanqorInputData *geometry, cons
 
 LanqorStarkLeastSquares::~LanqorStarkLeastSquares() = default;
 
+void LanqorStarkLeastSquares::setReducedElements(const ReducedElements &choice)
+{
+    d->starkLevels.setReducedElements(choice);
+}
+
 bool LanqorStarkLeastSquares::setProblem(const QVector<ParametersGroup> &groups,
                                          const QVector<FitParameter> &parameters,
                                          const QVector<TransitionValues> &transitions)

@@ -4,6 +4,7 @@
 #include <LanqorEngine/LanqorEngineExport.h>
 #include <LanqorEngine/LeastSquaresResults.h>
 #include <LanqorEngine/ParametersGroup.h>
+#include <LanqorEngine/StarkResults.h>
 #include <LanqorEngine/TransitionValues.h>
 
 #include <QString>
@@ -30,6 +31,8 @@ public:
     LanqorStarkLeastSquares(const LanqorStarkLeastSquares &) = delete;
     LanqorStarkLeastSquares &operator=(const LanqorStarkLeastSquares &) = delete;
 
+    /// See LanqorStarkLevels; magnitudes unless set before setProblem().
+    void setReducedElements(const ReducedElements &choice);
     /// Takes what is fitted; groups, parameters and transitions as LanqorParametricStarkLevels has
     /// checked them, a parameter for each group. False with the reason in getLastError() when the
     /// crystal field of a group cannot be calculated.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <LanqorEngine/ParametersGroup.h>
+#include <LanqorEngine/StarkResults.h>
 #include <LanqorEngine/TransitionValues.h>
 
 #include <QString>
@@ -39,4 +40,5 @@ struct StarkFitResults
     QVector<StarkFitTransition> transitions;
     QVector<QVector<double>> levels; ///< of the best trial: by J, ascending, cm^-1
     QString citations;
+    ReducedElements reducedElements = ReducedElements::Magnitudes;
 };

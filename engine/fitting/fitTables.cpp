@@ -1,5 +1,6 @@
 #include "core/physicalConstants_p.h"
 #include "core/resultColumns_p.h"
+#include "levels/starkReport_p.h"
 
 #include <LanqorEngine/LanqorParametric.h>
 #include <LanqorEngine/LanqorParametricEnergyLevels.h>
@@ -130,10 +131,12 @@ LanqorResultTables LanqorParametricStarkLevels::makeTables(const StarkFitResults
     LanqorResultTables tables;
     tables.addRecord(QStringLiteral("stark_fit"),
                      {column("structure_file"), column("effective_charge", "1"),
-                      column("response", "cm^-1"), column("best_point_from_1"), column("points")},
+                      column("response", "cm^-1"), column("best_point_from_1"), column("points"),
+                      column("reduced_elements")},
                      {results.structureFile, results.effectiveCharge,
                       isFitted ? QVariant(results.response) : QVariant(),
-                      isFitted ? QVariant(results.bestPoint) : QVariant(), results.points});
+                      isFitted ? QVariant(results.bestPoint) : QVariant(), results.points,
+                      starkReport::nameOf(results.reducedElements)});
     QVector<Row> rows;
     for (const StarkFitGroup &fitted : results.groups)
         rows.append({fitted.group.name, numbers(fitted.group.atoms), fitted.chargeFactor,

@@ -66,5 +66,6 @@ QString transitions(const StarkFitResults &results)
 QString starkFitReport(const StarkFitResults &results)
 {
     return head(results) + chargeFactors(results) + transitions(results) +
-           starkReport::levelTable(results.levels) + results.citations;
+           starkReport::levelTable(results.levels) +
+           starkReport::elementsLine(results.reducedElements) + results.citations;
 }

@@ -48,13 +48,15 @@ public:
     QString fileName;
     LanqorBkq bkq;
     double RO0 = 0.0801; // source not known
+    ReducedElements elements = ReducedElements::Magnitudes;
     ChargeFactors chargeFactors;
     QString lastError;
     std::array<Complex, fieldParameters::count> field{}; // sums over the atoms of B(k,q)
     double usedRO0 = 0.0;                                // in the last calculation, as are these
-    QVector<double> usedChargeFactors;                   // of atoms 2 .. A+1
-    QVector<QVector<double>> starkLevels;                // by J
-    QVector<Eigen::MatrixXcd> energeticMatrices;         // by J
+    ReducedElements usedElements = ReducedElements::Magnitudes;
+    QVector<double> usedChargeFactors;           // of atoms 2 .. A+1
+    QVector<QVector<double>> starkLevels;        // by J
+    QVector<Eigen::MatrixXcd> energeticMatrices; // by J
 };
 
 void LanqorStarkLevelsPrivate::forgetLevels()
@@ -90,6 +92,7 @@ bool LanqorStarkLevelsPrivate::sumFieldParameters()
         }
     }
     usedRO0 = RO0;
+    usedElements = elements;
     usedChargeFactors.clear();
     for (int atom = 2; atom <= bkq.getAtomsNumber() + 1; ++atom)
         usedChargeFactors.append(chargeFactors.at(atom));
@@ -103,7 +106,7 @@ LanqorStarkLevelsPrivate::Complex LanqorStarkLevelsPrivate::H(int J, int M, int 
     for (const int k : starkMatrix::ranks) {
         if (k <= 2 * J && std::abs(q) <= k)
             element += field[static_cast<std::size_t>(fieldParameters::place(k, q))] *
-                       starkMatrix::coefficient(J, k, M, Mp);
+                       (starkMatrix::sign(elements, k, J) * starkMatrix::coefficient(J, k, M, Mp));
     }
     return element;
 }
@@ -175,9 +178,19 @@ void LanqorStarkLevels::setRO0(const double &ro0)
     d->RO0 = ro0;
 }
 
+void LanqorStarkLevels::setReducedElements(const ReducedElements &choice)
+{
+    d->elements = choice;
+}
+
 double LanqorStarkLevels::U(const int &k, const int &J)
 {
     return starkMatrix::reducedU(k, J);
+}
+
+double LanqorStarkLevels::signedU(const int &k, const int &J)
+{
+    return starkMatrix::sign(ReducedElements::Signed, k, J) * starkMatrix::reducedU(k, J);
 }
 
 void LanqorStarkLevels::calculateStarkLevels()
@@ -266,6 +279,7 @@ StarkResults LanqorStarkLevels::getResults() const
     results.crystalFieldStrength = getCrystalFieldStrength();
     for (int J = 0; J <= starkMatrix::maximumJ; ++J)
         results.manifolds.append({J, getSortedStarkLevels(J), getSplitting(J)});
+    results.reducedElements = d->usedElements;
     return results;
 }
 

@@ -44,6 +44,10 @@ public:
     bool setChargeFactors(const QVector<double> &g);
     /// Overlap of the nearest atom, dimensionless; 0.0801 (source not known) unless set.
     void setRO0(const double &ro0);
+    /// Whether the elements U(k,J) have their signs; magnitudes unless set. Without the signs the
+    /// manifolds 7F2, 7F4, 7F5 and 7F6 are split in a wrong order, 7F6 upside down: of use only to
+    /// compare with results that were obtained so.
+    void setReducedElements(const ReducedElements &choice);
 
     /// Computes all manifolds anew. Without a structure or charge factors, or when a number is out
     /// of range, there is the reason in getLastError() instead, and no level.
@@ -60,6 +64,11 @@ public:
     /// Diagonal reduced matrix element <7FJ||U(k)||7FJ>: the square root of the tabulated square,
     /// without its sign; 0 for what is not in the table (k = 2, 4, 6; J = 1 .. 6) and for k > 2J.
     static double U(const int &k, const int &J);
+    /// The same with its sign relative to 7F1 (B. R. Judd, Operator Techniques in Atomic
+    /// Spectroscopy (1963)): that of the Russell-Saunders element
+    ///     -(-1)^(S+L+J+k) (2J+1) {J J k; L L S},   S = L = 3
+    /// which intermediate coupling does not turn.
+    static double signedU(const int &k, const int &J);
 
     /// Number A of the coordinated atoms; 0 when the structure cannot be used.
     int getAtomsNumber() const;

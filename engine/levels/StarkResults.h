@@ -3,6 +3,15 @@
 #include <QString>
 #include <QVector>
 
+/// How the diagonal reduced elements <7FJ||U(k)||7FJ> enter a crystal field.
+enum class ReducedElements {
+    /// Square roots of the tabulated squares: right for 7F1 and 7F3 alone.
+    Magnitudes,
+    /// The same with the signs that they have relative to 7F1: negative for J = 2, k = 4; J = 4,
+    /// k = 2 and 6; J = 5, k = 2; J = 6, all k.
+    Signed
+};
+
 /// What a calculation of Stark levels used and gave.
 struct StarkResults
 {
@@ -37,4 +46,5 @@ struct StarkResults
     QVector<FieldParameter> fieldParameters; ///< k = 2, 4, 6 and q = -k .. k
     double crystalFieldStrength = 0.0;       ///< cm^-1
     QVector<Manifold> manifolds;             ///< by J = 0 .. 6; empty without a calculation
+    ReducedElements reducedElements = ReducedElements::Magnitudes;
 };

@@ -2,6 +2,7 @@
 #include "LanqorStarkLevels.h"
 
 #include "core/resultColumns_p.h"
+#include "levels/starkReport_p.h"
 
 #include <LanqorEngine/LanqorResultTables.h>
 
@@ -57,11 +58,12 @@ LanqorResultTables LanqorEnergyLevels::makeTables(const FreeIonLevelsResults &re
 LanqorResultTables LanqorStarkLevels::makeTables(const StarkResults &results)
 {
     LanqorResultTables tables;
-    tables.addRecord(
-        QStringLiteral("crystal_field"),
-        {column("structure_file"), column("coordination_number"),
-         column("overlap_of_nearest_atom", "1"), column("crystal_field_strength", wavenumber)},
-        {results.structureFile, results.coordNumber, results.ro0, results.crystalFieldStrength});
+    tables.addRecord(QStringLiteral("crystal_field"),
+                     {column("structure_file"), column("coordination_number"),
+                      column("overlap_of_nearest_atom", "1"),
+                      column("crystal_field_strength", wavenumber), column("reduced_elements")},
+                     {results.structureFile, results.coordNumber, results.ro0,
+                      results.crystalFieldStrength, starkReport::nameOf(results.reducedElements)});
     QVector<QVector<QVariant>> rows;
     for (const StarkResults::Atom &atom : results.atoms)
         rows.append({atom.number, atom.element, atom.chargeFactor});

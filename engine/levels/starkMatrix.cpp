@@ -59,6 +59,13 @@ double reducedU(int k, int J)
     return isTabulated ? std::sqrt(squares[J - 1][k / 2 - 1]) : 0.0;
 }
 
+double sign(ReducedElements choice, int k, int J)
+{
+    const bool isNegative =
+        (J == 2 && k == 4) || (J == 4 && k != 4) || (J == 5 && k == 2) || J == 6;
+    return choice == ReducedElements::Signed && isNegative ? -1.0 : 1.0;
+}
+
 double coefficient(int J, int k, int M, int Mp)
 {
     static const Table table = makeTable();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <LanqorEngine/StarkResults.h>
+
 /// Matrix elements of the crystal field within the 7FJ manifolds of Eu3+ (B. G. Wybourne,
 /// Spectroscopic Properties of Rare Earths (1965)):
 ///     <J M|H|J M'> = sum over k, q of B(k,q) (-1)^(J-M) (J k J; -M q M') <J||C(k)||J>
@@ -17,6 +19,9 @@ constexpr int ranks[] = {2, 4, 6};
 /// 4450 (1968) are near. Some of the true elements are negative. Kept, for results are compared
 /// across versions.
 double reducedU(int k, int J);
+
+/// 1 for magnitudes, the sign of the true element relative to 7F1 otherwise.
+double sign(ReducedElements choice, int k, int J);
 
 /// What stands beside B(k,q), q = M - M', in the matrix element:
 ///     -7 (-1)^(J-M+q) (3 k 3; 0 0 0) (J k J; -M q M') U(k,J)

@@ -67,6 +67,21 @@ QString levelTable(const QVector<QVector<double>> &sortedLevels)
     return text;
 }
 
+QString nameOf(ReducedElements choice)
+{
+    return choice == ReducedElements::Signed ? QStringLiteral("signed")
+                                             : QStringLiteral("magnitudes");
+}
+
+QString elementsLine(ReducedElements choice)
+{
+    return QStringLiteral(" Reduced elements <7FJ||U(k)||7FJ>: ") +
+           (choice == ReducedElements::Signed
+                ? QStringLiteral("with their signs\n")
+                : QStringLiteral("magnitudes; the order of the levels of 7F2, 7F4, 7F5 and 7F6\n"
+                                 " is not the true one\n"));
+}
+
 QString text(const StarkResults &results)
 {
     QVector<QVector<double>> sortedLevels;
@@ -77,7 +92,8 @@ QString text(const StarkResults &results)
                           "following file: \n") +
            results.structureFile + QStringLiteral("\n\n Overlap of the nearest atom ro0 = ") +
            fixed(results.ro0, 4) + QStringLiteral("\n\n") + chargeFactors(results.atoms) +
-           fieldParameters(results) + levelTable(sortedLevels);
+           fieldParameters(results) + levelTable(sortedLevels) +
+           elementsLine(results.reducedElements);
 }
 
 } // namespace starkReport

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QVector>
 
-struct StarkResults;
+#include <LanqorEngine/StarkResults.h>
 
 /// Report of a calculation of Stark levels; its parts serve the report of the fit as well.
 namespace starkReport {
@@ -13,6 +13,11 @@ QString heading(const QString &title);
 
 /// Sorted levels and splitting of each manifold, by J.
 QString levelTable(const QVector<QVector<double>> &sortedLevels);
+
+/// "signed" or "magnitudes".
+QString nameOf(ReducedElements choice);
+/// The choice of the elements of U(k), for the end of a report.
+QString elementsLine(ReducedElements choice);
 
 QString text(const StarkResults &results);
 

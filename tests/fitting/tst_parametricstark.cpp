@@ -427,6 +427,39 @@ private Q_SLOTS:
         QVERIFY(wrong > 0);
     }
 
+    /// Data made with signed elements give the charge factors back with signed ones alone; either
+    /// fit takes the choice.
+    void signsDecideTheChargeFactors()
+    {
+        LanqorInputData geometry(nullptr, structure());
+        QVERIFY(geometry.readMopacOutFile(false) && geometry.createSphericalCoordinate());
+        LanqorStarkLevels truth(&geometry, 0);
+        truth.setReducedElements(ReducedElements::Signed);
+        QVERIFY(truth.setChargeFactors({0, 0, 0.6, 0.6, 0.6, 0.6, 0.6, 0.6, 0.9, 0.9}));
+        truth.calculateStarkLevels();
+        QVector<TransitionValues> data;
+        for (const int J : {1, 2, 4}) {
+            const QVector<double> levels = truth.getSortedStarkLevels(J);
+            data.append(transition(J, levels.first(), levels.last(), 0.0));
+        }
+        for (const ReducedElements choice :
+             {ReducedElements::Signed, ReducedElements::Magnitudes}) {
+            Fit model(nullptr, &geometry, 0);
+            model.setReducedElements(choice);
+            model.setParametersGroup(groups);
+            model.setTransitionValues(data);
+            LanqorStarkLeastSquares problem(&geometry, 0, 0.0801);
+            problem.setReducedElements(choice);
+            QVERIFY(problem.setProblem(groups, model.getParameters(), data));
+            const QVector<double> fitted = problem.fit({0.5, 0.8}).vector;
+            const bool isSigned = choice == ReducedElements::Signed;
+            const double response = fitSupport::evaluate(model, {0.6, 0.9});
+            QCOMPARE(response < 1e-6, isSigned);
+            QCOMPARE(testSupport::isNear(fitted.at(1), 0.9, 1e-5), isSigned);
+            QCOMPARE(model.getReport().contains(QStringLiteral("with their signs")), isSigned);
+        }
+    }
+
     /// The levels of one group are linear in its g, E = g e: sd(g) = sd / sqrt(sum of e^2).
     void standardErrorOfOneChargeFactor()
     {

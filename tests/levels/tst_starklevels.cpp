@@ -1,5 +1,9 @@
+#include <LanqorEngine/LanqorEnergyLevels.h>
+#include <LanqorEngine/LanqorFreeIonParameters.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorStarkLevels.h>
+#include <LanqorEngine/LanqorUnitaryMatrixElement.h>
+#include <LanqorEngine/LanqorWignerSymbols.h>
 
 #include "../intensity/testSpheres.h"
 #include "TestSupport.h"
@@ -121,6 +125,7 @@ private Q_SLOTS:
     void operatorsWithoutSymbols();
     void anotherFrame();
     void axialField();
+    void signsOfTheElements();
     void withoutInput();
     void valuesAreCopied();
 };
@@ -202,6 +207,44 @@ void TestStarkLevels::axialField()
     sphere.levels.calculateStarkLevels();
     COMPARE_NEAR(6.0 * shift / sphere.levels.getSplitting(1),
                  0.0801 / 0.04 * std::pow(1.04 / 1.0801, 3), 1e-12);
+}
+
+// The signs are those of pure 7F terms, f^6 being a hole of the half-filled shell of spin up, and
+// those between the levels in intermediate coupling. With them 7F6 is what it was upside down.
+void TestStarkLevels::signsOfTheElements()
+{
+    QVERIFY(QDir::setCurrent(testSupport::sourceFile(QStringLiteral("data"))));
+    LanqorEnergyLevels eu(nullptr, 6);
+    eu.setParameters(LanqorFreeIonParameters::getParameters(6));
+    QVERIFY(eu.calcEnergyLevels(-1.0));
+    int negative = 0;
+    for (int J = 1; J <= 6; ++J)
+        for (int k = 2; k <= std::min(6, 2 * J); k += 2) {
+            const double pure = (J + k) % 2 == 0 ? -1.0 : 1.0;
+            const double element =
+                pure * (2 * J + 1) * LanqorWignerSymbols::calcSixJSymbol(J, J, k, 3, 3, 3);
+            const double U = LanqorStarkLevels::signedU(k, J);
+            COMPARE_NEAR(U / element, 1.0, 0.05);
+            auto level = LanqorSpectroscopicTermUtil::termFromLabel("7F", false);
+            level.J = J;
+            const double mixed = LanqorUnitaryMatrixElement::mixedUnitaryMatrixElementCouppling(
+                6, k, level, level, eu);
+            COMPARE_NEAR(U / mixed, 1.0, 0.05);
+            COMPARE_NEAR(std::abs(U), LanqorStarkLevels::U(k, J), 0.0);
+            negative += U < 0.0 ? 1 : 0;
+        }
+    QCOMPARE(negative, 7);
+    LanqorStarkLevels levels = randomSphere(24, 8).levels;
+    QVERIFY(levels.getResults().reducedElements == ReducedElements::Magnitudes);
+    levels.setReducedElements(ReducedElements::Signed);
+    QVector<double> g(10, 0.6);
+    QVERIFY(levels.setChargeFactors(g));
+    levels.calculateStarkLevels();
+    const QVector<double> right = levels.getSortedStarkLevels(6);
+    levels.setReducedElements(ReducedElements::Magnitudes);
+    levels.calculateStarkLevels();
+    for (int i = 0; i <= 12; ++i)
+        COMPARE_NEAR(right.at(i), -levels.getSortedStarkLevels(6).at(12 - i), 1e-9);
 }
 
 void TestStarkLevels::withoutInput()
