@@ -9,6 +9,7 @@ class LanqorAbstractObjCalculation;
 /// A subcommand of the lanqor program.
 struct Command
 {
+    const char *task; ///< what it starts from, a heading of the program's help
     const char *name;
     const char *summary;
     /// Runs with the arguments after the subcommand's name; returns the exit status, or throws

@@ -1,10 +1,14 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "help/CommandHelp.h"
+#include "options/OptionReader.h"
 #include "plots/plots.h"
+#include "text.h"
 
 #include <LanqorEngine/LanqorOutputFile.h>
 
 #include <QCoreApplication>
+#include <QDir>
 
 #include <csignal>
 #include <fcntl.h>
@@ -12,40 +16,51 @@
 
 namespace {
 
+constexpr char fromStructure[] = "From a structure";
+constexpr char fromIntensities[] = "From measured intensities";
+constexpr char fromStates[] = "From excited states of the ligands";
+constexpr char fromLevels[] = "From levels of the 4f shell";
+
 // In the order of the help.
 const QVector<Command> &commands()
 {
     static const QVector<Command> table = {
-        {"sphere", "coordination sphere of the ion in a structure file", sphereCommand},
-        {"omega", "intensity parameters of a complex from its geometry", omegaCommand},
-        {"omega-exp", "experimental intensity parameters from an emission spectrum",
-         omegaExpCommand},
-        {"fit omega", "charge factors and polarisabilities from measured intensity parameters",
-         fitOmegaCommand},
-        {"fit qdc", "parameters of the QDC model from measured intensity parameters",
-         fitQdcCommand},
-        {"levels", "energy levels of a free lanthanide ion", levelsCommand},
-        {"fit levels", "Slater integrals and spin-orbit parameter from measured levels",
-         fitLevelsCommand},
-        {"stark", "Stark levels of 7F0 to 7F6 in the crystal field of a complex", starkCommand},
-        {"fit stark", "charge factors from measured Stark levels", fitStarkCommand},
-        {"indices", "reactivity indices of the atoms from the orbitals", indicesCommand},
-        {"states", "excited states of the ligands and their distances from the ion", statesCommand},
-        {"yield", "rates, populations and emission quantum yield", yieldCommand},
-        {"organize", "order of atoms that all calculations need, for any structure",
+        {fromStructure, "sphere", "coordination sphere of the ion in a structure file",
+         sphereCommand},
+        {fromStructure, "organize", "order of atoms that all calculations need, for any structure",
          organizeCommand},
-        {"convert", "structure formats and jobs for quantum-chemistry programs", convertCommand},
-        {"spectrum", "absorption spectrum of computed excited states", spectrumCommand},
+        {fromStructure, "convert", "structure formats and jobs for quantum-chemistry programs",
+         convertCommand},
+        {fromStructure, "omega", "intensity parameters of a complex from its geometry",
+         omegaCommand},
+        {fromStructure, "stark", "Stark levels of 7F0 to 7F6 in the crystal field of a complex",
+         starkCommand},
+        {fromStructure, "indices", "reactivity indices of the atoms from the orbitals",
+         indicesCommand},
+        {fromIntensities, "omega-exp",
+         "experimental intensity parameters from an emission spectrum", omegaExpCommand},
+        {fromIntensities, "fit omega",
+         "charge factors and polarisabilities from measured intensity parameters", fitOmegaCommand},
+        {fromIntensities, "fit qdc",
+         "parameters of the QDC model from measured intensity parameters", fitQdcCommand},
+        {fromStates, "states", "excited states of the ligands and their distances from the ion",
+         statesCommand},
+        {fromStates, "spectrum", "absorption spectrum of computed excited states", spectrumCommand},
+        {fromStates, "yield", "rates, populations and emission quantum yield", yieldCommand},
+        {fromLevels, "levels", "energy levels of a free lanthanide ion", levelsCommand},
+        {fromLevels, "fit levels", "Slater integrals and spin-orbit parameter from measured levels",
+         fitLevelsCommand},
+        {fromLevels, "fit stark", "charge factors from measured Stark levels", fitStarkCommand},
     };
     return table;
 }
 
-/// The commands whose name begins with @p word, or all, each with its summary.
-QString listOfCommands(const QString &word = QString())
+/// Those commands that the function is true for, each with its summary.
+template <class IsWanted> QString listOfCommands(IsWanted isWanted)
 {
     QString text;
     for (const Command &command : commands())
-        if (word.isEmpty() || QString::fromLatin1(command.name).startsWith(word + QLatin1Char(' ')))
+        if (isWanted(command))
             text += QStringLiteral("  %1 %2\n")
                         .arg(QString::fromLatin1(command.name).leftJustified(18),
                              QLatin1String(command.summary));
@@ -54,14 +69,48 @@ QString listOfCommands(const QString &word = QString())
 
 QString overview()
 {
-    return QStringLiteral("Usage: lanqor COMMAND [options] ...\n"
-                          "Luminescence of lanthanide coordination compounds.\n\n"
-                          "Commands:\n") +
-           listOfCommands() +
-           QStringLiteral("\n\"lanqor COMMAND --help\" tells the options of a command.\n"
-                          "Results go to standard output, messages to standard error;\n"
-                          "the exit status is 0 on success, 1 when the input or the\n"
-                          "calculation fails, 2 when the command line is wrong.\n");
+    QString text = QStringLiteral("Usage: lanqor COMMAND [options] ...\n"
+                                  "Luminescence of lanthanide coordination compounds.\n");
+    for (const char *task : {fromStructure, fromIntensities, fromStates, fromLevels})
+        text += QStringLiteral("\n%1:\n").arg(QLatin1String(task)) +
+                listOfCommands([&](const Command &command) { return command.task == task; });
+    return text + QStringLiteral("\n\"lanqor COMMAND --help\" tells the options of a command.\n"
+                                 "Results go to standard output, messages to standard error;\n"
+                                 "the exit status is 0 on success, 1 when the input or the\n"
+                                 "calculation fails, 2 when the command line is wrong.\n");
+}
+
+/// What all commands tell of their use.
+QVector<cli::CommandHelp> helpOfCommands()
+{
+    QVector<cli::CommandHelp> helps;
+    for (const Command &command : commands()) {
+        try {
+            command.run({QLatin1String(cli::describeArgument)});
+        } catch (cli::CommandHelp &help) {
+            help.summary = QLatin1String(command.summary);
+            helps.append(help);
+        }
+    }
+    return helps;
+}
+
+/// Writes the manual pages, the pages of the documentation and the completion of bash, with which
+/// the program is installed, to a folder.
+int writeManual(const QString &folder)
+{
+    const QVector<cli::CommandHelp> helps = helpOfCommands();
+    const QDir target(folder);
+    const auto write = [&target](const QString &file, const QString &text) {
+        cli::writeFile(target.filePath(file), text.toUtf8());
+    };
+    for (const cli::CommandHelp &help : helps) {
+        write(cli::pageName(help) + QStringLiteral(".1"), cli::manualPage(help, helps));
+        write(cli::pageName(help) + QStringLiteral(".md"), cli::referencePage(help));
+    }
+    write(QStringLiteral("lanqor.1"), cli::programManualPage(helps, overview()));
+    write(QStringLiteral("lanqor.bash"), cli::bashCompletion(helps));
+    return cli::success;
 }
 
 /// Makes every loss of output an error that is told. A write beyond a limit of file sizes would
@@ -88,6 +137,8 @@ int run(const QStringList &arguments)
     if (first == QLatin1String("--help") || first == QLatin1String("-h") ||
         first == QLatin1String("help"))
         throw cli::HelpRequest{overview()};
+    if (first == QLatin1String("--write-manual") && arguments.size() == 2)
+        return writeManual(arguments.at(1));
     // A command's name may be of two words ("fit omega").
     for (const Command &command : commands()) {
         const QStringList words = QString::fromLatin1(command.name).split(QLatin1Char(' '));
@@ -98,7 +149,9 @@ int run(const QStringList &arguments)
         cli::tell(overview());
         return cli::wrongUse;
     }
-    const QString family = first.isEmpty() ? QString() : listOfCommands(first);
+    const QString family = listOfCommands([&](const Command &command) {
+        return QString::fromLatin1(command.name).startsWith(first + QLatin1Char(' '));
+    });
     if (!family.isEmpty()) {
         const QString text = QStringLiteral("which \"%1\"? There are:\n").arg(first) + family +
                              QStringLiteral("\"lanqor ... --help\" tells the options of each.\n");
@@ -106,8 +159,14 @@ int run(const QStringList &arguments)
             throw cli::HelpRequest{text};
         throw cli::UsageError{text};
     }
+    QStringList names;
+    for (const Command &command : commands())
+        names.append(QString::fromLatin1(command.name));
+    const QString nearest = cli::nearestWord(first, names);
     throw cli::UsageError{
-        QStringLiteral("unknown command \"%1\"; see \"lanqor --help\"").arg(arguments.first())};
+        QStringLiteral("unknown command \"%1\"%2; see \"lanqor --help\"")
+            .arg(first, nearest.isEmpty() ? QString()
+                                          : QStringLiteral(", did you mean \"%1\"?").arg(nearest))};
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /// Words and numbers of the program's output, in the C locale.
 namespace cli {
@@ -15,5 +16,9 @@ QString powerColumn(double value, int decimals, int width);
 QString column(int value, int width);
 /// A yield, per cent: two decimals, below 1 % three digits that count.
 QString textOfYield(double percent);
+
+/// That of @p words which the fewest changes of a letter turn into @p word; empty when all are far
+/// from it.
+QString nearestWord(const QString &word, const QStringList &words);
 
 } // namespace cli

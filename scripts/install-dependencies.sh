@@ -17,6 +17,8 @@ packages=(
     mopac xtb openbabel
     # sources of the German locale in which a test runs the program
     locales
+    # checks the manual pages
+    groff
     # reads the installed headers for the test of the exported symbols
     python3-clang binutils
 )

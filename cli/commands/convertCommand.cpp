@@ -60,7 +60,8 @@ QString formatOf(const QString &program, const QString &file)
 
 void addOptions(cli::OptionReader &options)
 {
-    options.addArgument(QStringLiteral("IN"), tr("structure or output to read"));
+    options.addArgument(QStringLiteral("IN"), tr("structure or output to read"), QString(),
+                        cli::structureSuffixes());
     options.addArgument(QStringLiteral("OUT"), tr("file to write"));
     options.addOption({QStringLiteral("program"),
                        tr("Write a job for mopac, gaussian, zindo or orca, whatever the suffix "

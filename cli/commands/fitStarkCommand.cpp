@@ -86,7 +86,8 @@ void addOptions(cli::OptionReader &options)
         "Example:\n"
         "  lanqor fit stark complex complex.out"));
     options.addArgument(QStringLiteral("BASENAME"), tr("Files of the fit"));
-    options.addArgument(QStringLiteral("STRUCTURE"), tr("MOPAC output or structure file"));
+    options.addArgument(QStringLiteral("STRUCTURE"), tr("MOPAC output or structure file"),
+                        QString(), cli::structureSuffixes());
     options.addOptions({
         cli::overlapOption(),
         cli::coordinationOption(),

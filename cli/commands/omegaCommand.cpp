@@ -112,7 +112,8 @@ void addOptions(cli::OptionReader &options)
            "element or by atom number; an atom's own value beats that of its element.\n\n"
            "Example:\n"
            "  lanqor omega complex.out --g O=0.9,N=1.2,5=0.7 --alpha O=3.1,N=4.0 --n 1.5"));
-    options.addArgument(QStringLiteral("FILE"), tr("MOPAC output or structure file"));
+    options.addArgument(QStringLiteral("FILE"), tr("MOPAC output or structure file"), QString(),
+                        cli::structureSuffixes());
     options.addOptions({
         {QStringLiteral("g"), tr("Charge factors, dimensionless, e.g. O=0.9,N=1.2,5=0.7."),
          tr("list")},

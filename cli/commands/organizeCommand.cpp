@@ -106,7 +106,8 @@ int organizeCommand(const QStringList &arguments)
            ".mop, .mol2 or .xyz file. The ligands and the numbers of their coordinated atoms go\n"
            "to standard output.\n\n"
            "Example: lanqor organize crystal.mol2 complex.mop --charge 0"));
-    options.addArgument(QStringLiteral("IN"), tr("structure to read"));
+    options.addArgument(QStringLiteral("IN"), tr("structure to read"), QString(),
+                        cli::structureSuffixes());
     options.addArgument(QStringLiteral("OUT"), tr("file to write"));
     options.addOption(
         {QStringLiteral("drop-unbound"), tr("Leave out fragments that are not bound to the ion.")});

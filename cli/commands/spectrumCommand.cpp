@@ -77,7 +77,8 @@ int spectrumCommand(const QStringList &arguments)
         "in the range go to standard output.\n\n"
         "Example: lanqor spectrum ligand.out --range 200:500 --out ligand.esp --plot "
         "ligand.svg"));
-    options.addArgument(QStringLiteral("FILE"), tr("output with excited states"));
+    options.addArgument(QStringLiteral("FILE"), tr("output with excited states"), QString(),
+                        cli::stateSuffixes());
     options.addOption({QStringLiteral("out"), tr("File of the curve."), QStringLiteral("file")});
     options.addOption({QStringLiteral("width"), tr("Full width at half maximum, nm (25)."),
                        QStringLiteral("nm"), QStringLiteral("25")});

@@ -39,7 +39,8 @@ int sphereCommand(const QStringList &arguments)
            "FILE is a MOPAC output or archive (.arc) or a .mop, .zmt, .xyz, .mol2, .cif\n"
            "or .pdb file.\n\n"
            "Example: lanqor sphere eu_l2_rm1_opt.out"));
-    options.addArgument(QStringLiteral("FILE"), tr("structure file"));
+    options.addArgument(QStringLiteral("FILE"), tr("structure file"), QString(),
+                        cli::structureSuffixes());
     options.addOption(cli::moleculeOption());
     options.addResultOptions();
     options.parse(arguments);

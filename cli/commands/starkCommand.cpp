@@ -30,7 +30,8 @@ void addOptions(cli::OptionReader &options)
         "--magnitudes brings those levels back.\n\n"
         "Example:\n"
         "  lanqor stark complex.out --g O=0.6,N=0.9"));
-    options.addArgument(QStringLiteral("STRUCTURE"), tr("MOPAC output or structure file"));
+    options.addArgument(QStringLiteral("STRUCTURE"), tr("MOPAC output or structure file"),
+                        QString(), cli::structureSuffixes());
     options.addOptions({
         {QStringLiteral("g"), tr("Charge factors, dimensionless, e.g. O=0.6,N=0.9,5=0.4."),
          tr("list")},

@@ -150,7 +150,8 @@ int statesCommand(const QStringList &arguments)
 {
     cli::OptionReader options("states");
     options.setDescription(tr(description));
-    options.addArgument(QStringLiteral("FILE"), tr("output of the excited-state calculation"));
+    options.addArgument(QStringLiteral("FILE"), tr("output of the excited-state calculation"),
+                        QString(), cli::stateSuffixes());
     options.addOptions(
         {{QStringLiteral("program"),
           tr("program that wrote FILE: %1; told from its text when not given")

@@ -8,40 +8,73 @@
 
 namespace cli {
 
+QStringList pictureSuffixes()
+{
+    return {QStringLiteral("svg"), QStringLiteral("png"), QStringLiteral("pdf")};
+}
+
+QStringList structureSuffixes()
+{
+    return {QStringLiteral("out"), QStringLiteral("arc"), QStringLiteral("mop"),
+            QStringLiteral("zmt"), QStringLiteral("xyz"), QStringLiteral("mol2"),
+            QStringLiteral("cif"), QStringLiteral("pdb")};
+}
+
+QStringList stateSuffixes()
+{
+    return {QStringLiteral("out"), QStringLiteral("orcout"), QStringLiteral("log")};
+}
+
 OptionReader::OptionReader(const char *command)
-    : name(QLatin1String(command))
-{}
+{
+    help.name = QLatin1String(command);
+}
 
 void OptionReader::setDescription(const QString &text)
 {
     parser.setApplicationDescription(text);
+    help.description = text;
 }
 
 void OptionReader::addArgument(const QString &name, const QString &description,
-                               const QString &syntax)
+                               const QString &syntax, const QStringList &suffixes)
 {
     parser.addPositionalArgument(name, description, syntax);
+    help.arguments.append({name, syntax.isEmpty() ? name : syntax, description, suffixes});
 }
 
 void OptionReader::addOption(const QCommandLineOption &option)
 {
     parser.addOption(option);
+    help.options.append(
+        {option.names().last(), option.valueName(), option.description(),
+         option.valueName() == QLatin1String("picture") ? pictureSuffixes() : QStringList()});
 }
 
 void OptionReader::addOptions(const QList<QCommandLineOption> &options)
 {
-    parser.addOptions(options);
+    for (const QCommandLineOption &option : options)
+        addOption(option);
+}
+
+void OptionReader::setSuffixes(const char *option, const QStringList &suffixes)
+{
+    for (CommandHelp::Option &described : help.options)
+        if (described.name == QLatin1String(option))
+            described.suffixes = suffixes;
 }
 
 void OptionReader::addResultOptions()
 {
-    parser.addOptions({
+    addOptions({
         {QStringLiteral("json"),
          tr("Write the results as JSON to this file; - is standard output, in place of the text."),
          tr("file")},
         {QStringLiteral("csv"), tr("Write them as CSV, one table after another, likewise."),
          tr("file")},
     });
+    setSuffixes("json", {QStringLiteral("json")});
+    setSuffixes("csv", {QStringLiteral("csv")});
     hasResultOptions = true;
 }
 
@@ -50,15 +83,31 @@ void OptionReader::setHint(const QString &text)
     hint = text;
 }
 
+QString OptionReader::complaint() const
+{
+    QString text = parser.errorText();
+    QStringList known;
+    for (const CommandHelp::Option &option : help.options)
+        known.append(option.name);
+    for (const QString &unknown : parser.unknownOptionNames()) {
+        const QString nearest = nearestWord(unknown, known);
+        if (!nearest.isEmpty())
+            text += tr(" Did you mean --%1?").arg(nearest);
+    }
+    return text;
+}
+
 void OptionReader::parse(const QStringList &arguments)
 {
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Show this help."));
-    parser.addOption(help);
-    const QString program = QStringLiteral("lanqor ") + name;
+    const QCommandLineOption helpOption({QStringLiteral("h"), QStringLiteral("help")},
+                                        tr("Show this help."));
+    addOption(helpOption);
+    if (arguments == QStringList(QLatin1String(describeArgument)))
+        throw help;
+    const QString program = QStringLiteral("lanqor ") + help.name;
     if (!parser.parse(QStringList(program) + arguments))
-        throw UsageError{QStringLiteral("%1\nSee \"%2 --help\".").arg(parser.errorText(), program)};
-    if (!parser.isSet(help)) {
+        throw UsageError{QStringLiteral("%1\nSee \"%2 --help\".").arg(complaint(), program)};
+    if (!parser.isSet(helpOption)) {
         if (hasResultOptions) {
             readResultFile("json");
             readResultFile("csv");
@@ -166,7 +215,7 @@ QString OptionReader::outputFile(const char *option) const
 
 QString OptionReader::command() const
 {
-    return name;
+    return help.name;
 }
 
 QString OptionReader::resultFile(const char *option) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "help/CommandHelp.h"
+
 #include <QCommandLineParser>
 #include <QMap>
 #include <QString>
@@ -10,6 +12,15 @@
 
 namespace cli {
 
+/// The argument at which a command tells of its use instead of running.
+constexpr char describeArgument[] = "--describe-options";
+
+/// Suffixes of pictures, the files that are the value <picture> of an option.
+QStringList pictureSuffixes();
+/// Suffixes of structure files, MOPAC outputs among them, and of outputs with excited states.
+QStringList structureSuffixes();
+QStringList stateSuffixes();
+
 /// Describes the command line of one subcommand and reads it. What makes no sense is thrown as a
 /// UsageError that names the option.
 class OptionReader
@@ -19,16 +30,20 @@ public:
     explicit OptionReader(const char *command);
 
     void setDescription(const QString &text);
+    /// @param suffixes  of the files that the argument can be, for completion; empty: any
     void addArgument(const QString &name, const QString &description,
-                     const QString &syntax = QString());
+                     const QString &syntax = QString(), const QStringList &suffixes = {});
     void addOption(const QCommandLineOption &option);
     void addOptions(const QList<QCommandLineOption> &options);
+    /// Suffixes of the files that the value of an option can be, for completion.
+    void setSuffixes(const char *option, const QStringList &suffixes);
     /// Adds --json and --csv, the places of the results as data; showResults() serves them.
     void addResultOptions();
     /// Ends every message of this reader.
     void setHint(const QString &text);
 
-    /// Throws a HelpRequest for --help.
+    /// Throws a HelpRequest for --help, and the CommandHelp where the one argument is
+    /// describeArgument.
     void parse(const QStringList &arguments);
 
     /// The arguments that belong to no option.
@@ -68,9 +83,11 @@ public:
 
 private:
     void readResultFile(const char *option);
+    /// What the parser says to a wrong command line; to an unknown option with the nearest one.
+    QString complaint() const;
 
     QCommandLineParser parser;
-    QString name;
+    CommandHelp help;
     bool hasResultOptions = false;
     QMap<QString, QString> resultFiles; ///< by option
     QString hint;

@@ -127,7 +127,8 @@ void addFitOptions(OptionReader &reader, int starts)
          tr("file")},
         {QStringLiteral("quiet"), tr("Show no progress.")},
         {QStringLiteral("plot-convergence"),
-         tr("Draw the misfit of all starts against the points (.svg, .png or .pdf)."), tr("file")},
+         tr("Draw the misfit of all starts against the points (.svg, .png or .pdf)."),
+         tr("picture")},
     });
     reader.addOption(plots::option());
 }

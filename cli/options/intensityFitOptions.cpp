@@ -73,7 +73,7 @@ QString readChoice(const OptionReader &reader)
 
 void addIntensityFitOptions(OptionReader &reader)
 {
-    reader.addArgument(QStringLiteral("FILE"), tr("the complex"));
+    reader.addArgument(QStringLiteral("FILE"), tr("the complex"), QString(), structureSuffixes());
     reader.addOptions({
         {QStringLiteral("omega2"),
          tr("Measured Omega(2), 1e-20 cm^2, and its standard deviation if that is known: "

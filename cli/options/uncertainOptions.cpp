@@ -53,7 +53,7 @@ void UncertainOptions::addPlotOption()
 {
     reader.addOption({QStringLiteral("plot"),
                       tr("Draw the error bars of uncertain numbers (.svg, .png or .pdf)."),
-                      tr("file")});
+                      tr("picture")});
     plotsErrorBars = true;
 }
 

@@ -181,7 +181,8 @@ void addOptions(OptionReader &options)
     options.addArgument(QStringLiteral("COMPLEX.out"),
                         tr("MOPAC output of the complex, Eu as atom 1; not needed when Omega is "
                            "given."),
-                        QStringLiteral("[COMPLEX.out]"));
+                        QStringLiteral("[COMPLEX.out]"), cli::structureSuffixes());
+
     const QString states = tr("state");
     const QString wavenumber = tr("cm^-1");
     const QString angstrom = tr("Angstrom");
@@ -248,6 +249,7 @@ void addOptions(OptionReader &options)
             "triplets and channels would give.")},
         {option("report"), tr("Write the full report to this file."), tr("file")},
     });
+    options.setSuffixes("excited", cli::stateSuffixes());
 }
 
 /// A value in place of that of a state, or 0.

@@ -12,15 +12,13 @@ using cli::tr;
 QCommandLineOption option()
 {
     return {QStringLiteral("plot"), tr("Draw a picture (.svg, .png or .pdf)."),
-            QStringLiteral("file")};
+            QStringLiteral("picture")};
 }
 
 QString readOption(const cli::OptionReader &options, const char *name)
 {
-    static const QStringList suffixes = {QStringLiteral("svg"), QStringLiteral("png"),
-                                         QStringLiteral("pdf")};
     QString file = options.text(name);
-    if (options.isSet(name) && !suffixes.contains(QFileInfo(file).suffix().toLower()))
+    if (options.isSet(name) && !cli::pictureSuffixes().contains(QFileInfo(file).suffix().toLower()))
         options.refuse(tr("--%1 %2: a picture is written as .svg, .png or .pdf")
                            .arg(QLatin1String(name), file));
     return file;

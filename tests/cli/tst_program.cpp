@@ -89,16 +89,11 @@ class TestProgram : public QObject
     static QStringList commandNames()
     {
         QStringList names;
-        bool inTable = false;
-        const QStringList lines =
-            runProgram({QStringLiteral("--help")}).output.split(QLatin1Char('\n'));
-        for (const QString &line : lines) {
-            if (inTable && line.trimmed().isEmpty())
-                break;
-            if (inTable) // two blanks, the name, two or more blanks, the summary
-                names << line.mid(2).section(QRegularExpression(QStringLiteral("  +")), 0, 0);
-            inTable = inTable || line == QLatin1String("Commands:");
-        }
+        // two blanks, the name, two or more blanks, the summary
+        static const QRegularExpression row(QStringLiteral("\n  (\\w\\S*(?: \\w\\S*)?)  "));
+        auto match = row.globalMatch(runProgram({QStringLiteral("--help")}).output);
+        while (match.hasNext())
+            names << match.next().captured(1);
         return names;
     }
 
@@ -122,6 +117,39 @@ private Q_SLOTS:
         }
         QCOMPARE(runProgram({}).exitStatus, 2);
         QCOMPARE(runProgram({QStringLiteral("no-such-command")}).exitStatus, 2);
+        QVERIFY(run(QStringLiteral("yeild")).error.contains(QStringLiteral("\"yield\"")));
+        QVERIFY(run(QStringLiteral("yield --omgea 1")).error.contains(QStringLiteral("--omega?")));
+    }
+
+    void manualIsWellFormedAndCompletionKnowsTheOptions()
+    {
+        QVERIFY(QDir(folder.path()).mkpath(QStringLiteral("manual")));
+        QCOMPARE(run(QStringLiteral("--write-manual manual"), folder.path()).exitStatus, 0);
+        const QDir manual(path("manual"));
+        const QStringList pages = manual.entryList({QStringLiteral("*.1")});
+        QCOMPARE(pages.size(), commandNames().size() + 1);
+        for (const QString &page : pages) {
+            const ProgramRun groff =
+                runProgram({}, QString(), {},
+                           QStringLiteral("groff -man -ww -z -K utf8 ") + manual.filePath(page));
+            QVERIFY2(groff.exitStatus == 0 && groff.error.isEmpty(), qPrintable(groff.error));
+        }
+        const auto complete = [&](const QString &words) {
+            return runProgram(
+                       {}, QString(), {},
+                       QStringLiteral("_init_completion() { words=(%1); "
+                                      "cword=$((${#words[@]} - 1)); cur=${words[cword]}; "
+                                      "prev=${words[cword-1]}; }; _filedir() { echo \"$1\"; }; "
+                                      ". %2; _lanqor; echo ${COMPREPLY[*]}")
+                           .arg(words, manual.filePath(QStringLiteral("lanqor.bash"))))
+                .output.simplified();
+        };
+        QCOMPARE(complete(QStringLiteral("lanqor fit om")), QStringLiteral("omega"));
+        QCOMPARE(complete(QStringLiteral("lanqor fit levels --no-pol")),
+                 QStringLiteral("--no-polish"));
+        QCOMPARE(complete(QStringLiteral("lanqor yield --plot x")),
+                 QStringLiteral("@(svg|png|pdf)"));
+        QVERIFY(complete(QStringLiteral("lanqor sphere com")).contains(QStringLiteral("|cif|")));
     }
 
     // Each command that computes gives the numbers of its records as JSON and as CSV.
