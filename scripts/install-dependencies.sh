@@ -17,8 +17,8 @@ packages=(
     mopac xtb openbabel
     # sources of the German locale in which a test runs the program
     locales
-    # checks the manual pages
-    groff
+    # checks the manual pages; reads a result in the documentation
+    groff jq
     # reads the installed headers for the test of the exported symbols
     python3-clang binutils
 )
