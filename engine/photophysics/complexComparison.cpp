@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace complexComparison {
 
@@ -87,6 +88,21 @@ Difference largestDifference(const QVector<Atom> &complex, const QVector<Atom> &
             if (largest.element.isEmpty() || found.size() > largest.size())
                 largest = found;
         }
+    }
+    return largest;
+}
+
+double largestShift(const QVector<Atom> &a, const QVector<Atom> &b)
+{
+    if (composition(a) != composition(b))
+        return std::numeric_limits<double>::infinity();
+    const QMap<QString, QVector<double>> ofA = sortedDistances(a);
+    const QMap<QString, QVector<double>> ofB = sortedDistances(b);
+    double largest = 0.0;
+    for (auto entry = ofA.begin(); entry != ofA.end(); ++entry) {
+        const QVector<double> others = ofB.value(entry.key());
+        for (int i = 0; i < entry.value().size(); ++i)
+            largest = std::max(largest, std::abs(entry.value().at(i) - others.at(i)));
     }
     return largest;
 }

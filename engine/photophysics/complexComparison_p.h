@@ -36,4 +36,8 @@ struct Difference
 /// distances, as far as one of the two counts as coordinated.
 Difference largestDifference(const QVector<Atom> &complex, const QVector<Atom> &ligands);
 
+/// Largest difference of the distances of all atoms, element by element in the order of their
+/// distances, Angstrom; that of different compositions is infinite.
+double largestShift(const QVector<Atom> &a, const QVector<Atom> &b);
+
 } // namespace complexComparison

@@ -8,8 +8,6 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 
-#include <algorithm>
-
 namespace knownFragments {
 
 namespace {
@@ -70,22 +68,26 @@ QVector<Species> readTable()
     return table;
 }
 
+std::optional<Fragment> find(const LigandGraph &graph)
+{
+    static const QVector<Species> table = readTable();
+    for (const Species &species : table)
+        if (species.graph.size() == graph.size() && graph.isLike(species.graph))
+            return species.what;
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<Fragment> find(const QVector<Coord> &atoms, const fragments::Fragment &fragment,
                              const QVector<structureFiles::Bond> &bonds)
 {
-    static const QVector<Species> table = readTable();
-    const auto hasSize = [&](const Species &species) {
-        return species.graph.elements.size() == fragment.atoms.size();
-    };
-    if (std::none_of(table.begin(), table.end(), hasSize))
-        return std::nullopt;
-    const LigandGraph graph = LigandGraph::of(atoms, fragment.atoms, bonds);
-    for (const Species &species : table)
-        if (hasSize(species) && graph.isLike(species.graph))
-            return species.what;
-    return std::nullopt;
+    return find(LigandGraph::of(atoms, fragment.atoms, bonds));
+}
+
+std::optional<Fragment> find(const QVector<Coord> &molecule)
+{
+    return find(LigandGraph::of(molecule));
 }
 
 } // namespace knownFragments

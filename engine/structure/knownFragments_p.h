@@ -23,4 +23,7 @@ struct Fragment
 std::optional<Fragment> find(const QVector<Coord> &atoms, const fragments::Fragment &fragment,
                              const QVector<structureFiles::Bond> &bonds);
 
+/// The same of a molecule whose bonds are told from distances.
+std::optional<Fragment> find(const QVector<Coord> &molecule);
+
 } // namespace knownFragments
