@@ -77,7 +77,9 @@ QString valueLine(const TripletValue &value)
         (value.isAvailable && value.standardDeviation > 0.0 ? fixed(value.standardDeviation, 0, 8)
                                                             : dash(8)) +
         QStringLiteral("  ") +
-        (value.isAvailable ? value.basis : tr("not used: %1").arg(value.reason));
+        (value.isAvailable ? value.basis
+         : hasNumber       ? tr("not used: %1").arg(value.reason)
+                           : value.reason);
     if (value.isAvailable && !value.knownError.isEmpty())
         text += tr("; known to be %1").arg(value.knownError);
     return text + QLatin1Char('\n');
