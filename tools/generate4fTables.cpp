@@ -1,5 +1,6 @@
-// Writes the tables of coefficients of fractional parentage and of electrostatic coefficients of
-// 4f^1 to 4f^7, f1.cfp .. f7.cfp and f1.ele .. f7.ele, that the energy-level calculation reads:
+// Writes the tables of coefficients of fractional parentage, of electrostatic coefficients and of
+// the eigenvalues of the Casimir operators of 4f^1 to 4f^7, f1.cfp .. f7.cfp, f1.ele .. f7.ele and
+// f1.cas .. f7.cas, that the energy-level calculation reads:
 //
 //     generate4fTables tools/publishedPhases4f.txt data/EnergyLevels4f
 //
@@ -108,6 +109,42 @@ QString electrostaticTable(const Configuration &configuration)
     return text;
 }
 
+/// G(R7) = (w1 (w1+5) + w2 (w2+3) + w3 (w3+1))/10 of W = (w1 w2 w3).
+Real casimirOfR7(int w)
+{
+    const int w1 = w / 100;
+    const int w2 = w / 10 % 10;
+    const int w3 = w % 10;
+    return (w1 * (w1 + 5) + w2 * (w2 + 3) + w3 * (w3 + 1)) / 10.0L;
+}
+
+/// G(G2) = (u1^2 + u1 u2 + u2^2 + 5 u1 + 4 u2)/12 of U = (u1 u2).
+Real casimirOfG2(int u)
+{
+    const int u1 = u / 10;
+    const int u2 = u % 10;
+    return (u1 * u1 + u1 * u2 + u2 * u2 + 5 * u1 + 4 * u2) / 12.0L;
+}
+
+/// A fraction in as many digits as need be: "1.4", "1.166666666666667".
+QString shortNumber(Real value)
+{
+    return QString::number(static_cast<double>(value), 'g', 16);
+}
+
+/// Term, seniority, W, U, G(G2), G(R7).
+QString casimirTable(const Configuration &configuration)
+{
+    QString text;
+    for (const Term &term : configuration.terms)
+        text += QStringLiteral("%1 %2 %3 %4 %5 %6\n")
+                    .arg(label(term), QString::number(term.seniority),
+                         QStringLiteral("%1").arg(term.w, 3, 10, QLatin1Char('0')),
+                         QStringLiteral("%1").arg(term.u, 2, 10, QLatin1Char('0')),
+                         shortNumber(casimirOfG2(term.u)), shortNumber(casimirOfR7(term.w)));
+    return text;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -125,6 +162,7 @@ int main(int argc, char **argv)
             const QString name = folder.filePath(QStringLiteral("f%1.").arg(configuration.n));
             write(name + "cfp", parentageTable(configuration));
             write(name + "ele", electrostaticTable(configuration));
+            write(name + "cas", casimirTable(configuration));
         }
     } catch (const std::exception &error) {
         std::fprintf(stderr, "generate4fTables: %s\n", error.what());

@@ -91,6 +91,41 @@ bool readIntegral(const OptionReader &options, int k, double &integral)
     return isGiven;
 }
 
+/// Reads alpha, beta or gamma; false when it is not given.
+bool readTwoBody(const OptionReader &options, const char *name, double &value)
+{
+    if (!options.isSet(name))
+        return false;
+    value = options.number(
+        name, [](double given) { return std::isfinite(given); }, tr("a number, in cm^-1"));
+    return true;
+}
+
+/// The parameters that were fitted together belong together: with an F_k or zeta of one's own,
+/// alpha, beta and gamma are those given, or 0.
+void readParameters(const OptionReader &options, FreeIonParameters &ion)
+{
+    int given = 0;
+    given += readIntegral(options, 2, ion.F2);
+    given += readIntegral(options, 4, ion.F4);
+    given += readIntegral(options, 6, ion.F6);
+    given += readParameter(options, QStringLiteral("zeta"), ion.zeta);
+    if (given > 0)
+        ion.alpha = ion.beta = ion.gamma = 0.0;
+    int ofTwoBodies = 0;
+    ofTwoBodies += readTwoBody(options, "alpha", ion.alpha);
+    ofTwoBodies += readTwoBody(options, "beta", ion.beta);
+    ofTwoBodies += readTwoBody(options, "gamma", ion.gamma);
+    if (given == 4)
+        ion.source.clear();
+    else if (given > 0)
+        ion.source = ofTwoBodies > 0
+                         ? tr("as given; the other F_k and zeta: %1").arg(ion.source)
+                         : tr("as given, alpha, beta and gamma 0; the others: %1").arg(ion.source);
+    else if (ofTwoBodies > 0)
+        ion.source = tr("as given; the others: %1").arg(ion.source);
+}
+
 } // namespace
 
 void addFreeIonOptions(OptionReader &options)
@@ -109,6 +144,13 @@ void addFreeIonOptions(OptionReader &options)
         {QStringLiteral("Fk4"), tr("F^4, cm^-1, in place of --F4; about 50000."), number},
         {QStringLiteral("Fk6"), tr("F^6, cm^-1, in place of --F6; about 35000."), number},
         {QStringLiteral("zeta"), tr("Spin-orbit parameter of the 4f electrons, cm^-1."), number},
+        {QStringLiteral("alpha"),
+         tr("Two-body configuration interaction, cm^-1: alpha L(L+1) + beta G(G2) + gamma G(R7). "
+            "Unless given the published alpha, beta and gamma with the published F_k and zeta, "
+            "else 0."),
+         number},
+        {QStringLiteral("beta"), tr("The second of them, cm^-1; about -100 to -1100."), number},
+        {QStringLiteral("gamma"), tr("The third of them, cm^-1; about 600 to 2400."), number},
     });
 }
 
@@ -122,16 +164,24 @@ QString nameOf(const FreeIonParameters &ion)
 FreeIonParameters readFreeIon(const OptionReader &options)
 {
     FreeIonParameters ion = chooseIon(options);
-    int given = 0;
-    given += readIntegral(options, 2, ion.F2);
-    given += readIntegral(options, 4, ion.F4);
-    given += readIntegral(options, 6, ion.F6);
-    given += readParameter(options, QStringLiteral("zeta"), ion.zeta);
-    if (given == 4)
-        ion.source.clear();
-    else if (given > 0)
-        ion.source = tr("as given; the others: %1").arg(ion.source);
+    const double zetaOfSource = ion.zeta;
+    const QString source = ion.source;
+    readParameters(options, ion);
+    if (!hasElectrostaticSplitting(ion)) {
+        if (ion.F2 != 0.0 || ion.F4 != 0.0 || ion.F6 != 0.0 || ion.alpha != 0.0 ||
+            ion.beta != 0.0 || ion.gamma != 0.0)
+            note(tr("%1 has one 4f electron or hole: F_k, alpha, beta and gamma move its two "
+                    "levels alike and are left out")
+                     .arg(nameOf(ion)));
+        ion.F2 = ion.F4 = ion.F6 = ion.alpha = ion.beta = ion.gamma = 0.0;
+        ion.source = ion.zeta == zetaOfSource ? source : QString();
+    }
     return ion;
+}
+
+bool hasElectrostaticSplitting(const FreeIonParameters &ion)
+{
+    return ion.electrons > 1 && ion.electrons < 13;
 }
 
 void enterDataFolder()

@@ -13,6 +13,9 @@ void addFreeIonOptions(OptionReader &options);
 /// An ion with its parameters: those given, and published ones. The symbol is empty when only the
 /// electrons are given, the source tells of parameters that are not given.
 FreeIonParameters readFreeIon(const OptionReader &options);
+/// Whether the ion has more than one 4f electron and more than one hole: else zeta is its only
+/// parameter.
+bool hasElectrostaticSplitting(const FreeIonParameters &ion);
 /// "Eu(III), 4f^6", or "4f^6" without a symbol.
 QString nameOf(const FreeIonParameters &ion);
 

@@ -12,4 +12,8 @@ struct FreeIonParameters
     double F6 = 0.0;
     double zeta = 0.0; ///< spin-orbit parameter of the 4f electrons
     QString source;    ///< where the parameters come from; empty: not told
+    /// Two-body configuration interaction, alpha L(L+1) + beta G(G2) + gamma G(R7), cm^-1.
+    double alpha = 0.0;
+    double beta = 0.0;
+    double gamma = 0.0;
 };

@@ -50,6 +50,7 @@ LanqorEnergyLevelsPrivate::LanqorEnergyLevelsPrivate(int electrons)
     const QString directory = QDir::currentPath() + QStringLiteral("/EnergyLevels4f/");
     cfpFileName = directory + QStringLiteral("f%1.cfp").arg(shellElectrons);
     eleFileName = directory + QStringLiteral("f%1.ele").arg(shellElectrons);
+    casFileName = directory + QStringLiteral("f%1.cas").arg(shellElectrons);
 }
 
 void LanqorEnergyLevelsPrivate::collectJValues()
@@ -70,6 +71,7 @@ LanqorEnergyLevels::LanqorEnergyLevels(QObject *parent, const int &electrons)
     , d(std::make_unique<LanqorEnergyLevelsPrivate>(electrons))
 {
     d->tablesError = d->readTables();
+    d->casimirError = d->readCasimirEigenvalues();
     setLastError(d->tablesError);
     d->collectJValues();
 }
@@ -92,6 +94,7 @@ void LanqorEnergyLevels::setSlaterIntegral(const double &F0, const double &F2, c
     d->parameters.F4 = F4;
     d->parameters.F6 = F6;
     d->parameters.source.clear();
+    d->mayLackIntegrals = false;
 }
 
 void LanqorEnergyLevels::setZetaParameters(const double &zeta)
@@ -100,10 +103,20 @@ void LanqorEnergyLevels::setZetaParameters(const double &zeta)
     d->parameters.source.clear();
 }
 
+void LanqorEnergyLevels::setTwoBodyParameters(const double &alpha, const double &beta,
+                                              const double &gamma)
+{
+    d->parameters.alpha = alpha;
+    d->parameters.beta = beta;
+    d->parameters.gamma = gamma;
+    d->parameters.source.clear();
+}
+
 void LanqorEnergyLevels::setParameters(const FreeIonParameters &ion)
 {
     d->F0 = 0.0;
     d->parameters = ion;
+    d->mayLackIntegrals = d->shellElectrons == 1;
 }
 
 MixedState LanqorEnergyLevels::getMixedStates(const SpectroscopicTerm &level) const
@@ -135,17 +148,31 @@ QVector<double> LanqorEnergyLevels::getElectrostaticMatrixVector(const Spectrosc
     return QVector<double>(4, 0.0);
 }
 
+QVector<double> LanqorEnergyLevels::getTwoBodyVector(const SpectroscopicTerm &term) const
+{
+    for (int i = 0; i < d->twoBodyVectors.size(); ++i)
+        if (isSameTerm(d->spectroscopicTerms.at(i), term))
+            return d->twoBodyVectors.at(i);
+    return {};
+}
+
 QString LanqorEnergyLevelsPrivate::checkParameters() const
 {
     const FreeIonParameters &p = parameters;
-    if (p.F2 == 0.0 || p.F4 == 0.0 || p.F6 == 0.0 || p.zeta == 0.0)
+    const bool lacksIntegral = p.F2 == 0.0 || p.F4 == 0.0 || p.F6 == 0.0;
+    if ((lacksIntegral && !mayLackIntegrals) || p.zeta == 0.0)
         return LanqorEnergyLevels::tr(
             "It is need to specify the Slater Integral and Zeta parameters values\n");
     for (double value : {F0, p.F2, p.F4, p.F6, p.zeta})
         if (!std::isfinite(value))
             return LanqorEnergyLevels::tr("Energy Levels Calculation\nF0, F2, F4, F6 and zeta must "
                                           "be finite numbers\n");
-    return QString();
+    for (double value : {p.alpha, p.beta, p.gamma})
+        if (!std::isfinite(value))
+            return LanqorEnergyLevels::tr("Energy Levels Calculation\nalpha, beta and gamma must "
+                                          "be finite numbers\n");
+    const bool hasTwoBody = p.alpha != 0.0 || p.beta != 0.0 || p.gamma != 0.0;
+    return hasTwoBody && tablesError.isEmpty() ? casimirError : QString();
 }
 
 QString LanqorEnergyLevelsPrivate::calcBlock(const LanqorEnergyLevels &ion, int position,
@@ -161,7 +188,8 @@ QString LanqorEnergyLevelsPrivate::calcBlock(const LanqorEnergyLevels &ion, int 
                    "Energy Levels Calculation\nCannot allocate a matrix of order %1\n")
             .arg(order);
     SymmetricMatrix hamiltonian = freeIon::hamiltonian(
-        block, {F0, parameters.F2, parameters.F4, parameters.F6, parameters.zeta});
+        block, {F0, parameters.F2, parameters.F4, parameters.F6, parameters.zeta, parameters.alpha,
+                parameters.beta, parameters.gamma});
     if (!hamiltonian.diagonalize(jacobiTolerance))
         return LanqorEnergyLevels::tr(
             "Energy Levels Calculation\nThe matrix elements are too large; check F0, F2, F4, F6 "

@@ -25,8 +25,10 @@ class LanqorResultTables;
 ///
 /// It needs the tables of the shell, files f1.cfp to f7.cfp and f1.ele to f7.ele, in the folder
 /// "EnergyLevels4f" of the process's current directory when the object is constructed; they are
-/// installed with the library. A shell more than half full uses those of its holes: with the sign
-/// of the spin-orbit interaction turned all energies are right for n = 1 to 13.
+/// installed with the library. For the two-body configuration interaction there are f1.cas to
+/// f7.cas beside them, which a folder may lack as long as alpha, beta and gamma are 0. A shell more
+/// than half full uses those of its holes: with the sign of the spin-orbit interaction turned all
+/// energies are right for n = 1 to 13.
 ///
 /// Energies are in the unit of the parameters, cm^-1 usually.
 class LANQORENGINE_EXPORT LanqorEnergyLevels : public LanqorAbstractObjCalculation
@@ -49,8 +51,14 @@ public:
     void setSlaterIntegral(const double &F0, const double &F2, const double &F4, const double &F6);
     /// Spin-orbit parameter of the 4f electrons, cm^-1.
     void setZetaParameters(const double &zeta);
-    /// All of them, with F0 = 0. The symbol and the source of @p ion go into the results; either
+    /// Two-body configuration interaction (K. Rajnak, B. G. Wybourne, Phys. Rev. 132, 280 (1963)),
+    ///     alpha L(L+1) + beta G(G2) + gamma G(R7),
+    /// cm^-1, 0 unless set, with the eigenvalues of the Casimir operators of the groups G2 and R7,
+    /// nothing subtracted. The same values of a term serve n electrons and n holes.
+    void setTwoBodyParameters(const double &alpha, const double &beta, const double &gamma);
+    /// All of them, with F0 = 0. The symbol and the source of @p ion go into the results; each
     /// setter above takes the source away again. The number of electrons is that of this object.
+    /// One electron or one hole has no electrostatic splitting: its F_k may be 0 here.
     void setParameters(const FreeIonParameters &ion);
 
     /// Computes the levels of every J (@p Jsel = -1) or of one.
@@ -61,7 +69,8 @@ public:
     ///
     /// False, and the earlier levels stay, when F2, F4, F6 or zeta is 0 (not set), a parameter is
     /// not finite, the tables could not be read (the constructor's message, which tells the file),
-    /// or matrix elements exceed 1e8 cm^-1, with which the diagonaliser would not end.
+    /// alpha, beta or gamma is not 0 and their table could not be read, or matrix elements exceed
+    /// 1e8 cm^-1, with which the diagonaliser would not end.
     bool calcEnergyLevels(const double &Jsel);
 
     /// Levels of the last calculation.
@@ -78,6 +87,9 @@ public:
     /// not in the table.
     QVector<double> getElectrostaticMatrixVector(const SpectroscopicTerm &bra,
                                                  const SpectroscopicTerm &ket) const;
+    /// What alpha, beta and gamma multiply in the energy of a term: L(L+1), G(G2), G(R7); empty
+    /// when the table could not be read or does not hold the term.
+    QVector<double> getTwoBodyVector(const SpectroscopicTerm &term) const;
 
     /// The last calculation.
     FreeIonLevelsResults getResults() const;

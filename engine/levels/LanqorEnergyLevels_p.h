@@ -21,6 +21,7 @@ public:
     QString readFractionalParentageCoefficients(const SpectroscopicTerm &term,
                                                 QVector<FractParentCoeff> &coefficients) const;
     QString readElectrostaticMatrix();
+    QString readCasimirEigenvalues();
     QString checkParameters() const;
     /// Appends the levels of the J at @p position, in the order in which the diagonaliser leaves
     /// them; each bears the label of the basis level at its position.
@@ -32,13 +33,17 @@ public:
     int shellElectrons; // n, or the 14 - n holes of a shell more than half full
     QString cfpFileName;
     QString eleFileName;
-    QString tablesError; // why the tables could not be read
+    QString casFileName;
+    QString tablesError;           // why the tables could not be read
+    QString casimirError;          // why that of the two-body interaction could not
+    bool mayLackIntegrals = false; // one electron or hole, by a set of parameters as a whole
     double F0 = 0.0;
     FreeIonParameters parameters;
     QVector<double> jValues; // ascending
     QVector<SpectroscopicTerm> spectroscopicTerms;
     QVector<ElectrostaticElement> electrostaticMatrix;
     QVector<QVector<FractParentCoeff>> fractParentCoeffs; // by term
+    QVector<QVector<double>> twoBodyVectors;              // likewise: L(L+1), G(G2), G(R7)
     // What depends on the ion alone, by position in jValues; computed when first needed.
     std::vector<freeIon::AngularBlock> blocks;
     // Of the last calculation.

@@ -4,6 +4,7 @@
 
 #include <QSet>
 
+using LanqorSpectroscopicTermUtil::isSameTerm;
 using LanqorSpectroscopicTermUtil::termFromLabel;
 using LanqorSpectroscopicTermUtil::termLetterList;
 
@@ -53,6 +54,33 @@ QString LanqorEnergyLevelsPrivate::readElectrostaticMatrix()
         }
     if (!table.errorText().isEmpty())
         electrostaticMatrix.clear();
+    return table.errorText();
+}
+
+/// A term with its seniority, W, U, G(G2) and G(R7) in a line; of all terms or of none.
+QString LanqorEnergyLevelsPrivate::readCasimirEigenvalues()
+{
+    FShellTableReader table(casFileName);
+    QVector<QVector<double>> vectors(spectroscopicTerms.size());
+    if (table.open())
+        while (table.next()) {
+            const SpectroscopicTerm named = termFromLabel(table.text(0), false);
+            const double ofG2 = table.number(4);
+            const double ofR7 = table.number(5);
+            for (int i = 0; i < vectors.size(); ++i)
+                if (isSameTerm(spectroscopicTerms.at(i), named) && !table.text(5).isEmpty())
+                    vectors[i] = {named.L * (named.L + 1.0), ofG2, ofR7};
+        }
+    for (int i = 0; table.errorText().isEmpty() && i < vectors.size(); ++i)
+        if (vectors.at(i).isEmpty()) {
+            const SpectroscopicTerm &term = spectroscopicTerms.at(i);
+            table.fail(
+                LanqorEnergyLevels::tr("the term %1%2 is missing or has no G(G2) and G(R7)")
+                    .arg(QString::number(2.0 * term.S + 1.0, 'g', 6) + termLetterList.value(term.L),
+                         term.termIndex >= 1 ? QString::number(term.termIndex) : QString()));
+        }
+    if (table.errorText().isEmpty())
+        twoBodyVectors = vectors;
     return table.errorText();
 }
 

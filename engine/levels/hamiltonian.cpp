@@ -65,8 +65,10 @@ AngularBlock angularBlock(const LanqorEnergyLevels &ion, int n, bool moreThanHal
             basis.append(term);
         }
     AngularBlock block;
-    for (const SpectroscopicTerm &level : qAsConst(basis))
+    for (const SpectroscopicTerm &level : qAsConst(basis)) {
         block.labels.append(levelLabel(level));
+        block.twoBody.append(ion.getTwoBodyVector(level));
+    }
     for (int i = 0; i < basis.size(); ++i)
         for (int j = i; j < basis.size(); ++j) {
             const SpectroscopicTerm &bra = basis.at(i);
@@ -87,7 +89,10 @@ AngularBlock angularBlock(const LanqorEnergyLevels &ion, int n, bool moreThanHal
 double matrixElementElectrostaticInteraction(const AngularElement &element,
                                              const Parameters &parameters)
 {
-    const auto &[F0, F2, F4, F6, zeta] = parameters;
+    const double F0 = parameters.F0;
+    const double F2 = parameters.F2;
+    const double F4 = parameters.F4;
+    const double F6 = parameters.F6;
     // E0 to E3 (G. Racah, Phys. Rev. 76, 1352 (1949)), cm^-1.
     const double racah[] = {
         F0 - 10.0 * F2 - 33.0 * F4 - 286.0 * F6, (70.0 * F2 + 231.0 * F4 + 2002.0 * F6) / 9.0,
@@ -107,6 +112,14 @@ double matrixElementSpinOrbit(const AngularElement &element, const Parameters &p
            element.phase * element.sixJ;
 }
 
+double twoBodyEnergy(const AngularBlock &block, int position, const Parameters &parameters)
+{
+    const QVector<double> &of = block.twoBody.at(position);
+    return of.isEmpty()
+               ? 0.0
+               : parameters.alpha * of[0] + parameters.beta * of[1] + parameters.gamma * of[2];
+}
+
 SymmetricMatrix hamiltonian(const AngularBlock &block, const Parameters &parameters)
 {
     SymmetricMatrix matrix(block.labels.size());
@@ -115,6 +128,10 @@ SymmetricMatrix hamiltonian(const AngularBlock &block, const Parameters &paramet
         for (int j = i; j < matrix.getOrder(); ++j, ++element)
             matrix(i, j) = matrixElementSpinOrbit(*element, parameters) +
                            matrixElementElectrostaticInteraction(*element, parameters);
+    // Only where they are wanted: adding 0 could turn the sign of a 0.
+    if (parameters.alpha != 0.0 || parameters.beta != 0.0 || parameters.gamma != 0.0)
+        for (int i = 0; i < matrix.getOrder(); ++i)
+            matrix(i, i) += twoBodyEnergy(block, i, parameters);
     return matrix;
 }
 

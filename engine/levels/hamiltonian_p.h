@@ -8,8 +8,9 @@
 
 class LanqorEnergyLevels;
 
-/// The electrostatic and spin-orbit interaction between the Russell-Saunders levels of one J.
-/// What depends on the ion alone is kept apart from the parameters.
+/// The electrostatic, spin-orbit and two-body configuration interaction between the
+/// Russell-Saunders levels of one J. What depends on the ion alone is kept apart from the
+/// parameters.
 namespace freeIon {
 
 using LanqorSpectroscopicTermUtil::SpectroscopicTerm;
@@ -22,6 +23,9 @@ struct Parameters
     double F4 = 0.0;
     double F6 = 0.0;
     double zeta = 0.0;
+    double alpha = 0.0;
+    double beta = 0.0;
+    double gamma = 0.0;
 };
 
 /// Angular part of an element. The factors of the spin-orbit part stay apart, so that they are
@@ -38,6 +42,8 @@ struct AngularBlock
 {
     QStringList labels;               ///< of the levels, "7F0", "5D(1)2"
     QVector<AngularElement> elements; ///< upper triangle row by row
+    /// By level: L(L+1), G(G2), G(R7); empty without their table.
+    QVector<QVector<double>> twoBody;
 };
 
 /// "7F0", with an ordinal "5D(1)2"; J in decimals, "4I5.5".
@@ -54,6 +60,9 @@ double calculateV1X(const LanqorEnergyLevels &ion, int n, const SpectroscopicTer
 double matrixElementElectrostaticInteraction(const AngularElement &element,
                                              const Parameters &parameters);
 double matrixElementSpinOrbit(const AngularElement &element, const Parameters &parameters);
+
+/// alpha L(L+1) + beta G(G2) + gamma G(R7) of the level at @p position.
+double twoBodyEnergy(const AngularBlock &block, int position, const Parameters &parameters);
 
 /// The order of the block must be possible.
 SymmetricMatrix hamiltonian(const AngularBlock &block, const Parameters &parameters);

@@ -21,21 +21,28 @@ QVariant told(const QString &text)
     return text.isEmpty() ? QVariant() : text;
 }
 
+/// Nothing for one that the ion does not have: one electron or hole.
+QVariant integral(double value)
+{
+    return value == 0.0 ? QVariant() : value;
+}
+
 } // namespace
 
 LanqorResultTables LanqorEnergyLevels::makeTables(const FreeIonLevelsResults &results)
 {
     const FreeIonParameters &ion = results.parameters;
     LanqorResultTables tables;
-    tables.addRecord(QStringLiteral("free_ion"),
-                     {column("ion"), column("electrons"),
-                      column("slater_integral_subscript_0", wavenumber),
-                      column("slater_integral_subscript_2", wavenumber),
-                      column("slater_integral_subscript_4", wavenumber),
-                      column("slater_integral_subscript_6", wavenumber), column("zeta", wavenumber),
-                      column("source")},
-                     {told(ion.symbol), ion.electrons, results.F0, ion.F2, ion.F4, ion.F6, ion.zeta,
-                      told(ion.source)});
+    tables.addRecord(
+        QStringLiteral("free_ion"),
+        {column("ion"), column("electrons"), column("slater_integral_subscript_0", wavenumber),
+         column("slater_integral_subscript_2", wavenumber),
+         column("slater_integral_subscript_4", wavenumber),
+         column("slater_integral_subscript_6", wavenumber), column("zeta", wavenumber),
+         column("source"), column("alpha", wavenumber), column("beta", wavenumber),
+         column("gamma", wavenumber)},
+        {told(ion.symbol), ion.electrons, results.F0, integral(ion.F2), integral(ion.F4),
+         integral(ion.F6), ion.zeta, told(ion.source), ion.alpha, ion.beta, ion.gamma});
     QVector<QVector<QVariant>> levels;
     QVector<QVector<QVariant>> components;
     for (const FreeIonLevelsResults::Level &level : results.levels) {

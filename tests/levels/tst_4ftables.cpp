@@ -68,7 +68,7 @@ void Test4fTables::regenerated()
     const QString phases = testSupport::sourceFile(QStringLiteral("tools/publishedPhases4f.txt"));
     QCOMPARE(QProcess::execute(QStringLiteral(GENERATE_4F_TABLES), {phases, folder.path()}), 0);
     for (int n = 1; n <= 7; ++n)
-        for (const char *suffix : {"cfp", "ele"}) {
+        for (const char *suffix : {"cfp", "ele", "cas"}) {
             const QVector<Row> stored = rows(table(n, suffix));
             const QVector<Row> made =
                 rows(folder.filePath(QStringLiteral("f%1.%2").arg(n).arg(QLatin1String(suffix))));

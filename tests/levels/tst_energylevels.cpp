@@ -8,6 +8,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMap>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -40,7 +41,6 @@ public:
     }
     ~Tables() { QDir::setCurrent(dataFolder()); }
 
-private:
     void write(const QString &name, const QByteArray &bytes)
     {
         QFile file(folder.filePath(QStringLiteral("EnergyLevels4f/") + name));
@@ -48,6 +48,7 @@ private:
             qFatal("cannot write a table");
     }
 
+private:
     QTemporaryDir folder;
 };
 
@@ -86,6 +87,7 @@ private Q_SLOTS:
     void publishedLevels();
     void groundLevelOfGadolinium();
     void referenceLevels();
+    void levelsWithTwoBodyInteraction();
     void statesOfOneJ();
     void parametersOfIons();
     void missingParameters();
@@ -233,6 +235,39 @@ void TestEnergyLevels::referenceLevels()
     }
 }
 
+// All levels of the aqueous ions with alpha, beta and gamma, from determinants; the parameters of
+// the library are those of the file.
+void TestEnergyLevels::levelsWithTwoBodyInteraction()
+{
+    const QString path =
+        testSupport::referenceFile(QStringLiteral("levels/computed_abg_levels.csv"));
+    if (path.isEmpty())
+        QSKIP("needs LANQOR_REFERENCE_DIR");
+    QMap<QString, QVector<QPair<int, double>>> expected;
+    for (const QByteArray &line : testSupport::readAll(path).split('\n')) {
+        const QStringList fields = QString::fromLatin1(line).split(QLatin1Char(','));
+        if (fields.size() > 6 && fields.at(0) != QLatin1String("set") &&
+            fields.at(0) != QLatin1String("Sm3+:aq"))
+            expected[fields.at(0).left(2)].append({fields.at(1).toInt(), fields.at(2).toDouble()});
+    }
+    int ions = 0;
+    for (int n = 2; n <= 12; ++n) {
+        const FreeIonParameters ion = LanqorFreeIonParameters::getParameters(n);
+        LanqorEnergyLevels shell(nullptr, n);
+        shell.setParameters(ion);
+        QVERIFY(shell.calcEnergyLevels(-1.0));
+        const QVector<MixedState> states = shell.getMixedStatesVector();
+        const auto levels = expected.value(ion.symbol);
+        QCOMPARE(states.size(), levels.size());
+        for (int i = 0; i < states.size(); ++i) {
+            COMPARE_NEAR(states.at(i).energy, levels.at(i).second, 1e-3);
+            QCOMPARE(twiceJ(states.at(i).label), double(levels.at(i).first));
+        }
+        ++ions;
+    }
+    QCOMPARE(ions, expected.size());
+}
+
 void TestEnergyLevels::statesOfOneJ()
 {
     LanqorEnergyLevels shell(nullptr, 6);
@@ -331,6 +366,13 @@ void TestEnergyLevels::missingParameters()
     shell.setSlaterIntegral(nan, 305.2, 46.3, 4.43);
     shell.setZetaParameters(740.0);
     QVERIFY(!shell.calcEnergyLevels(-1.0));
+    // One electron has zeta alone; its F_k may be left out with a set of parameters as a whole.
+    LanqorEnergyLevels one(nullptr, 13);
+    one.setParameters(LanqorFreeIonParameters::getParameters(13));
+    QVERIFY(one.calcEnergyLevels(-1.0));
+    COMPARE_NEAR(one.getMixedStatesVector().at(1).energy, 3.5 * 2928.0, 1e-9);
+    one.setSlaterIntegral(0.0, 0.0, 0.0, 0.0);
+    QVERIFY(!one.calcEnergyLevels(-1.0));
     // F0 is not asked for, and moves every level alike.
     shell.setSlaterIntegral(1000.0, 305.2, 46.3, 4.43);
     QVERIFY(shell.calcEnergyLevels(-1.0));
@@ -377,6 +419,25 @@ void TestEnergyLevels::tablesAreReadToTheEmptyLine()
         termFromLabel(QStringLiteral("1I"), false), termFromLabel(QStringLiteral("1I"), false));
     QCOMPARE(of1I.size(), 4);
     COMPARE_NEAR(of1I.at(2), 70.0, 1e-12);
+
+    // A folder without the third table serves as long as alpha, beta and gamma are 0.
+    setParameters(shell, {305.2, 46.3, 4.43, 740.0});
+    QVERIFY(shell.calcEnergyLevels(-1.0));
+    for (const bool isDamaged : {false, true}) {
+        if (isDamaged)
+            tables.write(QStringLiteral("f2.cas"),
+                         storedTable("f2.cas").replace("1I 2 200 20", "1I"));
+        LanqorEnergyLevels lacking(nullptr, 2);
+        setParameters(lacking, {305.2, 46.3, 4.43, 740.0});
+        for (const int k : {0, 1, 2}) {
+            lacking.setTwoBodyParameters(k == 0, k == 1, k == 2);
+            QVERIFY(!lacking.calcEnergyLevels(-1.0));
+            QVERIFY2(lacking.getLastError().contains(QStringLiteral("/f2.cas  ")),
+                     qPrintable(lacking.getLastError()));
+        }
+        lacking.setTwoBodyParameters(0.0, 0.0, 0.0);
+        QVERIFY(lacking.calcEnergyLevels(-1.0));
+    }
 }
 
 void TestEnergyLevels::shortLinesAndNumbers()
