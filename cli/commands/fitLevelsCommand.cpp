@@ -34,7 +34,9 @@ struct Request
     QString fileName; ///< absolute
     cli::Objective objective = cli::Objective::LeastSquares;
     cli::FitOptions fit;
+    /// With alpha, beta and gamma unless they are held at 0, or throughout a mere annealing.
     QVector<FitParameter> parameters;
+    QVector<FitParameter> allParameters; ///< with them unless they are held at 0
     QVector<EnergyLevelsExp> measured;
 };
 
@@ -54,7 +56,10 @@ void describe(cli::OptionReader &options)
 {
     options.setDescription(tr(
         "Fits the Slater integrals F_2, F_4, F_6 and the spin-orbit parameter zeta of a free\n"
-        "lanthanide(III) ion to measured energy levels.\n\n"
+        "lanthanide(III) ion to measured energy levels, and alpha, beta and gamma of the two-body\n"
+        "configuration interaction if --free or --bounds name them; else they are held at what "
+        "is\n"
+        "given or published for the ion.\n\n"
         "FILE has a heading line, then one level a line: its label first and its energy in cm^-1\n"
         "last, between them its standard deviation if that is known (1 unless told). The first\n"
         "level is the ground level, of energy 0, which is not fitted:\n"
@@ -71,17 +76,82 @@ void describe(cli::OptionReader &options)
         "measured over the labels.\n\n"
         "The start is the parameters given or the published ones of the ion, further starts lie\n"
         "within 20 % of it; bounds: F_2 100 to 1000, F_4 10 to 100, F_6 1 to 10, zeta 100 to\n"
-        "5000 cm^-1. Beside FILE, with \".exp\" replaced, the progress goes to a file "
+        "5000, alpha -100 to 200, beta -3000 to 3000, gamma -5000 to 5000 cm^-1. Beside FILE, with "
+        "\".exp\" replaced, the progress goes to a file "
         "\".output\"\n"
         "(appended) and the result with all levels to \".result\". --plot draws computed against\n"
         "measured energies. Ctrl-C ends the fit and reports its best point (exit status 130).\n\n"
-        "Example:\n"
-        "  lanqor fit levels nd.exp --ion Nd"));
+        "Examples:\n"
+        "  lanqor fit levels nd.exp --ion Nd\n"
+        "  lanqor fit levels nd.exp --ion Nd --free alpha,beta --fix gamma=1321.3\n"
+        "  lanqor fit levels nd.exp --ion Nd --alpha 0 --beta 0 --gamma 0"));
     options.addArgument(QStringLiteral("FILE"), tr("measured levels, usually NAME.exp"));
     cli::addFreeIonOptions(options);
     cli::addObjectiveOption(options);
+    options.addOption({QStringLiteral("free"),
+                       tr("Fit these of alpha, beta and gamma too, separated by commas."),
+                       tr("list")});
     cli::addFitOptions(options, leastSquaresStarts);
     options.addResultOptions();
+}
+
+/// F2, F4, F6, zeta, alpha, beta, gamma.
+QVector<double> valuesOf(const FreeIonParameters &ion)
+{
+    return {ion.F2, ion.F4, ion.F6, ion.zeta, ion.alpha, ion.beta, ion.gamma};
+}
+
+/// Integrals within their bounds, which the two levels of one electron or hole do not feel.
+void setPlaceholders(FreeIonParameters &ion)
+{
+    ion.F2 = 300.0;
+    ion.F4 = 50.0;
+    ion.F6 = 5.0;
+    cli::note(cli::tr("F2, F4 and F6 have no effect on the two levels of %1 and stand at 300, 50 "
+                      "and 5 cm^-1; zeta alone is fitted")
+                  .arg(cli::nameOf(ion)));
+}
+
+/// The parameters with what the command line restricts; alpha, beta and gamma are held unless it
+/// sets them free.
+QVector<FitParameter> readParameters(const cli::OptionReader &options, const Request &request)
+{
+    const QVector<double> given = valuesOf(request.ion);
+    const QVector<FitParameter> physical = LanqorParametricEnergyLevels::getParameters() +
+                                           LanqorParametricEnergyLevels::getTwoBodyParameters();
+    for (int i = 0; i < physical.size(); ++i)
+        if (!(given.at(i) >= physical.at(i).minimum && given.at(i) <= physical.at(i).maximum))
+            throw cli::Failure{tr("%1 = %2 cm^-1 is outside its bounds, %3 to %4 cm^-1.")
+                                   .arg(physical.at(i).name, QString::number(given[i]),
+                                        QString::number(physical.at(i).minimum),
+                                        QString::number(physical.at(i).maximum))};
+    QVector<FitParameter> parameters = cli::restricted(options, request.fit, physical);
+    QStringList free = options.list("free");
+    const int basic = LanqorParametricEnergyLevels::getParameters().size();
+    bool hasTwoBodies = false;
+    for (int i = 0; i < parameters.size(); ++i) {
+        FitParameter &own = parameters[i];
+        const bool isNamed = free.removeAll(own.name) > 0;
+        if (isNamed && own.isFixed)
+            options.refuse(tr("--free and --fix both name %1").arg(own.name));
+        const bool isBounded =
+            own.minimum != physical.at(i).minimum || own.maximum != physical.at(i).maximum;
+        const bool isHeld = i >= basic
+                                ? !isNamed && !isBounded
+                                : i + 1 < basic && !cli::hasElectrostaticSplitting(request.ion);
+        if (!own.isFixed && isHeld) {
+            own.isFixed = true;
+            own.fixedValue = given.at(i);
+        }
+        hasTwoBodies = hasTwoBodies || (i >= basic && (!own.isFixed || own.fixedValue != 0.0));
+    }
+    if (!free.isEmpty())
+        options.refuse(tr("--free: \"%1\" is no parameter of this fit; alpha, beta and gamma are "
+                          "held unless it names them")
+                           .arg(free.first()));
+    if (!hasTwoBodies)
+        parameters.resize(basic);
+    return parameters;
 }
 
 Request readRequest(const cli::OptionReader &options)
@@ -94,15 +164,15 @@ Request readRequest(const cli::OptionReader &options)
     request.fit = cli::readFitOptions(options, isAnnealed ? annealedStarts : leastSquaresStarts);
     request.fileName = QFileInfo(fileName).absoluteFilePath();
     request.ion = cli::readFreeIon(options);
-    const QVector<FitParameter> physical = LanqorParametricEnergyLevels::getParameters();
-    const double given[] = {request.ion.F2, request.ion.F4, request.ion.F6, request.ion.zeta};
-    for (int i = 0; i < physical.size(); ++i)
-        if (!(given[i] >= physical.at(i).minimum && given[i] <= physical.at(i).maximum))
-            throw cli::Failure{tr("%1 = %2 cm^-1 is outside its bounds, %3 to %4 cm^-1.")
-                                   .arg(physical.at(i).name, QString::number(given[i]),
-                                        QString::number(physical.at(i).minimum),
-                                        QString::number(physical.at(i).maximum))};
-    request.parameters = cli::restricted(options, request.fit, physical);
+    if (!cli::hasElectrostaticSplitting(request.ion))
+        setPlaceholders(request.ion);
+    request.allParameters = readParameters(options, request);
+    request.parameters = request.allParameters;
+    const int basic = LanqorParametricEnergyLevels::getParameters().size();
+    if (isAnnealed && !request.fit.isPolished && !cli::isRestricted(request.fit) &&
+        std::all_of(request.parameters.begin() + basic, request.parameters.end(),
+                    [](const FitParameter &own) { return own.isFixed; }))
+        request.parameters.resize(basic); // the steps of a mere annealing know no held parameters
     if (!LanqorParametricEnergyLevels::readEnergyLevelsExp(request.fileName, request.measured))
         throw cli::Failure{
             tr("%1 cannot be read as a list of measured levels").arg(request.fileName)};
@@ -113,6 +183,14 @@ Request readRequest(const cli::OptionReader &options)
     return request;
 }
 
+/// True when a parameter is held or its bounds are narrower than those of the fit.
+bool isRestricted(const Request &request)
+{
+    return cli::isRestricted(request.fit) ||
+           std::any_of(request.parameters.begin(), request.parameters.end(),
+                       [](const FitParameter &own) { return own.isFixed; });
+}
+
 /// The first start is as asked for; the others change every parameter by up to 20 %.
 QVector<double> startOf(const Request &request, int number)
 {
@@ -120,8 +198,8 @@ QVector<double> startOf(const Request &request, int number)
     const QVector<double> resumed = request.fit.resumed.value(number - 1);
     QVector<double> start = resumed;
     if (start.isEmpty())
-        start = {request.ion.F2, request.ion.F4, request.ion.F6, request.ion.zeta};
-    const bool isAnnealingAlone = !request.fit.isPolished && !cli::isRestricted(request.fit);
+        start = valuesOf(request.ion).mid(0, request.parameters.size());
+    const bool isAnnealingAlone = !request.fit.isPolished && !isRestricted(request);
     for (int i = 0; i < start.size(); ++i) {
         const FitParameter &range = request.parameters.at(i);
         if (number > 1 && resumed.isEmpty())
@@ -144,6 +222,7 @@ std::unique_ptr<LanqorParametricEnergyLevels> makeFit(const Request &request,
     if (!fit->getLastError().isEmpty())
         cli::failOf(*fit);
     fit->setEnergyLevelsExp(request.measured);
+    fit->setTwoBodyParameters(request.ion.alpha, request.ion.beta, request.ion.gamma);
     return fit;
 }
 
@@ -163,9 +242,9 @@ void conclude(LanqorParametricEnergyLevels &fit, QVector<double> vector, qint64 
 Outcome fitLeastSquares(const Request &request)
 {
     LanqorLevelsLeastSquares problem(request.ion.electrons);
+    problem.setParameters(request.parameters);
     if (!problem.setEnergyLevelsExp(request.measured))
         throw cli::Failure{problem.getLastError()};
-    problem.setParameters(request.parameters);
     QVector<QVector<double>> starts;
     for (int number = 1; number <= request.fit.starts; ++number)
         starts.append(startOf(request, number));
@@ -191,7 +270,7 @@ Outcome fitLeastSquares(const Request &request)
 Outcome fitResponse(const Request &request)
 {
     const QTemporaryDir scratch;
-    const bool isScaled = request.fit.isPolished || cli::isRestricted(request.fit);
+    const bool isScaled = request.fit.isPolished || isRestricted(request);
     const auto fileOf = [&](int number) {
         return request.fit.starts == 1 ? request.fileName
                                        : scratch.filePath(QStringLiteral("%1.exp").arg(number));
@@ -219,8 +298,11 @@ Outcome fitResponse(const Request &request)
     outcome.account.points += request.fit.resumedPoints;
     outcome.account.unit = tr("per cent");
     LanqorLevelsLeastSquares problem(request.ion.electrons);
+    problem.setParameters(request.allParameters);
+    const QVector<double> described =
+        best + valuesOf(request.ion).mid(best.size(), request.allParameters.size() - best.size());
     if (problem.setEnergyLevelsExp(request.measured))
-        cli::addData(problem.describe(best),
+        cli::addData(problem.describe(described),
                      tr("response, sum of the relative deviations by label"), outcome.account);
     auto &fit = *qobject_cast<LanqorParametricEnergyLevels *>(starts.getBest());
     if (request.fit.starts == 1) {

@@ -7,6 +7,7 @@
 #include "text.h"
 
 #include <LanqorEngine/LanqorEnergyLevels.h>
+#include <LanqorEngine/LanqorFreeIonParameters.h>
 #include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/LanqorSpectroscopicTermUtil.h>
 
@@ -62,6 +63,8 @@ void describe(cli::OptionReader &options)
         "  lanqor levels --ion Er --Fk2 97483 --Fk4 67904 --Fk6 54010 --zeta 2376 --J 15/2"));
     cli::addFreeIonOptions(options);
     options.addOptions({
+        {QStringLiteral("parameters"),
+         tr("List the published parameters of all ions with their sources, and nothing else.")},
         {QStringLiteral("J"), tr("Show only levels of this J: 2, 5/2 or 2.5."), tr("J")},
         {QStringLiteral("max-energy"), tr("Show only levels up to this energy, cm^-1."),
          tr("cm^-1")},
@@ -173,6 +176,35 @@ plots::LevelDiagram diagramOf(const FreeIonLevelsResults &results)
     return diagram;
 }
 
+/// The published parameters, each source once.
+void showParameters(const cli::OptionReader &options)
+{
+    constexpr int width = 11;
+    QVector<FreeIonParameters> ions;
+    QStringList sources;
+    QString text = tr("ion  4f^n         F2         F4         F6       zeta      alpha       beta"
+                      "      gamma  source\n");
+    const auto cell = [](double value) {
+        return (value == 0.0 ? QStringLiteral("-") : QString::number(value, 'g', 8))
+            .rightJustified(width);
+    };
+    for (const QString &symbol : LanqorFreeIonParameters::getSymbols()) {
+        const FreeIonParameters ion = LanqorFreeIonParameters::getParameters(symbol);
+        ions.append(ion);
+        if (!sources.contains(ion.source))
+            sources.append(ion.source);
+        text += symbol + QString::number(ion.electrons).rightJustified(7);
+        for (const double value :
+             {ion.F2, ion.F4, ion.F6, ion.zeta, ion.alpha, ion.beta, ion.gamma})
+            text += cell(value);
+        text += QStringLiteral("  [%1]\n").arg(sources.indexOf(ion.source) + 1);
+    }
+    text += tr("\ncm^-1; F_k subscript (F_2 = F^2/225, F_4 = F^4/1089, F_6 = F^6/7361.64)\n");
+    for (int i = 0; i < sources.size(); ++i)
+        text += QStringLiteral("[%1] %2\n").arg(QString::number(i + 1), sources.at(i));
+    cli::showResults(options, text, LanqorFreeIonParameters::makeTables(ions), {});
+}
+
 } // namespace
 
 int levelsCommand(const QStringList &arguments)
@@ -183,6 +215,10 @@ int levelsCommand(const QStringList &arguments)
     options.addResultOptions();
     options.parse(arguments);
     options.files(0, tr("levels takes no file; which ion is told by --ion"));
+    if (options.isSet("parameters")) {
+        showParameters(options);
+        return cli::success;
+    }
     const FreeIonParameters ion = cli::readFreeIon(options);
     const Selection selection = readSelection(options);
     cli::enterDataFolder();

@@ -20,7 +20,7 @@ namespace {
 
 using Block = LinearBlock<Eigen::MatrixXd>;
 
-constexpr int parameterCount = 4; // F2, F4, F6, zeta
+constexpr int withTwoBodies = 7; // F2, F4, F6, zeta, alpha, beta, gamma
 
 QString tr(const char *text)
 {
@@ -32,19 +32,22 @@ double deviation(const EnergyLevelsExp &level)
     return level.standardDeviation > 0.0 ? level.standardDeviation : 1.0;
 }
 
-/// The matrices of F2, F4, F6 and zeta between the levels of one J.
-Block makeBlock(const freeIon::AngularBlock &angular)
+/// The matrices of the first @p count parameters between the levels of one J.
+Block makeBlock(const freeIon::AngularBlock &angular, int count)
 {
     Block block;
-    const freeIon::Parameters units[parameterCount] = {
-        {0.0, 1.0, 0.0, 0.0, 0.0},
-        {0.0, 0.0, 1.0, 0.0, 0.0},
-        {0.0, 0.0, 0.0, 1.0, 0.0},
+    const freeIon::Parameters units[withTwoBodies] = {
+        {0.0, 1.0},
+        {0.0, 0.0, 1.0},
+        {0.0, 0.0, 0.0, 1.0},
         {0.0, 0.0, 0.0, 0.0, 1.0},
+        {0.0, 0.0, 0.0, 0.0, 0.0, 1.0},
+        {0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 1.0},
+        {0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 1.0},
     };
     const int order = angular.labels.size();
-    for (const freeIon::Parameters &unit : units) {
-        const SymmetricMatrix part = freeIon::hamiltonian(angular, unit);
+    for (int k = 0; k < count; ++k) {
+        const SymmetricMatrix part = freeIon::hamiltonian(angular, units[k]);
         Eigen::MatrixXd matrix(order, order);
         for (int i = 0; i < order; ++i)
             for (int j = 0; j < order; ++j)
@@ -77,6 +80,10 @@ public:
         : electrons(electrons)
     {}
 
+    int parameterCount() const { return parameters.size(); }
+    /// The matrices of all parameters.
+    void makeBlocks();
+    Eigen::VectorXd vectorOf(const QVector<double> &x) const;
     QString setLevels(const QVector<EnergyLevelsExp> &levels);
     QVector<QStringList> labelsByEnergy(const QVector<double> &parameters) const;
     Assignment assignByLabel(const QVector<double> &parameters) const;
@@ -91,8 +98,10 @@ public:
 
     int electrons;
     QString lastError;
+    QString twoBodyError; // why there are no alpha, beta and gamma; empty when there are
     QVector<FitParameter> parameters = LanqorParametricEnergyLevels::getParameters();
     QVector<double> jValues; // ascending, as are the blocks
+    std::vector<freeIon::AngularBlock> angularBlocks;
     std::vector<Block> blocks;
     QVector<QStringList> basisLabels; // by block
     QVector<EnergyLevelsExp> levels;
@@ -104,7 +113,7 @@ public:
 LanqorLevelsLeastSquares::LanqorLevelsLeastSquares(const int &electrons)
     : d(std::make_unique<LanqorLevelsLeastSquaresPrivate>(electrons))
 {
-    const LanqorEnergyLevels ion(nullptr, electrons);
+    LanqorEnergyLevels ion(nullptr, electrons);
     d->lastError = ion.getLastError();
     for (const auto &term : ion.getSpectroscopicTermVector())
         for (const double J : LanqorEnergyLevels::getJVector(term.S, term.L))
@@ -116,8 +125,27 @@ LanqorLevelsLeastSquares::LanqorLevelsLeastSquares(const int &electrons)
     for (const double J : qAsConst(d->jValues)) {
         const freeIon::AngularBlock angular = freeIon::angularBlock(ion, shell, isMoreThanHalf, J);
         d->basisLabels.append(angular.labels);
-        d->blocks.push_back(makeBlock(angular));
+        d->angularBlocks.push_back(angular);
     }
+    d->makeBlocks();
+    constexpr double noSuchJ = -2.0; // asks for the tables alone
+    ion.setSlaterIntegral(0.0, 1.0, 1.0, 1.0);
+    ion.setZetaParameters(1.0);
+    ion.setTwoBodyParameters(1.0, 1.0, 1.0);
+    if (!ion.calcEnergyLevels(noSuchJ))
+        d->twoBodyError = ion.getLastError();
+}
+
+void LanqorLevelsLeastSquaresPrivate::makeBlocks()
+{
+    blocks.clear();
+    for (const freeIon::AngularBlock &angular : angularBlocks)
+        blocks.push_back(makeBlock(angular, parameterCount()));
+}
+
+Eigen::VectorXd LanqorLevelsLeastSquaresPrivate::vectorOf(const QVector<double> &x) const
+{
+    return Eigen::Map<const Eigen::VectorXd>(x.constData(), parameterCount());
 }
 
 LanqorLevelsLeastSquares::~LanqorLevelsLeastSquares() = default;
@@ -126,12 +154,20 @@ bool LanqorLevelsLeastSquares::setEnergyLevelsExp(const QVector<EnergyLevelsExp>
 {
     if (!d->blocks.empty())
         d->lastError = d->setLevels(levels);
+    if (d->lastError.isEmpty() && d->parameterCount() == withTwoBodies)
+        d->lastError = d->twoBodyError;
     return d->lastError.isEmpty();
 }
 
 void LanqorLevelsLeastSquares::setParameters(const QVector<FitParameter> &parameters)
 {
+    const bool isOtherCount = parameters.size() != d->parameterCount();
     d->parameters = parameters;
+    if (!isOtherCount)
+        return;
+    d->makeBlocks();
+    if (!d->levels.isEmpty())
+        setEnergyLevelsExp(QVector<EnergyLevelsExp>(d->levels));
 }
 
 QString LanqorLevelsLeastSquares::getLastError() const
@@ -159,7 +195,8 @@ QString LanqorLevelsLeastSquaresPrivate::setLevels(const QVector<EnergyLevelsExp
                       "one, the ground level, is at 0.")
                 .arg(levels.at(k).label, QString::number(k + 1));
     const FreeIonParameters usual = LanqorFreeIonParameters::getParameters(electrons);
-    const QVector<double> reference = {usual.F2, usual.F4, usual.F6, usual.zeta};
+    const QVector<double> reference = {usual.F2,    usual.F4,   usual.F6,   usual.zeta,
+                                       usual.alpha, usual.beta, usual.gamma};
     const QVector<QStringList> labels = labelsByEnergy(reference);
     int fitted = 0;
     for (const EnergyLevelsExp &level : qAsConst(levels)) {
@@ -191,7 +228,7 @@ LanqorLevelsLeastSquaresPrivate::labelsByEnergy(const QVector<double> &values) c
         SymmetricMatrix matrix(basis.size());
         for (int i = 0; i < basis.size(); ++i)
             for (int j = 0; j <= i; ++j)
-                for (int k = 0; k < parameterCount; ++k)
+                for (int k = 0; k < parameterCount(); ++k)
                     matrix(i, j) += values.at(k) * blocks[b].parts[std::size_t(k)](i, j);
         QVector<int> order;
         for (int i = 0; i < basis.size(); ++i)
@@ -267,8 +304,7 @@ void LanqorLevelsLeastSquaresPrivate::putInOrder(Assignment &assignment) const
 Assignment LanqorLevelsLeastSquaresPrivate::assignByEnergy(const Assignment &before,
                                                            const QVector<double> &x) const
 {
-    const auto computed =
-        calcLevels(Eigen::Map<const Eigen::VectorXd>(x.constData(), parameterCount));
+    const auto computed = calcLevels(vectorOf(x));
     double ground = std::numeric_limits<double>::infinity();
     for (const Block::Levels &block : computed)
         ground = std::min(ground, block.energies(0));
@@ -327,7 +363,7 @@ leastSquares::Values LanqorLevelsLeastSquaresPrivate::evaluate(const Assignment 
         });
     leastSquares::Values values;
     values.residuals.setZero(levels.size());
-    values.jacobian.setZero(levels.size(), parameterCount);
+    values.jacobian.setZero(levels.size(), parameterCount());
     for (int k = 1; k < levels.size(); ++k) {
         const Place place = assignment.at(k);
         if (place.block < 0)
@@ -411,8 +447,7 @@ FitAccount LanqorLevelsLeastSquaresPrivate::describe(const Assignment &assignmen
 {
     FitAccount account;
     account.dataUnit = QStringLiteral("cm^-1");
-    const leastSquares::Values values =
-        evaluate(assignment, Eigen::Map<const Eigen::VectorXd>(x.constData(), parameterCount));
+    const leastSquares::Values values = evaluate(assignment, vectorOf(x));
     account.misfit = values.residuals.squaredNorm();
     account.areDeviationsKnown = true; // of all that is fitted, or their scale is not
     const QVector<QStringList> labels = labelsByEnergy(x);

@@ -12,7 +12,8 @@
 
 class LanqorLevelsLeastSquaresPrivate;
 
-/// Least-squares fit of F2, F4, F6 and zeta of a free lanthanide ion to measured levels:
+/// Least-squares fit of F2, F4, F6 and zeta of a free lanthanide ion, and of alpha, beta and gamma
+/// if they are wanted, to measured levels:
 ///     chi^2 = sum over the levels of ((E_computed - E_measured)/sd)^2
 /// both energies from the lowest level of the ion. The first measured level is the ground level
 /// and not fitted; a level without a standard deviation counts with 1 cm^-1.
@@ -40,15 +41,16 @@ public:
     /// to fit: tables are missing, a level but the first has no positive energy, or no label is one
     /// of the ion.
     bool setEnergyLevelsExp(const QVector<EnergyLevelsExp> &levels);
-    /// Bounds and fixed values of F2, F4, F6 and zeta; those of LanqorParametricEnergyLevels
-    /// unless set.
+    /// Bounds and fixed values of F2, F4, F6 and zeta, and of alpha, beta and gamma behind them
+    /// (else 0); the first four of LanqorParametricEnergyLevels unless set. A folder that lacks the
+    /// table of alpha, beta and gamma leaves its name in getLastError(), and nothing is fitted.
     void setParameters(const QVector<FitParameter> &parameters);
     QString getLastError() const;
     /// Labels of measured levels that the ion does not have; these are not fitted.
     QStringList getUnknownLabels() const;
 
-    /// Fits from a start (F2, F4, F6, zeta, cm^-1). May be called from several threads at once.
-    /// LanqorGSA::isStopParametrization ends it with the best point so far.
+    /// Fits from a start (the parameters in this order, cm^-1). May be called from several threads
+    /// at once. LanqorGSA::isStopParametrization ends it with the best point so far.
     LeastSquaresResults fit(const QVector<double> &start) const;
 
     /// The account at a point that another objective chose, but for points, starts and end.

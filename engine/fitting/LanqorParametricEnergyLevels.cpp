@@ -24,6 +24,7 @@ namespace {
 Q_LOGGING_CATEGORY(fitLog, "lanqor.fit", QtInfoMsg)
 
 constexpr int parameterNumber = 4;
+constexpr int withTwoBodies = 7;
 constexpr double allLevels = -1.0;
 
 /// Limits of a parameter, cm^-1; source not known.
@@ -33,15 +34,27 @@ struct Bounds
     double low;
     double high;
 };
-constexpr Bounds bounds[parameterNumber] = {
-    {"F2", 100.0, 1000.0}, {"F4", 10.0, 100.0}, {"F6", 1.0, 10.0}, {"zeta", 100.0, 5000.0}};
+constexpr Bounds bounds[withTwoBodies] = {{"F2", 100.0, 1000.0},     {"F4", 10.0, 100.0},
+                                          {"F6", 1.0, 10.0},         {"zeta", 100.0, 5000.0},
+                                          {"alpha", -100.0, 200.0},  {"beta", -3000.0, 3000.0},
+                                          {"gamma", -5000.0, 5000.0}};
+
+QVector<FitParameter> parametersFrom(int first, int end)
+{
+    QVector<FitParameter> parameters;
+    for (int i = first; i < end; ++i)
+        parameters.append({QLatin1String(bounds[i].name), QStringLiteral("cm^-1"), bounds[i].low,
+                           bounds[i].high});
+    return parameters;
+}
 
 } // namespace
 
 class LanqorParametricEnergyLevelsPrivate
 {
 public:
-    using Parameters = std::array<double, parameterNumber>; ///< F2, F4, F6, zeta, cm^-1
+    /// F2, F4, F6, zeta, alpha, beta, gamma, cm^-1.
+    using Parameters = std::array<double, withTwoBodies>;
 
     LanqorParametricEnergyLevelsPrivate(int electrons, const QString &fileName)
         : electrons(electrons)
@@ -67,7 +80,9 @@ public:
     bool isSetupChecked = false;
     bool isSetupValid = false;
     bool isProgressLost = false; // the progress file cannot be written; said once
+    Parameters held = {};        // alpha, beta and gamma of trials without them
     Parameters best = {};
+    std::size_t bestCount = parameterNumber; // of the parameters of the best trial
     bool hasBest = false;
     QVector<FittedLevel> bestLevels; // by endOfParametrization()
     QString summary;
@@ -107,6 +122,12 @@ void LanqorParametricEnergyLevels::setEnergyLevelsExp(const QVector<EnergyLevels
     d->isSetupChecked = false;
 }
 
+void LanqorParametricEnergyLevels::setTwoBodyParameters(const double &alpha, const double &beta,
+                                                        const double &gamma)
+{
+    d->held = {0.0, 0.0, 0.0, 0.0, alpha, beta, gamma};
+}
+
 QVector<MixedState> LanqorParametricEnergyLevels::getMixedStateVector() const
 {
     return d->energyLevels->getMixedStatesVector();
@@ -114,7 +135,8 @@ QVector<MixedState> LanqorParametricEnergyLevels::getMixedStateVector() const
 
 QVector<double> LanqorParametricEnergyLevels::getBestParameters() const
 {
-    return d->hasBest ? QVector<double>(d->best.begin(), d->best.end()) : QVector<double>();
+    return d->hasBest ? QVector<double>(d->best.begin(), d->best.begin() + d->bestCount)
+                      : QVector<double>();
 }
 
 QString LanqorParametricEnergyLevelsPrivate::companionFile(const QString &suffix) const
@@ -215,9 +237,12 @@ QString LanqorParametricEnergyLevelsPrivate::checkParameters(const Parameters &p
 bool LanqorParametricEnergyLevels::runParametrization(const int &n, double *&x)
 {
     LanqorAbstractParametric::runParametrization(n, x);
-    if (n != parameterNumber)
-        return failWith(tr("The fit has 4 parameters, F2, F4, F6 and zeta, not %1.").arg(n));
-    const LanqorParametricEnergyLevelsPrivate::Parameters trial = {x[0], x[1], x[2], x[3]};
+    if (n != parameterNumber && n != withTwoBodies)
+        return failWith(tr("The fit has 4 parameters, F2, F4, F6 and zeta, or 7 with alpha, beta "
+                           "and gamma, not %1.")
+                            .arg(n));
+    LanqorParametricEnergyLevelsPrivate::Parameters trial = d->held;
+    std::copy_n(x, n, trial.begin());
     const QString violation = d->checkParameters(trial);
     if (!violation.isEmpty()) {
         setLastError(violation);
@@ -242,6 +267,9 @@ bool LanqorParametricEnergyLevels::runParametrization(const int &n, double *&x)
     if (responseFunction < bestResponse) {
         bestResponse = responseFunction;
         d->best = trial;
+        const bool isBare = std::all_of(trial.begin() + parameterNumber, trial.end(),
+                                        [](double value) { return value == 0.0; });
+        d->bestCount = n == parameterNumber && isBare ? parameterNumber : withTwoBodies;
         d->hasBest = true;
         const QString error = d->appendProgress(pointNumber, bestResponse);
         if (!error.isEmpty() && !std::exchange(d->isProgressLost, true))
@@ -254,6 +282,7 @@ bool LanqorParametricEnergyLevelsPrivate::calcLevels(const Parameters &parameter
 {
     energyLevels->setSlaterIntegral(0.0, parameters[0], parameters[1], parameters[2]);
     energyLevels->setZetaParameters(parameters[3]);
+    energyLevels->setTwoBodyParameters(parameters[4], parameters[5], parameters[6]);
     return energyLevels->calcEnergyLevels(allLevels);
 }
 
@@ -278,7 +307,10 @@ QString LanqorParametricEnergyLevelsPrivate::appendProgress(int point, double re
     QTextStream stream(&line);
     stream << "Point Number = " << point << "\tF2 = " << best[0] << "\tF4 = " << best[1]
            << "\tF6 = " << best[2] << "\tzeta = " << best[3]
-           << "\t Response Function = " << response << '\n';
+           << "\t Response Function = " << response;
+    for (std::size_t i = parameterNumber; i < bestCount; ++i)
+        stream << '\t' << bounds[i].name << " = " << best[i];
+    stream << '\n';
     stream.flush();
     const QString fileName = companionFile(QStringLiteral(".output"));
     QString error;
@@ -335,7 +367,7 @@ LevelsFitResults LanqorParametricEnergyLevels::getResults() const
     results.response = bestResponse;
     results.points = pointNumber;
     results.levels = d->bestLevels;
-    for (std::size_t i = 0; d->hasBest && i < d->best.size(); ++i)
+    for (std::size_t i = 0; d->hasBest && i < d->bestCount; ++i)
         results.parameters.append(
             {QLatin1String(bounds[i].name), d->best[i], bounds[i].low, bounds[i].high});
     double squares = 0.0;
@@ -353,10 +385,12 @@ LevelsFitResults LanqorParametricEnergyLevels::getResults() const
 
 QVector<FitParameter> LanqorParametricEnergyLevels::getParameters()
 {
-    QVector<FitParameter> parameters;
-    for (const Bounds &own : bounds)
-        parameters.append({QLatin1String(own.name), QStringLiteral("cm^-1"), own.low, own.high});
-    return parameters;
+    return parametersFrom(0, parameterNumber);
+}
+
+QVector<FitParameter> LanqorParametricEnergyLevels::getTwoBodyParameters()
+{
+    return parametersFrom(parameterNumber, withTwoBodies);
 }
 
 QString LanqorParametricEnergyLevels::getReport() const

@@ -14,7 +14,8 @@
 class LanqorParametricEnergyLevelsPrivate;
 class LanqorResultTables;
 
-/// Fits F2, F4, F6 and zeta of a free lanthanide ion to measured energy levels.
+/// Fits F2, F4, F6 and zeta of a free lanthanide ion, and alpha, beta and gamma if they are wanted,
+/// to measured energy levels.
 ///
 /// The response is the sum over the levels of the relative deviation in per cent,
 ///     100 |E_measured - E_computed| / E_measured,
@@ -50,9 +51,12 @@ public:
     /// Replaces the number of 4f electrons given to the constructor; reads the tables anew.
     void setElectronsNumber(const int &electrons);
     void setEnergyLevelsExp(const QVector<EnergyLevelsExp> &levels);
+    /// alpha, beta and gamma of trials that do not have them, cm^-1; 0 unless set.
+    void setTwoBodyParameters(const double &alpha, const double &beta, const double &gamma);
 
     /// @param x  F2, F4, F6, zeta, cm^-1; 100 to 1000, 10 to 100, 1 to 10, 100 to 5000, the limits
-    ///     themselves included
+    ///     themselves included; with @p n = 7 followed by alpha, beta, gamma, -100 to 200,
+    ///     -3000 to 3000, -5000 to 5000
     /// @return false, and the response as it was, outside these bounds; false when there is
     ///     nothing to fit
     ///
@@ -65,7 +69,8 @@ public:
 
     /// States of the last calculation.
     QVector<MixedState> getMixedStateVector() const;
-    /// F2, F4, F6, zeta of the best point, cm^-1; empty before there is one.
+    /// F2, F4, F6, zeta (and alpha, beta, gamma, unless they are held at 0) of the best point,
+    /// cm^-1; empty before there is one.
     QVector<double> getBestParameters() const;
     /// The best point with the levels that endOfParametrization() computed at it; without levels
     /// before.
@@ -74,6 +79,8 @@ public:
     static LanqorResultTables makeTables(const LevelsFitResults &results);
     /// F2, F4, F6 and zeta with their bounds.
     static QVector<FitParameter> getParameters();
+    /// alpha, beta and gamma with their bounds: what a fit of seven parameters has behind them.
+    static QVector<FitParameter> getTwoBodyParameters();
     /// Names of the files written.
     QString getProgressFileName() const;
     QString getResultFileName() const;

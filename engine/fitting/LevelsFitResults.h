@@ -6,7 +6,7 @@
 /// A free-ion parameter of a fit, cm^-1.
 struct FittedParameter
 {
-    QString name; ///< "F2", "F4", "F6", "zeta"
+    QString name; ///< "F2", "F4", "F6", "zeta", "alpha", "beta", "gamma"
     double value = 0.0;
     double minimum = 0.0; ///< its bounds, both included
     double maximum = 0.0;
@@ -25,7 +25,7 @@ struct FittedLevel
 struct LevelsFitResults
 {
     int electrons = 0;                   ///< in the 4f shell
-    QVector<FittedParameter> parameters; ///< F2, F4, F6, zeta; empty without a feasible trial
+    QVector<FittedParameter> parameters; ///< those of the trials; empty without a feasible one
     double response = 0.0;               ///< sum of the relative deviations, per cent
     qint64 points = 0;                   ///< trials
     QVector<FittedLevel> levels; ///< in the order of measurement; one for each state of its label

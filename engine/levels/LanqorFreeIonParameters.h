@@ -4,6 +4,9 @@
 #include <LanqorEngine/LanqorEngineExport.h>
 
 #include <QStringList>
+#include <QVector>
+
+class LanqorResultTables;
 
 /// Published parameters of the trivalent lanthanide ions from Ce to Yb, and the conversions
 /// between the conventions in which parameters are published.
@@ -20,6 +23,8 @@ public:
     static FreeIonParameters getParameters(const QString &symbol);
     /// Parameters of the ion of so many 4f electrons, 1 to 13; one of 0 electrons for others.
     static FreeIonParameters getParameters(const int &electrons);
+    /// Table "free_ion_parameters" of such ions.
+    static LanqorResultTables makeTables(const QVector<FreeIonParameters> &ions);
 
     /// Slater integrals from Racah's E1, E2, E3 (G. Racah, Phys. Rev. 76, 1352 (1949)), all in
     /// cm^-1; sets F2, F4 and F6 alone.

@@ -1,4 +1,5 @@
 #include "LanqorEnergyLevels.h"
+#include "LanqorFreeIonParameters.h"
 #include "LanqorStarkLevels.h"
 
 #include "core/resultColumns_p.h"
@@ -28,6 +29,24 @@ QVariant integral(double value)
 }
 
 } // namespace
+
+LanqorResultTables LanqorFreeIonParameters::makeTables(const QVector<FreeIonParameters> &ions)
+{
+    QVector<QVector<QVariant>> rows;
+    for (const FreeIonParameters &ion : ions)
+        rows.append({ion.symbol, ion.electrons, integral(ion.F2), integral(ion.F4),
+                     integral(ion.F6), ion.zeta, ion.alpha, ion.beta, ion.gamma, ion.source});
+    LanqorResultTables tables;
+    tables.addTable(QStringLiteral("free_ion_parameters"),
+                    {column("ion"), column("electrons"),
+                     column("slater_integral_subscript_2", wavenumber),
+                     column("slater_integral_subscript_4", wavenumber),
+                     column("slater_integral_subscript_6", wavenumber), column("zeta", wavenumber),
+                     column("alpha", wavenumber), column("beta", wavenumber),
+                     column("gamma", wavenumber), column("source")},
+                    rows);
+    return tables;
+}
 
 LanqorResultTables LanqorEnergyLevels::makeTables(const FreeIonLevelsResults &results)
 {
