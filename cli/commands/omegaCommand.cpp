@@ -6,6 +6,7 @@
 #include "options/complexOptions.h"
 #include "options/showResults.h"
 #include "options/uncertainOptions.h"
+#include "plots/figures.h"
 #include "plots/plots.h"
 #include "text.h"
 
@@ -82,7 +83,7 @@ struct ReportRequest
     OmegaPrintingOptions options;
     QString ligandFile;
     QStringList ligands;
-    QString plotFile;                   ///< of the error bars
+    QString plotFile;                   ///< of the error bars or the partition
     QVector<QVector<double>> solutions; ///< of a fit, for the error bars
 };
 
@@ -250,7 +251,11 @@ void show(const cli::OptionReader &options, const cli::UncertainOptions &uncerta
     if (!request.isWanted || !request.fileName.isEmpty())
         text += errorBars;
     cli::showResults(options, text, tables, inputFiles);
-    if (!request.plotFile.isEmpty())
+    if (request.plotFile.isEmpty())
+        return;
+    if (uncertainty.quantities.isEmpty())
+        plots::draw(plots::partitionFigure(results.partition), request.plotFile);
+    else
         plots::draw(uncertainty, QFileInfo(results.geometryFile).fileName(), request.plotFile);
 }
 
@@ -262,7 +267,7 @@ int omegaCommand(const QStringList &arguments)
     addOptions(options);
     cli::UncertainOptions uncertain(options, cli::uncertainChargeFactors()
                                                  << cli::uncertainRefractiveIndex());
-    uncertain.addPlotOption();
+    uncertain.addPlotOption(tr("the partition of the radiative rate"));
     uncertain.addSolutionsOption();
     options.addResultOptions();
     options.parse(uncertain.read(arguments));

@@ -5,6 +5,7 @@
 #include "options/plausibility.h"
 #include "options/showResults.h"
 #include "options/uncertainOptions.h"
+#include "plots/figures.h"
 #include "plots/plots.h"
 #include "text.h"
 
@@ -306,7 +307,7 @@ int omegaExpCommand(const QStringList &arguments)
     cli::OptionReader options("omega-exp");
     addOptions(options);
     cli::UncertainOptions uncertain(options, uncertainOptions());
-    uncertain.addPlotOption();
+    uncertain.addPlotOption(tr("the spectrum with the windows of its bands"));
     options.addResultOptions();
     options.parse(uncertain.read(arguments));
     uncertain.check();
@@ -318,6 +319,9 @@ int omegaExpCommand(const QStringList &arguments)
         if (options.isSet(option) && !options.isSet("spectrum"))
             options.refuse(tr("--%1 belongs to --spectrum").arg(QLatin1String(option)));
     }
+    if (!plot.isEmpty() && uncertain.isEmpty() && !options.isSet("spectrum"))
+        options.refuse(tr("--plot: no number is uncertain; give one as value+-sd or low:high, or "
+                          "a --spectrum to draw"));
     const double index = cli::readRefractiveIndex(options);
     const double lifeTime = readLifeTime(options);
 
@@ -346,7 +350,9 @@ int omegaExpCommand(const QStringList &arguments)
                      spectrum.isEmpty() ? options.files() : QStringList{spectrum});
     if (options.isSet("report"))
         cli::writeFile(options.text("report"), report.toUtf8());
-    if (!plot.isEmpty())
+    if (!plot.isEmpty() && uncertain.isEmpty())
+        plots::draw(plots::emissionFigure(results), plot);
+    else if (!plot.isEmpty())
         plots::draw(errorBars, QFileInfo(results.fileName).fileName(), plot);
     return cli::success;
 }

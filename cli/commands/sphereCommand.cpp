@@ -3,6 +3,8 @@
 #include "options/OptionReader.h"
 #include "options/complexOptions.h"
 #include "options/showResults.h"
+#include "plots/figures.h"
+#include "plots/plots.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
@@ -42,8 +44,14 @@ int sphereCommand(const QStringList &arguments)
     options.addArgument(QStringLiteral("FILE"), tr("structure file"), QString(),
                         cli::structureSuffixes());
     options.addOption(cli::moleculeOption());
+    options.addOption(plots::option());
+    options.addOption({QStringLiteral("backbones"),
+                       tr("Draw the bonds of the ligands near the ion, too, in light grey.")});
     options.addResultOptions();
     options.parse(arguments);
+    const QString plot = plots::readOption(options);
+    if (options.isSet("backbones") && plot.isEmpty())
+        options.refuse(tr("--backbones belongs to --plot"));
     const QString fileName =
         options.files(1, tr("one FILE is needed; see \"lanqor sphere --help\"")).first();
 
@@ -61,5 +69,10 @@ int sphereCommand(const QStringList &arguments)
     cli::noteNearAtoms(data);
     if (!data.getAtomOrderError().isEmpty())
         cli::warn(data.getAtomOrderError());
+    if (!plot.isEmpty()) {
+        using Backbone = plots::SphereFigure::Backbone;
+        const Backbone backbone = options.isSet("backbones") ? Backbone::Faint : Backbone::LeftOut;
+        plots::draw(plots::sphereFigure({sphere, data.getCoord(), backbone}), plot);
+    }
     return cli::success;
 }

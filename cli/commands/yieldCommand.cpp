@@ -8,7 +8,8 @@
 #include "options/complexOptions.h"
 #include "options/showResults.h"
 #include "options/yieldOptions.h"
-#include "plots/yieldPlot.h"
+#include "plots/figures.h"
+#include "plots/plots.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorInputData.h>
@@ -16,6 +17,8 @@
 #include <LanqorEngine/LanqorRL.h>
 #include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/LanqorSpectroscopicCalculation.h>
+
+#include <QFileInfo>
 
 #include <cmath>
 
@@ -152,16 +155,26 @@ void writeReport(Calculation &calculation, const Request &request, const QString
     cli::writeFile(request.reportFile, text.toUtf8());
 }
 
-/// The scan if there is one, else the levels.
+/// The scan if there is one, else the levels; and the photons.
 void draw(const SpectroscopicResults &results, const YieldInputs &inputs,
-          const YieldVariation &variation, const QString &file)
+          const YieldVariation &variation, const Request &request)
 {
-    plots::LevelDiagram diagram = yieldDiagram(results, inputs);
-    diagram.title += variation.intervalOfYield();
-    if (variation.scan().axes.isEmpty())
-        plots::draw(diagram, file);
-    else
-        plots::draw(variation.scan(), variation.errorBars(), diagram.title, file);
+    if (!request.photonPlotFile.isEmpty())
+        plots::draw(plots::photonFigure(results), request.photonPlotFile);
+    if (request.plotFile.isEmpty())
+        return;
+    if (variation.scan().axes.isEmpty()) {
+        plots::draw(plots::transferFigure(results, inputs, variation.tripletDeviation()),
+                    request.plotFile);
+        return;
+    }
+    const QString path =
+        results.inputPath.isEmpty() ? results.ligandStates.outputPath : results.inputPath;
+    const QString title = tr("%1: quantum yield %2 %")
+                              .arg(path.isEmpty() ? tr("given states") : QFileInfo(path).fileName(),
+                                   cli::textOfYield(results.quantumYield)) +
+                          variation.intervalOfYield();
+    plots::draw(variation.scan(), variation.errorBars(), title, request.plotFile);
 }
 
 void warnIfAny(const QString &text)
@@ -235,8 +248,7 @@ int yieldCommand(const QStringList &arguments)
                      request.inputFiles() + variation.inputFiles());
     if (!request.reportFile.isEmpty())
         writeReport(calculation, request, variations);
-    if (!request.plotFile.isEmpty())
-        draw(results, calculation.getYieldInputs(), variation, request.plotFile);
+    draw(results, calculation.getYieldInputs(), variation, request);
     checkResults(results);
     return cli::success;
 }

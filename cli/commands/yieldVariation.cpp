@@ -204,6 +204,18 @@ QString YieldVariation::intervalOfYield() const
         .arg(cli::textOfYield(yield.low68), cli::textOfYield(yield.high68));
 }
 
+double YieldVariation::tripletDeviation() const
+{
+    for (const UncertaintyResults::Factor &factor : uncertaintyResults.factors) {
+        if (factor.name != QLatin1String("triplet-energy"))
+            continue;
+        const UncertainInput &input = factor.input;
+        return input.kind == UncertaintyKind::Uniform ? (input.high - input.low) / std::sqrt(12.0)
+                                                      : input.standardDeviation;
+    }
+    return 0.0;
+}
+
 void YieldVariation::run(const Calculation &calculation, LanqorInputData &complex, int coordNumber,
                          const yieldOptions::Request &request, QString &text,
                          LanqorResultTables &tables)

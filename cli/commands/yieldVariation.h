@@ -40,6 +40,8 @@ public:
     const UncertaintyResults &errorBars() const { return uncertaintyResults; }
     /// " (68 %: 20.1 to 31.5 %)" for the title of a picture; empty without error bars.
     QString intervalOfYield() const;
+    /// Standard deviation of the triplet's energy, cm^-1; 0 when it is not uncertain.
+    double tripletDeviation() const;
 
 private:
     UncertaintyResults calcUncertainty(const LanqorSpectroscopicCalculation &calculation,

@@ -49,12 +49,13 @@ UncertainOptions::UncertainOptions(OptionReader &reader, const QVector<Uncertain
                       tr("number"), QString::number(LanqorUncertainty::defaultSamples())});
 }
 
-void UncertainOptions::addPlotOption()
+void UncertainOptions::addPlotOption(const QString &otherwise)
 {
     reader.addOption({QStringLiteral("plot"),
-                      tr("Draw the error bars of uncertain numbers (.svg, .png or .pdf)."),
+                      tr("Draw the error bars of uncertain numbers; without any, %1 "
+                         "(.svg, .png or .pdf).")
+                          .arg(otherwise),
                       tr("picture")});
-    plotsErrorBars = true;
 }
 
 void UncertainOptions::addSolutionsOption()
@@ -138,10 +139,8 @@ void UncertainOptions::check() const
 {
     if (!isEmpty() || (takesSolutions && reader.isSet("solutions")))
         return;
-    for (const char *option : {"samples", "plot"})
-        if (reader.isSet(option) && (option != QLatin1String("plot") || plotsErrorBars))
-            reader.refuse(tr("--%1: no number is uncertain; give one as value+-sd or low:high")
-                              .arg(QLatin1String(option)));
+    if (reader.isSet("samples"))
+        reader.refuse(tr("--samples: no number is uncertain; give one as value+-sd or low:high"));
 }
 
 void UncertainOptions::prepare(LanqorUncertainty &uncertainty) const

@@ -38,8 +38,8 @@ public:
     /// Adds --samples and a word on uncertain numbers to the help.
     UncertainOptions(OptionReader &reader, const QVector<UncertainOption> &options);
 
-    /// Adds --plot, a picture of the error bars.
-    void addPlotOption();
+    /// Adds --plot, a picture of the error bars; of @p otherwise when no number is uncertain.
+    void addPlotOption(const QString &otherwise);
     /// Adds --solutions, sets of Omega by a fit.
     void addSolutionsOption();
     /// Reads @p arguments and gives them back with plain values in place of uncertain numbers. What
@@ -51,9 +51,7 @@ public:
     QVector<int> numbersOf(const QString &option) const;
     bool isEmpty() const { return uncertain.isEmpty(); }
 
-    /// Refuses --samples and, if it is one of error bars, --plot without an uncertain number
-    /// or --solutions; after
-    /// OptionReader::parse().
+    /// Refuses --samples without an uncertain number or --solutions; after OptionReader::parse().
     void check() const;
     /// Makes the sampling of the numbers, in their order.
     void prepare(LanqorUncertainty &uncertainty) const;
@@ -62,7 +60,6 @@ private:
     QString readOption(const UncertainOption &option, const QString &text);
 
     OptionReader &reader;
-    bool plotsErrorBars = false;
     bool takesSolutions = false;
     QVector<UncertainOption> options;
     QVector<Number> uncertain;

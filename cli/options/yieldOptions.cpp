@@ -388,7 +388,13 @@ Request read(OptionReader &options, const QStringList &arguments)
 {
     addOptions(options);
     cli::addKineticOptions(options);
-    options.addOption(plots::option());
+    options.addOption(
+        {QStringLiteral("plot"),
+         tr("Draw levels and transfer, or the scan if there is one (.svg, .png or .pdf)."),
+         tr("picture")});
+    options.addOption({QStringLiteral("plot-photons"),
+                       tr("Draw where the absorbed photons go (.svg, .png or .pdf)."),
+                       tr("picture")});
     options.addResultOptions();
     options.parse(arguments);
     options.setHint(tr("\nSee \"lanqor yield --help\"."));
@@ -417,6 +423,7 @@ Request read(OptionReader &options, const QStringList &arguments)
     request.isExplained = options.isSet("explain");
     request.reportFile = options.text("report");
     request.plotFile = plots::readOption(options);
+    request.photonPlotFile = plots::readOption(options, "plot-photons");
     return request;
 }
 

@@ -54,6 +54,7 @@ struct Request
     bool isExplained = false; ///< in sentences instead of tables
     QString reportFile;
     QString plotFile;
+    QString photonPlotFile;
 
     /// True without an output, without channels that are asked for, with one triplet: the scheme
     /// of the default channels alone, without 5G6 and 5L6.

@@ -1,6 +1,7 @@
 #include "plots/plotFile.h"
 
 #include "Command.h"
+#include "plots/Picture.h"
 #include "plots/plots.h"
 #include "text.h"
 
@@ -24,6 +25,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <functional>
 
 namespace plots {
 
@@ -36,15 +38,27 @@ constexpr double heightMm = 120.0;
 constexpr double marginMm = 2.5;
 constexpr double mmPerInch = 25.4;
 constexpr int dotsPerInch = 200;
+constexpr int pictureDotsPerInch = 300;
 constexpr int svgDotsPerInch = 96;
 constexpr int titlePoints = 11;
 constexpr int axisTitlePoints = 10;
 constexpr int axisPoints = 9;
 
-QSize sizeAt(int resolution)
+/// A sheet of paper and what is painted on it.
+struct Sheet
 {
-    return {static_cast<int>(std::lround(widthMm / mmPerInch * resolution)),
-            static_cast<int>(std::lround(heightMm / mmPerInch * resolution))};
+    QString title;
+    QSizeF sizeMm;
+    int dotsPerInch;   ///< of images
+    QSize vectorUnits; ///< width and height in the units of an SVG
+    /// Paints on a page of this size in the units of the painter.
+    std::function<void(QPainter &, const QSizeF &)> paint;
+};
+
+QSize sizeAt(const QSizeF &sizeMm, int resolution)
+{
+    return {static_cast<int>(std::lround(sizeMm.width() / mmPerInch * resolution)),
+            static_cast<int>(std::lround(sizeMm.height() / mmPerInch * resolution))};
 }
 
 QFont fontOf(int points, bool bold = false)
@@ -54,61 +68,78 @@ QFont fontOf(int points, bool bold = false)
     return font;
 }
 
-void paint(QwtPlot &plot, QPaintDevice &device, const QSize &size)
+void paint(const Sheet &sheet, QPaintDevice &device, const QSizeF &size)
 {
-    QwtPlotRenderer renderer;
-    renderer.setDiscardFlag(QwtPlotRenderer::DiscardBackground, false);
-    renderer.setDiscardFlag(QwtPlotRenderer::DiscardCanvasFrame, false);
     QPainter painter(&device);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF page(QPointF(0.0, 0.0), size);
-    painter.fillRect(page, Qt::white);
-    const double margin = marginMm / widthMm * page.width();
-    renderer.render(&plot, &painter, page.adjusted(margin, margin, -margin, -margin));
+    painter.fillRect(QRectF(QPointF(0.0, 0.0), size), Qt::white);
+    sheet.paint(painter, size);
 }
 
-QByteArray svgOf(QwtPlot &plot)
+QByteArray svgOf(const Sheet &sheet)
 {
     QBuffer buffer;
     QSvgGenerator generator;
     generator.setOutputDevice(&buffer);
-    generator.setTitle(plot.title().text());
+    generator.setTitle(sheet.title);
     generator.setResolution(svgDotsPerInch);
-    const QSize size = sizeAt(svgDotsPerInch);
-    generator.setSize(size);
-    generator.setViewBox(QRect(QPoint(0, 0), size));
-    paint(plot, generator, size);
+    generator.setSize(sizeAt(sheet.sizeMm, svgDotsPerInch));
+    generator.setViewBox(QRect(QPoint(0, 0), sheet.vectorUnits));
+    paint(sheet, generator, sheet.vectorUnits);
     return buffer.data();
 }
 
-QByteArray pdfOf(QwtPlot &plot)
+QByteArray pdfOf(const Sheet &sheet)
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     {
         QPdfWriter writer(&buffer);
         writer.setCreator(QCoreApplication::applicationName());
-        writer.setTitle(plot.title().text());
-        writer.setResolution(dotsPerInch);
-        writer.setPageSize(QPageSize(QSizeF(widthMm, heightMm), QPageSize::Millimeter));
+        writer.setTitle(sheet.title);
+        writer.setResolution(sheet.dotsPerInch);
+        writer.setPageSize(QPageSize(sheet.sizeMm, QPageSize::Millimeter));
         writer.setPageMargins(QMarginsF());
-        paint(plot, writer, sizeAt(dotsPerInch));
+        paint(sheet, writer, sizeAt(sheet.sizeMm, sheet.dotsPerInch));
     }
     return buffer.data();
 }
 
-QByteArray pngOf(QwtPlot &plot)
+QByteArray pngOf(const Sheet &sheet)
 {
-    QImage image(sizeAt(dotsPerInch), QImage::Format_RGB32);
-    const int dotsPerMeter = static_cast<int>(std::lround(dotsPerInch / mmPerInch * 1000.0));
+    QImage image(sizeAt(sheet.sizeMm, sheet.dotsPerInch), QImage::Format_RGB32);
+    const int dotsPerMeter = static_cast<int>(std::lround(sheet.dotsPerInch / mmPerInch * 1000.0));
     image.setDotsPerMeterX(dotsPerMeter);
     image.setDotsPerMeterY(dotsPerMeter);
     image.fill(Qt::white);
-    paint(plot, image, image.size());
+    paint(sheet, image, image.size());
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, "PNG");
     return buffer.data();
+}
+
+void writeSheet(const Sheet &sheet, const QString &file)
+{
+    if (!canDraw())
+        throw cli::Failure{tr("no font is installed to label the picture with; install one "
+                              "(Debian: fonts-dejavu-core)")};
+    const QString suffix = QFileInfo(file).suffix().toLower();
+    const QByteArray bytes = suffix == QLatin1String("svg")   ? svgOf(sheet)
+                             : suffix == QLatin1String("pdf") ? pdfOf(sheet)
+                                                              : pngOf(sheet);
+    cli::writeFile(file, bytes);
+}
+
+Sheet sheetOf(const Picture &picture)
+{
+    constexpr double unitsPerMm = 10.0;
+    const auto paint = [picture](QPainter &painter, const QSizeF &size) {
+        painter.scale(size.width() / picture.size.width(), size.height() / picture.size.height());
+        picture.paint(painter);
+    };
+    return {picture.title, picture.size / unitsPerMm, pictureDotsPerInch, picture.size.toSize(),
+            paint};
 }
 
 } // namespace
@@ -117,8 +148,8 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv,
                                                   const QStringList &arguments)
 {
     const bool drawsPlot =
-        !arguments.filter(QRegularExpression(QStringLiteral("^--?plot(-convergence)?(=|$)")))
-             .isEmpty();
+        arguments.value(1) == QLatin1String("run") ||
+        !arguments.filter(QRegularExpression(QStringLiteral("^--?plot(-[a-z]+)?(=|$)"))).isEmpty();
     if (!drawsPlot)
         return std::make_unique<QCoreApplication>(argc, argv);
     // Qt takes options of its own from the command line; it shall see only these.
@@ -170,16 +201,41 @@ void setAxisTitle(QwtPlot &plot, int axis, const QString &title)
 
 void writePlot(QwtPlot &plot, const QString &file)
 {
-    if (QFontDatabase().families().isEmpty())
-        throw cli::Failure{tr("no font is installed to label the picture with; install one "
-                              "(Debian: fonts-dejavu-core)")};
-    plot.resize(sizeAt(svgDotsPerInch));
+    const QSizeF sizeMm(widthMm, heightMm);
+    const QSize dots = sizeAt(sizeMm, svgDotsPerInch);
+    plot.resize(dots);
     plot.replot();
-    const QString suffix = QFileInfo(file).suffix().toLower();
-    const QByteArray bytes = suffix == QLatin1String("svg")   ? svgOf(plot)
-                             : suffix == QLatin1String("pdf") ? pdfOf(plot)
-                                                              : pngOf(plot);
-    cli::writeFile(file, bytes);
+    const auto paint = [&plot](QPainter &painter, const QSizeF &size) {
+        QwtPlotRenderer renderer;
+        renderer.setDiscardFlag(QwtPlotRenderer::DiscardBackground, false);
+        renderer.setDiscardFlag(QwtPlotRenderer::DiscardCanvasFrame, false);
+        const double margin = marginMm / widthMm * size.width();
+        renderer.render(&plot, &painter,
+                        QRectF(QPointF(0.0, 0.0), size).adjusted(margin, margin, -margin, -margin));
+    };
+    writeSheet({plot.title().text(), sizeMm, dotsPerInch, dots, paint}, file);
+}
+
+bool canDraw()
+{
+    return qobject_cast<QGuiApplication *>(QCoreApplication::instance()) &&
+           !QFontDatabase().families().isEmpty();
+}
+
+void draw(const Picture &picture, const QString &file)
+{
+    writeSheet(sheetOf(picture), file);
+}
+
+QByteArray inlineSvg(const Picture &picture)
+{
+    if (picture.size.isEmpty() || !canDraw())
+        return {};
+    QByteArray svg = svgOf(sheetOf(picture));
+    svg.remove(0, svg.indexOf("<svg "));
+    // The size of the paper; that on the page is the page's to say.
+    const int viewBox = svg.indexOf(" viewBox");
+    return svg.replace(4, viewBox - 4, " role=\"img\"");
 }
 
 } // namespace plots

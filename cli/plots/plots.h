@@ -47,7 +47,7 @@ void draw(const YieldScanResults &scan, const UncertaintyResults &errorBars, con
 /// Error bars of all quantities, relative to their medians.
 void draw(const UncertaintyResults &results, const QString &title, const QString &file);
 
-/// Energy levels in columns, and arrows between them.
+/// Energy levels in columns.
 struct LevelDiagram
 {
     struct Level
@@ -60,28 +60,9 @@ struct LevelDiagram
         QString title;
         QVector<Level> levels;
     };
-    enum class ArrowKind { Multipolar, Exchange, Emission };
-    struct Arrow
-    {
-        int fromColumn = 0;
-        double fromEnergy = 0.0; ///< cm^-1
-        int toColumn = 0;
-        double toEnergy = 0.0; ///< cm^-1
-        QString label;
-        ArrowKind kind = ArrowKind::Multipolar;
-    };
-    /// A curve in the empty part between the excited levels and the ground.
-    struct Inset
-    {
-        QString title;           ///< of both axes
-        QVector<QPointF> points; ///< by ascending x; empty for no inset
-        QPointF mark;
-    };
     QString title;
     QString columnsTitle; ///< what the names of the columns are; may be empty
     QVector<Column> columns;
-    QVector<Arrow> arrows;
-    Inset inset;
 };
 void draw(const LevelDiagram &diagram, const QString &file);
 

@@ -1,5 +1,6 @@
 // Stands in for the drawing when the program is built without it (LANQOR_PLOTS=OFF).
 #include "Command.h"
+#include "plots/figures.h"
 #include "plots/plots.h"
 #include "text.h"
 
@@ -45,6 +46,46 @@ void draw(const LevelDiagram &, const QString &)
 void draw(const CurvePlot &, const QString &)
 {
     refuse();
+}
+
+void draw(const Picture &, const QString &)
+{
+    refuse();
+}
+
+bool canDraw()
+{
+    return false;
+}
+
+QByteArray inlineSvg(const Picture &)
+{
+    return {};
+}
+
+Picture sphereFigure(const SphereFigure &)
+{
+    return {};
+}
+
+Picture partitionFigure(const AradPartitionResults &)
+{
+    return {};
+}
+
+Picture transferFigure(const SpectroscopicResults &, const YieldInputs &, double)
+{
+    return {};
+}
+
+Picture photonFigure(const SpectroscopicResults &)
+{
+    return {};
+}
+
+Picture emissionFigure(const OmegaExpResults &)
+{
+    return {};
 }
 
 } // namespace plots

@@ -65,6 +65,7 @@ public:
     QString fileName;
     experimentalIntensities::Emission emission;
     OmegaExpResults::Source source;
+    OmegaExpResults::Spectrum spectrum;
     experimentalIntensities::Results results;
     double refractiveIndex = 0.0;
     double lifeTime = 0.0; // ms
@@ -162,6 +163,7 @@ void LanqorOmegaExp::setAreaOfTransition(const double &S0, const double &S1, con
 {
     d->emission.area = {S0, S1, S2, S3, S4, S5};
     d->source = {};
+    d->spectrum = {};
     d->source.givenAreas = d->emission.area;
     d->results = {};
 }
@@ -280,6 +282,11 @@ bool LanqorOmegaExp::readSpectrum(const QString &fileName, const EmissionSpectru
     experimentalIntensities::Emission emission;
     OmegaExpResults::Source source;
     source.isSpectrum = true;
+    OmegaExpResults::Spectrum spectrum;
+    for (const double x : file.spectrum.abscissa)
+        spectrum.abscissa.append(x);
+    for (const double signal : file.spectrum.intensity)
+        spectrum.signal.append(signal);
     source.options = options;
     source.options.axis = file.spectrum.axis == emissionSpectrum::Spectrum::Axis::Nanometre
                               ? EmissionSpectrumOptions::Axis::Nanometre
@@ -303,6 +310,7 @@ bool LanqorOmegaExp::readSpectrum(const QString &fileName, const EmissionSpectru
             remarks << tr("the spectrum ends within the window of %1").arg(transitionName(J));
         highestPeak = std::max(highestPeak, band.peak);
         source.edgeSignals[level] = band.edge;
+        spectrum.baselines[level] = band.baseline;
         if (band.area > 0.0) {
             emission.area[level] = band.area;
             emission.barycenter[level] = band.barycenter;
@@ -315,6 +323,7 @@ bool LanqorOmegaExp::readSpectrum(const QString &fileName, const EmissionSpectru
     source.givenAreas = emission.area;
     d->emission = emission;
     d->source = source;
+    d->spectrum = spectrum;
     d->results = {};
     d->fileName = fileName;
     for (const QString &remark : remarks)
@@ -329,6 +338,7 @@ bool LanqorOmegaExp::readBands(const QString &fileName)
         return failWith(table.error);
     d->emission = {table.area, table.barycenter};
     d->source = {};
+    d->spectrum = {};
     d->source.givenAreas = table.area;
     d->results = {};
     d->fileName = fileName;
@@ -374,6 +384,7 @@ OmegaExpResults LanqorOmegaExp::getResults() const
         results.branchingRatios[level] = getBranchingRatio(J);
     }
     results.source = d->source;
+    results.spectrum = d->spectrum;
     results.radiativeLifeTime = getRadiativeLifeTime();
     results.warnings = getWarnings();
     results.omega2 = d->results.omega2;

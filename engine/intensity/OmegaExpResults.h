@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 #include <array>
 
@@ -45,4 +46,21 @@ struct OmegaExpResults
     double radiativeLifeTime = 0.0;          ///< 1 / Arad, ms
     std::array<double, 6> branchingRatios{}; ///< A(J) / Arad, %, by J
     QStringList warnings;                    ///< see LanqorOmegaExp::getWarnings()
+
+    /// A measured spectrum as it was read, for a picture of it.
+    struct Spectrum
+    {
+        /// What was subtracted from a band, a straight line between its ends.
+        struct Baseline
+        {
+            double first = 0.0; ///< lower end of the band on the axis of the spectrum
+            double last = 0.0;  ///< equal to first when the spectrum does not reach the band
+            double signalAtFirst = 0.0;
+            double signalAtLast = 0.0;
+        };
+        QVector<double> abscissa; ///< nm or cm^-1, see Source::options; ascending
+        QVector<double> signal;
+        std::array<Baseline, 6> baselines{}; ///< by J
+    };
+    Spectrum spectrum; ///< without points when none was read
 };

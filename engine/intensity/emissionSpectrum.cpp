@@ -59,7 +59,8 @@ Point meanBetween(const std::vector<Point> &points, double low, double high)
     return {mean.x / count, mean.y / count};
 }
 
-void subtractLine(std::vector<Point> &points)
+/// Returns the line.
+OmegaExpResults::Spectrum::Baseline subtractLine(std::vector<Point> &points)
 {
     constexpr double endPart = 0.05;
     const double low = points.front().x;
@@ -69,6 +70,7 @@ void subtractLine(std::vector<Point> &points)
     const double slope = (last.y - first.y) / (last.x - first.x);
     for (Point &point : points)
         point.y -= first.y + slope * (point.x - first.x);
+    return {low, high, first.y + slope * (low - first.x), first.y + slope * (high - first.x)};
 }
 
 void keepPeakAndEdge(const std::vector<Point> &points, Band &band)
@@ -100,8 +102,10 @@ Band integrate(const Spectrum &spectrum, const EmissionSpectrumOptions::Window &
         low == windowLow && high == windowHigh ? Band::Coverage::Whole : Band::Coverage::Part;
 
     std::vector<Point> points = cutOut(spectrum, low, high);
+    band.baseline.first = low;
+    band.baseline.last = high;
     if (baseline == EmissionSpectrumOptions::Baseline::Linear)
-        subtractLine(points);
+        band.baseline = subtractLine(points);
     keepPeakAndEdge(points, band);
     const auto power = [&](const Point &point) {
         return signal == EmissionSpectrumOptions::Signal::PhotonCounts

@@ -3,6 +3,7 @@
 #include "input/emissionSpectrumReader_p.h"
 
 #include <LanqorEngine/EmissionSpectrumOptions.h>
+#include <LanqorEngine/OmegaExpResults.h>
 
 /// Areas and barycentres of the bands of a measured spectrum.
 namespace emissionSpectrum {
@@ -17,6 +18,7 @@ struct Band
     /// the outermost hundredth of the band at that end where it is larger.
     double peak = 0.0;
     double edge = 0.0;
+    OmegaExpResults::Spectrum::Baseline baseline;
 };
 
 /// Area and barycentre of the band in @p window by the trapezoidal rule, with s = 1e7/lambda for a
