@@ -33,8 +33,10 @@ struct Selection
     double J = allLevels;
     double maximumEnergy = 0.0; ///< cm^-1; 0 shows all
     int components = 4;
-    QString report; ///< absolute path; empty without
-    QString plot;   ///< likewise
+    bool isOfElements = false; ///< squares between levels in place of the levels
+    QString from;              ///< a level by its name or number; empty: of all
+    QString report;            ///< absolute path; empty without
+    QString plot;              ///< likewise
 };
 
 void describe(cli::OptionReader &options)
@@ -59,6 +61,7 @@ void describe(cli::OptionReader &options)
         "with their signs.\n\n"
         "Examples:\n"
         "  lanqor levels --ion Tb --max-energy 30000\n"
+        "  lanqor levels --ion Er --elements --from 4I13/2 --max-energy 25000\n"
         "  lanqor levels --ion Eu --F2 401 --F4 55.4 --F6 6.06 --zeta 1326 --J 2\n"
         "  lanqor levels --ion Er --Fk2 97483 --Fk4 67904 --Fk6 54010 --zeta 2376 --J 15/2"));
     cli::addFreeIonOptions(options);
@@ -68,6 +71,12 @@ void describe(cli::OptionReader &options)
         {QStringLiteral("J"), tr("Show only levels of this J: 2, 5/2 or 2.5."), tr("J")},
         {QStringLiteral("max-energy"), tr("Show only levels up to this energy, cm^-1."),
          tr("cm^-1")},
+        {QStringLiteral("elements"),
+         tr("Show the squared reduced elements of U(2), U(4), U(6) and of L + g_s S between the "
+            "levels.")},
+        {QStringLiteral("from"),
+         tr("With --elements only those of this level, by its name (4I13/2) or number."),
+         tr("level")},
         {QStringLiteral("components"), tr("Largest components shown of each level; 0 shows none."),
          tr("number"), QStringLiteral("4")},
         {QStringLiteral("report"), tr("Write all levels with all their components to this file."),
@@ -86,6 +95,12 @@ Selection readSelection(const cli::OptionReader &options)
             tr("an energy above the ground level, in cm^-1"));
     selection.components =
         options.wholeNumber("components", 0, std::numeric_limits<int>::max(), tr("a whole number"));
+    selection.isOfElements = options.isSet("elements");
+    selection.from = options.text("from");
+    if (!selection.isOfElements && options.isSet("from"))
+        options.refuse(tr("--from goes with --elements"));
+    if (selection.isOfElements && options.isSet("J"))
+        options.refuse(tr("--elements shows all J; --from and --max-energy choose levels"));
     selection.report = options.outputFile("report");
     if (!plots::readOption(options).isEmpty())
         selection.plot = options.outputFile("plot");
@@ -149,6 +164,61 @@ FreeIonLevelsResults selected(const FreeIonLevelsResults &all, const Selection &
         shown.levels.append(level);
     }
     return shown;
+}
+
+/// The number of the level that --from tells; 0 without it.
+int numberOf(const cli::OptionReader &options, const Selection &selection,
+             const LanqorEnergyLevels &levels)
+{
+    if (selection.from.isEmpty())
+        return 0;
+    const int count = levels.getMixedStatesVector().size();
+    bool isNumber = false;
+    const int number = selection.from.toInt(&isNumber);
+    if (isNumber && (number < 1 || number > count))
+        options.refuse(tr("--from %1: the levels have the numbers 1 to %2")
+                           .arg(selection.from, QString::number(count)));
+    const QVector<int> named = isNumber ? QVector<int>{number} : levels.findLevels(selection.from);
+    if (named.isEmpty())
+        options.refuse(tr("--from: no level is called %1; names and numbers are those of \"lanqor "
+                          "levels\" without --elements")
+                           .arg(selection.from));
+    return named.first();
+}
+
+/// The squares between the levels up to the energy that is shown.
+void showElements(const cli::OptionReader &options, const Selection &selection,
+                  const LanqorEnergyLevels &levels)
+{
+    constexpr double smallest = 5e-7; // prints as 0
+    const FreeIonLevelsResults results = levels.getResults();
+    const double maximumEnergy = selection.maximumEnergy > 0.0
+                                     ? selection.maximumEnergy
+                                     : std::numeric_limits<double>::infinity();
+    const int from = numberOf(options, selection, levels);
+    const QVector<ReducedSquares> squares =
+        levels.getAllReducedSquares(maximumEnergy, from, smallest);
+    if (squares.isEmpty())
+        throw cli::Failure{tr("no two of the levels that are selected have a square above 5e-7")};
+    QString text = heading(results.parameters) +
+                   tr("Squared reduced elements; M1: of L + g_s S, hbar^2. Without pairs of which "
+                      "all are below 5e-7.\n\n"
+                      "  No.  from         energy/cm^-1   No.  to           energy/cm^-1       U(2)"
+                      "       U(4)       U(6)          M1\n");
+    const auto name = [&results](int number) {
+        const Level &level = results.levels.at(number - 1);
+        return QString::number(number).rightJustified(5) + QStringLiteral("  ") +
+               textOfLevel(level.label).leftJustified(11) +
+               QString::number(level.energy, 'f', 2).rightJustified(14);
+    };
+    const auto cell = [](double value, int decimals) {
+        return QString::number(value, 'f', decimals).rightJustified(decimals + 5);
+    };
+    for (const ReducedSquares &pair : squares)
+        text += name(pair.from) + QStringLiteral(" ") + name(pair.to) + cell(pair.U2, 6) +
+                cell(pair.U4, 6) + cell(pair.U6, 6) + cell(pair.magnetic, 6).rightJustified(12) +
+                QLatin1Char('\n');
+    cli::showResults(options, text, LanqorEnergyLevels::makeTables(results, squares), {});
 }
 
 /// "⁵D(3)": the name of a level without its J.
@@ -235,7 +305,10 @@ int levelsCommand(const QStringList &arguments)
     if (shown.levels.isEmpty())
         throw cli::Failure{tr("none of the %1 levels of %2 is selected")
                                .arg(QString::number(results.levels.size()), cli::nameOf(ion))};
-    cli::showResults(options, tableOf(shown), LanqorEnergyLevels::makeTables(shown), {});
+    if (selection.isOfElements)
+        showElements(options, selection, levels);
+    else
+        cli::showResults(options, tableOf(shown), LanqorEnergyLevels::makeTables(shown), {});
 
     if (!selection.report.isEmpty())
         cli::writeFile(selection.report, levels.createOutputFile(QString()).toUtf8());

@@ -1,6 +1,7 @@
 #include "LanqorEnergyLevels_p.h"
 
 #include "levels/fShell_p.h"
+#include "levels/levelNames_p.h"
 
 #include <QDir>
 
@@ -222,9 +223,55 @@ bool LanqorEnergyLevels::calcEnergyLevels(const double &Jsel)
     if (Jsel == allLevels)
         sortFromGround(states);
     d->mixedStates = states;
+    d->reduced.reset();
     d->usedF0 = d->F0;
     d->usedParameters = d->parameters;
     return true;
+}
+
+ReducedSquares LanqorEnergyLevels::getReducedSquares(const int &from, const int &to) const
+{
+    const int count = d->mixedStates.size();
+    ReducedSquares squares;
+    squares.from = from;
+    squares.to = to;
+    if (from < 1 || from > count || to < 1 || to > count)
+        return squares;
+    if (!d->reduced)
+        d->reduced = std::make_unique<freeIon::ReducedElements>(
+            freeIon::calcReducedElements(*this, getResults()));
+    const auto square = [&](const Eigen::MatrixXd &elements) {
+        const double element = elements(from - 1, to - 1);
+        return element * element;
+    };
+    squares.U2 = square(d->reduced->U[0]);
+    squares.U4 = square(d->reduced->U[1]);
+    squares.U6 = square(d->reduced->U[2]);
+    squares.magnetic = square(d->reduced->magnetic);
+    return squares;
+}
+
+QVector<ReducedSquares> LanqorEnergyLevels::getAllReducedSquares(const double &maximumEnergy,
+                                                                 const int &from,
+                                                                 const double &threshold) const
+{
+    QVector<ReducedSquares> all;
+    for (int i = 1; i <= d->mixedStates.size(); ++i)
+        for (int j = i + 1; j <= d->mixedStates.size(); ++j) {
+            if (std::max(d->mixedStates.at(i - 1).energy, d->mixedStates.at(j - 1).energy) >
+                    maximumEnergy ||
+                (from > 0 && i != from && j != from))
+                continue;
+            const ReducedSquares pair = getReducedSquares(i, j);
+            if (std::max({pair.U2, pair.U4, pair.U6, pair.magnetic}) > threshold)
+                all.append(pair);
+        }
+    return all;
+}
+
+QVector<int> LanqorEnergyLevels::findLevels(const QString &name) const
+{
+    return freeIon::findLevels(name, d->mixedStates);
 }
 
 QVector<MixedState> LanqorEnergyLevels::getMixedStatesVector() const

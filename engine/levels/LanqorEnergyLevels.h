@@ -7,6 +7,7 @@
 #include <LanqorEngine/LanqorAbstractObjCalculation.h>
 #include <LanqorEngine/LanqorSpectroscopicTermUtil.h>
 #include <LanqorEngine/MixedState.h>
+#include <LanqorEngine/ReducedSquares.h>
 
 #include <QString>
 #include <QVector>
@@ -91,10 +92,30 @@ public:
     /// when the table could not be read or does not hold the term.
     QVector<double> getTwoBodyVector(const SpectroscopicTerm &term) const;
 
+    /// Squares of U(2), U(4), U(6) and L + g_s S between two levels of the last calculation, by
+    /// their numbers from 1; zeros for numbers that it does not have. Lines of one term and J count
+    /// with their eigenvectors (B. G. Wybourne, Spectroscopic Properties of Rare Earths (1965),
+    /// eqs. 2-91, 2-93), for n > 7 with those of the 14 - n holes. The first call computes all
+    /// pairs in one pass.
+    ReducedSquares getReducedSquares(const int &from, const int &to) const;
+    /// The same of all pairs of levels up to an energy, cm^-1, the lower one first; with a number
+    /// @p from those of one level with every other. Pairs without a square above @p threshold are
+    /// left out.
+    QVector<ReducedSquares> getAllReducedSquares(const double &maximumEnergy, const int &from,
+                                                 const double &threshold) const;
+    /// Numbers from 1 of the levels that a name such as "4I13/2" or "2H(2)11/2" may mean, the
+    /// likeliest first: the one that bears it, those in which its term (without an ordinal all of
+    /// this S and L together) is the largest part, those in which it has 10 % or more; each of
+    /// these by energy. Empty for a name that fits none.
+    QVector<int> findLevels(const QString &name) const;
+
     /// The last calculation.
     FreeIonLevelsResults getResults() const;
     /// Record "free_ion" and tables "levels" and "composition".
     static LanqorResultTables makeTables(const FreeIonLevelsResults &results);
+    /// Table "reduced_squares" with the names and energies of the levels.
+    static LanqorResultTables makeTables(const FreeIonLevelsResults &results,
+                                         const QVector<ReducedSquares> &squares);
     /// Levels of the last calculation with their composition. Also written to @p fileName unless
     /// it is empty; a file that cannot be written is not reported.
     QString createOutputFile(const QString &fileName) const;

@@ -3,6 +3,7 @@
 #include "LanqorEnergyLevels.h"
 
 #include "levels/hamiltonian_p.h"
+#include "levels/reducedElements_p.h"
 
 #include <QStringList>
 
@@ -50,4 +51,5 @@ public:
     double usedF0 = 0.0;
     FreeIonParameters usedParameters;
     QVector<MixedState> mixedStates;
+    std::unique_ptr<freeIon::ReducedElements> reduced; // between them; made when first asked for
 };

@@ -81,6 +81,26 @@ LanqorResultTables LanqorEnergyLevels::makeTables(const FreeIonLevelsResults &re
     return tables;
 }
 
+LanqorResultTables LanqorEnergyLevels::makeTables(const FreeIonLevelsResults &results,
+                                                  const QVector<ReducedSquares> &squares)
+{
+    QVector<QVector<QVariant>> rows;
+    for (const ReducedSquares &pair : squares) {
+        const FreeIonLevelsResults::Level &from = results.levels.at(pair.from - 1);
+        const FreeIonLevelsResults::Level &to = results.levels.at(pair.to - 1);
+        rows.append({pair.from, textOfLevel(from.label), from.energy, pair.to,
+                     textOfLevel(to.label), to.energy, pair.U2, pair.U4, pair.U6, pair.magnetic});
+    }
+    LanqorResultTables tables;
+    tables.addTable(QStringLiteral("reduced_squares"),
+                    {column("from_level_from_1"), column("from"), column("from_energy", wavenumber),
+                     column("to_level_from_1"), column("to"), column("to_energy", wavenumber),
+                     column("u2_squared", "1"), column("u4_squared", "1"),
+                     column("u6_squared", "1"), column("magnetic_dipole_squared", "hbar^2")},
+                    rows);
+    return tables;
+}
+
 LanqorResultTables LanqorStarkLevels::makeTables(const StarkResults &results)
 {
     LanqorResultTables tables;

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory>
 
 using LanqorSpectroscopicTermUtil::SpectroscopicTerm;
 using LanqorSpectroscopicTermUtil::termFromLabel;
@@ -88,6 +89,7 @@ private Q_SLOTS:
     void groundLevelOfGadolinium();
     void referenceLevels();
     void levelsWithTwoBodyInteraction();
+    void reducedSquares();
     void statesOfOneJ();
     void parametersOfIons();
     void missingParameters();
@@ -266,6 +268,57 @@ void TestEnergyLevels::levelsWithTwoBodyInteraction()
         ++ions;
     }
     QCOMPARE(ions, expected.size());
+}
+
+void TestEnergyLevels::reducedSquares()
+{
+    // From 4I15/2 of the aqueous ion, W. T. Carnall, P. R. Fields, K. Rajnak, J. Chem. Phys. 49,
+    // 4424 (1968), as printed.
+    LanqorEnergyLevels er(nullptr, 11);
+    er.setParameters(LanqorFreeIonParameters::getParameters(11));
+    QVERIFY(er.calcEnergyLevels(-1.0));
+    const auto first = [&er](const char *name) {
+        return er.findLevels(QLatin1String(name)).value(0);
+    };
+    const ReducedSquares toMetastable = er.getReducedSquares(first("4I13/2"), first("4I15/2"));
+    COMPARE_NEAR(toMetastable.U2, 0.0195, 6e-5);
+    COMPARE_NEAR(toMetastable.U4, 0.1173, 6e-5);
+    COMPARE_NEAR(toMetastable.U6, 1.4316, 6e-5);
+    COMPARE_NEAR(er.getReducedSquares(1, first("2H11/2")).U2, 0.7125, 6e-5);
+    QCOMPARE(first("2H(2)11/2"), 7);
+    QCOMPARE(er.findLevels(QStringLiteral("4F9/2")), (QVector<int>{5, 4, 11}));
+    for (const char *none : {"4I9", "2H(2)", "8S7/2", "4I1/2", ""})
+        QCOMPARE(first(none), 0);
+    QCOMPARE(er.getReducedSquares(0, 42).U6, 0.0);
+
+    // Every pair of the aqueous ions, from determinants.
+    const QString path =
+        testSupport::referenceFile(QStringLiteral("intensities/reduced_squares_computed.csv"));
+    if (path.isEmpty())
+        QSKIP("needs LANQOR_REFERENCE_DIR");
+    int pairs = 0;
+    std::unique_ptr<LanqorEnergyLevels> ion;
+    QString symbol;
+    for (const QByteArray &line : testSupport::readAll(path).split('\n')) {
+        const QStringList fields = QString::fromLatin1(line).split(QLatin1Char(','));
+        if (fields.size() < 15 || fields.at(0) == QLatin1String("ion") || line.startsWith('#'))
+            continue;
+        if (fields.at(0) != symbol) {
+            symbol = fields.at(0);
+            const FreeIonParameters published = LanqorFreeIonParameters::getParameters(symbol);
+            ion = std::make_unique<LanqorEnergyLevels>(nullptr, published.electrons);
+            ion->setParameters(published);
+            QVERIFY(ion->calcEnergyLevels(-1.0));
+        }
+        const ReducedSquares got =
+            ion->getReducedSquares(fields.at(1).toInt() + 1, fields.at(2).toInt() + 1);
+        COMPARE_NEAR(got.U2, fields.at(11).toDouble(), 1e-6);
+        COMPARE_NEAR(got.U4, fields.at(12).toDouble(), 1e-6);
+        COMPARE_NEAR(got.U6, fields.at(13).toDouble(), 1e-6);
+        COMPARE_NEAR(got.magnetic, fields.at(14).toDouble(), 1e-5);
+        ++pairs;
+    }
+    QCOMPARE(pairs, 1425);
 }
 
 void TestEnergyLevels::statesOfOneJ()
