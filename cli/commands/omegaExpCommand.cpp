@@ -2,6 +2,7 @@
 #include "commands/commands.h"
 #include "options/OptionReader.h"
 #include "options/complexOptions.h"
+#include "options/emissionOptions.h"
 #include "options/plausibility.h"
 #include "options/showResults.h"
 #include "options/uncertainOptions.h"
@@ -27,11 +28,6 @@ using cli::tr;
 constexpr int transitionCount = 6;
 using Values = std::array<double, transitionCount>;
 
-bool isTransition(int J)
-{
-    return J >= 0 && J < transitionCount;
-}
-
 /// The six numbers of an option.
 Values readSix(const cli::OptionReader &options, const char *option)
 {
@@ -42,62 +38,6 @@ Values readSix(const cli::OptionReader &options, const char *option)
     Values values{};
     std::copy(numbers.begin(), numbers.end(), values.begin());
     return values;
-}
-
-/// Limits of a band in nm or cm^-1, told apart by their size.
-bool readWindow(const QString &text, EmissionSpectrumOptions::Window &window)
-{
-    constexpr double nmPerCm = 1.0e7;
-    constexpr double largestNm = 5000.0;
-    const QStringList limits = text.split(QLatin1Char('-'));
-    bool isFirst = false;
-    bool isLast = false;
-    const double first = limits.value(0).toDouble(&isFirst);
-    const double last = limits.value(1).toDouble(&isLast);
-    if (limits.size() != 2 || !isFirst || !isLast || !(first > 0.0) || !(last > first) ||
-        !std::isfinite(last) || (first < largestNm) != (last < largestNm))
-        return false;
-    if (last < largestNm)
-        window = {nmPerCm / last, nmPerCm / first};
-    else
-        window = {first, last};
-    return true;
-}
-
-/// Reads "0=570-584,2=604-640" over the default windows.
-void readWindows(const cli::OptionReader &options, EmissionSpectrumOptions &spectrum)
-{
-    for (const QString &entry : options.list("windows")) {
-        bool isJ = false;
-        const int J = entry.section(QLatin1Char('='), 0, 0).trimmed().toInt(&isJ);
-        EmissionSpectrumOptions::Window window{};
-        if (!isJ || !isTransition(J) || !readWindow(entry.section(QLatin1Char('='), 1), window))
-            options.refuse(tr("--windows: \"%1\" is not of the form J=LOW-HIGH with J from 0 to 5 "
-                              "and both limits in nm or both in cm^-1, such as 2=604-640")
-                               .arg(entry));
-        spectrum.windows[static_cast<std::size_t>(J)] = window;
-    }
-}
-
-EmissionSpectrumOptions readSpectrumOptions(const cli::OptionReader &options)
-{
-    EmissionSpectrumOptions spectrum;
-    const QString axis = options.text("axis");
-    const QString baseline = options.text("baseline");
-    if (baseline == QLatin1String("linear"))
-        spectrum.baseline = EmissionSpectrumOptions::Baseline::Linear;
-    else if (baseline != QLatin1String("none"))
-        options.refuse(tr("--baseline is none or linear"));
-    if (axis == QLatin1String("nm"))
-        spectrum.axis = EmissionSpectrumOptions::Axis::Nanometre;
-    else if (axis == QLatin1String("cm-1"))
-        spectrum.axis = EmissionSpectrumOptions::Axis::Wavenumber;
-    else if (axis != QLatin1String("auto"))
-        options.refuse(tr("--axis is nm, cm-1 or auto"));
-    if (options.isSet("photon-counts"))
-        spectrum.signal = EmissionSpectrumOptions::Signal::PhotonCounts;
-    readWindows(options, spectrum);
-    return spectrum;
 }
 
 void addOptions(cli::OptionReader &options)
@@ -130,23 +70,13 @@ void addOptions(cli::OptionReader &options)
         {QStringLiteral("barycentres"),
          tr("Barycentres of 5D0 -> 7F0 .. 7F5, cm^-1, e.g. 17240,16910,16290,15350,14380,0."),
          tr("list")},
-        {QStringLiteral("photon-counts"),
-         tr("Areas or intensities count photons, not emitted power.")},
+        cli::photonCountsOption(),
         cli::refractiveIndexOption(tr("Refractive index of the medium.")),
         {QStringLiteral("lifetime"), tr("Measured lifetime of 5D0, ms."), tr("ms")},
-        {QStringLiteral("axis"),
-         tr("First column of the spectrum: nm, cm-1, or auto (below 5000 it is nm)."), tr("axis"),
-         QStringLiteral("auto")},
-        {QStringLiteral("windows"),
-         tr("Limits of bands in nm or cm^-1, e.g. 0=575-583,1=583-603. Unless given, in nm: "
-            "0=570-584, 1=584-604, 2=604-640, 3=640-670, 4=670-725, 5=725-780."),
-         tr("list")},
-        {QStringLiteral("baseline"),
-         tr("none: the spectrum is free of background; linear: subtract from each band the "
-            "straight line between the two ends of its window, which removes a flat background."),
-         tr("kind"), QStringLiteral("none")},
-        {QStringLiteral("report"), tr("Write the report to this file as well."), tr("file")},
     });
+    options.addOptions(cli::integrationOptions());
+    options.addOption(
+        {QStringLiteral("report"), tr("Write the report to this file as well."), tr("file")});
 }
 
 /// The lifetime, ms; 0 without one.
@@ -167,7 +97,7 @@ void readEmission(const cli::OptionReader &options, LanqorOmegaExp &calculation)
     if (options.isSet("spectrum")) {
         cli::requireFile(QStringLiteral("--spectrum "), options.text("spectrum"),
                          tr("a text file of two columns, wavelength or wavenumber and intensity"));
-        if (!calculation.readSpectrum(options.text("spectrum"), readSpectrumOptions(options)))
+        if (!calculation.readSpectrum(options.text("spectrum"), cli::readSpectrumOptions(options)))
             cli::failOf(calculation);
         return;
     }

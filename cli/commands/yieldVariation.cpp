@@ -1,6 +1,7 @@
 #include "commands/yieldVariation.h"
 
 #include "Command.h"
+#include "commands/yieldErrorBars.h"
 #include "options/OptionReader.h"
 #include "options/chargeFactorSets.h"
 #include "options/yieldOptions.h"
@@ -66,42 +67,6 @@ YieldQuantity quantityOf(const cli::UncertainOptions::Number &number)
     return {};
 }
 
-void setOmegas(YieldInputs &inputs, const std::function<double(int)> &omega,
-               const std::function<double(int)> &omegaEd)
-{
-    for (const int rank : ranks) {
-        inputs.omega[rank] = omega(rank);
-        inputs.omegaEd[rank] = omegaEd(rank);
-    }
-}
-
-/// What is told of an outcome, with the rates of @p transfers.
-QVector<double> rowOf(const YieldOutcome &outcome, const QVector<TransferResult> &transfers)
-{
-    QVector<double> row = {outcome.quantumYield, outcome.sensitisation, outcome.quantumEfficiency,
-                           outcome.arad, outcome.anrad};
-    for (const TransferResult &transfer : transfers) {
-        const auto slot = std::size_t(transfer.channel.slot);
-        row << outcome.forwardRates.at(slot) << outcome.backwardRates.at(slot);
-    }
-    return row;
-}
-
-QVector<ResultColumn> quantitiesOf(const QVector<TransferResult> &transfers)
-{
-    const auto percent = QStringLiteral("%");
-    const auto rate = QStringLiteral("s^-1");
-    QVector<ResultColumn> quantities = {{QStringLiteral("quantum_yield"), percent},
-                                        {QStringLiteral("sensitisation"), percent},
-                                        {QStringLiteral("quantum_efficiency"), percent},
-                                        {QStringLiteral("radiative_rate"), rate},
-                                        {QStringLiteral("non_radiative_rate"), rate}};
-    for (const TransferResult &transfer : transfers)
-        for (const char *kind : {"transfer_%1", "back_transfer_%1"})
-            quantities.append({QString::fromLatin1(kind).arg(transfer.channel.name), rate});
-    return quantities;
-}
-
 } // namespace
 
 YieldVariation::YieldVariation(cli::OptionReader &options)
@@ -146,53 +111,32 @@ UncertaintyResults YieldVariation::calcUncertainty(const Calculation &calculatio
     if (varyFactors)
         factors = std::make_unique<cli::ChargeFactorSets>(uncertain, complex, coordNumber,
                                                           request.g, request.alpha);
-    QVector<TransferResult> transfers;
-    for (const TransferResult &transfer : calculation.getResults().transfers)
-        if (transfer.takesPart)
-            transfers.append(transfer);
     const YieldInputs asGiven = calculation.getYieldInputs();
     if (!solutions.isEmpty())
         cli::warnOfOtherSolutions(solutions,
                                   {asGiven.omega[2] / omegaUnitCm2, asGiven.omega[4] / omegaUnitCm2,
                                    asGiven.omega[6] / omegaUnitCm2});
-    int impossible = 0;
-    int sets = 0;
-    const auto model = [&](const QVector<double> &values) {
-        YieldInputs inputs = asGiven;
-        if (factors) {
-            if (!factors->calc(values))
-                return QVector<double>();
-            setOmegas(
-                inputs, [&](int rank) { return factors->omega().getOmega(rank); },
-                [&](int rank) { return factors->omega().getOmegaED(rank); });
-        }
-        for (int i = 0; i < quantities.size(); ++i)
-            if (quantities.at(i).set)
-                quantities.at(i).set(inputs, values.at(i));
-        if (!solutions.isEmpty()) {
-            const auto first = quantities.size();
-            setOmegas(
-                inputs, [&](int rank) { return values.at(first + rank / 2 - 1) * omegaUnitCm2; },
-                [&](int rank) { return values.at(first + rank / 2 + 2) * omegaUnitCm2; });
-        }
-        const YieldOutcome outcome = Calculation::calcYield(inputs);
-        if (!outcome.error.isEmpty())
-            return QVector<double>();
-        ++sets;
-        if (outcome.anrad < 0.0) {
-            ++impossible;
-            return QVector<double>();
-        }
-        return rowOf(outcome, transfers);
-    };
-    UncertaintyResults results = uncertainty.calculate(
-        quantitiesOf(transfers), rowOf(Calculation::calcYield(asGiven), transfers), model);
-    cli::addImpossibleLifetimes(results, impossible, sets);
-    if (calculation.getResults().isLifeTimeEstimated)
-        results.warnings.append(
-            tr("without --lifetime the non-radiative rate is an estimate, which may be off by "
-               "a factor of 100: that is not in the intervals of efficiency and yield"));
-    return results;
+    return cli::calcYieldErrorBars(
+        uncertainty, calculation, [&](const QVector<double> &values, YieldInputs &inputs) {
+            if (factors) {
+                if (!factors->calc(values))
+                    return false;
+                cli::setOmegas(
+                    inputs, [&](int rank) { return factors->omega().getOmega(rank); },
+                    [&](int rank) { return factors->omega().getOmegaED(rank); });
+            }
+            for (int i = 0; i < quantities.size(); ++i)
+                if (quantities.at(i).set)
+                    quantities.at(i).set(inputs, values.at(i));
+            if (!solutions.isEmpty()) {
+                const auto first = quantities.size();
+                cli::setOmegas(
+                    inputs,
+                    [&](int rank) { return values.at(first + rank / 2 - 1) * omegaUnitCm2; },
+                    [&](int rank) { return values.at(first + rank / 2 + 2) * omegaUnitCm2; });
+            }
+            return true;
+        });
 }
 
 QString YieldVariation::intervalOfYield() const

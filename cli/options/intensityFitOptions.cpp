@@ -12,9 +12,6 @@ namespace cli {
 
 namespace {
 
-/// Starts of a fit that is polished.
-constexpr int defaultStarts = 20;
-
 /// Reads "20.5" or "20.5+-0.6"; the deviation is 0 where none is told.
 double readTarget(const OptionReader &reader, const char *option, double &deviation)
 {
@@ -37,16 +34,9 @@ double readTarget(const OptionReader &reader, const char *option, double &deviat
 
 void readWeights(const OptionReader &reader, IntensityFitOptions &options)
 {
-    const bool areTold = options.deviation2 > 0.0;
-    if (areTold != (options.deviation4 > 0.0))
-        reader.refuse(tr("--omega2 and --omega4 need a standard deviation both, or none: it weighs "
-                         "them against each other"));
-    if (areTold)
-        options.weights = {1.0 / (options.deviation2 * options.deviation2),
-                           1.0 / (options.deviation4 * options.deviation4)};
     if (!reader.isSet("weights"))
         return;
-    if (areTold)
+    if (!options.weights.isEmpty())
         reader.refuse(tr("--weights: the standard deviations of --omega2 and --omega4 weigh these "
                          "already"));
     options.weights = reader.numbers("weights");
@@ -71,15 +61,33 @@ QString readChoice(const OptionReader &reader)
 
 } // namespace
 
+QList<QCommandLineOption> intensityTargetOptions()
+{
+    return {{QStringLiteral("omega2"),
+             tr("Measured Omega(2), 1e-20 cm^2, and its standard deviation if that is known: "
+                "20.5+-0.6."),
+             tr("value")},
+            {QStringLiteral("omega4"), tr("Measured Omega(4), likewise."), tr("value")}};
+}
+
+void readIntensityTargets(const OptionReader &reader, IntensityFitOptions &options)
+{
+    options.omega2 = readTarget(reader, "omega2", options.deviation2);
+    options.omega4 = readTarget(reader, "omega4", options.deviation4);
+    const bool areTold = options.deviation2 > 0.0;
+    if (areTold != (options.deviation4 > 0.0))
+        reader.refuse(tr("--omega2 and --omega4 need a standard deviation both, or none: it weighs "
+                         "them against each other"));
+    if (areTold)
+        options.weights = {1.0 / (options.deviation2 * options.deviation2),
+                           1.0 / (options.deviation4 * options.deviation4)};
+}
+
 void addIntensityFitOptions(OptionReader &reader)
 {
     reader.addArgument(QStringLiteral("FILE"), tr("the complex"), QString(), structureSuffixes());
+    reader.addOptions(intensityTargetOptions());
     reader.addOptions({
-        {QStringLiteral("omega2"),
-         tr("Measured Omega(2), 1e-20 cm^2, and its standard deviation if that is known: "
-            "20.5+-0.6."),
-         tr("value")},
-        {QStringLiteral("omega4"), tr("Measured Omega(4), likewise."), tr("value")},
         {QStringLiteral("weights"),
          tr("Weights of the squared differences of Omega(2) and Omega(4), e.g. 1,2."), tr("w2,w4")},
         refractiveIndexOption(tr("Refractive index of the medium, for the radiative rates.")),
@@ -109,7 +117,7 @@ void addIntensityFitOptions(OptionReader &reader)
             "ranges; or its number."),
          tr("which"), QStringLiteral("best")},
     });
-    addFitOptions(reader, defaultStarts);
+    addFitOptions(reader, intensityFitStarts);
     reader.addResultOptions();
 }
 
@@ -122,8 +130,7 @@ IntensityFitOptions readIntensityFitOptions(const OptionReader &reader)
                           .arg(reader.command()))
             .first();
     options.report = reader.text("report");
-    options.omega2 = readTarget(reader, "omega2", options.deviation2);
-    options.omega4 = readTarget(reader, "omega4", options.deviation4);
+    readIntensityTargets(reader, options);
     readWeights(reader, options);
     options.solutions = reader.outputFile("solutions");
     options.choice = readChoice(reader);
@@ -133,7 +140,7 @@ IntensityFitOptions readIntensityFitOptions(const OptionReader &reader)
         options.lifetimeMs = reader.number(
             "lifetime", [](double ms) { return ms > 0.0 && ms < 1.0e6; },
             tr("the measured lifetime in ms"));
-    options.fit = readFitOptions(reader, defaultStarts);
+    options.fit = readFitOptions(reader, intensityFitStarts);
     options.refractiveIndex = readRefractiveIndex(reader);
     options.sections = sectionsOf(reader.text("print"));
     options.geometry = std::make_unique<LanqorInputData>(nullptr, options.fileName);

@@ -5,6 +5,8 @@
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/OmegaPrintingOptions.h>
 
+#include <QCommandLineOption>
+#include <QList>
 #include <QString>
 
 #include <memory>
@@ -34,6 +36,14 @@ struct IntensityFitOptions
     QString choice;          ///< "best", "central" or a number
     FitOptions fit;
 };
+
+/// Starts of a fit that is polished.
+constexpr int intensityFitStarts = 20;
+
+/// The options --omega2 and --omega4.
+QList<QCommandLineOption> intensityTargetOptions();
+/// Reads them, each with its standard deviation or without, and the weights that follow.
+void readIntensityTargets(const OptionReader &reader, IntensityFitOptions &options);
 
 void addIntensityFitOptions(OptionReader &reader);
 /// Reads the options, the geometry of the file and its coordination number.
