@@ -9,6 +9,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <mutex>
 
 namespace cli {
@@ -69,6 +70,17 @@ void showMessage(const QString &message)
         outcome().heldBack = message;
 }
 
+/// Calls @p take for those messages that are neither progress nor the last error.
+void onWarning(LanqorAbstractObjCalculation &object,
+               const std::function<void(const QString &)> &take)
+{
+    QObject::connect(&object, &LanqorAbstractObjCalculation::newObjCalculationMessage, &object,
+                     [&object, take](const QString &message) {
+                         if (!isProgress(message) && message != object.getLastError())
+                             take(message);
+                     });
+}
+
 } // namespace
 
 void print(const QString &text)
@@ -102,11 +114,15 @@ void showMessages(LanqorAbstractObjCalculation &object)
 
 void showWarnings(LanqorAbstractObjCalculation &object)
 {
-    QObject::connect(&object, &LanqorAbstractObjCalculation::newObjCalculationMessage, &object,
-                     [&object](const QString &message) {
-                         if (!isProgress(message) && message != object.getLastError())
-                             warn(message);
-                     });
+    onWarning(object, warn);
+}
+
+void keepWarnings(LanqorAbstractObjCalculation &object, QStringList &warnings)
+{
+    onWarning(object, [&warnings](const QString &message) {
+        warn(message);
+        warnings.append(message.trimmed());
+    });
 }
 
 void failOf(const LanqorAbstractObjCalculation &object)

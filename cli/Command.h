@@ -57,6 +57,8 @@ void showMessages(LanqorAbstractObjCalculation &object);
 /// Sends those messages to standard error that are neither progress nor the last error, as
 /// warnings: of an object whose reading is a step among others.
 void showWarnings(LanqorAbstractObjCalculation &object);
+/// The same, and adds them to @p warnings, which must outlive the object.
+void keepWarnings(LanqorAbstractObjCalculation &object, QStringList &warnings);
 /// Throws the last error of a calculation.
 [[noreturn]] void failOf(const LanqorAbstractObjCalculation &object);
 /// Writes a file whole or not at all. The loss of one, told by false, ends no command, so that its

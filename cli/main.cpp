@@ -25,6 +25,7 @@ constexpr char fromLevels[] = "From levels of the 4f shell";
 const QVector<Command> &commands()
 {
     static const QVector<Command> table = {
+        {fromStructure, "run", "from the structure of a complex to its quantum yield", runCommand},
         {fromStructure, "sphere", "coordination sphere of the ion in a structure file",
          sphereCommand},
         {fromStructure, "organize", "order of atoms that all calculations need, for any structure",

@@ -62,7 +62,7 @@ QString omegaTable(const QVector<FittedOmega> &omega)
     return text + QLatin1Char('\n');
 }
 
-void noteMissedTargets(const QVector<FittedOmega> &omega, const QString &advice)
+QString missedTargets(const QVector<FittedOmega> &omega)
 {
     constexpr double printedHalf = 0.005;
     double largestGap = 0.0;
@@ -71,10 +71,17 @@ void noteMissedTargets(const QVector<FittedOmega> &omega, const QString &advice)
         if (!std::isnan(gap))
             largestGap = std::max(largestGap, gap);
     }
-    if (largestGap > printedHalf)
-        warn(tr("the targets were not reached: the best point found is off by %1e-20 "
-                "cm^2. %2")
-                 .arg(QString::number(largestGap, 'f', 2), advice));
+    return largestGap > printedHalf
+               ? tr("the targets were not reached: the best point found is off by %1e-20 cm^2.")
+                     .arg(QString::number(largestGap, 'f', 2))
+               : QString();
+}
+
+void noteMissedTargets(const QVector<FittedOmega> &omega, const QString &advice)
+{
+    const QString missed = missedTargets(omega);
+    if (!missed.isEmpty())
+        warn(missed + QLatin1Char(' ') + advice);
 }
 
 QString responseLine(double response, const QString &unit, qint64 points)

@@ -29,7 +29,9 @@ constexpr double omegaUnitCm2 = 1.0e-20;
 /// Targets and fitted values.
 QString omegaTable(const QVector<FittedOmega> &omega);
 
-/// A note when the targets were not reached, with @p advice.
+/// A sentence when the targets were not reached; empty when they were.
+QString missedTargets(const QVector<FittedOmega> &omega);
+/// A warning then, with @p advice.
 void noteMissedTargets(const QVector<FittedOmega> &omega, const QString &advice);
 
 /// Line on the misfit of the best point and on the points that were tried.

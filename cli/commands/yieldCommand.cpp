@@ -193,16 +193,6 @@ void checkComplex(const LanqorRL &states, const LanqorInputData &complex, bool i
     warnIfAny(states.getComplexMismatch(complex));
 }
 
-/// Throws a Failure after results that no molecule can have.
-void checkResults(const SpectroscopicResults &results)
-{
-    constexpr double highest = 100.0 * (1.0 + 1e-9); // per cent, beyond rounding
-    if (results.quantumEfficiency > highest || results.quantumYield > highest)
-        throw cli::Failure{tr("a quantum efficiency of %1 % and a yield of %2 % cannot be")
-                               .arg(cli::textOfYield(results.quantumEfficiency),
-                                    cli::textOfYield(results.quantumYield))};
-}
-
 } // namespace
 
 int yieldCommand(const QStringList &arguments)
@@ -249,6 +239,6 @@ int yieldCommand(const QStringList &arguments)
     if (!request.reportFile.isEmpty())
         writeReport(calculation, request, variations);
     draw(results, calculation.getYieldInputs(), variation, request);
-    checkResults(results);
+    yieldOptions::checkResults(results);
     return cli::success;
 }

@@ -133,18 +133,28 @@ void addFitOptions(OptionReader &reader, int starts)
     reader.addOption(plots::option());
 }
 
+FitOptions usualFitOptions(int starts)
+{
+    FitOptions options;
+    options.starts = starts;
+    options.stepsPerCycle = stepsBeforePolish;
+    options.temperature = usualTemperature;
+    return options;
+}
+
 FitOptions readFitOptions(const OptionReader &reader, int starts)
 {
     constexpr int maximumSteps = 100000000;
-    FitOptions options;
+    FitOptions options = usualFitOptions(starts);
     options.isPolished = !reader.isSet("no-polish");
-    options.starts = options.isPolished ? starts : 1;
+    if (!options.isPolished) {
+        options.starts = 1;
+        options.stepsPerCycle = annealingSteps;
+    }
     if (reader.isSet("starts"))
         options.starts = reader.count("starts", maximumStarts);
-    options.stepsPerCycle = options.isPolished ? stepsBeforePolish : annealingSteps;
     if (reader.isSet("points"))
         options.stepsPerCycle = reader.count("points", maximumSteps);
-    options.temperature = usualTemperature;
     if (reader.isSet("temperature"))
         options.temperature = reader.number(
             "temperature", [](double T) { return T > 0.0 && T < 1e6; }, tr("a positive number"));

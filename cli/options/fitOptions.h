@@ -33,6 +33,8 @@ struct FitOptions
 
 /// @param starts  default of --starts for a fit that is polished
 void addFitOptions(OptionReader &reader, int starts);
+/// Those of a polished fit for which nothing is asked.
+FitOptions usualFitOptions(int starts);
 FitOptions readFitOptions(const OptionReader &reader, int starts);
 
 /// The parameters with --bounds and --fix; a UsageError where these name none of them or leave the

@@ -10,6 +10,7 @@
 #include "text.h"
 
 #include <LanqorEngine/LanqorTransferChannels.h>
+#include <LanqorEngine/SpectroscopicResults.h>
 
 #include <QFileInfo>
 
@@ -240,8 +241,9 @@ void addOptions(OptionReader &options)
         {option("two-triplets"),
          tr("Two donor triplets: the chosen one (Ta) feeds 5D4, number 2 (T) feeds 5D1 and 5D0.")},
         {option("band-half-width"),
-         tr("Half width of the ligands' bands, which the transfer rates need (default 3250)."),
-         wavenumber, QStringLiteral("3250")},
+         tr("Half width of the ligands' bands, which the transfer rates need (default %1).")
+             .arg(usualBandHalfWidth),
+         wavenumber, QString::number(usualBandHalfWidth)},
         {option("force"),
          tr("Compute also when --excited holds other atoms than the complex, ions aside.")},
         {option("explain"),
@@ -425,6 +427,15 @@ Request read(OptionReader &options, const QStringList &arguments)
     request.plotFile = plots::readOption(options);
     request.photonPlotFile = plots::readOption(options, "plot-photons");
     return request;
+}
+
+void checkResults(const SpectroscopicResults &results)
+{
+    constexpr double highest = 100.0 * (1.0 + 1e-9); // per cent, beyond rounding
+    if (results.quantumEfficiency > highest || results.quantumYield > highest)
+        throw cli::Failure{tr("a quantum efficiency of %1 % and a yield of %2 % cannot be")
+                               .arg(cli::textOfYield(results.quantumEfficiency),
+                                    cli::textOfYield(results.quantumYield))};
 }
 
 } // namespace yieldOptions

@@ -12,12 +12,15 @@
 namespace cli {
 class OptionReader;
 }
+struct SpectroscopicResults;
 
 /// The command line of "lanqor yield".
 namespace yieldOptions {
 
 /// Of a donor state, cm^-1.
 constexpr double lowestEnergy = 1000.0;
+/// Of the ligands' bands unless another is given, cm^-1.
+constexpr double usualBandHalfWidth = 3250.0;
 
 /// What is asked for: energies in cm^-1, distances in Angstrom, Omega in 1e-20 cm^2.
 struct Request
@@ -67,5 +70,8 @@ struct Request
 
 /// Adds the options and reads the arguments.
 Request read(cli::OptionReader &options, const QStringList &arguments);
+
+/// Throws a Failure after results that no molecule can have.
+void checkResults(const SpectroscopicResults &results);
 
 } // namespace yieldOptions

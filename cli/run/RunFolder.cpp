@@ -90,8 +90,7 @@ QJsonObject readMark(const QString &folder)
 
 QString hashOf(const QByteArray &bytes)
 {
-    return QString::fromLatin1(
-        QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
 }
 
 QString hashOfFile(const QString &fileName)
@@ -117,8 +116,8 @@ void RunFolder::check(const QString &path)
     QStringList entries = dir.entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
     entries.removeAll(lockName);
     if (!entries.isEmpty() && !dir.exists(settingsName))
-        throw Failure{tr("--out %1 holds other files and no run (run.toml); name a new folder")
-                          .arg(path)};
+        throw Failure{
+            tr("--out %1 holds other files and no run (run.toml); name a new folder").arg(path)};
 }
 
 RunFolder::RunFolder(const QString &path)
@@ -128,8 +127,8 @@ RunFolder::RunFolder(const QString &path)
     if (!QDir().mkpath(path))
         throw Failure{tr("the folder --out %1 cannot be made").arg(path)};
     // The system gives the lock back however this process ends.
-    lock = ::open(QFile::encodeName(file(lockName)).constData(), O_RDWR | O_CREAT | O_CLOEXEC,
-                  0666);
+    lock =
+        ::open(QFile::encodeName(file(lockName)).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
     if (lock < 0)
         throw Failure{tr("%1 cannot be written: %2").arg(file(lockName), qt_error_string())};
     if (::flock(lock, LOCK_EX | LOCK_NB) == 0)
@@ -137,10 +136,11 @@ RunFolder::RunFolder(const QString &path)
     const bool isTaken = errno == EWOULDBLOCK;
     const QString reason = qt_error_string();
     ::close(lock);
-    throw Failure{isTaken ? tr("another run is at work in %1; wait for it, or give this one another "
-                               "folder with --out")
-                                .arg(path)
-                          : tr("%1 cannot be locked: %2").arg(file(lockName), reason)};
+    throw Failure{isTaken
+                      ? tr("another run is at work in %1; wait for it, or give this one another "
+                           "folder with --out")
+                            .arg(path)
+                      : tr("%1 cannot be locked: %2").arg(file(lockName), reason)};
 }
 
 RunFolder::~RunFolder()
@@ -164,7 +164,9 @@ std::optional<StepMark> RunFolder::finished(const QString &step, const StepInput
     if (json.isEmpty() || !isSame(json.value(QStringLiteral("inputs")).toArray(), inputs) ||
         json.value(QStringLiteral("files")).toObject() != filesOf(file(step)))
         return std::nullopt;
-    const auto text = [&json](const char *key) { return json.value(QLatin1String(key)).toString(); };
+    const auto text = [&json](const char *key) {
+        return json.value(QLatin1String(key)).toString();
+    };
     StepMark mark;
     mark.title = text("title");
     mark.outcome = text("outcome");
@@ -176,9 +178,14 @@ std::optional<StepMark> RunFolder::finished(const QString &step, const StepInput
     return mark;
 }
 
+QString RunFolder::unfinished(const QString &step) const
+{
+    return file(step + unfinishedSuffix);
+}
+
 QString RunFolder::begin(const QString &step) const
 {
-    const QString path = file(step + unfinishedSuffix);
+    const QString path = unfinished(step);
     forget(step);
     removeFolder(path);
     if (!QDir().mkpath(path))
@@ -188,7 +195,7 @@ QString RunFolder::begin(const QString &step) const
 
 void RunFolder::finish(const QString &step, const StepInputs &inputs, const StepMark &mark) const
 {
-    const QString path = file(step + unfinishedSuffix);
+    const QString path = unfinished(step);
     const QJsonObject json = {{QStringLiteral("step"), step},
                               {QStringLiteral("title"), mark.title},
                               {QStringLiteral("outcome"), mark.outcome},
@@ -209,7 +216,7 @@ void RunFolder::finish(const QString &step, const StepInputs &inputs, const Step
 
 void RunFolder::abandon(const QString &step) const
 {
-    const QString path = file(step + unfinishedSuffix);
+    const QString path = unfinished(step);
     if (QDir(path).isEmpty())
         removeFolder(path);
     else

@@ -59,7 +59,9 @@ public:
 
     /// The mark of a step that was done with the same inputs and whose files are as they were.
     std::optional<StepMark> finished(const QString &step, const StepInputs &inputs) const;
-    /// An empty folder in which the step is to be done; that of an earlier one is gone then.
+    /// The folder in which a step is being done.
+    QString unfinished(const QString &step) const;
+    /// The same, made anew and empty; that of an earlier one is gone then.
     QString begin(const QString &step) const;
     /// Marks the step as done and gives its folder the final name.
     void finish(const QString &step, const StepInputs &inputs, const StepMark &mark) const;

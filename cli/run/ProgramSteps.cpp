@@ -1,0 +1,556 @@
+#include "run/ProgramSteps.h"
+
+#include "Command.h"
+#include "programs/MopacRunner.h"
+#include "programs/XtbRunner.h"
+#include "text.h"
+
+#include <LanqorEngine/LanqorDonorModel.h>
+#include <LanqorEngine/LanqorFilesConverter.h>
+#include <LanqorEngine/LanqorOrganizeMolecules.h>
+#include <LanqorEngine/LanqorXtbRun.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <algorithm>
+
+namespace cli {
+
+namespace {
+
+constexpr int statesOfEachKind = 25;
+const auto complexName = QStringLiteral("complex");
+const auto geometryName = QStringLiteral("geometry.xyz");
+const auto groundName = QStringLiteral("s0");
+const auto tripletName = QStringLiteral("t1");
+
+QString in(const QString &folder, const QString &name)
+{
+    return QDir(folder).filePath(name);
+}
+
+QByteArray contentsOf(const QString &fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        throw Failure{tr("%1 cannot be read: %2").arg(fileName, file.errorString())};
+    return file.readAll();
+}
+
+void writeWhole(const QString &fileName, const QByteArray &bytes)
+{
+    if (!writeFile(fileName, bytes))
+        throw Failure{tr("the run cannot go on without %1").arg(fileName)};
+}
+
+XtbRunResults readXtb(const QString &folder, const QString &name)
+{
+    const QString base = in(folder, name);
+    LanqorXtbRun run(nullptr, base + QStringLiteral(".out"));
+    if (!run.readOutput(base + QStringLiteral(".xyz"), base + QStringLiteral(".charges")))
+        failOf(run);
+    return run.getResults();
+}
+
+QString energyOf(const XtbRunResults &results)
+{
+    return tr("energy %1 hartree, gap %2 eV")
+        .arg(QString::number(results.energy, 'f', 6), QString::number(results.gap, 'f', 2));
+}
+
+QString countOf(const OrganizeResults &structure)
+{
+    QMap<QString, int> counts;
+    for (const OrganizedAtom &atom : structure.atoms)
+        if (atom.isCoordinated)
+            ++counts[atom.position.label];
+    QStringList parts;
+    for (auto count = counts.begin(); count != counts.end(); ++count)
+        parts.append(QStringLiteral("%1 %2").arg(QString::number(*count), count.key()));
+    return parts.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+ProgramSteps::ProgramSteps(const RunRequest &request, const RunComplex &complex,
+                           const RunFolder &folder, RunProgress &progress)
+    : request(request)
+    , complex(complex)
+    , folder(folder)
+    , progress(progress)
+    , runner(request.jobs)
+{}
+
+ProgramSteps::~ProgramSteps() = default;
+
+bool ProgramSteps::isSettled(RunStepId id) const
+{
+    return !request.isAsked(id) || stageOf(id).state == Stage::State::Settled;
+}
+
+void ProgramSteps::run()
+{
+    guarded([this] { startWhatCan(); });
+    const bool isWhole = runner.wait();
+    if (failure)
+        failure();
+    if (!isWhole)
+        throw RunInterrupted{};
+}
+
+void ProgramSteps::guarded(const std::function<void()> &work)
+{
+    if (failure)
+        return;
+    try {
+        work();
+    } catch (const Failure &error) {
+        failure = [error] { throw error; };
+    } catch (const UsageError &error) {
+        failure = [error] { throw error; };
+    }
+}
+
+/// Each step as soon as what goes into it is there. A step that is kept may let others start.
+void ProgramSteps::startWhatCan()
+{
+    using Id = RunStepId;
+    const auto canStart = [this](Id id) {
+        if (!request.isAsked(id) || stageOf(id).state != Stage::State::Waiting)
+            return false;
+        switch (id) {
+        case Id::GroundState:
+            return request.geometry != GeometryMethod::Xtb || isSettled(Id::Geometry);
+        case Id::Triplet:
+            return isSettled(Id::GroundState);
+        case Id::States:
+            return isSettled(Id::GroundState) &&
+                   (areStatesAtGroundState() || isSettled(Id::Geometry));
+        default:
+            return true;
+        }
+    };
+    for (bool isAny = true; isAny;) {
+        isAny = false;
+        for (const Id id : {Id::Geometry, Id::GroundState, Id::Triplet, Id::States})
+            if (canStart(id)) {
+                start(id);
+                isAny = true;
+            }
+    }
+}
+
+void ProgramSteps::start(RunStepId id)
+{
+    Stage &stage = stageOf(id);
+    stage.state = Stage::State::Running;
+    switch (id) {
+    case RunStepId::Geometry:
+        prepareGeometry(stage);
+        break;
+    case RunStepId::GroundState:
+        prepareGroundState(stage);
+        break;
+    case RunStepId::Triplet:
+        prepareTriplet(stage);
+        break;
+    default:
+        prepareStates(stage);
+        break;
+    }
+    if (stage.state == Stage::State::Settled)
+        return;
+    const QString name = folderOf(id);
+    for (const programs::ProgramJob &job : qAsConst(stage.jobs)) {
+        QByteArray text = job.arguments.join(QLatin1Char(' ')).toUtf8();
+        for (const programs::InputFile &input : job.inputs)
+            text += '\n' + input.text;
+        stage.inputs.append({tr("job %1").arg(job.what), hashOf(text)});
+        stage.inputs.append({versionOf(job.program.name), versionOfProgram(job)});
+    }
+    if (request.redo != id) {
+        if (const auto mark = folder.finished(name, stage.inputs)) {
+            stage.step = {name,          stage.title,   RunStep::State::Kept, mark->outcome,
+                          mark->program, mark->version, mark->commandLine,    mark->seconds};
+            if (mark->isFailed) {
+                settleFailed(id, RunStep::State::Kept, mark->outcome);
+                return;
+            }
+            stage.load(folder.file(name));
+            stage.state = Stage::State::Settled;
+            progress.take(id, stage.step);
+            return;
+        }
+    }
+    const QString place = folder.begin(name);
+    for (programs::ProgramJob &job : stage.jobs)
+        for (programs::ResultFile &result : job.results)
+            result.fileName = in(place, QFileInfo(result.fileName).fileName());
+    if (stage.jobs.isEmpty())
+        conclude(id);
+    else
+        addJobs(id, stage.jobs);
+}
+
+void ProgramSteps::addJobs(RunStepId id, const QVector<programs::ProgramJob> &jobs)
+{
+    Stage &stage = stageOf(id);
+    stage.pending += jobs.size();
+    for (programs::ProgramJob job : jobs) {
+        job.timeLimit = request.timeLimit;
+        job.showProgress = [this, id](const programs::ProgramProgress &point) {
+            progress.show(id, tr("cycle %1, %2 %3")
+                                  .arg(QString::number(point.cycle),
+                                       QString::number(point.energy, 'f', 4), point.energyUnit));
+        };
+        runner.add(job, [this, id](const programs::ProgramOutcome &outcome) {
+            guarded([&] {
+                takeOutcome(id, outcome);
+                startWhatCan();
+            });
+        });
+    }
+}
+
+void ProgramSteps::takeOutcome(RunStepId id, const programs::ProgramOutcome &outcome)
+{
+    Stage &stage = stageOf(id);
+    stage.step.version = outcome.version;
+    stage.step.seconds += outcome.seconds;
+    stage.step.program = stage.jobs.first().program.name;
+    stage.step.commandLine +=
+        (stage.step.commandLine.isEmpty() ? QString() : QStringLiteral("; ")) + outcome.commandLine;
+    for (const QString &remark : outcome.remarks) {
+        remarks.append(remark);
+        warn(remark);
+    }
+    if (!outcome.isDone() && stage.fault.isEmpty()) {
+        stage.fault = outcome.error;
+        stage.isFaultFinal = outcome.end == programs::ProgramEnd::Failed;
+    }
+    if (--stage.pending > 0 || outcome.end == programs::ProgramEnd::Interrupted)
+        return;
+    if (stage.fault.isEmpty() && stage.nextJobs) {
+        const auto nextJobs = stage.nextJobs;
+        stage.nextJobs = nullptr;
+        try {
+            addJobs(id, nextJobs(folder.unfinished(folderOf(id))));
+            return;
+        } catch (const Failure &error) {
+            stage.fault = error.message;
+        }
+    }
+    conclude(id);
+}
+
+void ProgramSteps::conclude(RunStepId id)
+{
+    Stage &stage = stageOf(id);
+    const QString name = folderOf(id);
+    const QString place = folder.unfinished(name);
+    stage.step.title = stage.title;
+    if (stage.fault.isEmpty()) {
+        try {
+            if (stage.complete)
+                stage.complete(place);
+            stage.step.outcome = stage.load(place);
+        } catch (const Failure &error) {
+            stage.fault = error.message;
+        }
+    }
+    StepMark mark{stage.title,        stage.step.outcome,     stage.step.program,
+                  stage.step.version, stage.step.commandLine, stage.step.seconds};
+    if (stage.fault.isEmpty()) {
+        folder.finish(name, stage.inputs, mark);
+        stage.load(folder.file(name)); // with the final names of the files
+        stage.state = Stage::State::Settled;
+        stage.step.state = RunStep::State::Done;
+        progress.take(id, stage.step);
+        return;
+    }
+    mark.outcome = stage.fault;
+    mark.isFailed = true;
+    if (stage.isNeeded || !stage.isFaultFinal)
+        folder.abandon(name);
+    else
+        folder.finish(name, stage.inputs, mark);
+    settleFailed(id, RunStep::State::Failed, stage.fault);
+}
+
+void ProgramSteps::settleFailed(RunStepId id, RunStep::State state, const QString &reason)
+{
+    Stage &stage = stageOf(id);
+    stage.state = Stage::State::Settled;
+    stage.step.title = stage.title;
+    stage.step.state = state;
+    stage.step.outcome = reason;
+    progress.take(id, stage.step,
+                  stage.isNeeded ? RunProgress::Reason::ToldLater : RunProgress::Reason::Told);
+    if (stage.isNeeded)
+        throw Failure{reason};
+    stage.giveUp(reason);
+}
+
+void ProgramSteps::leaveOut(RunStepId id, const QString &reason)
+{
+    settleFailed(id, RunStep::State::LeftOut, reason);
+}
+
+programs::ProgramJob ProgramSteps::xtbJob(const QVector<Coord> &atoms, int charge, int unpaired,
+                                          const QString &place, const QString &name) const
+{
+    programs::XtbRequest job;
+    job.atoms = atoms;
+    job.charge = charge;
+    job.unpairedElectrons = unpaired;
+    job.solvent = request.solvent;
+    job.folder = place;
+    job.baseName = name;
+    job.path = request.xtbPath;
+    return programs::makeXtbJob(job);
+}
+
+/// Asked of the program itself, once.
+QString ProgramSteps::versionOfProgram(const programs::ProgramJob &job)
+{
+    constexpr int patience = 10000; // ms
+    const QString name = job.program.name;
+    QString error;
+    const QString path = programs::findProgram(job.program, error);
+    if (path.isEmpty() || versions.contains(name))
+        return versions.value(name);
+    static const QRegularExpression pattern(QStringLiteral("[vV]ersion\\s+v?(\\d[\\w.]*)"));
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(path, {QStringLiteral("--version")});
+    if (!process.waitForFinished(patience))
+        process.kill();
+    const auto match = pattern.match(QString::fromUtf8(process.readAll()));
+    versions[name] = match.hasMatch() ? match.captured(1) : hashOfFile(path);
+    return versions.value(name);
+}
+
+void ProgramSteps::writeGeometry(LanqorInputData &source, const QString &place) const
+{
+    LanqorOrganizeMolecules organizer(nullptr, &source);
+    if (!organizer.organize())
+        failOf(organizer);
+    writeWhole(in(place, geometryName),
+               xyzOf(organizer.getCoord(), stageOf(RunStepId::Geometry).title));
+}
+
+void ProgramSteps::prepareGeometry(Stage &stage)
+{
+    stage.isNeeded = true;
+    stage.inputs.append({complexName, hashOf(complex.xyz)});
+    stage.load = [this](const QString &place) { return loadGeometry(place); };
+    if (request.geometry == GeometryMethod::AsIs) {
+        stage.title = tr("geometry of the file as it is");
+        stage.complete = [this](const QString &place) {
+            writeWhole(in(place, geometryName), complex.xyz);
+        };
+        return;
+    }
+    if (request.geometry == GeometryMethod::Xtb) {
+        stage.title = tr("geometry by xtb GFN1");
+        stage.jobs = {xtbJob(complex.atoms(), complex.charge, 0, folder.path(), groundName)};
+        stage.complete = [this](const QString &place) {
+            LanqorInputData source(nullptr, in(place, groundName + QStringLiteral(".xyz")));
+            writeGeometry(source, place);
+        };
+        return;
+    }
+    stage.title = tr("geometry by MOPAC %1, sparkle for Eu").arg(request.mopacMethod);
+    const QTemporaryDir scratch;
+    const QString start = scratch.filePath(QStringLiteral("start.xyz"));
+    const QString jobFile = scratch.filePath(QStringLiteral("complex.mop"));
+    writeWhole(start, complex.xyz);
+    LanqorFilesConverter writer(nullptr, start);
+    writer.setMopacMethod(request.mopacMethod);
+    writer.setExtraMopacKeywords(
+        LanqorFilesConverter::sparkleKeywords(complex.atoms(), complex.charge));
+    if (!writer.convertFromOutToMop(jobFile))
+        failOf(writer);
+    programs::MopacRequest job;
+    job.job = contentsOf(jobFile);
+    job.folder = folder.path();
+    job.baseName = complexName;
+    job.path = request.mopacPath;
+    stage.jobs = {programs::makeMopacJob(job)};
+    stage.complete = [this](const QString &place) {
+        LanqorInputData source(nullptr, in(place, complexName + QStringLiteral(".out")));
+        if (!source.readMopacOutFile(false))
+            failOf(source);
+        writeGeometry(source, place);
+    };
+}
+
+/// Reads the chosen geometry and compares its sphere with that of the file.
+QString ProgramSteps::loadGeometry(const QString &place)
+{
+    const bool isFinal = place == folder.file(folderOf(RunStepId::Geometry));
+    geometryData = std::make_unique<LanqorInputData>(nullptr, in(place, geometryName));
+    if (!geometryData->readStructureFile() || !geometryData->createSphericalCoordinate())
+        failOf(*geometryData);
+    LanqorOrganizeMolecules organizer(nullptr, geometryData.get());
+    if (!organizer.organize())
+        failOf(organizer);
+    sphereResults = organizer.getResults();
+    const QString error = geometryData->getSphereError();
+    if (!error.isEmpty())
+        throw Failure{error};
+    const QString before = countOf(complex.structure);
+    const QString now = countOf(sphereResults);
+    if (before != now && isFinal) {
+        remarks.append(tr("the sphere of the ion changed with the geometry: %1 in the file, %2 "
+                          "after %3; look at both, or keep that of the file with --geometry as-is")
+                           .arg(before, now, stageOf(RunStepId::Geometry).title));
+        warn(remarks.last());
+    }
+    if (isFinal)
+        for (const QString &note : geometryData->getNearAtomNotes())
+            remarks.append(note);
+    if (request.geometry == GeometryMethod::Xtb) {
+        xtbGround.results = readXtb(place, groundName);
+        return tr("sphere of %1; %2").arg(now, energyOf(*xtbGround.results));
+    }
+    if (request.geometry == GeometryMethod::AsIs)
+        return tr("sphere of %1").arg(now);
+    LanqorInputData output(nullptr, in(place, complexName + QStringLiteral(".out")));
+    if (!output.readMopacOutFile(false))
+        failOf(output);
+    return tr("sphere of %1; heat of formation %2 kcal/mol")
+        .arg(now, QString::number(output.getFinalHeat(), 'f', 2));
+}
+
+void ProgramSteps::prepareGroundState(Stage &stage)
+{
+    stage.title = tr("ground state by xtb GFN1");
+    stage.giveUp = [this](const QString &reason) {
+        if (!xtbGround.results)
+            xtbGround.reason = reason;
+    };
+    if (request.geometry == GeometryMethod::Xtb) {
+        leaveOut(
+            RunStepId::GroundState,
+            tr("the run of %1 is that of the ground state").arg(folderOf(RunStepId::Geometry)));
+        return;
+    }
+    stage.jobs = {xtbJob(complex.atoms(), complex.charge, 0, folder.path(), groundName)};
+    stage.load = [this](const QString &place) {
+        xtbGround.results = readXtb(place, groundName);
+        return energyOf(*xtbGround.results);
+    };
+}
+
+void ProgramSteps::prepareTriplet(Stage &stage)
+{
+    stage.title = tr("lowest triplet by xtb GFN1");
+    stage.giveUp = [this](const QString &reason) { xtbTriplet.reason = reason; };
+    if (!request.donorModel.isEmpty()) {
+        prepareModel(stage);
+        return;
+    }
+    if (!xtbGround.results) {
+        leaveOut(RunStepId::Triplet,
+                 tr("it starts from the ground state: %1").arg(xtbGround.reason));
+        return;
+    }
+    tripletGeometry = tr("optimised by xtb GFN1, ground state and triplet each");
+    stage.jobs = {xtbJob(xtbGround.results->atoms, complex.charge, 2, folder.path(), tripletName)};
+    stage.load = [this](const QString &place) {
+        xtbTriplet.results = readXtb(place, tripletName);
+        return energyOf(*xtbTriplet.results);
+    };
+}
+
+/// The pair of GFN1 runs of one ligand without its neighbours.
+void ProgramSteps::prepareModel(Stage &stage)
+{
+    LanqorDonorModel builder(nullptr, complex.structure);
+    builder.setComplexCharge(complex.charge);
+    if (!builder.build(request.donorModel))
+        throw Failure{QStringLiteral("--donor-model: ") + builder.getLastError()};
+    const DonorModelResults model = builder.getResults();
+    stage.title = tr("lowest triplet of %1 by xtb GFN1").arg(model.description);
+    tripletGeometry =
+        tr("%1, optimised by xtb GFN1, ground state and triplet each").arg(model.description);
+    modelGroundState = XtbStep();
+    stage.jobs = {xtbJob(model.atoms, model.charge, 0, folder.path(), groundName)};
+    stage.nextJobs = [this, charge = model.charge](const QString &place) {
+        const XtbRunResults ground = readXtb(place, groundName);
+        return QVector<programs::ProgramJob>{xtbJob(ground.atoms, charge, 2, place, tripletName)};
+    };
+    stage.giveUp = [this](const QString &reason) {
+        modelGroundState->reason = reason;
+        xtbTriplet.reason = reason;
+    };
+    stage.load = [this](const QString &place) {
+        modelGroundState->results = readXtb(place, groundName);
+        xtbTriplet.results = readXtb(place, tripletName);
+        return energyOf(*xtbTriplet.results);
+    };
+}
+
+void ProgramSteps::prepareStates(Stage &stage)
+{
+    stage.isNeeded = true;
+    if (request.excited.isEmpty()) {
+        prepareIndo(stage);
+        return;
+    }
+    stage.title = tr("excited states of %1").arg(request.excited.join(QStringLiteral(", ")));
+    statesGeometry = tr("that of %1").arg(request.excited.first());
+    for (const QString &file : request.excited)
+        stage.inputs.append({QFileInfo(file).fileName(), hashOfFile(file)});
+    stage.load = [this](const QString & /*place*/) { return loadStates(request.excited); };
+}
+
+void ProgramSteps::prepareIndo(Stage &stage)
+{
+    const bool isGround = areStatesAtGroundState();
+    stage.title =
+        isGround
+            ? tr("excited states by MOPAC INDO at the geometry by xtb GFN1")
+            : tr("excited states by MOPAC INDO at the %1").arg(stageOf(RunStepId::Geometry).title);
+    statesGeometry = isGround ? tr("ground state by xtb GFN1") : stageOf(RunStepId::Geometry).title;
+    QVector<Coord> atoms = geometryData ? geometryData->getCoord() : QVector<Coord>();
+    if (isGround)
+        atoms = xtbGround.results->atoms;
+    const QTemporaryDir scratch;
+    const QString start = scratch.filePath(QStringLiteral("start.xyz"));
+    writeWhole(start, xyzOf(atoms, QString()));
+    LanqorFilesConverter writer(nullptr, start);
+    writer.setCharge(complex.charge);
+    if (!writer.convertFromOutToMopIndo(scratch.filePath(QStringLiteral("states.mop")),
+                                        statesOfEachKind))
+        failOf(writer);
+    for (const char *kind : {"states_singlet", "states_triplet"}) {
+        programs::MopacRequest job;
+        job.kind = programs::MopacRequest::Kind::States;
+        job.baseName = QLatin1String(kind);
+        job.job = contentsOf(scratch.filePath(job.baseName + QStringLiteral(".mop")));
+        job.folder = folder.path();
+        job.path = request.mopacPath;
+        stage.jobs.append(programs::makeMopacJob(job));
+    }
+    stage.load = [this](const QString &place) {
+        return loadStates({in(place, QStringLiteral("states_singlet.out")),
+                           in(place, QStringLiteral("states_triplet.out"))});
+    };
+}
+
+QString ProgramSteps::loadStates(const QStringList &files)
+{
+    donorOutput = readDonorOutput(files, request.program);
+    const DonorStatesResults results = donorOutput.rl->getResults();
+    return tr("%1 singlets and %2 triplets by %3")
+        .arg(QString::number(results.singlets.size()), QString::number(results.triplets.size()),
+             results.program);
+}
+
+} // namespace cli
