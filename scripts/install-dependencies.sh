@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, testing and the demo need; only what is missing.
 #
-# usage: scripts/install-dependencies.sh [--abi | --bench | --lint]
+# usage: scripts/install-dependencies.sh [--abi | --bench | --lint | --package]
 #   --abi     also what scripts/abi.sh uses
 #   --bench   also what the benchmarks compare with
 #   --lint    also what scripts/lint.sh uses
+#   --package also what scripts/package.sh uses
 set -euo pipefail
 
 packages=(
@@ -28,6 +29,8 @@ elif [[ ${1:-} == --abi ]]; then
     packages+=(abigail-tools)
 elif [[ ${1:-} == --lint ]]; then
     packages+=(git clang-format clang-tidy)
+elif [[ ${1:-} == --package ]]; then
+    packages+=(lintian mmdebstrap dpkg-dev)
 fi
 
 missing=()

@@ -1,6 +1,6 @@
 #!/bin/sh
-# usage: install_and_consume.sh SOURCE_DIR BUILD_DIR SCRATCH_DIR COMPILER_FLAGS
-# Installs into an empty prefix, then builds and runs examples/consumer against it twice: by
+# usage: install_and_consume.sh SOURCE_DIR BUILD_DIR SCRATCH_DIR COMPILER_FLAGS [packages]
+# Installs into an empty prefix, or unpacks the Debian packages there; then builds and runs examples/consumer against it twice: by
 # find_package and by pkg-config.
 set -eu
 source_dir=$1
@@ -12,9 +12,21 @@ mkdir -p "$scratch"
 prefix=$scratch/prefix
 example=$source_dir/examples/data/eu_l2_rm1_opt.out
 
-# The prefix is stated again at installation, as a packager would.
-cmake --install "$build_dir" --prefix "$prefix" > "$scratch/install.log"
+if [ "${5:-}" = packages ]; then
+    (cd "$build_dir" && cpack -G DEB -B "$scratch/packages") > "$scratch/install.log" 2>&1
+    for package in "$scratch"/packages/*.deb; do
+        dpkg-deb -x "$package" "$scratch/root"
+    done
+    [ "$(ls "$scratch"/packages/*.deb | wc -l)" = 5 ]
+    prefix=$scratch/root/usr
+else
+    # The prefix is stated again at installation, as a packager would.
+    cmake --install "$build_dir" --prefix "$prefix" > "$scratch/install.log"
+fi
 test -d "$prefix/share/LanqorEngine/EnergyLevels4f"
+test -f "$prefix/share/man/man1/lanqor-fit-omega.1.gz"
+test -f "$prefix/share/bash-completion/completions/lanqor"
+test -f "$prefix/share/doc/LanqorEngine/examples/data/eu_l2_rm1_opt.out"
 
 cmake -S "$source_dir/examples/consumer" -B "$scratch/consumer" \
     -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_FLAGS="$flags" > "$scratch/configure.log"
