@@ -19,10 +19,10 @@ import sys
 NOTICE = "made for this example, not measured"
 
 # Stated parameters of the spectrum.
-OMEGA = {2: 14.0e-20, 4: 5.0e-20}  # cm^2
+OMEGA = {2: 14.0e-20, 4: 0.8e-20}  # cm^2
 REFRACTIVE_INDEX = 1.5
-NON_RADIATIVE_RATE = 1670.0  # s^-1
-NOISE = 0.001  # standard deviation, of the highest point
+LIFETIME = 0.45  # of 5D0, ms
+NOISE = 0.0003  # standard deviation, of the highest point
 WIDTH = 11.0  # standard deviation of a component, cm^-1
 
 # Stark components of 5D0 -> 7FJ, cm^-1, and their shares of the band.
@@ -63,7 +63,6 @@ def rates():
 def write_spectrum(file_name):
     rate = rates()
     radiative = sum(rate.values())
-    lifetime = 1000.0 / (radiative + NON_RADIATIVE_RATE)
     wavelengths = [565.0 + 0.2 * i for i in range(int((730.0 - 565.0) / 0.2) + 1)]
     intensities = []
     for wavelength in wavelengths:
@@ -81,12 +80,12 @@ def write_spectrum(file_name):
         file.write("# computed with Omega(2) = {:.1f}, Omega(4) = {:.1f} (1e-20 cm^2), n = {}; "
                    "Arad = {:.1f} 1/s,\n".format(OMEGA[2] / 1e-20, OMEGA[4] / 1e-20,
                                                  REFRACTIVE_INDEX, radiative))
-        file.write("# Anrad = {:.1f} 1/s: lifetime {:.4f} ms; noise {} of the highest point\n"
-                   .format(NON_RADIATIVE_RATE, lifetime, NOISE))
+        file.write("# efficiency {:.1f} % with a lifetime of {} ms; noise {} of the highest point\n"
+                   .format(0.1 * radiative * LIFETIME, LIFETIME, NOISE))
         file.write("# wavelength/nm, intensity\n")
         for wavelength, intensity in zip(wavelengths, intensities):
             value = intensity / highest + noise.gauss(0.0, NOISE)
-            file.write(f"{wavelength:.1f},{value:.5f}\n")
+            file.write(f"{wavelength:.1f},{value:.6f}\n")
 
 
 def read_geometry(file_name):
