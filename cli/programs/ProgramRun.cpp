@@ -74,14 +74,6 @@ qint64 sizeOfFolder(const QString &folder)
     return size;
 }
 
-/// "s0.failed.out" of "s0.out".
-QString nameOfFailed(const QString &fileName)
-{
-    const QFileInfo file(fileName);
-    return file.path() + QLatin1Char('/') + file.completeBaseName() + QStringLiteral(".failed.") +
-           file.suffix();
-}
-
 QString signalText(int signal)
 {
     return QStringLiteral("%1, signal %2")
@@ -94,6 +86,13 @@ QString timeText(double seconds)
 }
 
 } // namespace
+
+QString nameOfFailed(const QString &fileName)
+{
+    const QFileInfo file(fileName);
+    return file.path() + QLatin1Char('/') + file.completeBaseName() + QStringLiteral(".failed.") +
+           file.suffix();
+}
 
 QString lastWords(const QByteArray &bytes, int lineCount)
 {
@@ -327,15 +326,18 @@ void ProgramRun::keepResults()
 
 void ProgramRun::keepFailed()
 {
+    constexpr qint64 longest = 50 * bytesPerMegabyte;
     for (const ResultFile &result : job.results) {
-        const bool isTelling = result.name == job.outputName || result.name == job.stderrName ||
-                               result.name == job.stdoutName;
+        const bool isTelling = result.name == job.outputName || result.name == job.stderrName;
         const QFileInfo file(path(result.name));
+        const QString kept = nameOfFailed(result.fileName);
         QString error;
-        if (isTelling && file.size() > 0 && file.size() <= bytesPerMegabyte * 50 &&
-            LanqorOutputFile::write(nameOfFailed(result.fileName), contentsOf(file.filePath()),
-                                    error))
-            outcome.files.append(nameOfFailed(result.fileName));
+        if (!isTelling || file.size() == 0 || file.size() > longest ||
+            !LanqorOutputFile::write(kept, contentsOf(file.filePath()), error))
+            continue;
+        outcome.files.append(kept);
+        if (result.name == job.outputName && !outcome.error.contains(kept))
+            outcome.error += tr("; its output is kept in %1").arg(kept);
     }
 }
 

@@ -12,6 +12,9 @@ namespace programs {
 /// Path of a program's executable; empty with the reason and the way out in @p error.
 QString findProgram(const Program &program, QString &error);
 
+/// Name under which a file of a failed run is kept: "s0.failed.out" for "s0.out".
+QString nameOfFailed(const QString &fileName);
+
 /// Runs outside programs, some of them side by side in one event loop.
 ///
 /// Each runs in a scratch folder of its own, as the leader of a process group of its own: what it

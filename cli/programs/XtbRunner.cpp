@@ -1,13 +1,14 @@
 #include "programs/XtbRunner.h"
 
+#include "programs/ProgramRunner.h"
 #include "programs/outputLines.h"
-#include "text.h"
+
+#include <LanqorEngine/LanqorXtbRun.h>
 
 #include <QDir>
+#include <QFile>
 
 #include <memory>
-
-using cli::tr;
 
 namespace programs {
 
@@ -15,56 +16,35 @@ namespace {
 
 constexpr char startName[] = "start.xyz";
 constexpr char outputName[] = "xtb.out";
+constexpr char geometryName[] = "xtbopt.xyz";
+constexpr char chargesName[] = "charges";
 
-/// What an output of xtb holds.
-struct XtbOutput
+/// Whether an output ends by a decision of xtb itself: finished, or stopped with its reasons.
+bool hasEnd(const QString &fileName)
 {
-    bool isFinished = false; ///< "* finished run on", of a good run
-    bool hasEnergy = false;
-    bool hasNoNumber = false;
-    bool isConverged = false; ///< the optimisation
-    QStringList errors;       ///< of the lines "-3- ...", the cause last
-};
-
-XtbOutput readOutput(const QString &fileName)
-{
-    static const QRegularExpression error(QStringLiteral("^-\\d+- (.+)$"));
-    XtbOutput output;
-    forEachLine(fileName, [&](const QByteArray &line) {
-        output.isFinished = output.isFinished || line.contains("* finished run on");
-        output.isConverged = output.isConverged || line.contains("GEOMETRY OPTIMIZATION CONVERGED");
-        output.hasEnergy = output.hasEnergy || line.contains("| TOTAL ENERGY");
-        output.hasNoNumber = output.hasNoNumber || holdsNoNumber(line);
-        const QRegularExpressionMatch match = error.match(QString::fromUtf8(line));
-        if (match.hasMatch() && !output.errors.contains(match.captured(1).simplified()))
-            output.errors.append(match.captured(1).simplified());
+    bool isEnd = false;
+    forEachLine(fileName, [&isEnd](const QByteArray &line) {
+        isEnd = isEnd || line.contains("* finished run on") || line.startsWith("-1- ");
     });
-    return output;
+    return isEnd;
 }
 
-Verdict judge(const XtbOutput &output)
+/// Judges by the reader that the results go through later; @p keptOutput is where the output of a
+/// failed run is found afterwards.
+Verdict judge(const QDir &scratch, const QString &keptOutput)
 {
-    const QString words = output.errors.join(QStringLiteral(" / "));
-    const bool isScf = words.contains(QLatin1String("harge iterator did not converge"));
-    if (output.hasNoNumber)
-        return {tr("the output of xtb holds values that are no numbers (NaN)%1: GFN1 does so for "
-                   "Eu in crowded spheres; Gd in its place or one water less usually runs")
-                    .arg(words.isEmpty() ? QString() : QStringLiteral("; ") + words),
-                {}};
-    if (isScf)
-        return {tr("the SCF of xtb did not converge: check the charge, or start from another "
-                   "geometry; its own words: %1")
-                    .arg(words),
-                {}};
-    if (!words.isEmpty())
-        return {tr("xtb stopped; its own words: %1").arg(words), {}};
-    if (output.isFinished && !output.hasEnergy)
-        return {tr("xtb ended \"normally\" without a result: there is no total energy in its "
-                   "output"),
-                {}};
-    if (output.isFinished && !output.isConverged)
-        return {tr("the optimisation of xtb did not converge: start from another geometry"), {}};
-    return {QString(), {}, output.isFinished};
+    const QString output = scratch.filePath(QLatin1String(outputName));
+    if (!hasEnd(output))
+        return {QString(), {}, false};
+    LanqorXtbRun run(nullptr, output);
+    const bool hasResults = QFile::exists(scratch.filePath(QLatin1String(geometryName))) &&
+                            QFile::exists(scratch.filePath(QLatin1String(chargesName)));
+    const bool isGood = hasResults ? run.readOutput(scratch.filePath(QLatin1String(geometryName)),
+                                                    scratch.filePath(QLatin1String(chargesName)))
+                                   : run.readOutput();
+    if (isGood)
+        return {QString(), run.getResults().warnings, true};
+    return {run.getLastError().replace(output, keptOutput), {}, true};
 }
 
 /// The cycle begins with its number, the gradient norm ends it.
@@ -131,16 +111,15 @@ ProgramJob makeXtbJob(const XtbRequest &request)
     job.stderrName = QStringLiteral("xtb.err");
     job.results = {{QLatin1String(startName), base + QStringLiteral(".start.xyz"), true},
                    {job.stderrName, base + QStringLiteral(".err"), false},
-                   {QStringLiteral("charges"), base + QStringLiteral(".charges"), true},
-                   {QStringLiteral("xtbopt.xyz"), base + QStringLiteral(".xyz"), true},
+                   {QLatin1String(chargesName), base + QStringLiteral(".charges"), true},
+                   {QLatin1String(geometryName), base + QStringLiteral(".xyz"), true},
                    {job.outputName, base + QStringLiteral(".out"), true}};
     job.threads = request.threads;
     job.versionPattern = QRegularExpression(QStringLiteral("\\* xtb version (\\S+)"));
     const auto reader = std::make_shared<CycleReader>();
     job.readProgress = [reader](const QByteArray &line) { return reader->take(line); };
-    job.judge = [](const QDir &scratch) {
-        return judge(readOutput(scratch.filePath(QLatin1String(outputName))));
-    };
+    const QString kept = nameOfFailed(base + QStringLiteral(".out"));
+    job.judge = [kept](const QDir &scratch) { return judge(scratch, kept); };
     return job;
 }
 
