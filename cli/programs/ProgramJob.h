@@ -61,6 +61,9 @@ struct ProgramJob
 {
     Program program;
     QString what; ///< "geometry of complex", for messages
+    /// Arguments of runs before the one that counts, in the same scratch folder: they leave it a
+    /// better start, so that nothing is asked of their results.
+    QVector<QStringList> preparations;
     QStringList arguments;
     QVector<InputFile> inputs;
     QString outputName; ///< main output in the scratch folder, by which progress is told

@@ -154,7 +154,17 @@ ProgramRun::ProgramRun(const ProgramJob &job)
     : job(job)
     , scratch(QDir::tempPath() + QStringLiteral("/lanqor-%1-XXXXXX").arg(job.program.name))
     , process(job.sizeLimit)
-{}
+    , preparationsLeft(job.preparations.size())
+{
+    QObject::connect(&process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished),
+                     [this] {
+                         process.endGroup();
+                         if (isEnded || preparationsLeft == 0)
+                             return;
+                         --preparationsLeft;
+                         startProcess();
+                     });
+}
 
 ProgramRun::~ProgramRun()
 {
@@ -178,7 +188,10 @@ void ProgramRun::fail(ProgramEnd end, const QString &error)
 void ProgramRun::start()
 {
     outcome.end = ProgramEnd::Done;
-    outcome.commandLine = (QStringList{job.program.name} + job.arguments).join(QLatin1Char(' '));
+    QStringList lines;
+    for (const QStringList &arguments : job.preparations + QVector<QStringList>{job.arguments})
+        lines.append((QStringList{job.program.name} + arguments).join(QLatin1Char(' ')));
+    outcome.commandLine = lines.join(QStringLiteral("; "));
     elapsed.start();
     QString error;
     outcome.executable = findProgram(job.program, error);
@@ -196,7 +209,14 @@ void ProgramRun::start()
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(path(job.stdoutName));
     process.setStandardErrorFile(path(job.stderrName));
-    process.start(outcome.executable, job.arguments);
+    startProcess();
+}
+
+void ProgramRun::startProcess()
+{
+    // The output of a preparation gives way to that of the run.
+    const int next = job.preparations.size() - preparationsLeft;
+    process.start(outcome.executable, job.preparations.value(next, job.arguments));
     if (!process.waitForStarted())
         fail(ProgramEnd::Missing, tr("%1 cannot be started: %2; install the program with "
                                      "\"apt-get install %3\", or name another with %4 FILE")
@@ -343,7 +363,6 @@ void ProgramRun::keepFailed()
 
 ProgramOutcome ProgramRun::finish()
 {
-    process.endGroup();
     outcome.seconds = double(elapsed.elapsed()) / 1000.0;
     if (outcome.end == ProgramEnd::Missing)
         return outcome;

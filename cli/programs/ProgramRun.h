@@ -46,6 +46,7 @@ public:
     ProgramOutcome finish();
 
 private:
+    void startProcess();
     void fail(ProgramEnd end, const QString &error);
     void end(ProgramEnd end, const QString &error);
     void showProgress();
@@ -62,7 +63,8 @@ private:
     QElapsedTimer elapsed;
     QElapsedTimer sinceEnd; // since the process was asked to end
     QFile output;
-    QByteArray unread;    // the begun line of the main output
+    QByteArray unread; // the begun line of the main output
+    int preparationsLeft;
     bool isEnded = false; // by this program
 };
 

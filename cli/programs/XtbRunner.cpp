@@ -84,15 +84,14 @@ QByteArray xyzText(const QVector<Coord> &atoms)
     return text;
 }
 
-QStringList argumentsOf(const XtbRequest &request)
+/// Arguments of a single point in the gas phase.
+QStringList pointArguments(const XtbRequest &request)
 {
-    QStringList arguments{
-        QLatin1String(startName), QStringLiteral("--chrg"), QString::number(request.charge),
-        QStringLiteral("--gfn"),  QStringLiteral("1"),      QStringLiteral("--opt")};
+    QStringList arguments{QLatin1String(startName), QStringLiteral("--chrg"),
+                          QString::number(request.charge), QStringLiteral("--gfn"),
+                          QStringLiteral("1")};
     if (request.unpairedElectrons > 0)
         arguments += {QStringLiteral("--uhf"), QString::number(request.unpairedElectrons)};
-    if (!request.solvent.isEmpty())
-        arguments += {QStringLiteral("--alpb"), request.solvent};
     return arguments;
 }
 
@@ -104,7 +103,14 @@ ProgramJob makeXtbJob(const XtbRequest &request)
     ProgramJob job;
     job.program = {QStringLiteral("xtb"), QStringLiteral("xtb"), QStringLiteral("--xtb"),
                    request.path};
-    job.arguments = argumentsOf(request);
+    job.arguments = pointArguments(request) + QStringList{QStringLiteral("--opt")};
+    // In water the self-consistent calculation of a complex may collapse (-232 instead of -78
+    // hartree for [Eu(acac)3(H2O)], gap 0.2 eV), but not from the wave function of the gas phase,
+    // which xtb leaves in its restart file.
+    if (!request.solvent.isEmpty()) {
+        job.preparations.append(pointArguments(request));
+        job.arguments += {QStringLiteral("--alpb"), request.solvent};
+    }
     job.inputs = {{QLatin1String(startName), xyzText(request.atoms)}};
     job.outputName = QLatin1String(outputName);
     job.stdoutName = job.outputName;
