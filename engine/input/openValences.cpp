@@ -64,6 +64,13 @@ bool isOpenNitrogen(const QVector<Vector3d> &bonds, bool isOnIon)
     }
 }
 
+/// An oxygen atom with a single neighbour, hydrogen, beside the ion: either is common in crystals.
+bool isHydroxide(const Coord &atom, const QStringList &neighbours)
+{
+    return atom.label == QLatin1String("O") && neighbours.size() == 1 &&
+           (neighbours.first() == QLatin1String("H") || neighbours.first() == QLatin1String("D"));
+}
+
 } // namespace
 
 QStringList openValences(const QVector<Coord> &atoms, const QStringList &names)
@@ -73,6 +80,7 @@ QStringList openValences(const QVector<Coord> &atoms, const QStringList &names)
     for (int i = 0; i < atoms.size(); ++i) {
         const Coord &atom = atoms.at(i);
         QVector<Vector3d> bonds;
+        QStringList neighbours;
         bool isOnMetal = false;
         grid.visitEarlier(atom, atoms.size(), [&](int other) {
             const Coord &next = atoms.at(other);
@@ -80,16 +88,22 @@ QStringList openValences(const QVector<Coord> &atoms, const QStringList &names)
                 return false;
             const bool isMetal = LanqorInputData::isLanthanide(next.label);
             isOnMetal = isOnMetal || isMetal;
-            if (!isMetal)
-                bonds.append({next.x - atom.x, next.y - atom.y, next.z - atom.z});
+            if (isMetal)
+                return false;
+            bonds.append({next.x - atom.x, next.y - atom.y, next.z - atom.z});
+            neighbours.append(next.label);
             return false;
         });
         const bool isOpen = atom.label == QLatin1String("C") ? !isOnMetal && isOpenCarbon(bonds)
                             : atom.label == QLatin1String("N")
                                 ? isOpenNitrogen(bonds, isOnMetal)
                                 : atom.label == QLatin1String("O") && bonds.isEmpty();
-        if (isOpen && !open.contains(names.at(i)))
-            open.append(names.at(i));
+        const QString name =
+            isHydroxide(atom, neighbours)
+                ? LanqorInputData::tr("%1 (unless it is hydroxide)").arg(names.at(i))
+                : names.at(i);
+        if ((isOpen || name != names.at(i)) && !open.contains(name))
+            open.append(name);
     }
     return open;
 }

@@ -17,6 +17,7 @@ struct Species
 {
     Fragment what;
     LigandGraph graph;
+    bool isOnIonOnly = false; ///< elsewhere it is rather what has lost a hydrogen atom
 };
 
 /// Graph of the table's notation: atoms in a row are bonded, brackets hold an atom with the number
@@ -64,15 +65,17 @@ QVector<Species> readTable()
     for (const QJsonValue &row : rows)
         table.append(
             {{row[QStringLiteral("name")].toString(), row[QStringLiteral("charge")].toInt()},
-             graphOf(row[QStringLiteral("graph")].toString())});
+             graphOf(row[QStringLiteral("graph")].toString()),
+             row[QStringLiteral("onIonOnly")].toBool()});
     return table;
 }
 
-std::optional<Fragment> find(const LigandGraph &graph)
+std::optional<Fragment> find(const LigandGraph &graph, bool isOnIon)
 {
     static const QVector<Species> table = readTable();
     for (const Species &species : table)
-        if (species.graph.size() == graph.size() && graph.isLike(species.graph))
+        if (species.graph.size() == graph.size() && (isOnIon || !species.isOnIonOnly) &&
+            graph.isLike(species.graph))
             return species.what;
     return std::nullopt;
 }
@@ -82,12 +85,12 @@ std::optional<Fragment> find(const LigandGraph &graph)
 std::optional<Fragment> find(const QVector<Coord> &atoms, const fragments::Fragment &fragment,
                              const QVector<structureFiles::Bond> &bonds)
 {
-    return find(LigandGraph::of(atoms, fragment.atoms, bonds));
+    return find(LigandGraph::of(atoms, fragment.atoms, bonds), !fragment.coordinated.isEmpty());
 }
 
 std::optional<Fragment> find(const QVector<Coord> &molecule)
 {
-    return find(LigandGraph::of(molecule));
+    return find(LigandGraph::of(molecule), false);
 }
 
 } // namespace knownFragments
