@@ -65,9 +65,10 @@ void addOptions(cli::OptionReader &options)
     options.setDescription(tr(
         "Fits charge factors g of groups of coordinated atoms to measured Stark levels of 7FJ\n"
         "of a Eu3+ complex.\n\n"
-        "STRUCTURE is a MOPAC output or a .mop, .zmt, .xyz or .mol2 file with Eu as atom 1 and\n"
-        "the N coordinated atoms as atoms 2 to N+1. BASENAME stands for small text files, fields\n"
-        "between blanks:\n"
+        "STRUCTURE is a MOPAC output or a .mop, .zmt, .xyz, .mol2, .cif or .pdb file with Eu as\n"
+        "atom 1 and the N coordinated atoms as atoms 2 to N+1; those of a crystal (.cif, .pdb) "
+        "are\n"
+        "brought into that order. BASENAME stands for small text files, fields between blanks:\n"
         "  BASENAME.groups         name, atom numbers; every coordinated atom in one group\n"
         "                          (oxygens 2 3 4 5)\n"
         "  BASENAME.exp            J, energies of the lowest and highest sublevel of 7FJ, energy\n"

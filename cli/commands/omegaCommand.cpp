@@ -105,14 +105,15 @@ ReportRequest readReportRequest(const cli::OptionReader &options)
 
 void addOptions(cli::OptionReader &options)
 {
-    options.setDescription(
-        tr("Judd-Ofelt intensity parameters of a Eu3+ complex by the simple overlap model.\n\n"
-           "FILE is a MOPAC .out or .arc file or a structure (.mop, .zmt, .xyz, .mol2) with Eu as\n"
-           "atom 1 and the N coordinated atoms as atoms 2 to N+1. Every coordinated atom needs a\n"
-           "charge factor g (dimensionless) and a polarisability alpha (cubic Angstrom), given by\n"
-           "element or by atom number; an atom's own value beats that of its element.\n\n"
-           "Example:\n"
-           "  lanqor omega complex.out --g O=0.9,N=1.2,5=0.7 --alpha O=3.1,N=4.0 --n 1.5"));
+    options.setDescription(tr(
+        "Judd-Ofelt intensity parameters of a Eu3+ complex by the simple overlap model.\n\n"
+        "FILE is a MOPAC .out or .arc file or a structure (.mop, .zmt, .xyz, .mol2, .cif, .pdb)\n"
+        "with Eu as atom 1 and the N coordinated atoms as atoms 2 to N+1; those of a crystal\n"
+        "(.cif, .pdb) are brought into that order. Every coordinated atom needs a\n"
+        "charge factor g (dimensionless) and a polarisability alpha (cubic Angstrom), given by\n"
+        "element or by atom number; an atom's own value beats that of its element.\n\n"
+        "Example:\n"
+        "  lanqor omega complex.out --g O=0.9,N=1.2,5=0.7 --alpha O=3.1,N=4.0 --n 1.5"));
     options.addArgument(QStringLiteral("FILE"), tr("MOPAC output or structure file"), QString(),
                         cli::structureSuffixes());
     options.addOptions({

@@ -19,8 +19,9 @@ void addOptions(cli::OptionReader &options)
     options.setDescription(tr(
         "Stark levels (cm^-1) of 7F0 to 7F6 of a Eu3+ complex: the splitting of each manifold\n"
         "by the crystal field of the coordinated atoms, by the simple overlap model.\n\n"
-        "STRUCTURE is a MOPAC .out or .arc or a structure (.mop, .zmt, .xyz, .mol2) with Eu\n"
-        "as atom 1 and the N coordinated atoms as atoms 2 to N+1. Every coordinated atom needs\n"
+        "STRUCTURE is a MOPAC .out or .arc or a structure (.mop, .zmt, .xyz, .mol2, .cif, .pdb)\n"
+        "with Eu as atom 1 and the N coordinated atoms as atoms 2 to N+1; those of a crystal\n"
+        "(.cif, .pdb) are brought into that order. Every coordinated atom needs\n"
         "a charge factor g (dimensionless), given by element or by atom number; an atom's own\n"
         "value beats that of its element. Levels are given from the barycentre of their\n"
         "manifold: add the free-ion energies to compare them with a spectrum. The parameters\n"
