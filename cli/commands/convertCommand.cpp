@@ -69,7 +69,8 @@ void addOptions(cli::OptionReader &options)
                        QStringLiteral("name")});
     options.addOption({QStringLiteral("charge"),
                        tr("Charge of the whole system, ion included; by default that of the MOPAC "
-                          "output, archive or job (CHARGE=), else 0."),
+                          "output, archive or job (CHARGE=), else derived from the ion and "
+                          "known ligands."),
                        QStringLiteral("n")});
     options.addOption(cli::moleculeOption());
     cli::addJobOptions(options);
@@ -158,6 +159,13 @@ void checkIndo(const cli::OptionReader &options, bool isMopacJob)
                                .arg(QLatin1String(option)));
 }
 
+int ionCount(const QVector<Coord> &atoms)
+{
+    return int(std::count_if(atoms.begin(), atoms.end(), [](const Coord &atom) {
+        return LanqorInputData::isLanthanide(atom.label);
+    }));
+}
+
 /// Charge, multiplicity and keywords of a job, with which its electrons must agree.
 void settleJob(const cli::OptionReader &options, const QString &format, LanqorInputData &structure,
                LanqorFilesConverter &converter, Numbers &numbers)
@@ -175,12 +183,14 @@ void settleJob(const cli::OptionReader &options, const QString &format, LanqorIn
                           !structure.isChargeOnSystemTold();
     if (isUntold || (!isMopacJob && !isClosedShell && format != QLatin1String("gjf")))
         return;
+    // Several ions are what the conversion refuses by itself.
+    const bool isIndo = options.isSet("indo");
+    if (isIndo && ionCount(structure.getCoord()) > 1)
+        return;
     readJob(options, converter, structure, numbers);
     const QVector<Coord> atoms = structure.getCoord();
     const bool isIonLeftOut = format == QLatin1String("orcinp") && !options.isSet("keep-ion");
-    const bool hasIon = std::any_of(atoms.begin(), atoms.end(), [](const Coord &atom) {
-        return LanqorInputData::isLanthanide(atom.label);
-    });
+    const bool hasIon = ionCount(atoms) > 0;
     // An ORCA output of the ligands alone has the ion beside it, as a point charge.
     const bool isIonBeside = isIonLeftOut && !hasIon && converter.isOrcaOutput();
     const int chargeBeside =
@@ -188,13 +198,16 @@ void settleJob(const cli::OptionReader &options, const QString &format, LanqorIn
     // What the conversion refuses, and why, is told by itself.
     const bool isIonMissing =
         !hasIon && !isIonBeside && (isIonLeftOut || format == QLatin1String("gjf"));
-    if (isMopacJob)
+    if (isMopacJob && !isIndo)
         cli::checkMopacElectrons(options, atoms, numbers.charge);
     else if (!isIonMissing)
         cli::checkElectrons(atoms, {numbers.charge, multiplicity,
-                                    isClosedShell ? tr("Give it with --charge; ORCA and ZINDO jobs "
-                                                       "start from a closed shell.")
-                                                  : cli::chargeOrMultiplicity(),
+                                    isIndo ? tr("Give it with --charge; both INDO jobs start from "
+                                                "a closed shell.")
+                                    : isClosedShell
+                                        ? tr("Give it with --charge; ORCA and ZINDO jobs start "
+                                             "from a closed shell.")
+                                        : cli::chargeOrMultiplicity(),
                                     chargeBeside});
     cli::settleMopacJob(options, converter);
     converter.setExtraMopacKeywords(cli::mopacKeywords(options, atoms, numbers.charge));

@@ -32,8 +32,7 @@ QString summary(const OrganizeResults &results)
 }
 
 /// Charge of the atoms that are kept: of the whole system, less those of the fragments left out.
-int chargeOfKeptAtoms(const cli::OptionReader &options, const LanqorInputData &source,
-                      const OrganizeResults &results)
+int chargeOfKeptAtoms(const LanqorInputData &source, const OrganizeResults &results)
 {
     QStringList unknown;
     QStringList known;
@@ -61,15 +60,9 @@ int chargeOfKeptAtoms(const cli::OptionReader &options, const LanqorInputData &s
         cli::warn(tr("the charge of the file is %1, but %2 (+3) and %3 add up to %4")
                       .arg(QString::number(qRound(source.getChargeOnSystem())), results.ion, list,
                            QString::number(results.charge)));
-    const bool isDerived = !isGiven && results.isChargeKnown;
-    if (isDerived)
-        cli::note(tr("the charge of the atoms that are kept is %1, derived from %2 (+3) and %3; "
-                     "give another with --charge")
-                      .arg(QString::number(results.charge), results.ion, list));
-    else if (!isGiven)
-        cli::note(tr("no charge can be derived from the fragments %1").arg(list));
     const int whole =
-        isDerived ? results.charge + omittedCharge : cli::chargeOfJob(options, source);
+        isGiven ? qRound(source.getChargeOnSystem())
+                : cli::chargeOfFragments(results, tr("the atoms that are kept")) + omittedCharge;
     if (!known.isEmpty())
         cli::note(tr("left out are %1; the charge of the atoms that are kept is %2 (of the whole "
                      "%3)")
@@ -83,8 +76,8 @@ void settleJob(const cli::OptionReader &options, const LanqorInputData &source,
                const OrganizeResults &results, LanqorOrganizeMolecules &structure)
 {
     const int charge = options.isSet("charge")     ? options.wholeNumber("charge")
-                       : options.isSet("keywords") ? cli::chargeOfJob(options, source)
-                                                   : chargeOfKeptAtoms(options, source, results);
+                       : options.isSet("keywords") ? cli::toldCharge(options, source).value_or(0)
+                                                   : chargeOfKeptAtoms(source, results);
     const QVector<Coord> atoms = structure.getCoord();
     cli::checkMopacElectrons(options, atoms, charge);
     cli::settleMopacJob(options, structure);
@@ -114,7 +107,8 @@ int organizeCommand(const QStringList &arguments)
     options.addOption(
         {QStringLiteral("charge"),
          tr("Charge of a .mop job, of all atoms that it keeps; by default that of the "
-            "MOPAC output, archive or job (CHARGE=), else 0, less those of fragments left out."),
+            "MOPAC output, archive or job (CHARGE=), less those of fragments left out, else "
+            "derived from the ion and known ligands."),
          QStringLiteral("n")});
     options.addOption(cli::moleculeOption());
     cli::addJobOptions(options);

@@ -7,10 +7,11 @@
 #include <LanqorEngine/LanqorFilesConverter.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOrganizeMolecules.h>
+#include <LanqorEngine/LanqorSolvents.h>
 
 #include <QRegularExpression>
 
-#include <optional>
+#include <algorithm>
 
 namespace cli {
 
@@ -46,6 +47,7 @@ template <typename Writer> void settle(const OptionReader &options, Writer &writ
 {
     writer.setMopacMethod(options.text("method"));
     writer.setMopacJobForQdcFit(options.isSet("qdc-fit"));
+    writer.setSolvent(options.text("solvent"));
 }
 
 } // namespace
@@ -62,6 +64,11 @@ void addJobOptions(OptionReader &options)
     options.addOption({QStringLiteral("qdc-fit"),
                        tr("MOPAC: a job for \"fit qdc\": all orbitals (ALLVEC), then a second job "
                           "for the force constants (FORCE).")});
+    options.addOption({QStringLiteral("solvent"),
+                       tr("MOPAC: permittivity of a solvent (EPS), as water or toluene; gas phase "
+                          "unless given. Not with the sparkle, whose charge that model does not "
+                          "see."),
+                       QStringLiteral("name")});
     options.addOption(
         {QStringLiteral("multiplicity"),
          tr("MOPAC, Gaussian: multiplicity of the electrons beside the 4f shell (1)."),
@@ -70,27 +77,69 @@ void addJobOptions(OptionReader &options)
 
 void checkJobOptions(const OptionReader &options, bool isMopacJob)
 {
-    for (const char *option : {"method", "qdc-fit"})
+    for (const char *option : {"method", "qdc-fit", "solvent"})
         if (options.isSet(option) && !isMopacJob)
             options.refuse(tr("--%1 belongs to a MOPAC job (.mop)").arg(QLatin1String(option)));
     const QStringList methods = LanqorFilesConverter::mopacMethods();
     if (!methods.contains(options.text("method")))
         options.refuse(tr("--method %1 is none of %2")
                            .arg(options.text("method"), methods.join(QStringLiteral(", "))));
+    if (options.isSet("solvent") && !LanqorSolvents::find(options.text("solvent")))
+        options.refuse(LanqorSolvents::unknownSolvent(options.text("solvent")));
     if (isMopacJob && options.isSet("keywords") && options.isSet("multiplicity"))
         options.refuse(
             tr("--keywords takes the place of --multiplicity: write DOUBLET, TRIPLET ... "
                "among the keywords"));
 }
 
-int chargeOfJob(const OptionReader &options, const LanqorInputData &structure)
+std::optional<int> toldCharge(const OptionReader &options, const LanqorInputData &structure)
 {
     if (const auto charge = chargeOfKeywords(options))
+        return charge;
+    return structure.isChargeOnSystemTold() || options.isSet("keywords")
+               ? std::optional<int>(qRound(structure.getChargeOnSystem()))
+               : std::nullopt;
+}
+
+int chargeOfFragments(const OrganizeResults &results, const QString &atoms)
+{
+    const QString list = results.fragmentCharges.join(QStringLiteral(", "));
+    if (!results.isChargeKnown)
+        throw Failure{tr("the charge cannot be derived from %1 (+3) and %2: the charge of those "
+                         "with a ? is not known; give that of all atoms with --charge")
+                          .arg(results.ion, list)};
+    note(tr("the charge of %1 is %2, derived from %3 (+3) and %4; give another with --charge")
+             .arg(atoms, QString::number(results.charge), results.ion, list));
+    if (list.contains(QLatin1String("hydroxide")))
+        warn(tr("OH counts as hydroxide (-1); if it is water that lacks a hydrogen atom, add the "
+                "atom"));
+    return results.charge;
+}
+
+int chargeOfJob(const OptionReader &options, LanqorInputData &structure)
+{
+    if (const auto charge = toldCharge(options, structure))
         return *charge;
-    const int charge = qRound(structure.getChargeOnSystem());
-    if (!structure.isChargeOnSystemTold() && !options.isSet("keywords"))
-        note(tr("the charge of the system is taken as %1; give another with --charge").arg(charge));
-    return charge;
+    const QVector<Coord> atoms = structure.getCoord();
+    const auto isIon = [](const Coord &atom) { return LanqorInputData::isLanthanide(atom.label); };
+    const auto isVector = [](const Coord &atom) { return atom.label == QLatin1String("Tv"); };
+    if (std::none_of(atoms.begin(), atoms.end(), isIon) ||
+        std::any_of(atoms.begin(), atoms.end(), isVector)) {
+        note(tr("the charge of the system is taken as 0; give another with --charge"));
+        return 0;
+    }
+    LanqorOrganizeMolecules fragments(nullptr, &structure);
+    if (!fragments.organize())
+        throw Failure{tr("the charge cannot be derived from the fragments: %1 Give it with "
+                         "--charge.")
+                          .arg(fragments.getLastError().simplified())};
+    const OrganizeResults results = fragments.getResults();
+    if (results.atoms.size() != atoms.size())
+        throw Failure{
+            tr("the charge cannot be derived from the fragments, which have %1 atoms "
+               "instead of %2; give it with --charge")
+                .arg(QString::number(results.atoms.size()), QString::number(atoms.size()))};
+    return chargeOfFragments(results, tr("the system"));
 }
 
 int multiplicityOfJob(const OptionReader &options)

@@ -5,9 +5,12 @@
 #include <QString>
 #include <QVector>
 
+#include <optional>
+
 class LanqorFilesConverter;
 class LanqorInputData;
 class LanqorOrganizeMolecules;
+struct OrganizeResults;
 
 /// Options of jobs for quantum-chemistry programs.
 namespace cli {
@@ -19,9 +22,14 @@ void addJobOptions(OptionReader &options);
 /// Refuses options of MOPAC jobs for another file, and those that --keywords makes void.
 void checkJobOptions(const OptionReader &options, bool isMopacJob);
 
-/// Charge of a job, when --charge does not tell it: that of --keywords, else of the file, else 0,
-/// of which a note tells.
-int chargeOfJob(const OptionReader &options, const LanqorInputData &structure);
+/// Charge that --keywords or else the file tells, when --charge does not; empty when neither does.
+std::optional<int> toldCharge(const OptionReader &options, const LanqorInputData &structure);
+/// Charge of the atoms (so called in a note) derived from ion and fragments; throws a Failure with
+/// the list of fragments when that of one of them is not known.
+int chargeOfFragments(const OrganizeResults &results, const QString &atoms);
+/// Charge of a job, when --charge does not tell it: the told one, else that of the fragments. One
+/// without an ion, or of a periodic structure, is taken as 0, of which a note tells.
+int chargeOfJob(const OptionReader &options, LanqorInputData &structure);
 /// Multiplicity of a job, 1 unless --multiplicity gives another.
 int multiplicityOfJob(const OptionReader &options);
 

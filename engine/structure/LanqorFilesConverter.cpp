@@ -214,6 +214,11 @@ void LanqorFilesConverter::setMopacJobForQdcFit(const bool &isForQdcFit)
     d->mopacJob.isForQdcFit = isForQdcFit;
 }
 
+void LanqorFilesConverter::setSolvent(const QString &name)
+{
+    d->mopacJob.solvent = name;
+}
+
 bool LanqorFilesConverter::isOrcaOutput() const
 {
     if (d->fileName.endsWith(QLatin1String("orcout")))
@@ -228,9 +233,12 @@ bool LanqorFilesConverter::convertFromOutToMop(QString const &outputFile)
         return failWith(jobFiles::unknownMethod(d->mopacJob.method));
     std::unique_ptr<LanqorInputData> own;
     LanqorInputData &data = d->input(own);
-    return d->readStructure(data, QStringLiteral("mop")) &&
-           d->writeOutput(outputFile, QStringLiteral("mop"),
-                          jobFiles::mopacJob(data.getCoord(), d->mopacJob));
+    if (!d->readStructure(data, QStringLiteral("mop")))
+        return false;
+    const QString fault = jobFiles::faultOfSolvent(data.getCoord(), d->mopacJob);
+    return fault.isEmpty() ? d->writeOutput(outputFile, QStringLiteral("mop"),
+                                            jobFiles::mopacJob(data.getCoord(), d->mopacJob))
+                           : failWith(fault);
 }
 
 bool LanqorFilesConverter::convertFromOutToMopIndo(QString const &outputFile, const int &states)
@@ -245,8 +253,17 @@ bool LanqorFilesConverter::convertFromOutToMopIndo(QString const &outputFile, co
         return failWith(tr("An INDO job cannot be of a periodic structure (translation vectors "
                            "Tv): \n") +
                         d->fileName);
+    const QVector<Coord> ions = jobFiles::ionsOf(atoms);
+    if (ions.size() > 1)
+        return failWith(tr("An INDO job takes yttrium for one lanthanide ion, but there are %1 "
+                           "(%2, ...); write the surroundings of one of them to a file: \n")
+                            .arg(QString::number(ions.size()), ions.first().label) +
+                        d->fileName);
     if (states < 1)
         return failWith(tr("An INDO job needs at least one excited state."));
+    const QString fault = jobFiles::faultOfSolvent(d->mopacJob.solvent);
+    if (!fault.isEmpty())
+        return failWith(fault);
     const QString ending = QLatin1Char('.') + suffix;
     QString base = d->nameOfOutput(outputFile, suffix);
     if (base.endsWith(ending, Qt::CaseInsensitive))
@@ -254,6 +271,7 @@ bool LanqorFilesConverter::convertFromOutToMopIndo(QString const &outputFile, co
     jobFiles::MopacIndoJob job;
     job.charge = d->chargeOfJob(data);
     job.states = states;
+    job.solvent = d->mopacJob.solvent;
     for (const char *kind : {"singlet", "triplet"}) {
         job.multiplicity = QString::fromLatin1(kind).toUpper();
         if (!d->writeOutput(base + QLatin1Char('_') + QLatin1String(kind) + ending, suffix,

@@ -71,6 +71,10 @@ public:
     /// Whether a MOPAC job is one for LanqorParametricQDC: with all orbitals (ALLVEC), and followed
     /// by a second job with the force constants of the optimised structure (FORCE OLDGEO).
     void setMopacJobForQdcFit(const bool &isForQdcFit);
+    /// Solvent of MOPAC jobs, one of LanqorSolvents, as its COSMO model takes it (keyword EPS); by
+    /// default empty, the gas phase. A conversion with another fails, and so does an optimisation
+    /// with the keyword SPARKLE, whose charge that model does not see.
+    void setSolvent(const QString &name);
 
     /// True when the file is an ORCA output, by the suffix ".orcout" or by its text.
     bool isOrcaOutput() const;
@@ -80,7 +84,7 @@ public:
     /// Two MOPAC jobs of excited states by INDO/S, NAME_singlet.mop and NAME_triplet.mop for the
     /// file NAME.mop: single excitations among the thirty orbitals around the gap (keywords INDO
     /// CIS, C.I.=30), yttrium in the place of the ion, the geometry as it is. Their outputs are
-    /// read by LanqorInputData::readOutputMopacIndo().
+    /// read by LanqorInputData::readOutputMopacIndo(). Fails with several ions.
     /// @param states  number of excited states of each multiplicity that are printed, at least 1
     bool convertFromOutToMopIndo(QString const &outputFile, const int &states);
     /// A Gaussian job (.gjf): ten singlets and ten triplets by TD-LC-wPBE, 6-31+G(d) on the

@@ -478,6 +478,11 @@ void LanqorOrganizeMolecules::setMopacJobForQdcFit(const bool &isForQdcFit)
     d->mopacJob.isForQdcFit = isForQdcFit;
 }
 
+void LanqorOrganizeMolecules::setSolvent(const QString &name)
+{
+    d->mopacJob.solvent = name;
+}
+
 bool LanqorOrganizeMolecules::organize()
 {
     Source source;
@@ -515,6 +520,11 @@ bool LanqorOrganizeMolecules::createOutpuFile(const QString &outputFile)
     if (d->atoms.isEmpty())
         return failWith(tr("There is no organised structure to write."));
     const QString suffix = QFileInfo(outputFile).suffix().toLower();
+    const QString faultOfSolvent = suffix == QLatin1String("mop")
+                                       ? jobFiles::faultOfSolvent(d->atoms, d->mopacJob)
+                                       : QString();
+    if (!faultOfSolvent.isEmpty())
+        return failWith(faultOfSolvent);
     QString text;
     if (suffix == QLatin1String("mol2"))
         text = d->mol2Text();

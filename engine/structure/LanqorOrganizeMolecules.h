@@ -51,6 +51,8 @@ public:
     void setMopacMethod(const QString &method);
     /// Whether a ".mop" file is a job for a QDC fit; see LanqorFilesConverter.
     void setMopacJobForQdcFit(const bool &isForQdcFit);
+    /// Solvent of a ".mop" file; see LanqorFilesConverter::setSolvent().
+    void setSolvent(const QString &name);
 
     /// Reads the file and sorts its atoms. Fails when there is no lanthanide ion or more than
     /// one, or when a hydrogen atom overlaps with another element; results of an earlier call stay

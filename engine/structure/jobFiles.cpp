@@ -6,6 +6,7 @@
 
 #include <LanqorEngine/LanqorFilesConverter.h>
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorSolvents.h>
 
 #include <QHash>
 #include <QStringList>
@@ -137,6 +138,13 @@ QString zindoAtoms(const QVector<Coord> &atoms)
     return text;
 }
 
+/// Keyword of the solvent, with a blank before it: the permittivity of MOPAC's COSMO model.
+QString keywordOfSolvent(const QString &name)
+{
+    const std::optional<Solvent> solvent = LanqorSolvents::find(name);
+    return solvent ? QStringLiteral(" EPS=%1").arg(solvent->permittivity) : QString();
+}
+
 } // namespace
 
 QStringList mopacMethods()
@@ -149,6 +157,30 @@ QString unknownMethod(const QString &method)
 {
     return LanqorFilesConverter::tr("There is no MOPAC method \"%1\" here; there are %2.")
         .arg(method, mopacMethods().join(QStringLiteral(", ")));
+}
+
+QString faultOfSolvent(const QString &solvent)
+{
+    return solvent.isEmpty() || LanqorSolvents::find(solvent)
+               ? QString()
+               : LanqorSolvents::unknownSolvent(solvent);
+}
+
+QString faultOfSolvent(const QVector<Coord> &atoms, const MopacJob &job)
+{
+    const bool isSparkle =
+        !ionsOf(atoms).isEmpty() &&
+        job.extraKeywords.contains(QLatin1String("SPARKLE"), Qt::CaseInsensitive);
+    // MOPAC 22.0.6 gives a bare sparkle ion of charge 3 a dielectric energy of 0, and
+    // [Eu(acac)3(H2O)] one of -680 kcal/mol, as for its ligands without the ion.
+    return !job.solvent.isEmpty() && isSparkle
+               ? LanqorFilesConverter::tr(
+                     "The solvent model of MOPAC (EPS) does not see the charge of a sparkle ion: "
+                     "the complex would be dissolved as its ligands alone, hundreds of kcal/mol "
+                     "too low. Optimise with the sparkle in the gas phase; or in the solvent with "
+                     "xtb, or with RM1 without SPARKLE, which take the ion as an atom. Jobs of "
+                     "INDO/S states take a solvent.")
+               : faultOfSolvent(job.solvent);
 }
 
 std::optional<int> electronCount(const QVector<Coord> &atoms, int charge)
@@ -170,7 +202,7 @@ QString mopacJob(const QVector<Coord> &atoms, const MopacJob &job)
     QString text = job.method +
                    QStringLiteral(" PRECISE XYZ T=10D BFGS GNORM=0.25 +   \n"
                                   "NOLOG GEO-OK SCFCRT=1.D-10    ") +
-                   job.extraKeywords +
+                   job.extraKeywords + keywordOfSolvent(job.solvent) +
                    (job.isForQdcFit ? QStringLiteral(" ALLVEC\n\n\n") : QStringLiteral("\n\n\n"));
     for (const Coord &atom : atoms)
         text += atom.label.leftJustified(3) +
@@ -180,7 +212,7 @@ QString mopacJob(const QVector<Coord> &atoms, const MopacJob &job)
     if (job.isForQdcFit)
         text += QLatin1Char('\n') + job.method +
                 QStringLiteral(" FORCE OLDGEO LET XYZ T=10D NOLOG GEO-OK ") + job.extraKeywords +
-                QStringLiteral("\n\n\n");
+                keywordOfSolvent(job.solvent) + QStringLiteral("\n\n\n");
     return text;
 }
 
@@ -189,12 +221,12 @@ QString mopacIndoJob(const QVector<Coord> &atoms, const MopacIndoJob &job)
     // Thirty orbitals around the gap, up to 225 excitations (MAXCI); rows of states count the
     // ground state (WRTCI). The limit of printed coefficients (WRTCONF) is that of 0.01 for their
     // squares.
-    QString text =
-        QStringLiteral("INDO CIS %1 C.I.=30 MAXCI=2000 WRTCI=%2 WRTCONF=0.1 CHARGE=%3 "
-                       "XYZ 1SCF GEO-OK THREADS=1\n")
-            .arg(job.multiplicity, QString::number(job.states + 1), QString::number(job.charge)) +
-        QStringLiteral("excited states by INDO/S; Y stands in the place of a lanthanide "
-                       "ion\n\n");
+    QString text = QStringLiteral("INDO CIS %1 C.I.=30 MAXCI=2000 WRTCI=%2 WRTCONF=0.1 CHARGE=%3 "
+                                  "XYZ 1SCF GEO-OK THREADS=1%4\n")
+                       .arg(job.multiplicity, QString::number(job.states + 1),
+                            QString::number(job.charge), keywordOfSolvent(job.solvent)) +
+                   QStringLiteral("excited states by INDO/S; Y stands in the place of a lanthanide "
+                                  "ion\n\n");
     for (const Coord &atom : atoms) {
         const bool isIon = LanqorInputData::isLanthanide(atom.label);
         text += (isIon ? QStringLiteral("Y") : atom.label).leftJustified(3) +

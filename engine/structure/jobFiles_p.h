@@ -22,6 +22,7 @@ struct MopacJob
     QString method = QStringLiteral("AM1");
     QString extraKeywords;    ///< end the second keyword line
     bool isForQdcFit = false; ///< all orbitals, and a second job with the force constants
+    QString solvent;          ///< of LanqorSolvents; empty: gas phase
 };
 /// An optimisation of all coordinates by MOPAC.
 QString mopacJob(const QVector<Coord> &atoms, const MopacJob &job);
@@ -33,8 +34,14 @@ struct MopacIndoJob
     QString multiplicity; ///< keyword, SINGLET or TRIPLET
     int charge = 0;
     int states = 25; ///< excited ones that are printed
+    QString solvent; ///< of LanqorSolvents; empty: gas phase
 };
 QString mopacIndoJob(const QVector<Coord> &atoms, const MopacIndoJob &job);
+
+/// Why a job of this solvent and of these atoms cannot be; empty when it can.
+QString faultOfSolvent(const QVector<Coord> &atoms, const MopacJob &job);
+/// The same of an INDO job, which has no sparkle.
+QString faultOfSolvent(const QString &solvent);
 
 /// What to say to a method that is not among them.
 QString unknownMethod(const QString &method);
