@@ -20,6 +20,8 @@ packages=(
     locales
     # checks the manual pages; reads a result in the documentation
     groff jq
+    # a screen for the window of examples/frontend
+    xvfb xauth
     # reads the installed headers for the test of the exported symbols
     python3-clang binutils
 )
