@@ -365,6 +365,9 @@ void ProgramSteps::prepareGeometry(Stage &stage)
         return;
     }
     stage.title = tr("geometry by MOPAC %1, sparkle for Eu").arg(request.mopacMethod);
+    // Its solvent model does not see the charge of a sparkle.
+    if (!request.solvent.isEmpty())
+        stage.title += tr(", in the gas phase");
     const QTemporaryDir scratch;
     const QString start = scratch.filePath(QStringLiteral("start.xyz"));
     const QString jobFile = scratch.filePath(QStringLiteral("complex.mop"));
@@ -526,6 +529,11 @@ void ProgramSteps::prepareIndo(Stage &stage)
     writeWhole(start, xyzOf(atoms, QString()));
     LanqorFilesConverter writer(nullptr, start);
     writer.setCharge(complex.charge);
+    writer.setSolvent(request.solvent);
+    if (!request.solvent.isEmpty())
+        remarks.append(tr("the states are those in %1; the shift of the INDO triplet and its error "
+                          "were found in the gas phase")
+                           .arg(request.solvent));
     if (!writer.convertFromOutToMopIndo(scratch.filePath(QStringLiteral("states.mop")),
                                         statesOfEachKind))
         failOf(writer);

@@ -11,6 +11,7 @@
 #include "text.h"
 
 #include <LanqorEngine/LanqorFilesConverter.h>
+#include <LanqorEngine/LanqorSolvents.h>
 
 #include <QDir>
 #include <QFileInfo>
@@ -181,7 +182,12 @@ RunRequest readRunRequest(const OptionReader &reader, const UncertainOptions &un
                  {QStringLiteral("mopac"), QStringLiteral("xtb"), QStringLiteral("as-is")}));
     choiceOf(reader, "method", LanqorFilesConverter::mopacMethods());
     request.mopacMethod = reader.text("method");
-    request.solvent = reader.text("solvent").toLower();
+    if (reader.isSet("solvent")) {
+        const std::optional<Solvent> solvent = LanqorSolvents::find(reader.text("solvent"));
+        if (!solvent)
+            reader.refuse(LanqorSolvents::unknownSolvent(reader.text("solvent")));
+        request.solvent = solvent->name;
+    }
     readTriplet(reader, uncertain, request);
     readStates(reader, request);
     readIntensities(reader, request);
