@@ -215,6 +215,8 @@ void ProgramRun::start()
 void ProgramRun::startProcess()
 {
     // The output of a preparation gives way to that of the run.
+    output.close();
+    unread.clear();
     const int next = job.preparations.size() - preparationsLeft;
     process.start(outcome.executable, job.preparations.value(next, job.arguments));
     if (!process.waitForStarted())
