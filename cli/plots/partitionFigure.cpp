@@ -27,7 +27,6 @@ struct Bars
 {
     QVector<Bar> bars;
     double total = 0.0; ///< Arad(ED), s^-1, the sum over the atoms
-    double nameWidth = 0.0;
     QSizeF size;
 };
 
@@ -51,23 +50,29 @@ Bars barsOf(const AradPartitionResults &partition)
             {QStringLiteral("%1 (%2)").arg(group.group.name, atoms.join(QStringLiteral(", "))),
              group.rate, true});
     }
-    constexpr double widest = 420.0;
-    for (Bar &bar : chart.bars) {
-        while (textWidth(bar.name, smallTextSize) > widest && bar.name.size() > 4)
-            bar.name = bar.name.left(bar.name.size() - 2) + QChar(0x2026);
-        chart.nameWidth = std::max(chart.nameWidth, textWidth(bar.name, smallTextSize));
-    }
     const int headings = partition.groups.isEmpty() ? 1 : 2;
     chart.size =
         QSizeF(figureWidth, headings * heading + chart.bars.size() * rowHeight + 2.0 * edge);
     return chart;
 }
 
+/// Cut where it would leave too little room for the bar.
+QString shownName(const Bar &bar)
+{
+    constexpr double widest = 420.0;
+    QString name = bar.name;
+    while (textWidth(name, smallTextSize) > widest)
+        name = name.left(name.size() - 2) + QChar(0x2026);
+    return name;
+}
+
 void paintBars(QPainter &painter, const Bars &chart)
 {
     double lowest = 0.0;
     double highest = 0.0;
+    double nameWidth = 0.0;
     for (const Bar &bar : chart.bars) {
+        nameWidth = std::max(nameWidth, textWidth(shownName(bar), smallTextSize));
         lowest = std::min(lowest, bar.rate);
         highest = std::max(highest, bar.rate);
     }
@@ -79,7 +84,7 @@ void paintBars(QPainter &painter, const Bars &chart)
     double numberWidth = 0.0;
     for (const Bar &bar : chart.bars)
         numberWidth = std::max(numberWidth, textWidth(numberOf(bar), smallTextSize));
-    const double left = edge + chart.nameWidth + 20.0;
+    const double left = edge + nameWidth + 20.0;
     const double width = figureWidth - edge - numberWidth - 20.0 - left;
     const double range = std::max(highest - lowest, 1e-300);
     const double zero = left - lowest / range * width;
@@ -100,7 +105,7 @@ void paintBars(QPainter &painter, const Bars &chart)
         painter.setBrush(bar.rate < 0.0 ? color::red : bar.isGroup ? color::blue : color::sky);
         painter.drawRect(QRectF(zero, middle - 0.5 * barHeight, length, barHeight).normalized());
         painter.setBrush(Qt::NoBrush);
-        drawLabel(painter, {left - 20.0, middle}, bar.name, smallTextSize, 1.0, 0.5);
+        drawLabel(painter, {left - 20.0, middle}, shownName(bar), smallTextSize, 1.0, 0.5);
         drawLabel(painter, {figureWidth - edge, middle}, numberOf(bar), smallTextSize, 1.0, 0.5);
         painter.setPen(QPen(color::black, 2.0));
         painter.drawLine(QPointF(zero, y), QPointF(zero, y + rowHeight));

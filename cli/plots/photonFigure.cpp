@@ -37,6 +37,9 @@ constexpr double rowHeight = 50.0;
 
 QString percent(double share)
 {
+    constexpr double leastTold = 1e-5;
+    if (share > 0.0 && share < leastTold)
+        return tr("below %1 %").arg(QString::number(100.0 * leastTold));
     return cli::textOfYield(100.0 * share) + QStringLiteral(" %");
 }
 

@@ -148,7 +148,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv,
                                                   const QStringList &arguments)
 {
     const bool drawsPlot =
-        arguments.value(1) == QLatin1String("run") ||
+        arguments.value(0) == QLatin1String("run") ||
         !arguments.filter(QRegularExpression(QStringLiteral("^--?plot(-[a-z]+)?(=|$)"))).isEmpty();
     if (!drawsPlot)
         return std::make_unique<QCoreApplication>(argc, argv);

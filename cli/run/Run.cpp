@@ -11,6 +11,7 @@
 #include "run/RunFolder.h"
 #include "run/RunSettings.h"
 #include "run/runCitations.h"
+#include "run/runOutputs.h"
 #include "text.h"
 
 #include <LanqorEngine/DonorTripletResults.h>
@@ -31,6 +32,9 @@ namespace {
 
 constexpr double msPerSecond = 1000.0;
 const auto complexFile = QStringLiteral("complex.xyz");
+const auto pageName = QStringLiteral("report.html");
+const auto textName = QStringLiteral("report.txt");
+const auto summaryName = QStringLiteral("summary.json");
 
 /// States of another complex are refused before anything is calculated.
 void checkExcited(const RunRequest &request, const RunComplex &complex, QStringList &warnings)
@@ -278,6 +282,20 @@ private:
     YieldDonors donors;
 };
 
+/// Those of an earlier call told of other settings or of another state.
+void removeOutputs(const RunFolder &folder)
+{
+    for (const QString &name : {pageName, textName, summaryName})
+        QFile::remove(folder.file(name));
+}
+
+void writeOutputs(const RunFolder &folder, const RunReport &report)
+{
+    writeFile(folder.file(summaryName), makeRunTables(report).toJson());
+    writeFile(folder.file(textName), makeRunText(report).toUtf8());
+    writeFile(folder.file(pageName), makeRunPage(report));
+}
+
 } // namespace
 
 RunEnd performRun(const OptionReader &reader, const OptionReader &settings,
@@ -303,6 +321,7 @@ RunEnd performRun(const OptionReader &reader, const OptionReader &settings,
         report.inputs.append({file, hashOfFile(file)});
     if (!writeFile(folder.file(QStringLiteral("run.toml")), report.settingsToml.toUtf8()))
         throw Failure{tr("the run cannot begin")};
+    removeOutputs(folder);
     report.end = RunReport::End::Until;
     Run run(reader, uncertain, request, complex, folder, report, intensities);
     try {
@@ -317,6 +336,8 @@ RunEnd performRun(const OptionReader &reader, const OptionReader &settings,
     }
     report.steps = run.steps();
     report.citations = runCitations(request, report);
+    if (end.status != interrupted)
+        writeOutputs(folder, report);
     return end;
 }
 
