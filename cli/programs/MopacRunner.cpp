@@ -204,7 +204,8 @@ ProgramJob makeMopacJob(const MopacRequest &request)
         job.results.append({QStringLiteral("job.arc"), base + QStringLiteral(".arc"), true});
     job.results.append({output, base + QStringLiteral(".out"), true});
     job.threads = request.threads;
-    job.versionPattern = QRegularExpression(QStringLiteral("MOPAC v([\\w.]+)"));
+    job.versionPattern =
+        QRegularExpression(QStringLiteral("(?:MOPAC v|Version:?\\s+)(\\d[\\w.]*)"));
     job.readProgress = readCycle;
     job.judge = [isOptimisation](const QDir &scratch) {
         const MopacOutput result = readOutput(scratch.filePath(QLatin1String(outputName)));
