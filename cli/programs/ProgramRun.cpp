@@ -52,6 +52,13 @@ QByteArray contentsOf(const QString &fileName)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+QByteArray beginOfFile(const QString &fileName)
+{
+    constexpr qint64 length = 16384;
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.read(length) : QByteArray();
+}
+
 /// The end of a file that may be large.
 QByteArray endOfFile(const QString &fileName)
 {
@@ -121,8 +128,7 @@ void GroupLeader::setupChildProcess()
     // Between fork and exec nothing but system calls.
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    for (const int signal : {SIGXFSZ, SIGINT, SIGTERM, SIGHUP, SIGPIPE})
-        std::signal(signal, SIG_DFL);
+    std::signal(SIGXFSZ, SIG_DFL); // lanqor itself ignores it
     struct rlimit limit = {};
     if (::getrlimit(RLIMIT_STACK, &limit) == 0) {
         limit.rlim_cur = limit.rlim_max;
@@ -242,8 +248,12 @@ void ProgramRun::showProgress()
     }
     unread += output.readAll();
     const int end = unread.lastIndexOf('\n');
-    if (end < 0)
+    if (end < 0) {
+        constexpr int longestLine = 1 << 20;
+        if (unread.size() > longestLine)
+            unread.clear();
         return;
+    }
     std::optional<ProgramProgress> last;
     const QList<QByteArray> lines = unread.left(end).split('\n');
     for (const QByteArray &line : lines)
@@ -368,8 +378,8 @@ ProgramOutcome ProgramRun::finish()
     outcome.seconds = double(elapsed.elapsed()) / 1000.0;
     if (outcome.end == ProgramEnd::Missing)
         return outcome;
-    const QByteArray head = contentsOf(path(job.outputName)).left(20000);
-    outcome.version = job.versionPattern.match(QString::fromUtf8(head)).captured(1);
+    const QString head = QString::fromUtf8(beginOfFile(path(job.outputName)));
+    outcome.version = job.versionPattern.match(head).captured(1);
     if (outcome.end == ProgramEnd::Done)
         judge();
     if (outcome.end == ProgramEnd::Done)

@@ -1,13 +1,10 @@
 #include "programs/interruption.h"
 
 #include <atomic>
-#include <csignal>
 
 namespace programs {
 
 namespace {
-
-constexpr int caught[] = {SIGINT, SIGTERM, SIGHUP};
 
 /// A signal handler may touch nothing but lock-free atomics.
 std::atomic<int> signalCount{0};
@@ -20,18 +17,22 @@ void countSignal(int)
 } // namespace
 
 InterruptionGuard::InterruptionGuard()
+    : before()
 {
     signalCount = 0;
     struct sigaction action = {};
     action.sa_handler = countSignal;
-    for (const int signal : caught)
-        ::sigaction(signal, &action, nullptr);
+    for (std::size_t i = 0; i < caught.size(); ++i) {
+        ::sigaction(caught.at(i), nullptr, &before.at(i));
+        if (before.at(i).sa_handler != SIG_IGN)
+            ::sigaction(caught.at(i), &action, nullptr);
+    }
 }
 
 InterruptionGuard::~InterruptionGuard()
 {
-    for (const int signal : caught)
-        std::signal(signal, SIG_DFL);
+    for (std::size_t i = 0; i < caught.size(); ++i)
+        ::sigaction(caught.at(i), &before.at(i), nullptr);
 }
 
 int InterruptionGuard::count()

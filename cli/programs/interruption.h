@@ -1,8 +1,12 @@
 #pragma once
 
+#include <array>
+#include <csignal>
+
 namespace programs {
 
-/// Catches Ctrl-C, SIGTERM and SIGHUP while it lives, so that what runs can be ended in order.
+/// Catches Ctrl-C, SIGTERM and SIGHUP while it lives, so that what runs can be ended in order. What
+/// is ignored (as under nohup) stays so.
 class InterruptionGuard
 {
 public:
@@ -13,6 +17,10 @@ public:
 
     /// How often one of the signals has come since the guard was made.
     static int count();
+
+private:
+    static constexpr std::array<int, 3> caught = {SIGINT, SIGTERM, SIGHUP};
+    std::array<struct sigaction, 3> before;
 };
 
 } // namespace programs

@@ -5,6 +5,8 @@
 #include "programs/XtbRunner.h"
 
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorSolvents.h>
+#include <LanqorEngine/LanqorXtbRun.h>
 
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -157,11 +159,16 @@ void TestPrograms::interrupted()
     const QString slow = folder.filePath("slow");
     const QString child = folder.filePath("child");
     // What a program starts ends with it.
-    writeProgram(slow, "sleep 60 & echo $! > " + child.toUtf8() + "; wait");
+    writeProgram(slow, "echo ' CYCLE:     7 TIME:   0.055 TIME LEFT:  1.43W  GRAD.:     1.547 "
+                       "HEAT: -177.6425' > job.out; sleep 60 & echo $! > " +
+                           child.toUtf8() + "; wait");
     ProgramRunner runner(2);
     QVector<ProgramEnd> ends;
     const auto note = [&ends](const ProgramOutcome &outcome) { ends.append(outcome.end); };
-    runner.add(makeXtbJob(xtbOf(folder.path(), slow)), note);
+    ProgramJob job = makeMopacJob(mopacOf(folder.path(), slow));
+    ProgramProgress progress;
+    job.showProgress = [&progress](const ProgramProgress &point) { progress = point; };
+    runner.add(job, note);
     // The end of one makes room for the next; the fourth is never begun.
     for (const char *name : {"first", "second"}) {
         XtbRequest request = xtbOf(folder.path());
@@ -170,14 +177,18 @@ void TestPrograms::interrupted()
     }
     runner.add(makeXtbJob(xtbOf(folder.path(), slow)), note);
     runner.add(makeXtbJob(xtbOf(folder.path(), slow)), note);
-    QTimer::singleShot(1000, [] { ::raise(SIGINT); });
+    QTimer::singleShot(1000, [] { ::raise(SIGTERM); });
     QElapsedTimer timer;
     timer.start();
     QVERIFY(!runner.wait());
     QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(ends, (QVector<ProgramEnd>{ProgramEnd::Done, ProgramEnd::Done, ProgramEnd::Interrupted,
                                         ProgramEnd::Interrupted}));
-    QCOMPARE(QDir(folder.path()).entryList({"*.out"}), (QStringList{"first.out", "second.out"}));
+    QCOMPARE(QDir(folder.path()).entryList({"*.out"}),
+             (QStringList{"first.out", "second.out", "water.failed.out"}));
+    QCOMPARE(progress.cycle, 7);
+    QCOMPARE(progress.gradient, 1.547);
+    QCOMPARE(progress.energy, -177.6425);
     QFile number(child);
     QVERIFY(number.open(QIODevice::ReadOnly));
     QFile command("/proc/" + number.readAll().trimmed() + "/cmdline"); // empty of a dead one
@@ -207,20 +218,26 @@ void TestPrograms::mopac()
              qPrintable(refused.error));
 }
 
+// xtb knows every solvent of the table.
 void TestPrograms::xtb()
 {
     const QTemporaryDir folder;
-    XtbRequest request = xtbOf(folder.path());
-    request.solvent = QStringLiteral("water");
-    ProgramJob job = makeXtbJob(request);
-    int cycles = 0;
-    job.showProgress = [&cycles](const ProgramProgress &progress) { cycles = progress.cycle; };
-    const ProgramOutcome outcome = ProgramRunner::run(job);
-    QVERIFY2(outcome.isDone(), qPrintable(outcome.error));
-    QCOMPARE(outcome.commandLine, QString("xtb start.xyz --chrg 0 --gfn 1; "
- "xtb start.xyz --chrg 0 --gfn 1 --opt --alpb water"));
-    for (const char *suffix : {"start.xyz", "out", "xyz", "charges", "err"})
-        QVERIFY(QFile::exists(folder.filePath(QString("s0.") + suffix)));
+    ProgramRunner runner(2);
+    for (const Solvent &solvent : LanqorSolvents::table()) {
+        XtbRequest request = xtbOf(folder.path());
+        request.solvent = request.baseName = solvent.name;
+        runner.add(makeXtbJob(request), [solvent](const ProgramOutcome &outcome) {
+            QVERIFY2(outcome.isDone(), qPrintable(outcome.error));
+            QCOMPARE(outcome.commandLine, "xtb start.xyz --chrg 0 --gfn 1; xtb start.xyz --chrg 0 "
+                                          "--gfn 1 --opt --alpb " +
+                                              solvent.name);
+        });
+    }
+    QVERIFY(runner.wait());
+    LanqorXtbRun run(nullptr, folder.filePath("thf.out"));
+    QVERIFY2(run.readOutput(folder.filePath("thf.xyz"), folder.filePath("thf.charges")),
+             qPrintable(run.getLastError()));
+    QCOMPARE(run.getResults().solvent.left(3), QString("thf"));
 }
 
 QTEST_GUILESS_MAIN(TestPrograms)
