@@ -176,6 +176,7 @@ ProgramRun::~ProgramRun()
 {
     if (!isRunning())
         return;
+    isEnded = true;
     process.signalGroup(SIGKILL);
     process.waitForFinished();
 }
