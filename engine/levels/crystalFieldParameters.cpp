@@ -1,0 +1,143 @@
+#include "levels/crystalFieldParameters_p.h"
+
+#include "core/parity_p.h"
+#include "input/lineReader_p.h"
+#include "input/textFields_p.h"
+#include "levels/LanqorCrystalField.h"
+#include "levels/fieldParameters_p.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <cmath>
+#include <complex>
+#include <cstdlib>
+
+using Complex = std::complex<double>;
+
+namespace crystalFieldParameters {
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("LanqorCrystalField", text);
+}
+
+/// "B(4,-2)".
+QString nameOf(const Parameter &B)
+{
+    return QStringLiteral("B(%1,%2)").arg(QString::number(B.k), QString::number(B.q));
+}
+
+QString faultOf(const Parameter &B, FieldNormalisation normalisation)
+{
+    if (!fieldParameters::exists(B.k, B.q))
+        return tr("there is no %1; k is 2, 4 or 6 and q from -k to k").arg(nameOf(B));
+    if (!std::isfinite(B.real) || !std::isfinite(B.imaginary))
+        return tr("%1 is no finite number").arg(nameOf(B));
+    if (B.imaginary == 0.0)
+        return QString();
+    if (normalisation != FieldNormalisation::Wybourne)
+        return tr("%1 has an imaginary part; Stevens's parameters are real, those of the sine "
+                  "type have q < 0")
+            .arg(nameOf(B));
+    return B.q == 0
+               ? tr("%1 has an imaginary part; that of a hermitian operator is 0").arg(nameOf(B))
+               : QString();
+}
+
+QString faultOfPair(const Parameter &B, const Parameter &other, FieldNormalisation normalisation)
+{
+    if (other.k != B.k || std::abs(other.q) != std::abs(B.q))
+        return QString();
+    if (other.q == B.q)
+        return tr("%1 stands twice").arg(nameOf(B));
+    if (normalisation != FieldNormalisation::Wybourne)
+        return QString();
+    constexpr double tolerance = 1e-4; // of parameters rounded to five digits
+    const Complex own(B.real, B.imaginary);
+    const Complex partner = parity(B.q) * Complex(other.real, -other.imaginary);
+    return std::abs(own - partner) > tolerance * (1.0 + std::abs(own))
+               ? tr("%1 is not (-1)^q times the complex conjugate of %2, as it is for a "
+                    "hermitian operator; leave one of the two out")
+                     .arg(nameOf(B), nameOf(other))
+               : QString();
+}
+
+/// k and q from "4 -2", "B4-2" or "B(4,-2)", the values behind them; false when it is something
+/// else.
+bool parse(const QString &line, Parameter &B)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("^\\s*(?:[BA]\\(?([0-9])\\s*,?\\s*(-?[0-9])\\)?|([0-9]+)[\\s,;]+(-?[0-9]+))"
+                       "[\\s,;]+(\\S+?)(?:[\\s,;]+(\\S+?))?[\\s,;]*$"));
+    const QRegularExpressionMatch match = pattern.match(line);
+    if (!match.hasMatch())
+        return false;
+    const bool isNamed = !match.captured(1).isEmpty();
+    bool isReal = false;
+    bool isImaginary = true;
+    B.k = match.captured(isNamed ? 1 : 3).toInt();
+    B.q = match.captured(isNamed ? 2 : 4).toInt();
+    B.real = match.captured(5).toDouble(&isReal);
+    B.imaginary = 0.0;
+    if (!match.captured(6).isEmpty())
+        B.imaginary = match.captured(6).toDouble(&isImaginary);
+    return isReal && isImaginary;
+}
+
+} // namespace
+
+QString faultOfLast(const QVector<Parameter> &parameters, FieldNormalisation normalisation)
+{
+    const Parameter &last = parameters.last();
+    QString fault = faultOf(last, normalisation);
+    for (int i = 0; fault.isEmpty() && i + 1 < parameters.size(); ++i)
+        fault = faultOfPair(last, parameters.at(i), normalisation);
+    return fault;
+}
+
+} // namespace crystalFieldParameters
+
+bool LanqorCrystalField::readParameters(const QString &fileName,
+                                        const FieldNormalisation &normalisation,
+                                        QVector<StarkResults::FieldParameter> &parameters,
+                                        QString &error)
+{
+    using crystalFieldParameters::faultOfLast;
+    using crystalFieldParameters::parse;
+    using crystalFieldParameters::tr;
+    LineReader reader(fileName);
+    if (!reader.open()) {
+        error = missingFile(fileName);
+        return false;
+    }
+    error.clear();
+    QVector<StarkResults::FieldParameter> read;
+    while (error.isEmpty() && reader.next()) {
+        const QString line =
+            textFields::toString(reader.line()).section(QLatin1Char('#'), 0, 0).trimmed();
+        if (line.isEmpty())
+            continue;
+        StarkResults::FieldParameter B;
+        if (parse(line, B)) {
+            read.append(B);
+            error = faultOfLast(read, normalisation);
+        } else {
+            error = tr("\"%1\" is no parameter; a line holds k, q and the value in cm^-1 (4 -2 "
+                       "35.1), of Wybourne's also the imaginary part (4 -2 35.1 -12)")
+                        .arg(line.left(60));
+        }
+        if (!error.isEmpty())
+            error =
+                tr("%1, line %2: %3").arg(fileName, QString::number(reader.lineNumber()), error);
+    }
+    if (error.isEmpty() && read.isEmpty())
+        error = tr("%1 holds no parameter of a crystal field").arg(fileName);
+    if (!error.isEmpty())
+        return false;
+    parameters = read;
+    return true;
+}
