@@ -1,5 +1,6 @@
 #include "Command.h"
 #include "commands/commands.h"
+#include "commands/fitProgress.h"
 #include "options/OptionReader.h"
 #include "options/complexOptions.h"
 #include "options/showResults.h"
@@ -9,7 +10,6 @@
 #include "run/runOutputs.h"
 #include "text.h"
 
-#include <LanqorEngine/LanqorResultTables.h>
 #include <LanqorEngine/LanqorYieldScan.h>
 
 #include <QDir>

@@ -7,11 +7,12 @@
 #include "options/OptionReader.h"
 #include "options/chargeFactorOptions.h"
 #include "options/chargeFactorSets.h"
+#include "options/complexOptions.h"
 #include "options/uncertainOptions.h"
 #include "options/yieldOptions.h"
 #include "text.h"
 
-#include <LanqorEngine/LanqorAradPartition.h>
+#include <LanqorEngine/LanqorFitAccount.h>
 #include <LanqorEngine/LanqorOmega.h>
 #include <LanqorEngine/LanqorOmegaExp.h>
 #include <LanqorEngine/LanqorParametric.h>
@@ -118,6 +119,7 @@ void IntensitySteps::readSpectrum()
         warn(warning);
     }
     report.measured = calculation.getResults();
+    spectrumReport = calculation.createOutputFile(QString());
 }
 
 /// The fit to measured Omega(2) and Omega(4) as "lanqor fit omega" does it.
@@ -181,7 +183,7 @@ void IntensitySteps::fit(LanqorInputData &geometry, const OrganizeResults &spher
     report.solutions = outcome.solutions;
 }
 
-QString IntensitySteps::calcOmega(LanqorInputData &geometry, const OrganizeResults &sphere)
+IntensityOutcome IntensitySteps::calcOmega(LanqorInputData &geometry, const OrganizeResults &sphere)
 {
     coordNumber = sphere.coordNumber;
     omega = std::make_unique<LanqorOmega>(nullptr, 0, &geometry);
@@ -189,6 +191,9 @@ QString IntensitySteps::calcOmega(LanqorInputData &geometry, const OrganizeResul
         failOf(*omega);
     omega->setRefractiveIndex(request.refractiveIndex);
     omega->setLigandAtomsByLigandVector(ligandLines(sphere));
+    OmegaPrintingOptions sections = sectionsOf(mainSections());
+    sections.printAradPartition = true;
+    omega->setOmegaPrintingOptions(sections);
     if (request.source == IntensitySource::ChargeFactors) {
         report.intensitySource = tr("given charge factors and polarisabilities");
         cli::calcOmega(*omega, geometry, coordNumber, request.g, request.alpha);
@@ -202,10 +207,24 @@ QString IntensitySteps::calcOmega(LanqorInputData &geometry, const OrganizeResul
     const auto value = [this](int rank) {
         return QString::number(report.omega->omega[rank] / omegaUnitCm2, 'f', 2);
     };
-    return tr("Omega(2), (4), (6) %1, %2, %3e-20 cm^2").arg(value(2), value(4), value(6));
+    IntensityOutcome outcome;
+    outcome.line = tr("Omega(2), (4), (6) %1, %2, %3e-20 cm^2").arg(value(2), value(4), value(6));
+    outcome.files.append({QStringLiteral("omega.txt"), omega->createOutFile(QString())});
+    if (report.measured)
+        outcome.files.append({QStringLiteral("omega-exp.txt"), spectrumReport});
+    if (report.fitAccount)
+        outcome.files.append({QStringLiteral("fit.txt"),
+                              LanqorFitAccount::makeText(*report.fitAccount) + QLatin1Char('\n') +
+                                  LanqorIntensitySolutions::makeText(*report.solutions)});
+    if (report.solutions)
+        outcome.files.append(
+            {QStringLiteral("solutions.csv"),
+             QString::fromUtf8(
+                 LanqorIntensitySolutions::makeSolutionTable(*report.solutions).toCsv())});
+    return outcome;
 }
 
-QString IntensitySteps::calcYield(ProgramSteps &programs, const YieldDonors &donors)
+IntensityOutcome IntensitySteps::calcYield(ProgramSteps &programs, const YieldDonors &donors)
 {
     LanqorInputData &geometry = programs.geometry();
     LanqorSpectroscopicCalculation calculation(nullptr, 0, programs.states().type, &geometry,
@@ -239,12 +258,19 @@ QString IntensitySteps::calcYield(ProgramSteps &programs, const YieldDonors &don
     for (const QString &warning : report.uncertainty->warnings)
         warn(warning);
     report.warnings += report.uncertainty->warnings;
-    const QString yield = tr("quantum yield %1 %").arg(textOfYield(report.yield->quantumYield));
-    if (report.uncertainty->quantities.isEmpty())
-        return yield;
-    const UncertaintyResults::Quantity &interval = report.uncertainty->quantities.first();
-    return tr("%1 (95 %: %2 to %3 %)")
-        .arg(yield, textOfYield(interval.low95), textOfYield(interval.high95));
+    IntensityOutcome outcome;
+    outcome.line = tr("quantum yield %1 %").arg(textOfYield(report.yield->quantumYield));
+    const QString source = report.omega->geometryFile;
+    QString text = LanqorInputData::LANQORTitle + QStringLiteral("\n\n\n") +
+                   calculation.createOutFileET(source) + calculation.createOutFile(source);
+    if (!report.uncertainty->quantities.isEmpty()) {
+        const UncertaintyResults::Quantity &interval = report.uncertainty->quantities.first();
+        outcome.line += tr(" (95 %: %1 to %2 %)")
+                            .arg(textOfYield(interval.low95), textOfYield(interval.high95));
+        text += LanqorUncertainty::makeText(*report.uncertainty);
+    }
+    outcome.files.append({QStringLiteral("yield.txt"), text});
+    return outcome;
 }
 
 UncertaintyResults IntensitySteps::calcErrorBars(const LanqorSpectroscopicCalculation &calculation,

@@ -27,6 +27,13 @@ struct YieldDonors
     bool isMeasured = false;
 };
 
+/// What a step gives: a line, and files.
+struct IntensityOutcome
+{
+    QString line;
+    QVector<QPair<QString, QString>> files; ///< name and text
+};
+
 /// The steps 06 and 07 of a run: intensity parameters, rates and yield.
 class IntensitySteps
 {
@@ -40,10 +47,10 @@ public:
     /// Integrates the measured spectrum, if there is one, before anything else is done.
     void readSpectrum();
 
-    /// Intensity parameters at @p geometry; tells the results in a line.
-    QString calcOmega(LanqorInputData &geometry, const OrganizeResults &sphere);
-    /// Rates and yield with intervals; tells the results in a line.
-    QString calcYield(ProgramSteps &programs, const YieldDonors &donors);
+    /// Intensity parameters at @p geometry.
+    IntensityOutcome calcOmega(LanqorInputData &geometry, const OrganizeResults &sphere);
+    /// Rates and yield with intervals.
+    IntensityOutcome calcYield(ProgramSteps &programs, const YieldDonors &donors);
 
     /// Ctrl-C ended the fit.
     bool isInterrupted() const { return isFitInterrupted; }
@@ -58,6 +65,7 @@ private:
     const RunRequest &request;
     RunReport &report;
     std::unique_ptr<LanqorOmega> omega;
+    QString spectrumReport;
     int coordNumber = 0;
     bool isFitInterrupted = false;
 };

@@ -27,6 +27,9 @@ const auto complexName = QStringLiteral("complex");
 const auto geometryName = QStringLiteral("geometry.xyz");
 const auto groundName = QStringLiteral("s0");
 const auto tripletName = QStringLiteral("t1");
+const auto relaxedName = QStringLiteral("relaxed");
+const auto dotXyz = QStringLiteral(".xyz");
+const auto dotOut = QStringLiteral(".out");
 
 QString in(const QString &folder, const QString &name)
 {
@@ -50,8 +53,8 @@ void writeWhole(const QString &fileName, const QByteArray &bytes)
 XtbRunResults readXtb(const QString &folder, const QString &name)
 {
     const QString base = in(folder, name);
-    LanqorXtbRun run(nullptr, base + QStringLiteral(".out"));
-    if (!run.readOutput(base + QStringLiteral(".xyz"), base + QStringLiteral(".charges")))
+    LanqorXtbRun run(nullptr, base + dotOut);
+    if (!run.readOutput(base + dotXyz, base + QStringLiteral(".charges")))
         failOf(run);
     return run.getResults();
 }
@@ -234,11 +237,14 @@ void ProgramSteps::takeOutcome(RunStepId id, const programs::ProgramOutcome &out
     }
     if (--stage.pending > 0 || outcome.end == programs::ProgramEnd::Interrupted)
         return;
-    if (stage.fault.isEmpty() && stage.nextJobs) {
-        const auto nextJobs = stage.nextJobs;
-        stage.nextJobs = nullptr;
+    if (!stage.fault.isEmpty() && stage.isFaultFinal && !stage.secondTry.isEmpty()) {
+        stage.firstFault.swap(stage.fault);
+        stage.nextJobs = stage.secondTry + stage.nextJobs;
+    }
+    stage.secondTry.clear();
+    if (stage.fault.isEmpty() && !stage.nextJobs.isEmpty()) {
         try {
-            addJobs(id, nextJobs(folder.unfinished(folderOf(id))));
+            addJobs(id, {stage.nextJobs.takeFirst()(folder.unfinished(folderOf(id)))});
             return;
         } catch (const Failure &error) {
             stage.fault = error.message;
@@ -258,6 +264,8 @@ void ProgramSteps::conclude(RunStepId id)
             if (stage.complete)
                 stage.complete(place);
             stage.step.outcome = stage.load(place);
+            if (!stage.firstFault.isEmpty())
+                stage.step.outcome += tr("; second try, from contacts relaxed by GFN-FF");
         } catch (const Failure &error) {
             stage.fault = error.message;
         }
@@ -298,6 +306,31 @@ void ProgramSteps::settleFailed(RunStepId id, RunStep::State state, const QStrin
 void ProgramSteps::leaveOut(RunStepId id, const QString &reason)
 {
     settleFailed(id, RunStep::State::LeftOut, reason);
+}
+
+/// A closed-shell optimisation by GFN1. Near a crystal structure its electrons may collapse into a
+/// solution without a gap, which does not happen once the force field of xtb has relaxed the
+/// contacts: that is the second try.
+void ProgramSteps::setGroundState(Stage &stage, const QVector<Coord> &atoms, int charge) const
+{
+    stage.jobs = {xtbJob(atoms, charge, 0, folder.path(), groundName)};
+    const auto relax = [this, atoms, charge](const QString &place) {
+        programs::ProgramJob job = xtbJob(atoms, charge, 0, place, relaxedName);
+        const int method = job.arguments.indexOf(QStringLiteral("--gfn"));
+        job.arguments.replace(method, QStringLiteral("--gfnff"));
+        job.arguments.removeAt(method + 1);
+        job.results = {{QStringLiteral("xtbopt.xyz"), in(place, relaxedName + dotXyz), true},
+                       {job.outputName, in(place, relaxedName + dotOut), true}};
+        job.judge = [](const QDir & /*scratch*/) { return programs::Verdict(); };
+        return job;
+    };
+    const auto again = [this, charge](const QString &place) {
+        LanqorInputData relaxed(nullptr, in(place, relaxedName + dotXyz));
+        if (!relaxed.readXYZFile())
+            failOf(relaxed);
+        return xtbJob(relaxed.getCoord(), charge, 0, place, groundName);
+    };
+    stage.secondTry = {relax, again};
 }
 
 programs::ProgramJob ProgramSteps::xtbJob(const QVector<Coord> &atoms, int charge, int unpaired,
@@ -357,9 +390,9 @@ void ProgramSteps::prepareGeometry(Stage &stage)
     }
     if (request.geometry == GeometryMethod::Xtb) {
         stage.title = tr("geometry by xtb GFN1");
-        stage.jobs = {xtbJob(complex.atoms(), complex.charge, 0, folder.path(), groundName)};
+        setGroundState(stage, complex.atoms(), complex.charge);
         stage.complete = [this](const QString &place) {
-            LanqorInputData source(nullptr, in(place, groundName + QStringLiteral(".xyz")));
+            LanqorInputData source(nullptr, in(place, groundName + dotXyz));
             writeGeometry(source, place);
         };
         return;
@@ -385,7 +418,7 @@ void ProgramSteps::prepareGeometry(Stage &stage)
     job.path = request.mopacPath;
     stage.jobs = {programs::makeMopacJob(job)};
     stage.complete = [this](const QString &place) {
-        LanqorInputData source(nullptr, in(place, complexName + QStringLiteral(".out")));
+        LanqorInputData source(nullptr, in(place, complexName + dotOut));
         if (!source.readMopacOutFile(false))
             failOf(source);
         writeGeometry(source, place);
@@ -415,15 +448,15 @@ QString ProgramSteps::loadGeometry(const QString &place)
         warn(remarks.last());
     }
     if (isFinal)
-        for (const QString &note : geometryData->getNearAtomNotes())
-            remarks.append(note);
+        for (const QString &text : geometryData->getNearAtomNotes())
+            remarks.append(text);
     if (request.geometry == GeometryMethod::Xtb) {
         xtbGround.results = readXtb(place, groundName);
         return tr("sphere of %1; %2").arg(now, energyOf(*xtbGround.results));
     }
     if (request.geometry == GeometryMethod::AsIs)
         return tr("sphere of %1").arg(now);
-    LanqorInputData output(nullptr, in(place, complexName + QStringLiteral(".out")));
+    LanqorInputData output(nullptr, in(place, complexName + dotOut));
     if (!output.readMopacOutFile(false))
         failOf(output);
     return tr("sphere of %1; heat of formation %2 kcal/mol")
@@ -443,7 +476,7 @@ void ProgramSteps::prepareGroundState(Stage &stage)
             tr("the run of %1 is that of the ground state").arg(folderOf(RunStepId::Geometry)));
         return;
     }
-    stage.jobs = {xtbJob(complex.atoms(), complex.charge, 0, folder.path(), groundName)};
+    setGroundState(stage, complex.atoms(), complex.charge);
     stage.load = [this](const QString &place) {
         xtbGround.results = readXtb(place, groundName);
         return energyOf(*xtbGround.results);
@@ -459,8 +492,7 @@ void ProgramSteps::prepareTriplet(Stage &stage)
         return;
     }
     if (!xtbGround.results) {
-        leaveOut(RunStepId::Triplet,
-                 tr("it starts from the ground state: %1").arg(xtbGround.reason));
+        leaveOut(RunStepId::Triplet, tr("there is no ground state from which it could start"));
         return;
     }
     tripletGeometry = tr("optimised by xtb GFN1, ground state and triplet each");
@@ -483,11 +515,11 @@ void ProgramSteps::prepareModel(Stage &stage)
     tripletGeometry =
         tr("%1, optimised by xtb GFN1, ground state and triplet each").arg(model.description);
     modelGroundState = XtbStep();
-    stage.jobs = {xtbJob(model.atoms, model.charge, 0, folder.path(), groundName)};
-    stage.nextJobs = [this, charge = model.charge](const QString &place) {
+    setGroundState(stage, model.atoms, model.charge);
+    stage.nextJobs = {[this, charge = model.charge](const QString &place) {
         const XtbRunResults ground = readXtb(place, groundName);
-        return QVector<programs::ProgramJob>{xtbJob(ground.atoms, charge, 2, place, tripletName)};
-    };
+        return xtbJob(ground.atoms, charge, 2, place, tripletName);
+    }};
     stage.giveUp = [this](const QString &reason) {
         modelGroundState->reason = reason;
         xtbTriplet.reason = reason;

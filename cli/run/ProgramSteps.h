@@ -65,6 +65,9 @@ public:
     const QStringList &warnings() const { return remarks; }
 
 private:
+    /// A job that starts from files in the folder of its step.
+    using MakeJob = std::function<programs::ProgramJob(const QString &folder)>;
+
     struct Stage
     {
         enum class State { Waiting, Running, Settled };
@@ -74,8 +77,10 @@ private:
         QString title;
         StepInputs inputs;
         QVector<programs::ProgramJob> jobs;
-        /// Further jobs when those have ended well.
-        std::function<QVector<programs::ProgramJob>(const QString &folder)> nextJobs;
+        /// Further jobs, one after another, when those before have ended well.
+        QVector<MakeJob> nextJobs;
+        /// What is tried when the first job has failed.
+        QVector<MakeJob> secondTry;
         /// Adds files of our own to the folder.
         std::function<void(const QString &folder)> complete;
         /// Reads the results and tells them in a line; throws a Failure.
@@ -86,6 +91,7 @@ private:
         int pending = 0;
         RunStep step; ///< with what the programs told
         QString fault;
+        QString firstFault; ///< of a job that was tried a second time
         bool isFaultFinal = true;
     };
 
@@ -111,6 +117,7 @@ private:
 
     programs::ProgramJob xtbJob(const QVector<Coord> &atoms, int charge, int unpaired,
                                 const QString &folder, const QString &name) const;
+    void setGroundState(Stage &stage, const QVector<Coord> &atoms, int charge) const;
     QString versionOfProgram(const programs::ProgramJob &job);
     void writeGeometry(LanqorInputData &source, const QString &folder) const;
     QString loadGeometry(const QString &folder);

@@ -2,6 +2,7 @@
 
 #include "Command.h"
 #include "commands/fitProgress.h"
+#include "options/OptionReader.h"
 #include "programs/MopacRunner.h"
 #include "programs/XtbRunner.h"
 #include "run/DonorOutput.h"
@@ -113,11 +114,9 @@ TripletMethod choiceOf(const QString &name)
 class Run
 {
 public:
-    Run(const OptionReader &reader, const UncertainOptions &uncertain, const RunRequest &request,
-        const RunComplex &complex, const RunFolder &folder, RunReport &report,
-        IntensitySteps &intensities)
-        : reader(reader)
-        , uncertain(uncertain)
+    Run(const OptionReader &settings, const RunRequest &request, const RunComplex &complex,
+        const RunFolder &folder, RunReport &report, IntensitySteps &intensities)
+        : settings(settings)
         , request(request)
         , complex(complex)
         , folder(folder)
@@ -150,13 +149,11 @@ public:
                                        0.0});
             return;
         }
-        calculate(RunStepId::Intensities, tr("intensity parameters"),
+        calculate(RunStepId::Intensities, tr("intensity parameters"), intensityInputs(),
                   [this] { return intensities.calcOmega(programs.geometry(), programs.sphere()); });
-        if (intensities.isInterrupted())
-            throw RunInterrupted{};
         if (!request.isAsked(RunStepId::Yield))
             return;
-        calculate(RunStepId::Yield, tr("rates and yield"),
+        calculate(RunStepId::Yield, tr("rates and yield"), yieldInputs(),
                   [this] { return intensities.calcYield(programs, donors); });
         report.end = RunReport::End::Complete;
     }
@@ -225,7 +222,9 @@ private:
                 chooser.setTriplet(*programs.triplet().results);
         }
         if (!programs.triplet().results)
-            chooser.setGfn1Missing(programs.triplet().reason);
+            chooser.setGfn1Missing(programs.groundState().results
+                                       ? programs.triplet().reason
+                                       : tr("ground state: %1").arg(programs.groundState().reason));
         chooser.setLigand(request.donor.isEmpty() ? request.donorModel : request.donor);
         chooser.setChoice(choiceOf(request.tripletChoice));
         const bool isChosen = chooser.calculate();
@@ -251,27 +250,68 @@ private:
                                                       : input.standardDeviation;
     }
 
-    void calculate(RunStepId id, const QString &title, const std::function<QString()> &work)
+    StepInputs intensityInputs() const
+    {
+        StepInputs inputs = {
+            {programs.geometryTitle(), hashOfFile(folder.file(folderOf(RunStepId::Geometry),
+                                                              QStringLiteral("geometry.xyz")))},
+            {versionOf(QStringLiteral("lanqor")), report.lanqorVersion},
+            {QStringLiteral("settings"), intensitySettings(settings)}};
+        if (!request.spectrum.isEmpty())
+            inputs.append({QStringLiteral("spectrum"), hashOfFile(request.spectrum)});
+        return inputs;
+    }
+
+    StepInputs yieldInputs() const
+    {
+        const auto text = [](double value) { return QString::number(value, 'g', 15); };
+        StepInputs inputs = intensityInputs();
+        inputs.append(
+            {QStringLiteral("triplet"), text(donors.tripletEnergy) + QStringLiteral(" +- ") +
+                                            text(donors.tripletSd) + QStringLiteral(" RL ") +
+                                            text(report.triplet->tripletDistance)});
+        inputs.append({QStringLiteral("singlet"), text(report.triplet->singletEnergy) +
+                                                      QStringLiteral(" RL ") +
+                                                      text(report.triplet->singletDistance)});
+        inputs.append({QStringLiteral("samples"), settings.text("samples")});
+        return inputs;
+    }
+
+    /// A step of our own. It takes a second, so that a step that is kept is calculated for the
+    /// report as well, with the same results.
+    void calculate(RunStepId id, const QString &title, const StepInputs &inputs,
+                   const std::function<IntensityOutcome()> &work)
     {
         QElapsedTimer timer;
         timer.start();
+        const QString name = folderOf(id);
         RunStep step;
         step.title = title;
-        step.state = RunStep::State::Done;
+        const auto mark = request.redo == id ? std::nullopt : folder.finished(name, inputs);
         try {
-            step.outcome = work();
+            const IntensityOutcome outcome = work();
+            if (intensities.isInterrupted())
+                throw RunInterrupted{};
+            step.outcome = outcome.line;
+            step.state = mark ? RunStep::State::Kept : RunStep::State::Done;
+            step.seconds = mark ? mark->seconds : double(timer.elapsed()) / msPerSecond;
+            if (!mark) {
+                const QDir place(folder.begin(name));
+                for (const auto &file : outcome.files)
+                    if (!writeFile(place.filePath(file.first), file.second.toUtf8()))
+                        throw Failure{tr("the run cannot go on")};
+                folder.finish(name, inputs, {title, step.outcome, {}, {}, {}, step.seconds, false});
+            }
         } catch (const Failure &error) {
             step.state = RunStep::State::Failed;
             step.outcome = error.message;
             progress.take(id, step, RunProgress::Reason::ToldLater);
             throw;
         }
-        step.seconds = double(timer.elapsed()) / msPerSecond;
         progress.take(id, step);
     }
 
-    const OptionReader &reader;
-    const UncertainOptions &uncertain;
+    const OptionReader &settings;
     const RunRequest &request;
     const RunComplex &complex;
     const RunFolder &folder;
@@ -323,7 +363,7 @@ RunEnd performRun(const OptionReader &reader, const OptionReader &settings,
         throw Failure{tr("the run cannot begin")};
     removeOutputs(folder);
     report.end = RunReport::End::Until;
-    Run run(reader, uncertain, request, complex, folder, report, intensities);
+    Run run(settings, request, complex, folder, report, intensities);
     try {
         run.perform();
     } catch (const Failure &error) {

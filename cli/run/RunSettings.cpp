@@ -21,6 +21,8 @@ namespace cli {
 namespace {
 
 constexpr auto structureKey = "structure";
+constexpr auto intensityHeading =
+    QT_TRANSLATE_NOOP("cli", "Intensities: one of spectrum, omega2 and omega4, g and alpha");
 constexpr auto file = RunSetting::Kind::File;
 constexpr auto flag = RunSetting::Kind::Flag;
 constexpr auto plain = RunSetting::Kind::Text;
@@ -76,7 +78,7 @@ QVector<RunSettingGroup> makeGroups()
               nullptr, "ligands.orcout", file},
              {"program", "name", "Program that wrote it; found out by default.", nullptr, "orca"},
          }},
-        {QT_TRANSLATE_NOOP("cli", "Intensities: one of spectrum, omega2 and omega4, g and alpha"),
+        {intensityHeading,
          {
              {"spectrum", "file",
               "Measured emission spectrum: two columns, nm or cm^-1 and intensity.", nullptr,
@@ -318,6 +320,18 @@ QString runExample()
 QStringList readRunFile(const QString &fileName)
 {
     return FileReader(fileName).read();
+}
+
+QString intensitySettings(const OptionReader &reader)
+{
+    QStringList texts;
+    for (const RunSettingGroup &group : runSettingGroups())
+        for (const RunSetting &setting : group.settings)
+            if (group.heading == intensityHeading && setting.kind != RunSetting::Kind::File &&
+                (reader.isSet(setting.name) || setting.defaultValue))
+                texts.append(QStringLiteral("%1=%2").arg(QLatin1String(setting.name),
+                                                         reader.text(setting.name)));
+    return texts.join(QLatin1Char(' '));
 }
 
 QString resolvedRunFile(const OptionReader &reader, const QString &structureFile,

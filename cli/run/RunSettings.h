@@ -44,6 +44,9 @@ QString runExample();
 /// paths. Throws a Failure that names the line of what makes no sense.
 QStringList readRunFile(const QString &fileName);
 
+/// Those settings in force that intensities and yield depend on, besides the files that they name.
+QString intensitySettings(const OptionReader &reader);
+
 /// The settings in force as a TOML file in @p folder.
 QString resolvedRunFile(const OptionReader &reader, const QString &structureFile,
                         const QString &folder);

@@ -38,6 +38,10 @@ QStringList runCitations(const RunRequest &request, const RunReport &report)
             "(2017)");
         add("xtb: C. Bannwarth, E. Caldeweyher, S. Ehlert, A. Hansen, P. Pracht, J. Seibert, S. "
             "Spicher, S. Grimme, WIREs Comput. Mol. Sci. 11, e1493 (2021)");
+        if (std::any_of(report.steps.begin(), report.steps.end(), [](const RunStep &step) {
+                return step.commandLine.contains(QLatin1String("--gfnff"));
+            }))
+            add("GFN-FF: S. Spicher, S. Grimme, Angew. Chem. Int. Ed. 59, 15665 (2020)");
         if (!request.solvent.isEmpty())
             add("ALPB: S. Ehlert, M. Stahn, S. Spicher, S. Grimme, J. Chem. Theory Comput. 17, "
                 "4250 (2021)");
