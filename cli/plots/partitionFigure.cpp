@@ -19,6 +19,7 @@ namespace {
 struct Bar
 {
     QString name;
+    QString atoms;     ///< of a ligand
     double rate = 0.0; ///< s^-1
     bool isGroup = false;
 };
@@ -39,16 +40,14 @@ Bars barsOf(const AradPartitionResults &partition)
 {
     Bars chart;
     for (const AradPartitionResults::AtomShare &atom : partition.atoms) {
-        chart.bars.append({atom.label + QString::number(atom.atom), atom.rate, false});
+        chart.bars.append({atom.label + QString::number(atom.atom), QString(), atom.rate, false});
         chart.total += atom.rate;
     }
     for (const AradPartitionResults::GroupShare &group : partition.groups) {
         QStringList atoms;
         for (const int atom : group.group.atoms)
             atoms.append(QString::number(atom));
-        chart.bars.append(
-            {QStringLiteral("%1 (%2)").arg(group.group.name, atoms.join(QStringLiteral(", "))),
-             group.rate, true});
+        chart.bars.append({group.group.name, atoms.join(QStringLiteral(", ")), group.rate, true});
     }
     const int headings = partition.groups.isEmpty() ? 1 : 2;
     chart.size =
@@ -56,10 +55,13 @@ Bars barsOf(const AradPartitionResults &partition)
     return chart;
 }
 
-/// Cut where it would leave too little room for the bar.
+/// With the atoms where there is room, and cut where the bar would have too little.
 QString shownName(const Bar &bar)
 {
     constexpr double widest = 420.0;
+    const QString full = QStringLiteral("%1 (%2)").arg(bar.name, bar.atoms);
+    if (!bar.atoms.isEmpty() && textWidth(full, smallTextSize) <= widest)
+        return full;
     QString name = bar.name;
     while (textWidth(name, smallTextSize) > widest)
         name = name.left(name.size() - 2) + QChar(0x2026);

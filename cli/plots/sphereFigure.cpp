@@ -51,7 +51,11 @@ struct Ball
 /// A line between two places; it stands before what is behind its middle.
 struct Stick
 {
-    enum class Kind { Edge, Bond };
+    enum class Kind {
+        Edge,
+        SoftEdge, ///< of two faces that are nearly one
+        Bond
+    };
     QLineF line; ///< from the rim of one ball to that of the other
     double depth = 0.0;
     Kind kind = Kind::Edge;
@@ -208,8 +212,10 @@ Scene sceneOf(const SphereFigure &figure)
     for (int i = 1; i < scene.balls.size(); ++i)
         addStick(0, i, Stick::Kind::Bond);
     const polyhedron::Hull hull = polyhedron::hullOf(donors);
+    constexpr double softFold = 20.0; // degrees
     for (const polyhedron::Edge &edge : hull.edges)
-        addStick(edge.first + 1, edge.second + 1, Stick::Kind::Edge);
+        addStick(edge.first + 1, edge.second + 1,
+                 edge.fold < softFold ? Stick::Kind::SoftEdge : Stick::Kind::Edge);
     if (figure.backbone == SphereFigure::Backbone::Faint)
         scene.backbone = backboneOf(
             figure, [&](const Point &point) { return place(polyhedron::rotated(view, point)); });
@@ -311,17 +317,20 @@ QVector<QRectF> placeLabels(const Scene &scene)
 void paintStick(QPainter &painter, const Stick &stick)
 {
     const bool isBond = stick.kind == Stick::Kind::Bond;
-    const double width = isBond ? 13.0 : 4.0 + 3.0 * stick.depth;
+    const bool isSoft = stick.kind == Stick::Kind::SoftEdge;
+    const double width = isBond ? 13.0 : isSoft ? 2.5 : 4.0 + 3.0 * stick.depth;
     const QColor ink = isBond
                            ? blend(QColor(0xd8, 0xd8, 0xd8), QColor(0x9a, 0x9a, 0x9a), stick.depth)
-                           : blend(color::faint, color::black, stick.depth);
+                       : isSoft ? color::grey
+                                : blend(color::faint, color::black, stick.depth);
     // A white rim parts it from what it crosses.
     QPen pen(QColor(Qt::white), width + 9.0);
     pen.setCapStyle(Qt::FlatCap);
     painter.setPen(pen);
     const double length = stick.line.length();
     const double rim = std::min(16.0, 0.5 * length) / length;
-    painter.drawLine(QLineF(stick.line.pointAt(rim), stick.line.pointAt(1.0 - rim)));
+    if (!isSoft)
+        painter.drawLine(QLineF(stick.line.pointAt(rim), stick.line.pointAt(1.0 - rim)));
     pen.setColor(ink);
     pen.setWidthF(width);
     painter.setPen(pen);

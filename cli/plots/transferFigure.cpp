@@ -27,8 +27,8 @@ constexpr double singletLeft = 40.0;
 constexpr double singletRight = 250.0;
 constexpr double tripletLeft = 320.0;
 constexpr double tripletRight = 520.0;
-constexpr double ionLeft = 770.0;
-constexpr double ionRight = 1010.0;
+constexpr double ionLeft = 735.0;
+constexpr double ionRight = 1012.0;
 constexpr double ionLabels = 1034.0;
 constexpr double top = 70.0;
 constexpr double bottom = 1070.0;
@@ -237,7 +237,8 @@ private:
                   smallTextSize, 0.5, 0.0, color::black, true);
     }
 
-    /// An arrow along the energies, with its text at its left.
+    /// An arrow along the energies, with its text at its left; without where levels are so close
+    /// that it would stand upon them (steps of the cascade, which have one rate).
     void vertical(double x, double from, double to, double width, const QColor &ink,
                   const QString &text)
     {
@@ -245,7 +246,7 @@ private:
         const double middle = 0.5 * (y(from) + y(to));
         if (std::abs(y(from) - y(to)) > textWidth(text, rateSize) + 30.0)
             rotatedLabel({x - 22.0, middle}, text, rateSize, ink);
-        else
+        else if (std::abs(y(from) - y(to)) > 1.2 * rateSize)
             drawLabel(painter, {x - 14.0, middle}, text, rateSize, 1.0, 0.5, ink);
     }
 
@@ -308,7 +309,7 @@ private:
              ++J)
             if (results.branchingRatios.at(J) >= leastRatio)
                 shown.append(J);
-        const double step = (ionRight - ionLeft - 30.0) / (shown.size() + 1);
+        const double step = (ionRight - ionLeft - 20.0) / (shown.size() + 1);
         double x = ionLeft + 20.0 + 0.5 * step;
         for (const int J : qAsConst(shown)) {
             const double ratio = results.branchingRatios.at(J);

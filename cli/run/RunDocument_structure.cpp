@@ -52,7 +52,7 @@ Block tripletTable(const DonorTripletResults &triplet)
     QVector<QStringList> rows;
     for (const TripletValue *value : {&triplet.measured, &triplet.states, &triplet.gfn1}) {
         QStringList row = {value->name, value->raw > 0.0 ? fixed(value->raw, 0) : QString(),
-                           value->raw > 0.0 ? fixed(value->shift, 0) : QString(),
+                           value->shift > 0.0 ? fixed(value->shift, 0) : QString(),
                            value->isAvailable ? fixed(value->energy, 0) : QString(),
                            value->isAvailable && value->standardDeviation > 0.0
                                ? fixed(value->standardDeviation, 0)

@@ -33,7 +33,7 @@ constexpr char style[] =
     "pre,code{font-family:'DejaVu Sans Mono',Menlo,Consolas,monospace;font-size:.82rem}"
     "pre{background:#f4f4f4;padding:.5rem .7rem;white-space:pre-wrap;overflow-wrap:anywhere}"
     "code{overflow-wrap:anywhere}"
-    "td code{word-break:break-all}"
+    "td{overflow-wrap:anywhere;min-width:4.4rem}td.number{min-width:0}"
     "ul{margin:.4rem 0;padding-left:1.3rem}li{margin:.2rem 0;overflow-wrap:anywhere}"
     "figure{margin:1rem 0;max-width:42rem}"
     "figure svg{display:block;width:100%;height:auto}"
