@@ -4,14 +4,20 @@ namespace cli {
 
 namespace {
 
-/// Text without the characters that Markdown takes for markup.
+/// Text without the characters that Markdown takes for markup. Its dialects differ in those that a
+/// backslash protects; all know the names of HTML.
 QString markdown(const QString &text)
 {
     QString result;
     for (const QChar letter : text) {
-        if (QStringLiteral("\\`*_<>[]#|").contains(letter))
-            result += QLatin1Char('\\');
-        result += letter;
+        if (letter == QLatin1Char('|'))
+            result += QStringLiteral("&#124;");
+        else if (QStringLiteral("<>&").contains(letter))
+            result += QString(letter).toHtmlEscaped();
+        else if (QStringLiteral("\\`*_[]#").contains(letter))
+            result += QLatin1Char('\\') + QString(letter);
+        else
+            result += letter;
     }
     return result;
 }
@@ -37,7 +43,7 @@ QString referencePage(const CommandHelp &help)
         page += QStringLiteral("## %1\n\n| | |\n| --- | --- |\n").arg(title);
     };
     const auto row = [&page](const QString &term, const QString &meaning) {
-        page += QStringLiteral("| `%1` | %2 |\n").arg(term, markdown(meaning));
+        page += QStringLiteral("| <code>%1</code> | %2 |\n").arg(markdown(term), markdown(meaning));
     };
     if (!help.arguments.isEmpty()) {
         table(QStringLiteral("Arguments"));
@@ -49,9 +55,7 @@ QString referencePage(const CommandHelp &help)
     for (const CommandHelp::Option &option : help.options) {
         const QString value =
             option.valueName.isEmpty() ? QString() : QStringLiteral(" <%1>").arg(option.valueName);
-        row(QStringLiteral("--") +
-                QString(option.name + value).replace(QLatin1Char('|'), QStringLiteral("\\|")),
-            option.description);
+        row(QStringLiteral("--") + option.name + value, option.description);
     }
     return page;
 }
