@@ -9,6 +9,6 @@ struct FitParameter
     QString unit; ///< "1", "Angstrom^3", "cm^-1"
     double minimum = 0.0;
     double maximum = 0.0; ///< may be infinite
-    bool isFixed = false; ///< held at @ref fixedValue
+    bool isFixed = false; ///< held at FitParameter::fixedValue
     double fixedValue = 0.0;
 };
