@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, testing and the demo need; only what is missing.
 #
-# usage: scripts/install-dependencies.sh [--abi | --bench | --lint | --package]
+# usage: scripts/install-dependencies.sh [--abi | --bench | --docs | --lint | --package]
 #   --abi     also what scripts/abi.sh uses
 #   --bench   also what the benchmarks compare with
+#   --docs    also what scripts/docs.sh uses
 #   --lint    also what scripts/lint.sh uses
 #   --package also what scripts/package.sh uses
 set -euo pipefail
@@ -29,6 +30,8 @@ if [[ ${1:-} == --bench ]]; then
     packages+=(libbenchmark-dev libgsl-dev python3-scipy)
 elif [[ ${1:-} == --abi ]]; then
     packages+=(abigail-tools)
+elif [[ ${1:-} == --docs ]]; then
+    packages+=(mkdocs doxygen)
 elif [[ ${1:-} == --lint ]]; then
     packages+=(git clang-format clang-tidy)
 elif [[ ${1:-} == --package ]]; then
