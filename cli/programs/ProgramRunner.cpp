@@ -24,16 +24,16 @@ struct ProgramRunner::Running
 QString findProgram(const Program &program, QString &error)
 {
     if (program.path.isEmpty()) {
-        const QString found = QStandardPaths::findExecutable(program.name);
+        QString found = QStandardPaths::findExecutable(program.name);
         if (found.isEmpty())
             error = tr("the program %1 is not in PATH: install it with \"apt-get install %2\", or "
                        "name it with %3 FILE")
                         .arg(program.name, program.package, program.option);
         return found;
     }
-    const QString found = program.path.contains(QLatin1Char('/'))
-                              ? QFileInfo(program.path).absoluteFilePath()
-                              : QStandardPaths::findExecutable(program.path);
+    QString found = program.path.contains(QLatin1Char('/'))
+                        ? QFileInfo(program.path).absoluteFilePath()
+                        : QStandardPaths::findExecutable(program.path);
     const QFileInfo file(found.isEmpty() ? program.path : found);
     if (!found.isEmpty() && file.isFile() && file.isExecutable())
         return found;

@@ -74,11 +74,18 @@ private:
                              QStringLiteral("hartree/bohr")};
 };
 
+/// Deuterium and tritium have the electrons of hydrogen.
+QByteArray elementOf(const QString &label)
+{
+    return label == QLatin1String("D") || label == QLatin1String("T") ? QByteArray("H")
+                                                                      : label.toLatin1();
+}
+
 QByteArray xyzText(const QVector<Coord> &atoms)
 {
     QByteArray text = QByteArray::number(atoms.size()) + "\n\n";
     for (const Coord &atom : atoms)
-        text += atom.label.toLatin1() + ' ' + QByteArray::number(atom.x, 'f', 9) + ' ' +
+        text += elementOf(atom.label) + ' ' + QByteArray::number(atom.x, 'f', 9) + ' ' +
                 QByteArray::number(atom.y, 'f', 9) + ' ' + QByteArray::number(atom.z, 'f', 9) +
                 '\n';
     return text;
