@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and takes a real europium complex from a MOPAC output to its
-# emission quantum yield.
+# Installs what is missing, builds, and takes one europium complex from a crystal structure and a
+# spectrum to its emission quantum yield, and another from a MOPAC output step by step.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -21,6 +21,14 @@ run() {
         exit 1
     }
 }
+
+echo
+echo "[Eu(acac)3(H2O)] from a crystal and a spectrum, both made for this example, to its yield:"
+spectrum=examples/data/eu_acac3_h2o_emission.csv
+printf '\n$ lanqor run %s\n\n' "examples/data/eu_acac3_h2o.cif --charge 0 --spectrum $spectrum --lifetime 0.45"
+"$lanqor" run examples/data/eu_acac3_h2o.cif --charge 0 --spectrum "$spectrum" --lifetime 0.45 \
+    --jobs 2 --out build/demo
+echo "The page with drawings, intervals and citations: build/demo/report.html"
 
 echo
 echo "[Eu(C26H14N2O4)2]-, geometry by MOPAC (RM1, sparkle ion):"
