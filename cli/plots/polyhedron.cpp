@@ -13,7 +13,6 @@ namespace {
 
 constexpr double pi = 3.14159265358979323846;
 constexpr double planeTolerance = 1e-3; // Angstrom
-constexpr int mostPoints = 40;
 
 Point minus(const Point &a, const Point &b)
 {
@@ -216,6 +215,11 @@ Rotation viewOf(const QVector<Point> &points)
             best = direction;
         }
     }
+    double before = 0.0;
+    for (const Point &point : points)
+        before += dot(point, best);
+    if (before < -1e-6) // beyond rounding
+        best = {-best[0], -best[1], -best[2]};
     Rotation view = frameOf(best);
     // The long axis of what is seen becomes the horizontal one.
     double xx = 0.0;

@@ -10,6 +10,9 @@ namespace polyhedron {
 using Point = std::array<double, 3>;
 using Rotation = std::array<Point, 3>; ///< rows: the axes to the right, upwards and to the viewer
 
+/// More coordinated atoms than any ion has.
+constexpr int mostPoints = 40;
+
 struct Edge
 {
     int first = 0; ///< index of a point
@@ -26,13 +29,13 @@ struct Hull
 };
 
 /// Faces are plane within 1e-3 Angstrom: those of an octahedron are triangles, those of a cube
-/// squares. Points in one plane have one face, two points one edge. No hull of more points than a
-/// coordination sphere can have.
+/// squares. Points in one plane have one face, two points one edge. No hull of more than
+/// mostPoints.
 Hull hullOf(const QVector<Point> &points);
 
 /// The direction of view, among a fine grid of them, in which points and origin (the ion) lie
-/// farthest from each other in projection; upright and to the right as the points extend least and
-/// most.
+/// farthest from each other in projection, and more points before the origin than behind it; the
+/// points extend most to the right. Along z for more than mostPoints.
 Rotation viewOf(const QVector<Point> &points);
 
 Point rotated(const Rotation &rotation, const Point &point);

@@ -254,7 +254,8 @@ double lengthWithin(const QRectF &box, const Stick &stick)
 }
 
 /// Places for the distances: beside their atoms, away from the ion if there is room, over no atom
-/// and no other label. Index 0, the ion, has none.
+/// and no other label. Index 0, the ion, has none, and none has one in a crowd that is no
+/// coordination sphere.
 QVector<QRectF> placeLabels(const Scene &scene)
 {
     constexpr int directions = 24;
@@ -262,6 +263,8 @@ QVector<QRectF> placeLabels(const Scene &scene)
     constexpr double pi = 3.14159265358979323846;
     const QRectF page(QPointF(4.0, 4.0), scene.size - QSizeF(8.0, 8.0));
     QVector<QRectF> boxes(scene.balls.size());
+    if (scene.balls.size() > polyhedron::mostPoints)
+        return boxes;
     const auto costOf = [&](int index, const QRectF &box) {
         constexpr double ofAtom = 3.0;
         constexpr double ofLabel = 4.0;
@@ -369,9 +372,8 @@ void paintScene(QPainter &painter, const Scene &scene)
     QVector<QPair<double, std::function<void()>>> items;
     for (const Stick &stick : scene.sticks)
         items.append({stick.depth, [&painter, stick] { paintStick(painter, stick); }});
-    for (int i = 0; i < scene.balls.size(); ++i)
-        items.append({scene.balls.at(i).depth,
-                      [&painter, &scene, i] { paintBall(painter, scene.balls.at(i)); }});
+    for (const Ball &ball : scene.balls)
+        items.append({ball.depth, [&painter, &ball] { paintBall(painter, ball); }});
     std::stable_sort(items.begin(), items.end(),
                      [](const auto &a, const auto &b) { return a.first < b.first; });
     for (const auto &item : qAsConst(items))
@@ -381,6 +383,8 @@ void paintScene(QPainter &painter, const Scene &scene)
                   readableOn(fillOf(ball)), true);
     const QVector<QRectF> labels = placeLabels(scene);
     for (int i = 1; i < labels.size(); ++i) {
+        if (labels.at(i).isEmpty())
+            continue;
         const Ball &ball = scene.balls.at(i);
         const QLineF leader(ball.place, labels.at(i).center());
         painter.setPen(QPen(color::black, 2.0));
