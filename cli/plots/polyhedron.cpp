@@ -170,8 +170,6 @@ Point rotated(const Rotation &rotation, const Point &point)
 Hull hullOf(const QVector<Point> &points)
 {
     Hull hull;
-    if (points.size() == 2)
-        hull.edges.append({0, 1, 180.0});
     if (points.size() < 3 || points.size() > mostPoints)
         return hull;
     const QVector<Face> faces = facesOf(points);

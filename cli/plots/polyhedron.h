@@ -29,8 +29,8 @@ struct Hull
 };
 
 /// Faces are plane within 1e-3 Angstrom: those of an octahedron are triangles, those of a cube
-/// squares. Points in one plane have one face, two points one edge. No hull of more than
-/// mostPoints.
+/// squares. Points in one plane have one face; fewer than three points, or more than mostPoints,
+/// have no hull.
 Hull hullOf(const QVector<Point> &points);
 
 /// The direction of view, among a fine grid of them, in which points and origin (the ion) lie

@@ -153,7 +153,7 @@ private Q_SLOTS:
         QTest::newRow("square antiprism") << antiprism << 10 << 16 << -1.0;
         QTest::newRow("three atoms") << octahedron.mid(0, 3) << 1 << 3 << 180.0;
         QTest::newRow("square") << cube.mid(0, 4) << 1 << 4 << 180.0;
-        QTest::newRow("two atoms") << octahedron.mid(0, 2) << 0 << 1 << 180.0;
+        QTest::newRow("two atoms") << octahedron.mid(0, 2) << 0 << 0 << 180.0;
         QTest::newRow("one atom") << octahedron.mid(0, 1) << 0 << 0 << 180.0;
     }
     void hulls()
