@@ -68,7 +68,11 @@ Block mainResults(const RunReport &report)
     QVector<QStringList> rows;
     if (report.yield) {
         rows.append({tr("quantum yield"),
-                     cli::textOfYield(report.yield->quantumYield) + QStringLiteral(" %")});
+                     cli::textOfYield(report.yield->quantumYield) + QStringLiteral(" %") +
+                         (report.yield->isLifeTimeEstimated
+                              ? tr(", the non-radiative rate being an estimate (no lifetime is "
+                                   "given)")
+                              : QString())});
         if (const UncertaintyResults::Quantity *interval = yieldInterval(report))
             rows.append(
                 {tr("its interval"), tr("%1 (68 %), %2 (95 %)")
