@@ -5,7 +5,6 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QMutex>
-#include <QPair>
 #include <QSaveFile>
 #include <QSet>
 
@@ -17,9 +16,9 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-namespace {
+using inputGuard::FileIdentity;
 
-using FileIdentity = QPair<quint64, quint64>; // device, inode
+namespace {
 
 struct Guard
 {
@@ -54,8 +53,15 @@ void addInput(const struct stat &status)
 {
     Guard &files = guard();
     const QMutexLocker lock(&files.mutex);
-    if (files.isOn && S_ISREG(status.st_mode) && !files.outputs.contains(identityOf(status)))
+    if (files.isOn)
         files.inputs.insert(identityOf(status));
+}
+
+bool isOutput(const struct stat &status)
+{
+    Guard &files = guard();
+    const QMutexLocker lock(&files.mutex);
+    return files.outputs.contains(identityOf(status));
 }
 
 void addOutput(const QString &fileName)
@@ -172,11 +178,13 @@ bool checkTarget(const QString &fileName, bool exists, const struct stat &target
 
 } // namespace
 
-void inputGuard::noteRead(int fileDescriptor)
+void inputGuard::noteRead(int fileDescriptor, const QString &fileName)
 {
     struct stat status = {};
-    if (::fstat(fileDescriptor, &status) == 0)
-        addInput(status);
+    if (::fstat(fileDescriptor, &status) != 0 || !S_ISREG(status.st_mode) || isOutput(status))
+        return;
+    addInput(status);
+    keepHash(fileDescriptor, identityOf(status), fileName);
 }
 
 bool LanqorOutputFile::write(const QString &fileName, const QByteArray &bytes, QString &error)

@@ -1,5 +1,7 @@
 #include "LanqorResultTables.h"
 
+#include "core/resultJson_p.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -8,39 +10,118 @@
 
 #include <cmath>
 
-class LanqorResultTablesPrivate
-{
-public:
-    QVector<ResultTable> tables;
-};
-
 namespace {
 
-bool isQuantity(const ResultColumn &column)
+using resultJson::contentsKey;
+using resultJson::isQuantity;
+using resultJson::uncertaintyKey;
+using resultJson::unitKey;
+using resultJson::valueKey;
+
+/// A value as both formats have it: what is not finite does not exist, nor a negative zero.
+QVariant written(const QVariant &value)
 {
-    return !column.unit.isEmpty();
+    if (value.userType() != QMetaType::Double)
+        return value;
+    const double number = value.toDouble();
+    return std::isfinite(number) ? QVariant(number == 0.0 ? 0.0 : number) : QVariant();
 }
 
-QJsonValue jsonValue(const ResultColumn &column, const QVariant &value)
+/// The unit of a quantity, which a column of units may tell row by row.
+QString unitOf(const ResultColumn &quantity, const ResultTable &table, const QVector<QVariant> &row)
 {
-    QJsonValue json = QJsonValue::fromVariant(value);
-    if (json.isDouble() && !std::isfinite(json.toDouble()))
-        json = QJsonValue();
-    if (!isQuantity(column))
-        return json;
-    return QJsonObject{{QStringLiteral("value"), json}, {QStringLiteral("unit"), column.unit}};
+    for (int i = 0; i < table.columns.size(); ++i)
+        if (quantity.unit == QLatin1String(unitKey) &&
+            table.columns.at(i).key == QLatin1String(unitKey))
+            return row.at(i).toString();
+    return quantity.unit;
+}
+
+QJsonObject uncertaintyOf(const ResultColumn &quantity, const ResultTable &table,
+                          const QVector<QVariant> &row)
+{
+    QJsonObject uncertainty;
+    for (int i = 0; i < table.columns.size(); ++i)
+        if (table.columns.at(i).uncertaintyOf == quantity.key)
+            uncertainty.insert(table.columns.at(i).key,
+                               QJsonValue::fromVariant(written(row.at(i))));
+    return uncertainty;
 }
 
 QJsonObject jsonRow(const ResultTable &table, const QVector<QVariant> &row)
 {
     QJsonObject object;
-    for (int i = 0; i < table.columns.size(); ++i)
-        object.insert(table.columns.at(i).key, jsonValue(table.columns.at(i), row.at(i)));
+    for (int i = 0; i < table.columns.size(); ++i) {
+        const ResultColumn &column = table.columns.at(i);
+        const QJsonValue value = QJsonValue::fromVariant(written(row.at(i)));
+        if (!column.uncertaintyOf.isEmpty())
+            continue; // stands with its quantity
+        if (!isQuantity(column)) {
+            object.insert(column.key, value);
+            continue;
+        }
+        QJsonObject quantity = {{QLatin1String(valueKey), value},
+                                {QLatin1String(unitKey), unitOf(column, table, row)}};
+        const QJsonObject uncertainty = uncertaintyOf(column, table, row);
+        if (!uncertainty.isEmpty())
+            quantity.insert(QLatin1String(uncertaintyKey), uncertainty);
+        object.insert(column.key, quantity);
+    }
     return object;
 }
 
-QString csvField(const QVariant &value)
+/// Type of the values of a column in the words of JSON Schema; empty when there are none.
+QString typeOf(const ResultTable &table, int column)
 {
+    QString type;
+    for (const QVector<QVariant> &row : table.rows) {
+        switch (row.at(column).userType()) {
+        case QMetaType::UnknownType:
+            break;
+        case QMetaType::Double:
+            return QStringLiteral("number");
+        case QMetaType::Bool:
+            type = QStringLiteral("boolean");
+            break;
+        case QMetaType::QString:
+            type = QStringLiteral("string");
+            break;
+        default:
+            type = QStringLiteral("integer");
+        }
+    }
+    return type;
+}
+
+QJsonObject contentsOf(const QVector<ResultTable> &tables)
+{
+    QJsonArray parts;
+    for (const ResultTable &table : tables) {
+        QJsonArray columns;
+        for (int i = 0; i < table.columns.size(); ++i) {
+            const ResultColumn &column = table.columns.at(i);
+            QJsonObject described;
+            const auto tell = [&described](const char *key, const QString &text) {
+                if (!text.isEmpty())
+                    described.insert(QLatin1String(key), text);
+            };
+            tell("key", column.key);
+            tell("unit", column.unit);
+            tell("type", typeOf(table, i));
+            tell("uncertainty_of", column.uncertaintyOf);
+            columns.append(described);
+        }
+        parts.append(QJsonObject{{QStringLiteral("name"), table.name},
+                                 {QStringLiteral("is_record"), table.isRecord},
+                                 {QStringLiteral("columns"), columns}});
+    }
+    return {{QStringLiteral("schema_version"), LanqorResultTables::getSchemaVersion()},
+            {QStringLiteral("parts"), parts}};
+}
+
+QString csvField(const QVariant &given)
+{
+    const QVariant value = written(given);
     QString text = value.userType() == QMetaType::Double
                        ? QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest)
                        : value.toString();
@@ -134,7 +215,13 @@ QByteArray LanqorResultTables::toJson() const
             rows.append(jsonRow(table, row));
         results.insert(table.name, table.isRecord ? rows.first() : QJsonValue(rows));
     }
+    results.insert(QLatin1String(contentsKey), contentsOf(d->tables));
     return QJsonDocument(results).toJson();
+}
+
+int LanqorResultTables::getSchemaVersion()
+{
+    return 2;
 }
 
 QByteArray LanqorResultTables::toCsv() const

@@ -39,12 +39,21 @@ public:
     QVector<ResultTable> getTables() const;
 
     /// One object (UTF-8): a record is an object, a table an array of objects, both under their
-    /// names. Every quantity is an object of value and unit; a value that does not exist or is
-    /// not finite, which JSON cannot express, is null.
+    /// names. Every quantity is an object of value, unit and, where it has one, uncertainty, an
+    /// object too; a value that does not exist or is not finite, which JSON cannot express, is
+    /// null. Beside them "contents" tells the version of this scheme and parts and columns in
+    /// their order, with the types of the values.
     QByteArray toJson() const;
+    /// Takes the parts from what toJson() wrote; on failure false and unchanged, with the reason
+    /// in @p error: no JSON, none of these results, of another version, or damaged.
+    bool readJson(const QByteArray &json, QString &error);
+    /// Version of the scheme of JSON and CSV. 1 had no contents.
+    static int getSchemaVersion();
     /// The parts one after another (UTF-8, fields as in RFC 4180 with "\n" at the ends of lines),
     /// each headed by "# name" and followed by an empty line. A record has the columns quantity,
-    /// value and unit; a table a heading of keys, that of a quantity with its unit in brackets.
+    /// value and unit; a table a heading of keys, that of a quantity with its unit in brackets; an
+    /// uncertainty has a row or a column of its own. Values that do not exist or are not finite
+    /// are empty.
     QByteArray toCsv() const;
 
 private:

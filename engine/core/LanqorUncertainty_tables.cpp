@@ -11,6 +11,8 @@ using Factor = UncertaintyResults::Factor;
 using Quantity = UncertaintyResults::Quantity;
 using resultColumns::column;
 using resultColumns::existing;
+using resultColumns::uncertainty;
+using resultColumns::unitOfRow;
 
 namespace {
 
@@ -82,9 +84,11 @@ LanqorResultTables LanqorUncertainty::makeTables(const UncertaintyResults &resul
                            factor.lowest, factor.highest, 100.0 * factor.cutShare});
     }
     tables.addTable(QStringLiteral("uncertain_inputs"),
-                    {column("input"), column("unit"), column("distribution"), column("value"),
-                     column("standard_deviation"), column("low_95"), column("high_95"),
-                     column("impossible_share", "%")},
+                    {column("input"), column("unit"), column("distribution"),
+                     column("value", unitOfRow),
+                     uncertainty("standard_deviation", "value", unitOfRow),
+                     uncertainty("low_95", "value", unitOfRow),
+                     uncertainty("high_95", "value", unitOfRow), column("impossible_share", "%")},
                     inputs);
     QVector<QVector<QVariant>> quantities;
     QVector<QVector<QVariant>> indices;
@@ -98,9 +102,11 @@ LanqorResultTables LanqorUncertainty::makeTables(const UncertaintyResults &resul
                             existing(quantity.firstOrder.at(i)), existing(quantity.total.at(i))});
     }
     tables.addTable(QStringLiteral("uncertain_results"),
-                    {column("quantity"), column("unit"), column("value"), column("median"),
-                     column("low_68"), column("high_68"), column("low_95"), column("high_95"),
-                     column("samples_without_value")},
+                    {column("quantity"), column("unit"), column("value", unitOfRow),
+                     column("median", unitOfRow), uncertainty("low_68", "value", unitOfRow),
+                     uncertainty("high_68", "value", unitOfRow),
+                     uncertainty("low_95", "value", unitOfRow),
+                     uncertainty("high_95", "value", unitOfRow), column("samples_without_value")},
                     quantities);
     tables.addTable(QStringLiteral("sensitivities"),
                     {column("quantity"), column("input"), column("first_order_index", "1"),

@@ -8,7 +8,9 @@
 struct ResultColumn
 {
     QString key;  ///< words in lower case joined by "_"; that of an index tells its base
-    QString unit; ///< of a quantity, "1" when dimensionless; empty for an index or a text
+    QString unit; ///< of a quantity, "1" when dimensionless, "unit" when the column of this key
+                  ///< tells it row by row; empty for an index or a text
+    QString uncertaintyOf = {}; ///< key of the quantity whose uncertainty it is; empty: a value
 };
 
 /// A named part of the results of a calculation: a table, or a record of single values.

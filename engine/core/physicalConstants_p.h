@@ -28,6 +28,18 @@ constexpr double lightSpeed = 29979245800.0;
 /// 1/(hc): wavenumber, cm^-1, of an energy of one erg. CODATA 2006 has 5.03411747; the source of
 /// the last two digits is not known.
 constexpr double wavenumberPerErg = 5.03411751e+15;
+/// Energy of one cm^-1, erg: hc with h = 6.62606957417e-27 erg s (CODATA 2010, which gives nine
+/// digits).
+constexpr double ergPerWavenumber = 1.9864456845196332e-16;
+/// Three times Planck's constant and three times the reduced one, erg s (CODATA 2010).
+constexpr double threePlanck = 1.987820871e-26;
+constexpr double threeHbar = 3.163715178e-27;
+/// Multiples of 1/hbar, erg^-1 s^-1, with hbar = 1.054571726e-27 erg s (CODATA 2010).
+constexpr double twoPiOverHbar = 5.958044533407109e+27;
+constexpr double fourPiOverHbar = 1.1916089066814218e+28;
+constexpr double eightPiOverThreeHbar = 7.944059377876147e+27;
+/// k, erg/K (CODATA 2010).
+constexpr double boltzmannConstant = 1.3806488e-16;
 /// Nanometres in a centimetre: a wavelength in nm is this by its wavenumber in cm^-1.
 constexpr double nmPerCm = 1.0e7;
 /// Wavenumber, cm^-1, of one eV (CODATA 2018).

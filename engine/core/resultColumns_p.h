@@ -16,6 +16,15 @@ inline ResultColumn column(const char *key, const char *unit = "")
     return {QLatin1String(key), QLatin1String(unit)};
 }
 
+/// The unit of a quantity whose rows have units of their own, in the column "unit".
+constexpr char unitOfRow[] = "unit";
+
+/// A column of uncertainties of the quantity @p of.
+inline ResultColumn uncertainty(const char *key, const char *of, const char *unit)
+{
+    return {QLatin1String(key), QLatin1String(unit), QLatin1String(of)};
+}
+
 /// Nothing for a value that does not exist: one that is no number, a limit that is infinite, a
 /// ratio with nothing below the line.
 inline QVariant existing(double value)

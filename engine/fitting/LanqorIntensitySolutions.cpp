@@ -568,8 +568,9 @@ LanqorResultTables LanqorIntensitySolutions::makeTables(const IntensitySolutions
         rows.append({quantity.name, quantity.unit, resultColumns::existing(quantity.minimum),
                      resultColumns::existing(quantity.maximum), quantity.isDetermined});
     tables.addTable(QStringLiteral("solution_ranges"),
-                    {column("quantity"), column("unit"), column("minimum"), column("maximum"),
-                     column("is_determined")},
+                    {column("quantity"), column("unit"),
+                     column("minimum", resultColumns::unitOfRow),
+                     column("maximum", resultColumns::unitOfRow), column("is_determined")},
                     rows);
     return tables;
 }

@@ -12,6 +12,8 @@
 using reportText::fixed;
 using resultColumns::column;
 using resultColumns::existing;
+using resultColumns::uncertainty;
+using resultColumns::unitOfRow;
 
 namespace fitAccount {
 
@@ -345,16 +347,12 @@ LanqorResultTables LanqorFitAccount::makeTables(const FitAccount &account)
 {
     using namespace fitAccount;
     LanqorResultTables tables;
+    const ResultColumn misfit = {QStringLiteral("misfit"),
+                                 account.unit.isEmpty() ? QStringLiteral("1") : account.unit};
     tables.addRecord(QStringLiteral("fit_account"),
-                     {column("objective"),
-                      {QStringLiteral("misfit"), account.unit},
-                      column("data"),
-                      column("free_parameters"),
-                      column("degrees_of_freedom"),
-                      column("points"),
-                      column("starts"),
-                      column("best_start_from_1"),
-                      column("end")},
+                     {column("objective"), misfit, column("data"), column("free_parameters"),
+                      column("degrees_of_freedom"), column("points"), column("starts"),
+                      column("best_start_from_1"), column("end")},
                      {account.objective, existing(account.misfit), account.dataCount,
                       freeCount(account), degreesOfFreedom(account), account.points, account.starts,
                       account.bestStart, endText(account.end)});
@@ -365,8 +363,9 @@ LanqorResultTables LanqorFitAccount::makeTables(const FitAccount &account)
                      existing(parameter.range.maximum), parameter.range.isFixed,
                      parameter.isAtMinimum || parameter.isAtMaximum, !parameter.isUndetermined});
     tables.addTable(QStringLiteral("fit_parameters"),
-                    {column("parameter"), column("unit"), column("value"), column("standard_error"),
-                     column("minimum"), column("maximum"), column("is_fixed"),
+                    {column("parameter"), column("unit"), column("value", unitOfRow),
+                     uncertainty("standard_error", "value", unitOfRow),
+                     column("minimum", unitOfRow), column("maximum", unitOfRow), column("is_fixed"),
                      column("is_at_bound"), column("is_determined")},
                     rows);
     if (account.minima.size() > 1) {
@@ -375,10 +374,11 @@ LanqorResultTables LanqorFitAccount::makeTables(const FitAccount &account)
             for (int i = 0; i < account.parameters.size(); ++i)
                 rows.append({m + 1, account.minima.at(m).misfit, account.minima.at(m).starts,
                              account.parameters.at(i).range.name,
+                             account.parameters.at(i).range.unit,
                              account.minima.at(m).values.at(i)});
         tables.addTable(QStringLiteral("fit_minima"),
-                        {column("minimum_from_1"), column("misfit"), column("starts"),
-                         column("parameter"), column("value")},
+                        {column("minimum_from_1"), misfit, column("starts"), column("parameter"),
+                         column("unit"), column("value", unitOfRow)},
                         rows);
     }
     if (account.data.isEmpty())
@@ -390,7 +390,7 @@ LanqorResultTables LanqorFitAccount::makeTables(const FitAccount &account)
                      datum.computedLabel, datum.isFitted});
     tables.addTable(QStringLiteral("fit_data"),
                     {column("datum"), column("measured", unit.constData()),
-                     column("standard_deviation", unit.constData()),
+                     uncertainty("standard_deviation", "measured", unit.constData()),
                      column("computed", unit.constData()), column("computed_label"),
                      column("is_fitted")},
                     rows);

@@ -115,7 +115,7 @@ bool InputFile::rewind()
     if (file->fileName().isEmpty() || obstacleAt(file->fileName()) != Obstacle::None ||
         !file->open(QIODevice::ReadOnly))
         return false;
-    inputGuard::noteRead(file->handle());
+    inputGuard::noteRead(file->handle(), file->fileName());
     return true;
 }
 

@@ -18,16 +18,13 @@ constexpr double cube(double x)
 /// is 3 % smaller; experimental values are always calibrated by this one.
 constexpr double magneticDipoleConstant = 3.0999999999999997e-12;
 
-/// Three times the reduced Planck constant, erg s (CODATA 2010).
-constexpr double threeHbar = 3.163715178e-27;
-
 double omegaFromRate(double rate, double sigma, double chi, double squaredU)
 {
     if (rate == 0.0) // a band that is not there has no barycentre either
         return 0.0;
     constexpr double squaredCharge = lanqor::elementaryChargeEsu * lanqor::elementaryChargeEsu;
     const double angularFrequency = 2.0 * lanqor::pi * lanqor::lightSpeed * sigma;
-    return threeHbar * cube(lanqor::lightSpeed) * rate /
+    return lanqor::threeHbar * cube(lanqor::lightSpeed) * rate /
            (4.0 * squaredCharge * cube(angularFrequency) * chi * squaredU);
 }
 

@@ -6,8 +6,6 @@ namespace radiativeRates {
 
 namespace {
 
-/// Three times Planck's constant, erg s (CODATA 2010).
-constexpr double threePlanck = 1.987820871e-26;
 /// Line strength of 5D0 -> 7F1, esu^2 cm^2; source not known.
 constexpr double magneticDipoleStrength = 9.6e-42;
 
@@ -15,7 +13,7 @@ constexpr double magneticDipoleStrength = 9.6e-42;
 double ratePerStrength(double sigma)
 {
     constexpr double pi4 = lanqor::pi * lanqor::pi * lanqor::pi * lanqor::pi;
-    return 64.0 * pi4 * sigma * sigma * sigma / threePlanck;
+    return 64.0 * pi4 * sigma * sigma * sigma / lanqor::threePlanck;
 }
 
 } // namespace

@@ -2,8 +2,13 @@
 
 #include <cmath>
 
+using lanqor::boltzmannConstant;
 using lanqor::cmPerAngstrom;
+using lanqor::eightPiOverThreeHbar;
 using lanqor::elementaryChargeSquared;
+using lanqor::ergPerWavenumber;
+using lanqor::fourPiOverHbar;
+using lanqor::twoPiOverHbar;
 using transferChannels::Channel;
 using transferChannels::State;
 
@@ -15,21 +20,11 @@ namespace {
 constexpr double ln2 = 0.693147180559945;
 constexpr double ln2OverPi = 0.22063560015263695;
 
-/// Multiples of 1/hbar, erg^-1 s^-1, with hbar = 1.054571726e-27 erg s (CODATA 2010).
-constexpr double twoPiOverHbar = 5.958044533407109e+27;
-constexpr double fourPiOverHbar = 1.1916089066814218e+28;
-constexpr double eightPiOverThreeHbar = 7.944059377876147e+27;
-
 /// Dipole strength of the ligand's transition, esu^2 cm^2, the same for every ligand, and e^2 times
 /// it. 10 square debye, an allowed transition; source of the number not known.
 constexpr double ligandDipoleStrength = 1e-35;
 constexpr double chargeTimesDipoleStrength = 2.307077352370616e-54;
 
-/// Energy of one cm^-1, erg: hc with h = 6.62606957417e-27 erg s (CODATA 2010, which gives nine
-/// digits).
-constexpr double ergPerWavenumber = 1.9864456845196332e-16;
-/// k, erg/K (CODATA 2010).
-constexpr double boltzmannConstant = 1.3806488e-16;
 /// kT at 300 K, erg, the digits by which published results were had.
 constexpr double roomTemperature = 300.0;
 constexpr double kTAtRoomTemperature = 4.1419464000000004e-14;

@@ -121,7 +121,7 @@ private Q_SLOTS:
         QCOMPARE(run.toCsv(), QByteArray("# run\nquantity,value,unit\nversion,1.0,\nyield,1e-07,%"
                                          "\n\n# atoms\natom_from_1,name,distance [Angstrom]\n"
                                          "2,\"O, \"\"axial\"\"\",0.3333333333333333\n"
-                                         "3,N,inf\n4,,\n\n"));
+                                         "3,N,\n4,,\n\n"));
     }
 
     void errorBarsOfALinearResult()
