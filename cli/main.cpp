@@ -20,6 +20,7 @@ constexpr char fromStructure[] = "From a structure";
 constexpr char fromIntensities[] = "From measured intensities";
 constexpr char fromStates[] = "From excited states of the ligands";
 constexpr char fromLevels[] = "From levels of the 4f shell";
+constexpr char fromResults[] = "From results";
 
 // In the order of the help.
 const QVector<Command> &commands()
@@ -52,6 +53,7 @@ const QVector<Command> &commands()
         {fromLevels, "fit levels", "Slater integrals and spin-orbit parameter from measured levels",
          fitLevelsCommand},
         {fromLevels, "fit stark", "charge factors from measured Stark levels", fitStarkCommand},
+        {fromResults, "show", "a result that a command wrote as JSON, as text or CSV", showCommand},
     };
     return table;
 }
@@ -72,7 +74,7 @@ QString overview()
 {
     QString text = QStringLiteral("Usage: lanqor COMMAND [options] ...\n"
                                   "Luminescence of lanthanide coordination compounds.\n");
-    for (const char *task : {fromStructure, fromIntensities, fromStates, fromLevels})
+    for (const char *task : {fromStructure, fromIntensities, fromStates, fromLevels, fromResults})
         text += QStringLiteral("\n%1:\n").arg(QLatin1String(task)) +
                 listOfCommands([&](const Command &command) { return command.task == task; });
     return text + QStringLiteral("\n\"lanqor COMMAND --help\" tells the options of a command.\n"

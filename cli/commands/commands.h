@@ -15,6 +15,7 @@ int omegaCommand(const QStringList &arguments);
 int omegaExpCommand(const QStringList &arguments);
 int organizeCommand(const QStringList &arguments);
 int runCommand(const QStringList &arguments);
+int showCommand(const QStringList &arguments);
 int spectrumCommand(const QStringList &arguments);
 int sphereCommand(const QStringList &arguments);
 int starkCommand(const QStringList &arguments);

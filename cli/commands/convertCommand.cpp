@@ -75,14 +75,14 @@ void addOptions(cli::OptionReader &options)
     options.addOption(cli::moleculeOption());
     cli::addJobOptions(options);
     options.addOption({QStringLiteral("roots"),
-                       tr("ORCA, --indo: number of states of each multiplicity (25)."),
+                       tr("ORCA, --indo: number of states of each multiplicity."),
                        QStringLiteral("n"), QStringLiteral("25")});
     options.addOption({QStringLiteral("indo"),
                        tr("MOPAC: two jobs of excited states by INDO/S at this geometry, Y in the "
                           "place of the ion; OUT job.mop makes job_singlet.mop and "
                           "job_triplet.mop.")});
     options.addOption({QStringLiteral("maxdim"),
-                       tr("ORCA: dimension of the expansion space in multiples of the roots (10)."),
+                       tr("ORCA: dimension of the expansion space in multiples of the roots."),
                        QStringLiteral("n"), QStringLiteral("10")});
     options.addOption({QStringLiteral("singlets-only"), tr("ORCA: no triplet states.")});
     options.addOption({QStringLiteral("keep-ion"),

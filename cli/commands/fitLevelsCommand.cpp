@@ -342,8 +342,7 @@ int fitLevelsCommand(const QStringList &arguments)
     const QString account = LanqorFitAccount::makeText(outcome.account);
     LanqorResultTables tables = LanqorParametricEnergyLevels::makeTables(fit.getResults());
     tables.append(LanqorFitAccount::makeTables(outcome.account));
-    cli::showResults(options, fit.getSummary() + QLatin1Char('\n') + account, tables,
-                     {request.fileName});
+    cli::showResults(options, fit.getSummary() + QLatin1Char('\n') + account, tables);
     if (!fit.getLastError().isEmpty())
         cli::failOf(fit);
     if (cli::writeFile(fit.getResultFileName(),

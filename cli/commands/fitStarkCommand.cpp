@@ -284,7 +284,7 @@ int fitStarkCommand(const QStringList &arguments)
     tables.append(LanqorFitAccount::makeTables(outcome.account));
     const QString report =
         fit->getReport() + QLatin1Char('\n') + LanqorFitAccount::makeText(outcome.account);
-    cli::showResults(options, report, tables, request.files.names + QStringList{request.structure});
+    cli::showResults(options, report, tables);
     cli::writeFile(request.baseName + QStringLiteral(".stark"), report.toUtf8());
     cli::drawFit(request.fit, QFileInfo(request.structure).fileName(), tr("misfit"),
                  outcome.account, outcome.traces);

@@ -45,7 +45,7 @@ int indicesCommand(const QStringList &arguments)
     if (!indices.calculateIndices())
         cli::failOf(indices);
     cli::showResults(options, indices.getIndicesTable(),
-                     LanqorIndicesCalculation::makeTables(indices.getResults()), {fileName});
+                     LanqorIndicesCalculation::makeTables(indices.getResults()));
     if (!indices.getLastError().isEmpty()) // the file of the indices is lost
         cli::failOf(indices);
     return cli::success;

@@ -214,8 +214,7 @@ void showIntensityFit(const OptionReader &reader, const IntensityFitOptions &opt
         reader,
         fitText(outcome, omegaTable(results.omega) + parameters +
                              responseLine(results.response, outcome.account.unit, results.points)),
-        withAdditions(Fit::makeTables(results), outcome.account, outcome.solutions, outcome.chosen),
-        {options.fileName});
+        withAdditions(Fit::makeTables(results), outcome.account, outcome.solutions, outcome.chosen));
     drawSolutions(options, outcome.solutions, outcome.traces);
 }
 

@@ -218,7 +218,7 @@ void showElements(const cli::OptionReader &options, const Selection &selection,
         text += name(pair.from) + QStringLiteral(" ") + name(pair.to) + cell(pair.U2, 6) +
                 cell(pair.U4, 6) + cell(pair.U6, 6) + cell(pair.magnetic, 6).rightJustified(12) +
                 QLatin1Char('\n');
-    cli::showResults(options, text, LanqorEnergyLevels::makeTables(results, squares), {});
+    cli::showResults(options, text, LanqorEnergyLevels::makeTables(results, squares));
 }
 
 /// "⁵D(3)": the name of a level without its J.
@@ -272,7 +272,7 @@ void showParameters(const cli::OptionReader &options)
     text += tr("\ncm^-1; F_k subscript (F_2 = F^2/225, F_4 = F^4/1089, F_6 = F^6/7361.64)\n");
     for (int i = 0; i < sources.size(); ++i)
         text += QStringLiteral("[%1] %2\n").arg(QString::number(i + 1), sources.at(i));
-    cli::showResults(options, text, LanqorFreeIonParameters::makeTables(ions), {});
+    cli::showResults(options, text, LanqorFreeIonParameters::makeTables(ions));
 }
 
 } // namespace
@@ -308,7 +308,7 @@ int levelsCommand(const QStringList &arguments)
     if (selection.isOfElements)
         showElements(options, selection, levels);
     else
-        cli::showResults(options, tableOf(shown), LanqorEnergyLevels::makeTables(shown), {});
+        cli::showResults(options, tableOf(shown), LanqorEnergyLevels::makeTables(shown));
 
     if (!selection.report.isEmpty())
         cli::writeFile(selection.report, levels.createOutputFile(QString()).toUtf8());

@@ -222,8 +222,7 @@ UncertaintyResults calcUncertainty(const cli::OptionReader &options,
 
 /// Makes the report of a finished calculation if one is wanted, and shows the results.
 void show(const cli::OptionReader &options, const cli::UncertainOptions &uncertain,
-          LanqorInputData &geometry, LanqorOmega &omega, const ReportRequest &request,
-          const QStringList &inputFiles)
+          LanqorInputData &geometry, LanqorOmega &omega, const ReportRequest &request)
 {
     const OmegaResults results = omega.getResults();
     if (!results.partition.groupError.isEmpty())
@@ -251,7 +250,7 @@ void show(const cli::OptionReader &options, const cli::UncertainOptions &uncerta
     }
     if (!request.isWanted || !request.fileName.isEmpty())
         text += errorBars;
-    cli::showResults(options, text, tables, inputFiles);
+    cli::showResults(options, text, tables);
     if (request.plotFile.isEmpty())
         return;
     if (uncertainty.quantities.isEmpty())
@@ -293,11 +292,6 @@ int omegaCommand(const QStringList &arguments)
     omega.setOmegaPrintingOptions(request.options);
     omega.setLigandAtomsByLigandVector(request.ligands);
     cli::calcOmega(omega, geometry, coordNumber, options.text("g"), options.text("alpha"));
-    QStringList inputFiles = {fileName};
-    if (!request.ligandFile.isEmpty())
-        inputFiles.append(request.ligandFile);
-    if (!request.solutions.isEmpty())
-        inputFiles.append(options.text("solutions"));
-    show(options, uncertain, geometry, omega, request, inputFiles);
+    show(options, uncertain, geometry, omega, request);
     return cli::success;
 }

@@ -276,8 +276,7 @@ int omegaExpCommand(const QStringList &arguments)
         cli::addErrorBars(errorBars, report, tables);
     }
     const QString spectrum = options.text("spectrum");
-    cli::showResults(options, report, tables,
-                     spectrum.isEmpty() ? options.files() : QStringList{spectrum});
+    cli::showResults(options, report, tables);
     if (options.isSet("report"))
         cli::writeFile(options.text("report"), report.toUtf8());
     if (!plot.isEmpty() && uncertain.isEmpty())

@@ -138,8 +138,7 @@ int organizeCommand(const QStringList &arguments)
                       .arg(files.at(0)));
     if (isMopacJob)
         settleJob(options, source, results, structure);
-    cli::showResults(options, summary(results), LanqorOrganizeMolecules::makeTables(results),
-                     {files.at(0)});
+    cli::showResults(options, summary(results), LanqorOrganizeMolecules::makeTables(results));
     if (!structure.createOutpuFile(files.at(1)))
         cli::failOf(structure);
     return cli::success;

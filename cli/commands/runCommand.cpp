@@ -106,8 +106,7 @@ int runCommand(const QStringList &arguments)
     options.files(1, tr("run needs one structure, or a .toml file that names it"));
     const cli::RunRequest request = cli::readRunRequest(options, uncertain);
     const cli::RunEnd end = cli::performRun(options, settings, uncertain, request);
-    cli::showResults(options, cli::runSummary(end.report), makeRunTables(end.report),
-                     request.inputFiles());
+    cli::showResults(options, cli::runSummary(end.report), makeRunTables(end.report));
     if (end.report.end == RunReport::End::Failed)
         throw cli::Failure{end.report.failure};
     return end.status;

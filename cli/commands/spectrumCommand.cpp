@@ -80,9 +80,9 @@ int spectrumCommand(const QStringList &arguments)
     options.addArgument(QStringLiteral("FILE"), tr("output with excited states"), QString(),
                         cli::stateSuffixes());
     options.addOption({QStringLiteral("out"), tr("File of the curve."), QStringLiteral("file")});
-    options.addOption({QStringLiteral("width"), tr("Full width at half maximum, nm (25)."),
+    options.addOption({QStringLiteral("width"), tr("Full width at half maximum, nm."),
                        QStringLiteral("nm"), QStringLiteral("25")});
-    options.addOption({QStringLiteral("range"), tr("Limits of the spectrum, nm (150:450)."),
+    options.addOption({QStringLiteral("range"), tr("Limits of the spectrum, nm."),
                        QStringLiteral("start:end"), QStringLiteral("150:450")});
     options.addOption({QStringLiteral("program"),
                        tr("The program that wrote FILE: %1; found out when it is not named.")
@@ -109,8 +109,7 @@ int spectrumCommand(const QStringList &arguments)
     if (!points.spectrum())
         cli::failOf(points);
     const AbsorptionResults results = points.getResults();
-    cli::showResults(options, transitionTable(results), LanqorNormalizePoints::makeTables(results),
-                     request.files);
+    cli::showResults(options, transitionTable(results), LanqorNormalizePoints::makeTables(results));
     if (!request.curveFile.isEmpty() && !points.createEspFile(request.curveFile))
         cli::failOf(points);
     if (!request.plotFile.isEmpty())

@@ -64,7 +64,7 @@ int sphereCommand(const QStringList &arguments)
         throw cli::Failure{QStringLiteral("%1: %2").arg(fileName, data.getIonError())};
 
     const SphereResults sphere = data.getSphereResults();
-    cli::showResults(options, sphereText(sphere), LanqorInputData::makeTables(sphere), {fileName});
+    cli::showResults(options, sphereText(sphere), LanqorInputData::makeTables(sphere));
     cli::warnOfStructure(data);
     cli::noteNearAtoms(data);
     if (!data.getAtomOrderError().isEmpty())

@@ -71,8 +71,7 @@ int starkCommand(const QStringList &arguments)
     const QString report = levels.createOutFile(QString());
     if (report.isEmpty())
         throw cli::Failure{levels.getLastError()};
-    cli::showResults(options, report, LanqorStarkLevels::makeTables(levels.getResults()),
-                     {fileName});
+    cli::showResults(options, report, LanqorStarkLevels::makeTables(levels.getResults()));
     if (options.isSet("report"))
         cli::writeFile(options.text("report"), report.toUtf8());
     return cli::success;

@@ -181,8 +181,7 @@ int statesCommand(const QStringList &arguments)
     const DonorStatesResults results = calculation.getResults();
     if (results.singlets.isEmpty() && results.triplets.isEmpty())
         cli::failOf(calculation);
-    cli::showResults(options, stateTables(results, program->title), LanqorRL::makeTables(results),
-                     files);
+    cli::showResults(options, stateTables(results, program->title), LanqorRL::makeTables(results));
     const QString report = options.text("report");
     if (!report.isEmpty() && calculation.createOutput(report).isEmpty())
         cli::failOf(calculation);

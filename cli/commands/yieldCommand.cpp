@@ -234,8 +234,7 @@ int yieldCommand(const QStringList &arguments)
     QString variations;
     LanqorResultTables tables = Calculation::makeTables(results);
     variation.run(calculation, complex, coordNumber, request, variations, tables);
-    cli::showResults(options, text + variations, tables,
-                     request.inputFiles() + variation.inputFiles());
+    cli::showResults(options, text + variations, tables);
     if (!request.reportFile.isEmpty())
         writeReport(calculation, request, variations);
     draw(results, calculation.getYieldInputs(), variation, request);

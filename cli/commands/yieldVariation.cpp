@@ -82,11 +82,6 @@ YieldVariation::YieldVariation(cli::OptionReader &options)
                        tr("range")});
 }
 
-QStringList YieldVariation::inputFiles() const
-{
-    return options.isSet("solutions") ? QStringList{options.text("solutions")} : QStringList();
-}
-
 void YieldVariation::check()
 {
     uncertain.check();

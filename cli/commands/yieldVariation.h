@@ -32,8 +32,6 @@ public:
              int coordNumber, const yieldOptions::Request &request, QString &text,
              LanqorResultTables &tables);
 
-    /// The file of --solutions, if there is one.
-    QStringList inputFiles() const;
     /// Empty without a scan.
     const YieldScanResults &scan() const { return scanResults; }
     /// Without quantities when nothing is uncertain.

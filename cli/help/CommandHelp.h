@@ -17,6 +17,7 @@ struct CommandHelp
         QString valueName; ///< empty for an option without a value
         QString description;
         QStringList suffixes; ///< of the files that are a value; empty: any
+        QString usual;        ///< default value, which the description tells too; empty: none
     };
     struct Argument
     {

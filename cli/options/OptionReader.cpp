@@ -3,7 +3,11 @@
 #include "Command.h"
 #include "text.h"
 
+#include <LanqorEngine/LanqorReadFiles.h>
+
+#include <QDir>
 #include <QFileInfo>
+#include <QLocale>
 #include <QRegularExpression>
 
 namespace cli {
@@ -25,7 +29,32 @@ QStringList stateSuffixes()
     return {QStringLiteral("out"), QStringLiteral("orcout"), QStringLiteral("log")};
 }
 
+namespace {
+
+/// "Refractive index (default 1.5). Of the medium.": the default ends the first sentence.
+QString withDefault(const QCommandLineOption &option)
+{
+    static const QRegularExpression end(QStringLiteral("\\.( (?=[A-Z\"])|$)"));
+    QString text = option.description();
+    const int place = text.indexOf(end);
+    return text.insert(place < 0 ? text.size() : place,
+                       tr(" (default %1)").arg(option.defaultValues().first()));
+}
+
+/// A word as a POSIX shell reads it back.
+QString quoted(const QString &word)
+{
+    static const QRegularExpression plain(QStringLiteral("^[\\w@%+=:,./-]+$"));
+    if (plain.match(word).hasMatch())
+        return word;
+    return QLatin1Char('\'') + QString(word).replace(QLatin1Char('\''), QLatin1String("'\\''")) +
+           QLatin1Char('\'');
+}
+
+} // namespace
+
 OptionReader::OptionReader(const char *command)
+    : startFolder(QDir::currentPath())
 {
     help.name = QLatin1String(command);
 }
@@ -43,12 +72,16 @@ void OptionReader::addArgument(const QString &name, const QString &description,
     help.arguments.append({name, syntax.isEmpty() ? name : syntax, description, suffixes});
 }
 
-void OptionReader::addOption(const QCommandLineOption &option)
+void OptionReader::addOption(const QCommandLineOption &plain)
 {
+    QCommandLineOption option = plain;
+    if (!option.defaultValues().isEmpty())
+        option.setDescription(withDefault(option));
     parser.addOption(option);
     help.options.append(
         {option.names().last(), option.valueName(), option.description(),
-         option.valueName() == QLatin1String("picture") ? pictureSuffixes() : QStringList()});
+         option.valueName() == QLatin1String("picture") ? pictureSuffixes() : QStringList(),
+         option.defaultValues().value(0)});
 }
 
 void OptionReader::addOptions(const QList<QCommandLineOption> &options)
@@ -111,6 +144,7 @@ void OptionReader::parse(const QStringList &arguments)
         if (hasResultOptions) {
             readResultFile("json");
             readResultFile("csv");
+            LanqorReadFiles::setNoted(!resultFiles.isEmpty());
         }
         return;
     }
@@ -216,6 +250,73 @@ QString OptionReader::outputFile(const char *option) const
 QString OptionReader::command() const
 {
     return help.name;
+}
+
+void OptionReader::setInForce(const char *option, const QString &value) const
+{
+    settled.insert(QLatin1String(option), value);
+}
+
+void OptionReader::setInForce(const char *option, double value) const
+{
+    setInForce(option, QString::number(value, 'g', QLocale::FloatingPointShortest));
+}
+
+void OptionReader::keepText(const QString &option, const QString &text)
+{
+    keptTexts.insert(option, text);
+}
+
+QVector<OptionInForce> OptionReader::optionsInForce() const
+{
+    QVector<OptionInForce> all;
+    for (const CommandHelp::Option &known : help.options) {
+        if (known.name == QLatin1String("help") ||
+            (hasResultOptions &&
+             (known.name == QLatin1String("json") || known.name == QLatin1String("csv"))))
+            continue;
+        OptionInForce option;
+        option.name = known.name;
+        option.usual = known.usual;
+        option.isFlag = known.valueName.isEmpty();
+        option.isGiven = parser.isSet(known.name);
+        option.values = parser.values(known.name);
+        if (keptTexts.contains(known.name))
+            option.values = QStringList(keptTexts.value(known.name));
+        else if (!option.isGiven && settled.contains(known.name))
+            option.values = QStringList(settled.value(known.name));
+        all.append(option);
+    }
+    return all;
+}
+
+QString OptionReader::shortName(const QString &fileName) const
+{
+    for (const QString &folder : {startFolder, QDir::currentPath()})
+        if (fileName.startsWith(folder + QLatin1Char('/')))
+            return fileName.mid(folder.size() + 1);
+    return fileName;
+}
+
+QString OptionReader::commandLine() const
+{
+    QStringList words = QStringList(QStringLiteral("lanqor")) + help.name.split(QLatin1Char(' '));
+    for (const OptionInForce &option : optionsInForce()) {
+        const QString name = QStringLiteral("--") + option.name;
+        if (option.isGiven && option.isFlag)
+            words.append(name);
+        else if (option.isGiven)
+            for (const QString &value : option.values)
+                words << name << value;
+    }
+    const QStringList arguments = files();
+    for (const QString &argument : arguments)
+        if (argument.startsWith(QLatin1Char('-')) && !words.contains(QStringLiteral("--")))
+            words.append(QStringLiteral("--"));
+    words += arguments;
+    for (QString &word : words)
+        word = quoted(word);
+    return words.join(QLatin1Char(' '));
 }
 
 QString OptionReader::resultFile(const char *option) const

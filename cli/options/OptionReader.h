@@ -21,6 +21,16 @@ QStringList pictureSuffixes();
 QStringList structureSuffixes();
 QStringList stateSuffixes();
 
+/// An option as it is in force.
+struct OptionInForce
+{
+    QString name;       ///< without dashes
+    QStringList values; ///< of one that may be given more than once, all; empty: no value
+    QString usual;      ///< the default; empty: none, or one that depends on the input
+    bool isGiven = false;
+    bool isFlag = false; ///< without values
+};
+
 /// Describes the command line of one subcommand and reads it. What makes no sense is thrown as a
 /// UsageError that names the option.
 class OptionReader
@@ -33,6 +43,7 @@ public:
     /// @param suffixes  of the files that the argument can be, for completion; empty: any
     void addArgument(const QString &name, const QString &description,
                      const QString &syntax = QString(), const QStringList &suffixes = {});
+    /// The help tells the default value of the option, if it has one.
     void addOption(const QCommandLineOption &option);
     void addOptions(const QList<QCommandLineOption> &options);
     /// Suffixes of the files that the value of an option can be, for completion.
@@ -71,8 +82,22 @@ public:
     /// The absolute path of a file that is written; empty when the option is not given.
     QString outputFile(const char *option) const;
 
+    /// Tells the value of an option whose default depends on the input or on other options.
+    void setInForce(const char *option, const QString &value) const;
+    void setInForce(const char *option, double value) const;
+    /// Keeps the text of an option which stands on the command line in place of its plain value.
+    void keepText(const QString &option, const QString &text);
+
     /// The subcommand's name.
     QString command() const;
+    /// All options but --help and those of the results, in the order of the help.
+    QVector<OptionInForce> optionsInForce() const;
+    /// The name of a file as seen from the folder in which the program was started, or in which it
+    /// is: of its own tables.
+    QString shortName(const QString &fileName) const;
+    /// The command line of options and arguments as given, quoted for a shell, without the places
+    /// of the results.
+    QString commandLine() const;
     /// The place of --json or --csv: an absolute path, "-", or empty without the option.
     QString resultFile(const char *option) const;
     /// Refuses a file of results that is one of @p files, which the command reads or writes
@@ -89,8 +114,11 @@ private:
     QCommandLineParser parser;
     CommandHelp help;
     bool hasResultOptions = false;
-    QMap<QString, QString> resultFiles; ///< by option
+    QMap<QString, QString> resultFiles;     ///< by option
+    QMap<QString, QString> keptTexts;       ///< by option
+    mutable QMap<QString, QString> settled; ///< values in force of options not given
     QString hint;
+    QString startFolder; ///< a command may change it
 };
 
 } // namespace cli

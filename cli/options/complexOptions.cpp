@@ -217,6 +217,7 @@ int readSphere(const OptionReader &options, LanqorInputData &geometry)
         requireEuropium(geometry);
         warnOfStructure(geometry);
         noteNearAtoms(geometry);
+        options.setInForce("coordination", geometry.getCoordNumber());
         return geometry.getCoordNumber();
     }
     warnOfStructure(geometry);

@@ -10,11 +10,23 @@ namespace cli {
 namespace {
 
 constexpr int transitionCount = 6;
+constexpr double nmPerCm = 1.0e7;
+
+/// "0=570-584,1=584-604,...", nm.
+QString usualWindows()
+{
+    QStringList windows;
+    for (const EmissionSpectrumOptions::Window &window : EmissionSpectrumOptions().windows)
+        windows.append(QStringLiteral("%1=%2-%3")
+                           .arg(QString::number(windows.size()),
+                                QString::number(nmPerCm / window.highest),
+                                QString::number(nmPerCm / window.lowest)));
+    return windows.join(QLatin1Char(','));
+}
 
 /// Limits of a band in nm or cm^-1, told apart by their size.
 bool readWindow(const QString &text, EmissionSpectrumOptions::Window &window)
 {
-    constexpr double nmPerCm = 1.0e7;
     constexpr double largestNm = 5000.0;
     const QStringList limits = text.split(QLatin1Char('-'));
     bool isFirst = false;
@@ -62,9 +74,8 @@ QList<QCommandLineOption> integrationOptions()
          tr("First column of the spectrum: nm, cm-1, or auto (below 5000 it is nm)."), tr("axis"),
          QStringLiteral("auto")},
         {QStringLiteral("windows"),
-         tr("Limits of bands in nm or cm^-1, e.g. 0=575-583,1=583-603. Unless given, in nm: "
-            "0=570-584, 1=584-604, 2=604-640, 3=640-670, 4=670-725, 5=725-780."),
-         tr("list")},
+         tr("Limits of bands in nm or cm^-1, e.g. 0=575-583,1=583-603; others stay."), tr("list"),
+         usualWindows()},
         {QStringLiteral("baseline"),
          tr("none: the spectrum is free of background; linear: subtract from each band the "
             "straight line between the two ends of its window, which removes a flat background."),

@@ -5,9 +5,8 @@
 #include "plots/plots.h"
 #include "text.h"
 
-#include <LanqorEngine/LanqorOutputFile.h>
+#include <LanqorEngine/LanqorReadFiles.h>
 
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -99,25 +98,22 @@ void addFitOptions(OptionReader &reader, int starts)
 {
     reader.addOptions({
         {QStringLiteral("points"),
-         tr("Points tried in each of the 15 annealing cycles; unless given %1, and %2 with "
-            "--no-polish.")
-             .arg(QString::number(stepsBeforePolish), QString::number(annealingSteps)),
-         tr("number")},
+         tr("Points tried in each of the 15 annealing cycles; with --no-polish %1.")
+             .arg(annealingSteps),
+         tr("number"), QString::number(stepsBeforePolish)},
         {QStringLiteral("starts"),
          tr("Repeat the fit from this many starting points, in as many threads as there are "
-            "processors, and keep the best; unless given %1, and 1 with --no-polish. Start k puts "
+            "processors, and keep the best; with --no-polish 1. Start k puts "
             "parameter j at the fraction 1/2 + (k-1) sqrt(p) of its range without the whole part, "
             "p being the prime number j (2, 3, 5, ...); a fit that is given a start begins with "
-            "that.")
-             .arg(starts),
-         tr("K")},
+            "that."),
+         tr("K"), QString::number(starts)},
         {QStringLiteral("no-polish"),
          tr("Leave out the local minimisation from the best point of each start. With --starts 1 "
             "this is the annealing of 15 times 15000 points with steps of 1 at most.")},
         {QStringLiteral("temperature"),
-         tr("Initial temperature of the annealing, in units of the response; unless given %1.")
-             .arg(usualTemperature),
-         tr("T")},
+         tr("Initial temperature of the annealing, in units of the response."), tr("T"),
+         QString::number(usualTemperature)},
         {QStringLiteral("fix"), tr("Hold parameters, separated by commas: alpha:N=3.5,zeta=880."),
          tr("list")},
         {QStringLiteral("bounds"),
@@ -155,6 +151,8 @@ FitOptions readFitOptions(const OptionReader &reader, int starts)
         options.starts = reader.count("starts", maximumStarts);
     if (reader.isSet("points"))
         options.stepsPerCycle = reader.count("points", maximumSteps);
+    reader.setInForce("starts", options.starts);
+    reader.setInForce("points", options.stepsPerCycle);
     if (reader.isSet("temperature"))
         options.temperature = reader.number(
             "temperature", [](double T) { return T > 0.0 && T < 1e6; }, tr("a positive number"));
@@ -224,10 +222,11 @@ void readState(const OptionReader &reader, FitOptions &options,
 {
     if (options.resumedFile.isEmpty())
         return;
-    QFile file(options.resumedFile);
-    if (!file.open(QIODevice::ReadOnly))
-        throw Failure{tr("--continue %1: %2").arg(options.resumedFile, file.errorString())};
-    const QJsonObject state = QJsonDocument::fromJson(file.readAll()).object();
+    QByteArray bytes;
+    QString error;
+    if (!LanqorReadFiles::read(options.resumedFile, bytes, error))
+        throw Failure{tr("--continue %1: %2").arg(options.resumedFile, error)};
+    const QJsonObject state = QJsonDocument::fromJson(bytes).object();
     QStringList names;
     for (const auto &name : state.value(QStringLiteral("parameters")).toArray())
         names.append(name.toString());
@@ -252,6 +251,7 @@ void readState(const OptionReader &reader, FitOptions &options,
     // Fewer would lose points, and the best may be among these.
     options.starts = reader.isSet("starts") ? std::max(options.starts, options.resumed.size())
                                             : options.resumed.size();
+    reader.setInForce("starts", options.starts);
     options.resumedPoints = qint64(points);
 }
 

@@ -176,6 +176,11 @@ FreeIonParameters readFreeIon(const OptionReader &options)
         ion.F2 = ion.F4 = ion.F6 = ion.alpha = ion.beta = ion.gamma = 0.0;
         ion.source = ion.zeta == zetaOfSource ? source : QString();
     }
+    const std::initializer_list<std::pair<const char *, double>> inForce = {
+        {"F2", ion.F2},       {"F4", ion.F4},     {"F6", ion.F6},      {"zeta", ion.zeta},
+        {"alpha", ion.alpha}, {"beta", ion.beta}, {"gamma", ion.gamma}};
+    for (const auto &parameter : inForce)
+        options.setInForce(parameter.first, parameter.second);
     return ion;
 }
 

@@ -57,10 +57,10 @@ void addJobOptions(OptionReader &options)
     options.addOption({QStringLiteral("keywords"),
                        tr("MOPAC: keywords of the second line instead of \"SPARKLE CHARGE=n\"."),
                        QStringLiteral("text")});
-    options.addOption({QStringLiteral("method"),
-                       tr("MOPAC: %1 (AM1).")
-                           .arg(LanqorFilesConverter::mopacMethods().join(QStringLiteral(", "))),
-                       QStringLiteral("name"), QStringLiteral("AM1")});
+    options.addOption(
+        {QStringLiteral("method"),
+         tr("MOPAC: %1.").arg(LanqorFilesConverter::mopacMethods().join(QStringLiteral(", "))),
+         QStringLiteral("name"), QStringLiteral("AM1")});
     options.addOption({QStringLiteral("qdc-fit"),
                        tr("MOPAC: a job for \"fit qdc\": all orbitals (ALLVEC), then a second job "
                           "for the force constants (FORCE).")});
@@ -69,10 +69,9 @@ void addJobOptions(OptionReader &options)
                           "unless given. Not with the sparkle, whose charge that model does not "
                           "see."),
                        QStringLiteral("name")});
-    options.addOption(
-        {QStringLiteral("multiplicity"),
-         tr("MOPAC, Gaussian: multiplicity of the electrons beside the 4f shell (1)."),
-         QStringLiteral("n"), QStringLiteral("1")});
+    options.addOption({QStringLiteral("multiplicity"),
+                       tr("MOPAC, Gaussian: multiplicity of the electrons beside the 4f shell."),
+                       QStringLiteral("n"), QStringLiteral("1")});
 }
 
 void checkJobOptions(const OptionReader &options, bool isMopacJob)

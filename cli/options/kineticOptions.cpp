@@ -3,6 +3,8 @@
 #include "options/OptionReader.h"
 #include "text.h"
 
+#include <QCommandLineOption>
+
 namespace cli {
 
 namespace {
@@ -39,14 +41,16 @@ QString rateText(double rate)
     return QString::number(rate, 'g', 3);
 }
 
-QString helpOf(const RateOption &option)
+QCommandLineOption optionOf(const RateOption &option)
 {
     const KineticParameters defaults;
     const double rate = defaults.*option.rate;
     const double ofTwo = defaults.*option.rateOfTwo;
-    return rate == ofTwo ? tr("%1 (default %2).").arg(tr(option.process), rateText(rate))
-                         : tr("%1 (default %2, of two %3).")
-                               .arg(tr(option.process), rateText(rate), rateText(ofTwo));
+    const QString process = tr(option.process);
+    return {QLatin1String(option.name),
+            rate == ofTwo ? process + QLatin1Char('.')
+                          : tr("%1; with two triplets %2.").arg(process, rateText(ofTwo)),
+            tr("s^-1"), rateText(rate)};
 }
 
 double numberWithin(const OptionReader &options, const char *name, double minimum, double maximum,
@@ -63,12 +67,12 @@ double numberWithin(const OptionReader &options, const char *name, double minimu
 void addKineticOptions(OptionReader &options)
 {
     for (const RateOption &option : rateOptions)
-        options.addOption({QLatin1String(option.name), helpOf(option), tr("s^-1")});
+        options.addOption(optionOf(option));
     options.addOption({QStringLiteral("temperature"),
-                       tr("Temperature of the Boltzmann factors of back-transfer, in K (default "
-                          "300). Nothing else depends on it here: lifetime, Omega, transfer rates "
-                          "and the rates above stay as they are given."),
-                       tr("K")});
+                       tr("Temperature of the Boltzmann factors of back-transfer, in K. Nothing "
+                          "else depends on it here: lifetime, Omega, transfer rates and the rates "
+                          "above stay as they are given."),
+                       tr("K"), QString::number(KineticParameters().temperature)});
     options.addOption({QStringLiteral("degeneracies"),
                        tr("Detailed balance: multiply back-transfer by the degeneracies of donor "
                           "(1 or 3) over acceptor (2J + 1), which are left out by default.")});
@@ -78,11 +82,12 @@ KineticParameters readKinetics(const OptionReader &options, bool twoTriplets)
 {
     KineticParameters parameters;
     for (const RateOption &option : rateOptions) {
-        if (!options.isSet(option.name))
-            continue;
+        double &rate = parameters.*(twoTriplets ? option.rateOfTwo : option.rate);
         const bool isExcitation = option.rate == &KineticParameters::excitation;
-        parameters.*(twoTriplets ? option.rateOfTwo : option.rate) =
-            numberWithin(options, option.name, isExcitation ? 1e-6 : 0.0, highestRate, tr("s^-1"));
+        if (options.isSet(option.name))
+            rate = numberWithin(options, option.name, isExcitation ? 1e-6 : 0.0, highestRate,
+                                tr("s^-1"));
+        options.setInForce(option.name, rate);
     }
     if (options.isSet("triplet-crossing") && !twoTriplets)
         options.refuse(tr("--triplet-crossing needs --two-triplets"));

@@ -39,13 +39,12 @@ UncertainOptions::UncertainOptions(OptionReader &reader, const QVector<Uncertain
     for (const UncertainOption &option : options)
         names.append(QStringLiteral("--") + option.name);
     reader.addOption({QStringLiteral("samples"),
-                      tr("Sets of values for error bars (default %1): any number of %2 may be "
+                      tr("Sets of values for error bars: any number of %1 may be "
                          "given as value+-sd (normal; log-normal for rates and lifetimes) or as "
                          "low:high (uniform), such as --n 1.5+-0.05; then medians, intervals and "
                          "the share of each input in the variance are told. Inputs count as "
                          "independent of each other.")
-                          .arg(QString::number(LanqorUncertainty::defaultSamples()),
-                               names.join(QStringLiteral(", "))),
+                          .arg(names.join(QStringLiteral(", "))),
                       tr("number"), QString::number(LanqorUncertainty::defaultSamples())});
 }
 
@@ -83,6 +82,7 @@ QStringList UncertainOptions::read(const QStringList &arguments)
             continue;
         const QString text = isJoined ? argument.section(QLatin1Char('='), 1) : arguments.at(++i);
         const QString value = readOption(*option, text);
+        reader.keepText(option->name, text);
         if (isJoined)
             plain.last() = name + QLatin1Char('=') + value;
         else

@@ -92,17 +92,22 @@ QString channelHelp()
         return channel.mechanism == TransferMechanism::Exchange;
     };
     const auto isMultipolar = [&](const TransferChannel &channel) { return !isExchange(channel); };
-    const auto isOpen = [](const TransferChannel &channel) {
-        return LanqorTransferChannels::isOpen(channel, EnergyTransferChannels(), false);
-    };
     const QString singlet = QStringLiteral("S");
     const QString between = QStringLiteral(", ");
     const QStringList triplets = channelNames(QStringLiteral("T"));
     return tr("Open channels of transfer, separated by commas: %1 (multipolar), %2 (exchange) from "
-              "the singlet, %3 to %4 from the triplet, all or none (default %5).")
+              "the singlet, %3 to %4 from the triplet, all or none.")
         .arg(channelNames(singlet, isMultipolar).join(between),
-             channelNames(singlet, isExchange).join(between), triplets.first(), triplets.last(),
-             channelNames(QString(), isOpen).join(QLatin1Char(',')));
+             channelNames(singlet, isExchange).join(between), triplets.first(), triplets.last());
+}
+
+/// The channels that are open unless others are asked for.
+QString usualChannels(bool ofTwoTriplets)
+{
+    const auto isOpen = [=](const TransferChannel &channel) {
+        return LanqorTransferChannels::isOpen(channel, EnergyTransferChannels(), ofTwoTriplets);
+    };
+    return channelNames(QString(), isOpen).join(QLatin1Char(','));
 }
 
 void openChannel(const OptionReader &options, const QString &name, EnergyTransferChannels &open)
@@ -122,6 +127,7 @@ void openChannel(const OptionReader &options, const QString &name, EnergyTransfe
 
 EnergyTransferChannels channelList(const OptionReader &options)
 {
+    options.setInForce("channels", usualChannels(options.isSet("two-triplets")));
     if (!options.isSet("channels"))
         return EnergyTransferChannels();
     EnergyTransferChannels open = {false, false, false, false, false,
@@ -225,25 +231,23 @@ void addOptions(OptionReader &options)
          tr("Distance of the ligand atom nearest to the ion, for exchange models 0 and 1; by "
             "default that of --excited, or of COMPLEX.out where the states are given."),
          angstrom},
-        cli::refractiveIndexOption(tr("Refractive index of the medium (default 1.5).")),
+        cli::refractiveIndexOption(tr("Refractive index of the medium.")),
         {option("lifetime"),
          tr("Measured lifetime of 5D0 in ms. Without it the non-radiative rate is an estimate from "
             "the radiative rate."),
          tr("ms")},
-        {option("channels"), channelHelp(), tr("list")},
+        {option("channels"), channelHelp(), tr("list"), usualChannels(false)},
         {option("et-model"),
-         tr("Exchange model: 2 with the shielding of the 4f shell (default); 0 and 1 through the "
+         tr("Exchange model: 2 with the shielding of the 4f shell; 0 and 1 through the "
             "overlap of 4f shell and ligand, squared or to the fourth power."),
          tr("0|1|2"), QStringLiteral("2")},
-        {option("overlap-exponent"),
-         tr("Exponent of the overlap of models 0 and 1 with distance (default 3.5)."), tr("number"),
-         QStringLiteral("3.5")},
+        {option("overlap-exponent"), tr("Exponent of the overlap of models 0 and 1 with distance."),
+         tr("number"), QStringLiteral("3.5")},
         {option("two-triplets"),
          tr("Two donor triplets: the chosen one (Ta) feeds 5D4, number 2 (T) feeds 5D1 and 5D0.")},
         {option("band-half-width"),
-         tr("Half width of the ligands' bands, which the transfer rates need (default %1).")
-             .arg(usualBandHalfWidth),
-         wavenumber, QString::number(usualBandHalfWidth)},
+         tr("Half width of the ligands' bands, which the transfer rates need."), wavenumber,
+         QString::number(usualBandHalfWidth)},
         {option("force"),
          tr("Compute also when --excited holds other atoms than the complex, ions aside.")},
         {option("explain"),

@@ -72,7 +72,7 @@ QMap<QString, QString> abroad(const QString &localeFolder)
 }
 
 /// Text without what differs from run to run: the version, the date, the speed of a fit and all of
-/// its progress but the end.
+/// its progress but the end; nor with the constants of every table of results.
 QString lasting(QString text)
 {
     static const QRegularExpression version(
@@ -80,7 +80,9 @@ QString lasting(QString text)
     static const QRegularExpression date(QStringLiteral("\\d{4}-\\d\\d-\\d\\dT[\\d:]{8}"));
     static const QRegularExpression progress(QStringLiteral("(?m)^ *\\d?\\d % of .*\\n"));
     static const QRegularExpression speed(QStringLiteral(" \\S+/s,"));
-    return text.remove(version).remove(date).remove(progress).remove(speed);
+    static const QRegularExpression constants(
+        QStringLiteral("# run_constants\n(.+\n)*\n| *\"run_constants\": \\[[^]]*\\],\n"));
+    return text.remove(constants).remove(version).remove(date).remove(progress).remove(speed);
 }
 
 /// Path of "tests/data/..." or "examples/data/...", or of "corpus:..."; empty when it is not there.
