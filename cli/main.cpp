@@ -47,6 +47,8 @@ const QVector<Command> &commands()
          "parameters of the QDC model from measured intensity parameters", fitQdcCommand},
         {fromStates, "states", "excited states of the ligands and their distances from the ion",
          statesCommand},
+        {fromStates, "triplet", "triplet energy of the donor ligand, by all that is known of it",
+         tripletCommand},
         {fromStates, "spectrum", "absorption spectrum of computed excited states", spectrumCommand},
         {fromStates, "yield", "rates, populations and emission quantum yield", yieldCommand},
         {fromLevels, "levels", "energy levels of a free lanthanide ion", levelsCommand},

@@ -20,4 +20,5 @@ int spectrumCommand(const QStringList &arguments);
 int sphereCommand(const QStringList &arguments);
 int starkCommand(const QStringList &arguments);
 int statesCommand(const QStringList &arguments);
+int tripletCommand(const QStringList &arguments);
 int yieldCommand(const QStringList &arguments);

@@ -290,6 +290,10 @@ public:
     double getForceConstant(const int &index) const;
     int getForceConstantsCount() const;
     bool getIsOrcaTDDFT() const;
+    /// Share of the single excitations between the orbitals of the window of C.I.= that MOPAC INDO
+    /// took: it leaves out orbitals at the edge that are degenerate with others beyond. 0 where it
+    /// is not known.
+    double getExcitationShare() const;
 
 private:
     friend class LanqorInputDataPrivate;

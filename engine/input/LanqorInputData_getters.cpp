@@ -124,6 +124,11 @@ QVector<double> LanqorInputData::getTripletCoefficients(const int &index) const
     return d->tripletCoefficients.value(index);
 }
 
+double LanqorInputData::getExcitationShare() const
+{
+    return d->excitationShare;
+}
+
 int LanqorInputData::getSingletStatesCount() const
 {
     return d->singletStates.size();

@@ -170,6 +170,24 @@ QVector<MolecularOrbitalOCC> levelsOf(const MopacIndoJob &job)
     return levels;
 }
 
+/// Excitations that were taken, of those between the orbitals of the window, which is the text
+/// "SINGLE excitations FROM orbs a to b INTO orbs c to d"; 0 when it cannot be read.
+double excitationShareOf(const MopacIndoJob &job)
+{
+    QVector<double> numbers;
+    for (const QString &word : job.window.split(QLatin1Char(' '))) {
+        bool ok = false;
+        const double number = word.toInt(&ok);
+        if (ok)
+            numbers.append(number);
+    }
+    if (numbers.size() != 4)
+        return 0.0;
+    const double all =
+        (numbers.at(1) - numbers.at(0) + 1.0) * (numbers.at(3) - numbers.at(2) + 1.0);
+    return all > 0.0 ? (job.configurationCount - 1) / all : 0.0; // less the reference
+}
+
 /// The transitions to the singlets.
 ExcitedStates spectrumOf(const MopacIndoJob &singlets)
 {
@@ -218,6 +236,7 @@ void LanqorInputDataPrivate::takeMopacIndoJobs(const MopacIndoJob &singlets,
     lumoMO = first.doublyOccupied + 1;
     singletCoefficients += singlets.coefficients;
     tripletCoefficients += triplets.coefficients;
+    excitationShare = excitationShareOf(first);
     takeExcitedStates(results);
     takeSpectrum(results);
 }

@@ -73,6 +73,7 @@ public:
     QVector<QVector<double>> tripletWeights;
     QVector<QVector<double>> singletCoefficients;
     QVector<QVector<double>> tripletCoefficients;
+    double excitationShare = 0.0; // of the window of MOPAC INDO
     QString tripletFileName;
     QVector<CoordZMT> coordZMT;
     QVector<Coord> coord;

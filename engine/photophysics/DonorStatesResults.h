@@ -48,4 +48,6 @@ struct DonorStatesResults
     /// The ion, then the ligands in the order of their first atoms; empty where no state has shares
     /// of them.
     QVector<DonorFragment> fragments;
+    /// See LanqorInputData::getExcitationShare().
+    double excitationShare = 0.0;
 };

@@ -23,6 +23,8 @@ constexpr double indoShift = 1220.0;     // the best one
 constexpr double indoDeviation = 1100.0; // at the GFN1 ground state
 constexpr double otherGeometryDeviation = 1500.0;
 constexpr double agreement = 1200.0;
+/// Of the excitations of the window that MOPAC takes; 0.86 and more in the comparison.
+constexpr double leastShare = 0.8;
 
 /// Both runs of one system by GFN1.
 struct Gfn1Pair
@@ -272,7 +274,21 @@ void LanqorDonorTripletPrivate::takeStates()
             : tr("estimated: the geometry is not known to be the GFN1 ground state, where the "
                  "shift was found (there 1100 over 26 ligands)");
     const LigandClassResults &kind = results.candidates.at(results.donor).kind;
-    value.isAvailable = !kind.hasFiveMemberedRing;
+    const bool isCut = states->excitationShare > 0.0 && states->excitationShare < leastShare;
+    value.isAvailable = !kind.hasFiveMemberedRing && kind.isAntenna && !isCut;
+    if (isCut) {
+        value.knownError = tr("too high by thousands of cm^-1");
+        value.reason = tr("MOPAC took %1 % of the excitations of its window, for the orbitals at "
+                          "the edge are degenerate, which raises triplets by thousands of cm^-1; "
+                          "calculate with another C.I.= (32, 36)")
+                           .arg(QString::number(100.0 * states->excitationShare, 'f', 0));
+    }
+    if (!kind.isAntenna) {
+        value.knownError = tr("too low by thousands of cm^-1");
+        value.reason = tr("%1 has no conjugated system with N, O or S; INDO gives benzene rings "
+                          "and small ions too low by thousands of cm^-1")
+                           .arg(results.candidates.at(results.donor).formula);
+    }
     if (kind.hasFiveMemberedRing) {
         value.knownError = tr("too low by thousands of cm^-1");
         value.reason =
@@ -451,7 +467,7 @@ void LanqorDonorTripletPrivate::addRemarks()
                 .arg(results.tripletState));
     for (int i = 0; i < results.candidates.size(); ++i) {
         const DonorCandidate &other = results.candidates.at(i);
-        if (i == results.donor || other.triplet == 0 || donor.triplet == 0)
+        if (i == results.donor || other.triplet == 0 || donor.triplet == 0 || !other.kind.isAntenna)
             continue;
         const QString energy = wavenumber(other.tripletEnergy + indoShift);
         if (i == lowest && results.isDonorAskedFor)
@@ -465,10 +481,10 @@ void LanqorDonorTripletPrivate::addRemarks()
                                        .arg(other.formula, energy));
     }
     if (donor.kind.hasFiveMemberedRing && !results.isDonorAskedFor && lowest == results.donor &&
-        std::any_of(results.candidates.begin(), results.candidates.end(),
-                    [&](const DonorCandidate &other) {
-                        return other.triplet > 0 && other.formula != donor.formula;
-                    }))
+        std::any_of(
+            results.candidates.begin(), results.candidates.end(), [&](const DonorCandidate &other) {
+                return other.triplet > 0 && other.kind.isAntenna && other.formula != donor.formula;
+            }))
         results.warnings.append(
             tr("%1 is taken for the donor by its INDO triplet, which is too low: name the donor "
                "ligand when it is another one")

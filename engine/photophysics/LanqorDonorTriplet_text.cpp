@@ -121,6 +121,8 @@ QString candidateTable(const DonorTripletResults &results)
                                             fixed(candidate.singletEnergy, 1, 11)
                                       : dash(9) + dash(11);
         text += QStringLiteral("  ") + candidate.kind.name;
+        if (!candidate.kind.isAntenna)
+            text += tr("; no antenna");
         if (candidate.kind.hasFiveMemberedRing)
             text += tr("; five-membered ring %1").arg(candidate.kind.fiveMemberedRing);
         text += QLatin1Char('\n');
@@ -237,7 +239,8 @@ void addCandidates(LanqorResultTables &tables, const DonorTripletResults &result
                      candidate.kind.name, candidate.kind.gfn1StandardDeviation,
                      existing(candidate.kind.gfn1Error), existing(candidate.kind.fiveMemberedRing),
                      existing(candidate.triplet), existing(candidate.tripletEnergy),
-                     existing(candidate.singlet), existing(candidate.singletEnergy)});
+                     existing(candidate.singlet), existing(candidate.singletEnergy),
+                     candidate.kind.isAntenna});
     tables.addTable(QStringLiteral("donor_candidates"),
                     {column("ligand"), column("name"), column("count"), column("kind"),
                      column("gfn1_standard_deviation", "cm^-1"), column("gfn1_known_error"),

@@ -452,6 +452,7 @@ DonorStatesResults LanqorRL::getResults() const
     DonorStatesResults results;
     results.outputPath = d->outputName();
     results.fragments = d->fragments;
+    results.excitationShare = data.getExcitationShare();
     results.program = programName(d->programType);
     results.groundState = d->programType == LanqorInputData::ZindoOutput ? 1 : 0;
     results.reasonWithoutDistances =

@@ -90,10 +90,14 @@ int withMost(const QVector<DonorCandidate> &candidates, const QVector<double> &s
 
 int withLowestTriplet(const QVector<DonorCandidate> &candidates)
 {
+    const auto isBetter = [](const DonorCandidate &one, const DonorCandidate &other) {
+        return one.kind.isAntenna != other.kind.isAntenna ? one.kind.isAntenna
+                                                          : one.tripletEnergy < other.tripletEnergy;
+    };
     int lowest = -1;
     for (int i = 0; i < candidates.size(); ++i)
         if (candidates.at(i).triplet > 0 &&
-            (lowest < 0 || candidates.at(i).tripletEnergy < candidates.at(lowest).tripletEnergy))
+            (lowest < 0 || isBetter(candidates.at(i), candidates.at(lowest))))
             lowest = i;
     return lowest;
 }

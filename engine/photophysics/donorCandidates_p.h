@@ -26,7 +26,7 @@ int named(const QVector<DonorCandidate> &candidates, const QString &ligand);
 /// The one with more than half of what @p shares have by fragment; -1 for none.
 int withMost(const QVector<DonorCandidate> &candidates, const QVector<double> &shares);
 
-/// The one with the lowest local triplet; -1 for none.
+/// The antenna with the lowest local triplet, or the ligand when none is an antenna; -1 for none.
 int withLowestTriplet(const QVector<DonorCandidate> &candidates);
 
 } // namespace donorCandidates

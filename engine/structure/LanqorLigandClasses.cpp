@@ -38,6 +38,7 @@ public:
     bool isFluoroalkyl(int atom) const;
     bool isPolypyridine() const;
     QString fiveMemberedRing() const;
+    bool isAntenna() const;
 
 private:
     QVector<Ring> conjugated(int size) const;
@@ -243,6 +244,44 @@ QString Ligand::fiveMemberedRing() const
     return QString();
 }
 
+/// Connected carbon and nitrogen atoms that may be conjugated; those of amides and ureas are
+/// too few.
+bool Ligand::isAntenna() const
+{
+    constexpr int leastAtoms = 3;
+    constexpr int leastCarbons = 2;
+    const auto isMember = [this](int atom) {
+        return (graph.is(atom, "C") || graph.is(atom, "N")) && isConjugated(atom);
+    };
+    QVector<bool> isVisited(graph.size(), false);
+    for (int start = 0; start < graph.size(); ++start) {
+        if (isVisited.at(start) || !isMember(start))
+            continue;
+        int atoms = 0;
+        int carbons = 0;
+        bool hasHeteroatom = false;
+        QVector<int> pending{start};
+        isVisited[start] = true;
+        while (!pending.isEmpty()) {
+            const int atom = pending.takeLast();
+            ++atoms;
+            carbons += graph.is(atom, "C") ? 1 : 0;
+            hasHeteroatom = hasHeteroatom || graph.is(atom, "N");
+            for (const int next : graph.neighbours.at(atom)) {
+                hasHeteroatom = hasHeteroatom || graph.is(next, "O") || graph.is(next, "S") ||
+                                graph.is(next, "N");
+                if (!isVisited.at(next) && isMember(next)) {
+                    isVisited[next] = true;
+                    pending.append(next);
+                }
+            }
+        }
+        if (atoms >= leastAtoms && carbons >= leastCarbons && hasHeteroatom)
+            return true;
+    }
+    return false;
+}
+
 LigandClass classOf(const Ligand &ligand, bool *isBesideNitrogen)
 {
     if (ligand.isPhenazine())
@@ -274,6 +313,7 @@ LigandClassResults LanqorLigandClasses::classify(const QVector<Coord> &ligand)
     LigandClassResults results;
     results.ligandClass = classOf(molecule, &isBesideNitrogen);
     results.fiveMemberedRing = molecule.fiveMemberedRing();
+    results.isAntenna = molecule.isAntenna();
     results.hasFiveMemberedRing = !results.fiveMemberedRing.isEmpty();
     switch (results.ligandClass) {
     case LigandClass::ArylDiketonate:

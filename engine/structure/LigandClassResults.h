@@ -23,6 +23,9 @@ struct LigandClassResults
     /// Known direction of its error: "too high by 1300 to 4200 cm^-1"; empty when there is none.
     QString gfn1Error;
     QString gfn1Basis; ///< the ligands on which that stands
+    /// Three or more conjugated atoms (two of carbon) that hold or bear N, O or S: a system that
+    /// may feed an ion, unlike nitrate, water, acetate or the benzene rings of phosphine oxides.
+    bool isAntenna = false;
     /// A conjugated ring as in thiophene, furan and pyrrole, whose INDO triplets are too low by
     /// thousands of cm^-1.
     bool hasFiveMemberedRing = false;
