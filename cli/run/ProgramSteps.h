@@ -56,6 +56,8 @@ public:
     bool isModel() const { return modelGroundState.has_value(); }
     const XtbStep &groundState() const { return modelGroundState ? *modelGroundState : xtbGround; }
     const XtbStep &triplet() const { return xtbTriplet; }
+    /// Of the complex itself, also where the triplet is that of a model.
+    const XtbStep &groundStateOfComplex() const { return xtbGround; }
     /// Whether the states belong to the GFN1 geometry of the complex.
     bool areStatesAtGroundState() const { return xtbGround.results.has_value(); }
 

@@ -212,14 +212,13 @@ private:
             chooser.setMeasured(request.measuredTriplet->value,
                                 deviationOf(*request.measuredTriplet));
         chooser.setStates(states);
+        if (programs.groundStateOfComplex().results)
+            chooser.setGroundState(*programs.groundStateOfComplex().results);
         if (programs.isModel()) {
             if (programs.triplet().results)
                 chooser.setModel(*programs.groundState().results, *programs.triplet().results);
-        } else {
-            if (programs.groundState().results)
-                chooser.setGroundState(*programs.groundState().results);
-            if (programs.triplet().results)
-                chooser.setTriplet(*programs.triplet().results);
+        } else if (programs.triplet().results) {
+            chooser.setTriplet(*programs.triplet().results);
         }
         if (!programs.triplet().results)
             chooser.setGfn1Missing(programs.groundState().results

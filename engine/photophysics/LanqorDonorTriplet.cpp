@@ -285,8 +285,8 @@ void LanqorDonorTripletPrivate::takeStates()
     }
     if (!kind.isAntenna) {
         value.knownError = tr("too low by thousands of cm^-1");
-        value.reason = tr("%1 has no conjugated system with N, O or S; INDO gives benzene rings "
-                          "and small ions too low by thousands of cm^-1")
+        value.reason = tr("%1 is no antenna (a conjugated system with N, O or S); INDO gives "
+                          "benzene rings and small ions too low by thousands of cm^-1")
                            .arg(results.candidates.at(results.donor).formula);
     }
     if (kind.hasFiveMemberedRing) {

@@ -198,7 +198,7 @@ void addSummary(LanqorResultTables &tables, const DonorTripletResults &results)
         {existing(keyOf(results.chosen)), isChosen ? QVariant(results.energy) : QVariant(),
          existing(results.standardDeviation), isChosen ? QVariant(results.low) : QVariant(),
          isChosen ? QVariant(results.high) : QVariant(),
-         results.levelsReached.join(QLatin1Char(' ')), results.isMeasurementNeeded,
+         existing(results.levelsReached.join(QLatin1Char(' '))), results.isMeasurementNeeded,
          existing(results.firstLine),
          hasDonor ? QVariant(results.candidates.at(results.donor).formula) : QVariant(),
          existing(results.tripletState), existing(results.tripletDistance),

@@ -140,17 +140,18 @@ class LanqorDonorModelPrivate
 public:
     explicit LanqorDonorModelPrivate(const OrganizeResults &structure);
 
-    /// Indices of the ligands that @p name means; empty when there is none.
+    /// Indices of the ligands and other fragments, those bound to the ion first, that @p name
+    /// means; empty when there is none.
     QVector<int> ligandsNamed(const QString &name) const;
     QString namesOfLigands() const;
     std::optional<int> chargeOf(const QVector<int> &wanted) const;
     /// What is wrong; empty when the model is made.
     QString make(const QString &name, DonorModelResults &model) const;
-    QString makeTris(const QVector<int> &wanted, DonorModelResults &model) const;
+    QString makeTris(const QVector<int> &named, DonorModelResults &model) const;
+    bool isAtIon(const Member &member) const;
 
     Coord ion;
     QVector<Member> members;
-    int ligandCount = 0; // the first ones; the others are not bound to the ion
     std::optional<int> complexCharge;
     std::optional<int> ligandCharge;
     DonorModelResults results;
@@ -161,8 +162,7 @@ LanqorDonorModelPrivate::LanqorDonorModelPrivate(const OrganizeResults &structur
     QStringList names;
     for (const OrganizedLigand &ligand : structure.ligands)
         names.append(ligand.name);
-    ligandCount = names.size();
-    QVector<QVector<Coord>> atoms(ligandCount);
+    QVector<QVector<Coord>> atoms(names.size());
     for (int i = 0; i < structure.atoms.size(); ++i) {
         const OrganizedAtom &atom = structure.atoms.at(i);
         if (i == 0) {
@@ -185,7 +185,7 @@ QVector<int> LanqorDonorModelPrivate::ligandsNamed(const QString &name) const
 {
     const QString formula = ligandName::canonical(name);
     QVector<int> found;
-    for (int i = 0; i < ligandCount; ++i) {
+    for (int i = 0; i < members.size(); ++i) {
         const Member &ligand = members.at(i);
         const bool isNamed =
             ligand.formula == formula ||
@@ -199,7 +199,7 @@ QVector<int> LanqorDonorModelPrivate::ligandsNamed(const QString &name) const
 QString LanqorDonorModelPrivate::namesOfLigands() const
 {
     QStringList names;
-    for (int i = 0; i < ligandCount; ++i)
+    for (int i = 0; i < members.size(); ++i)
         if (!names.contains(members.at(i).formula))
             names.append(members.at(i).formula);
     return names.join(QStringLiteral(", "));
@@ -226,9 +226,21 @@ std::optional<int> LanqorDonorModelPrivate::chargeOf(const QVector<int> &wanted)
     return rest / wanted.size();
 }
 
-QString LanqorDonorModelPrivate::makeTris(const QVector<int> &wanted,
-                                          DonorModelResults &model) const
+/// Also in geometries whose bonds are too long to count for the coordination number.
+bool LanqorDonorModelPrivate::isAtIon(const Member &member) const
 {
+    constexpr double longestBond = 3.2; // Angstrom
+    return std::any_of(member.atoms.begin(), member.atoms.end(), [this](const Coord &atom) {
+        return fragments::distance(ion, atom) < longestBond;
+    });
+}
+
+QString LanqorDonorModelPrivate::makeTris(const QVector<int> &named, DonorModelResults &model) const
+{
+    QVector<int> wanted;
+    for (const int i : named)
+        if (isAtIon(members.at(i)))
+            wanted.append(i);
     if (wanted.size() < ligandsNeeded)
         return tr("an anion is calculated as [%1(L)3(H2O)], but the complex holds %2 of %3: give "
                   "a structure with three of them, or a measured triplet energy")

@@ -302,11 +302,39 @@ LigandClass classOf(const Ligand &ligand, bool *isBesideNitrogen)
     return ligand.isPolypyridine() ? LigandClass::Polypyridine : LigandClass::Other;
 }
 
+/// What GFN1 is worth for a class: standard deviation and known error, cm^-1, and what these stand
+/// on.
+struct ClassFacts
+{
+    LigandClass ligandClass;
+    const char *name;
+    double standardDeviation;
+    const char *error;
+    const char *basis;
+};
+
+constexpr double knownDirection = 3000.0; // cm^-1
+constexpr ClassFacts classFacts[] = {
+    {LigandClass::ArylDiketonate, "aryl or heteroaryl beta-diketonates", 500.0, "",
+     "RMS error 420 over six ligands"},
+    {LigandClass::Polypyridine, "bipyridine, phenanthroline and terpyridine types", 800.0, "",
+     "RMS error 790 over five ligands, without a donor beside them"},
+    {LigandClass::Carboxylate, "carboxylates", knownDirection, "too high by 1300 to 4200 cm^-1",
+     "five ligands"},
+    {LigandClass::PyridineCarboxylate, "pyridine carboxylates", knownDirection,
+     "too low by 1700 to 5200 cm^-1", "two ligands, picolinate and dipicolinate"},
+    {LigandClass::FluoroalkylDiketonate, "beta-diketonates of perfluoroalkyl and alkyl groups",
+     knownDirection, "too high by 1500 to 2700 cm^-1", "three ligands"},
+    {LigandClass::Phenazine, "phenazines", knownDirection, "too low by 4500 cm^-1",
+     "one ligand, dipyridophenazine"},
+    {LigandClass::Other, "other ligands", 2000.0, "",
+     "errors from -2850 to 3740 over ligands of many kinds"},
+};
+
 } // namespace
 
 LigandClassResults LanqorLigandClasses::classify(const QVector<Coord> &ligand)
 {
-    constexpr double knownDirection = 3000.0; // cm^-1
     const LigandGraph graph = LigandGraph::of(ligand);
     const Ligand molecule(graph);
     bool isBesideNitrogen = false;
@@ -315,49 +343,18 @@ LigandClassResults LanqorLigandClasses::classify(const QVector<Coord> &ligand)
     results.fiveMemberedRing = molecule.fiveMemberedRing();
     results.isAntenna = molecule.isAntenna();
     results.hasFiveMemberedRing = !results.fiveMemberedRing.isEmpty();
-    switch (results.ligandClass) {
-    case LigandClass::ArylDiketonate:
-        results.name = tr("aryl or heteroaryl beta-diketonates");
-        results.gfn1StandardDeviation = 500.0;
-        results.gfn1Basis = tr("RMS error 420 over six ligands");
-        break;
-    case LigandClass::Polypyridine:
-        results.name = tr("bipyridine, phenanthroline and terpyridine types");
-        results.gfn1StandardDeviation = 800.0;
-        results.gfn1Basis = tr("RMS error 790 over five ligands, without a donor beside them");
-        break;
-    case LigandClass::Carboxylate:
-        results.name = tr("carboxylates");
-        results.gfn1StandardDeviation = knownDirection;
-        results.gfn1Error = tr("too high by 1300 to 4200 cm^-1");
-        results.gfn1Basis = tr("five ligands");
-        break;
-    case LigandClass::PyridineCarboxylate:
-        results.name = tr("pyridine carboxylates");
-        results.gfn1StandardDeviation = knownDirection;
-        if (isBesideNitrogen)
-            results.gfn1Error = tr("too low by 1700 to 5200 cm^-1");
-        results.gfn1Basis = isBesideNitrogen
-                                ? tr("two ligands, picolinate and dipicolinate")
-                                : tr("no ligand whose carboxylate is not beside the nitrogen");
-        break;
-    case LigandClass::FluoroalkylDiketonate:
-        results.name = tr("beta-diketonates of perfluoroalkyl and alkyl groups");
-        results.gfn1StandardDeviation = knownDirection;
-        results.gfn1Error = tr("too high by 1500 to 2700 cm^-1");
-        results.gfn1Basis = tr("three ligands");
-        break;
-    case LigandClass::Phenazine:
-        results.name = tr("phenazines");
-        results.gfn1StandardDeviation = knownDirection;
-        results.gfn1Error = tr("too low by 4500 cm^-1");
-        results.gfn1Basis = tr("one ligand, dipyridophenazine");
-        break;
-    case LigandClass::Other:
-        results.name = tr("other ligands");
-        results.gfn1StandardDeviation = 2000.0;
-        results.gfn1Basis = tr("errors from -2850 to 3740 over ligands of many kinds");
-        break;
+    for (const ClassFacts &facts : classFacts) {
+        if (facts.ligandClass != results.ligandClass)
+            continue;
+        results.name = tr(facts.name);
+        results.gfn1StandardDeviation = facts.standardDeviation;
+        results.gfn1Error = tr(facts.error);
+        results.gfn1Basis = tr(facts.basis);
+    }
+    // Picolinates are bonded to the ion by both groups; nicotinates were not looked at.
+    if (results.ligandClass == LigandClass::PyridineCarboxylate && !isBesideNitrogen) {
+        results.gfn1Error.clear();
+        results.gfn1Basis = tr("no ligand whose carboxylate is not beside the nitrogen");
     }
     return results;
 }

@@ -76,7 +76,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("words");
         const auto row = [](const char *file, const char *words) {
             QTest::newRow(file) << QStringLiteral("xtb/") + QLatin1String(file)
-                                << QLatin1String(words);
+                                << QString::fromLatin1(words);
         };
         row("failed_eu_l2_no_convergence/s0.out", "|grad| > 500, something is totally wrong!\"");
         row("failed_eu_phen2_no3_3/s0.out", "Self consistent charge iterator did not converge");
@@ -122,7 +122,8 @@ private Q_SLOTS:
         row("another complex", "H      2, 3", "H      2-4", "another complex");
         row("other order", "   1    8 O      1\n    2    1 H      2, 3",
             "   1    1 H      1-2\n    2    8 O      3", "another order of atoms");
-        row("charge", "total charge              -0.", "total charge              -1.", "charges of");
+        row("charge", "total charge              -0.", "total charge              -1.",
+            "charges of");
         row("no xtb", "xtb version", "other program", "no output of xtb");
     }
     void changedRun()

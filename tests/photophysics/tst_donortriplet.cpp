@@ -69,9 +69,9 @@ private Q_SLOTS:
         const auto row = [](const char *name, const char *folder, const char *indo,
                             const char *ligand, double gfn1, double indo1600, TripletMethod method,
                             const char *words) {
-            QTest::newRow(name) << QLatin1String(folder) << QLatin1String(indo)
-                                << QLatin1String(ligand) << gfn1 << indo1600
-                                << static_cast<int>(method) << QLatin1String(words);
+            QTest::newRow(name) << QString::fromLatin1(folder) << QString::fromLatin1(indo)
+                                << QString::fromLatin1(ligand) << gfn1 << indo1600
+                                << static_cast<int>(method) << QString::fromLatin1(words);
         };
         const TripletMethod states = TripletMethod::States;
         row("acac", "eu_acac3_h2o", "acac", "", 25218, 24093, states, "do not agree");
@@ -88,7 +88,7 @@ private Q_SLOTS:
         row("ffa", "eu_ffa3_h2o", "eu_ffa3_h2o", "", 20800 + 648, 20800 - 5506, TripletMethod::Gfn1,
             "ring (C4O)");
         row("bath", "eu_bath_hfac3", "eu_bath_hfac3", "", 21000 - 1313, 21000 + 702, states,
-            "Two methods do not");
+            "The two calculations do not agree");
     }
     void table()
     {
@@ -205,8 +205,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("words");
         const auto row = [](const char *first, const char *second, const char *indo,
                             const char *words) {
-            QTest::newRow(words) << QLatin1String(first) << QLatin1String(second)
-                                 << QLatin1String(indo) << QLatin1String(words);
+            QTest::newRow(words) << QString::fromLatin1(first) << QString::fromLatin1(second)
+                                 << QString::fromLatin1(indo) << QString::fromLatin1(words);
         };
         row("eu_acac3_h2o s0", "eu_hfac3_h2o t1", "acac", "are runs of different complexes");
         row("eu_acac3_h2o t1", "eu_acac3_h2o s0", "acac", "have 2 and 0 unpaired electrons");

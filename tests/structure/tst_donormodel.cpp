@@ -69,8 +69,8 @@ private Q_SLOTS:
                             double deviation, const char *ring = "", bool isAntenna = true) {
             QTest::newRow(qPrintable(
                 QStringLiteral("%1 %2").arg(QLatin1String(file), QLatin1String(formula))))
-                << QLatin1String(formula) << static_cast<int>(kind) << deviation
-                << QLatin1String(ring) << isAntenna;
+                << QString::fromLatin1(formula) << static_cast<int>(kind) << deviation
+                << QString::fromLatin1(ring) << isAntenna;
         };
         row("xtb/eu_acac3_h2o/s0.xyz", "C5H7O2", LigandClass::Other, 2000);
         row("xtb/eu_acac3_h2o/s0.xyz", "H2O", LigandClass::Other, 2000, "", false);
@@ -166,8 +166,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("ligand");
         QTest::addColumn<QString>("words");
         const auto row = [](const char *file, const char *ligand, const char *words) {
-            QTest::newRow(words) << QLatin1String(file) << QLatin1String(ligand)
-                                 << QLatin1String(words);
+            QTest::newRow(words) << QString::fromLatin1(file) << QString::fromLatin1(ligand)
+                                 << QString::fromLatin1(words);
         };
         row("xtb/eu_acac3_h2o/s0.xyz", "C5H7O2", "[Eu(C5H7O2)3(H2O)] itself");
         row("xtb/eu_acac3_h2o/s0.xyz", "C6H6", "no ligand C6H6; it has C5H7O2, H2O");
