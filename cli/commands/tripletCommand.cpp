@@ -168,6 +168,6 @@ int tripletCommand(const QStringList &arguments)
     for (const QString &warning : results.warnings)
         cli::warn(warning);
     cli::showResults(options, LanqorDonorTriplet::makeText(results),
-                     LanqorDonorTriplet::makeTables(results), files);
+                     LanqorDonorTriplet::makeTables(results));
     return cli::success;
 }
