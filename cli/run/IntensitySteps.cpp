@@ -13,6 +13,7 @@
 #include "text.h"
 
 #include <LanqorEngine/LanqorFitAccount.h>
+#include <LanqorEngine/LanqorIndicesCalculation.h>
 #include <LanqorEngine/LanqorOmega.h>
 #include <LanqorEngine/LanqorOmegaExp.h>
 #include <LanqorEngine/LanqorParametric.h>
@@ -183,18 +184,55 @@ void IntensitySteps::fit(LanqorInputData &geometry, const OrganizeResults &spher
     report.solutions = outcome.solutions;
 }
 
-IntensityOutcome IntensitySteps::calcOmega(LanqorInputData &geometry, const OrganizeResults &sphere)
+/// Charge factors and polarisabilities by the QDC model, whose force constants are read from the
+/// output of MOPAC with its own order of atoms.
+void IntensitySteps::calcQdc(const OrganizeResults &sphere, const QString &mopacOutput)
 {
-    coordNumber = sphere.coordNumber;
-    omega = std::make_unique<LanqorOmega>(nullptr, 0, &geometry);
-    if (!omega->getLastError().isEmpty())
+    mopacData = std::make_unique<LanqorInputData>(nullptr, mopacOutput);
+    if (!mopacData->readMopacOutFile(false) || !mopacData->createSphericalCoordinate())
+        failOf(*mopacData);
+    for (int i = 0; i < sphere.atoms.size(); ++i)
+        if (sphere.atoms.at(i).sourceAtom != i + 1 || !mopacData->getSphereError().isEmpty())
+            throw Failure{tr("the optimisation changed the coordination sphere, so that %1 has the "
+                             "coordinated atoms in other places than 2 to N+1; start from its "
+                             "geometry: \"lanqor organize %1 NEW.xyz\"")
+                              .arg(mopacOutput)};
+    LanqorIndicesCalculation indices(nullptr, mopacData.get(),
+                                     LanqorIndicesCalculation::MopacOutput);
+    if (!indices.calculateIndices())
+        failOf(indices);
+    omega = makeOmega(*mopacData, sphere);
+    omega->setAtomicCharges(indices.getAtomicCharge());
+    omega->setSuperDeslocalizability(indices.getSuperDeslocalizability());
+    omega->setOrbitalEnergyUnit(QStringLiteral("eV"));
+    omega->setParametersQDC(request.qdc[0], request.qdc[1], request.qdc[2]);
+    if (!omega->calcOmega())
         failOf(*omega);
-    omega->setRefractiveIndex(request.refractiveIndex);
-    omega->setLigandAtomsByLigandVector(ligandLines(sphere));
+}
+
+std::unique_ptr<LanqorOmega> IntensitySteps::makeOmega(LanqorInputData &geometry,
+                                                       const OrganizeResults &sphere) const
+{
+    auto calculation = std::make_unique<LanqorOmega>(nullptr, 0, &geometry);
+    if (!calculation->getLastError().isEmpty())
+        failOf(*calculation);
+    calculation->setRefractiveIndex(request.refractiveIndex);
+    calculation->setLigandAtomsByLigandVector(ligandLines(sphere));
     OmegaPrintingOptions sections = sectionsOf(mainSections());
     sections.printAradPartition = true;
-    omega->setOmegaPrintingOptions(sections);
-    if (request.source == IntensitySource::ChargeFactors) {
+    calculation->setOmegaPrintingOptions(sections);
+    return calculation;
+}
+
+IntensityOutcome IntensitySteps::calcOmega(LanqorInputData &geometry, const OrganizeResults &sphere,
+                                           const QString &mopacOutput)
+{
+    coordNumber = sphere.coordNumber;
+    omega = makeOmega(geometry, sphere);
+    if (request.isQdc()) {
+        report.intensitySource = tr("given parameters of the QDC model");
+        calcQdc(sphere, mopacOutput);
+    } else if (request.source == IntensitySource::ChargeFactors) {
         report.intensitySource = tr("given charge factors and polarisabilities");
         cli::calcOmega(*omega, geometry, coordNumber, request.g, request.alpha);
     } else {

@@ -48,7 +48,9 @@ public:
     void readSpectrum();
 
     /// Intensity parameters at @p geometry.
-    IntensityOutcome calcOmega(LanqorInputData &geometry, const OrganizeResults &sphere);
+    /// @param mopacOutput  from which the QDC model takes orbitals and force constants
+    IntensityOutcome calcOmega(LanqorInputData &geometry, const OrganizeResults &sphere,
+                               const QString &mopacOutput);
     /// Rates and yield with intervals.
     IntensityOutcome calcYield(ProgramSteps &programs, const YieldDonors &donors);
 
@@ -57,6 +59,9 @@ public:
 
 private:
     void fit(LanqorInputData &geometry, const OrganizeResults &sphere);
+    std::unique_ptr<LanqorOmega> makeOmega(LanqorInputData &geometry,
+                                           const OrganizeResults &sphere) const;
+    void calcQdc(const OrganizeResults &sphere, const QString &mopacOutput);
     UncertaintyResults calcErrorBars(const LanqorSpectroscopicCalculation &calculation,
                                      LanqorInputData &geometry, const YieldDonors &donors) const;
 
@@ -64,6 +69,7 @@ private:
     const UncertainOptions &uncertain;
     const RunRequest &request;
     RunReport &report;
+    std::unique_ptr<LanqorInputData> mopacData; ///< of the QDC model
     std::unique_ptr<LanqorOmega> omega;
     QString spectrumReport;
     int coordNumber = 0;

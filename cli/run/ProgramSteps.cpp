@@ -7,6 +7,7 @@
 
 #include <LanqorEngine/LanqorDonorModel.h>
 #include <LanqorEngine/LanqorFilesConverter.h>
+#include <LanqorEngine/LanqorIndicesCalculation.h>
 #include <LanqorEngine/LanqorOrganizeMolecules.h>
 #include <LanqorEngine/LanqorXtbRun.h>
 
@@ -42,6 +43,13 @@ QByteArray contentsOf(const QString &fileName)
     if (!file.open(QIODevice::ReadOnly))
         throw Failure{tr("%1 cannot be read: %2").arg(fileName, file.errorString())};
     return file.readAll();
+}
+
+void readIndices(LanqorInputData &output)
+{
+    LanqorIndicesCalculation indices(nullptr, &output, LanqorIndicesCalculation::MopacOutput);
+    if (!indices.calculateIndices())
+        failOf(indices);
 }
 
 void writeWhole(const QString &fileName, const QByteArray &bytes)
@@ -280,9 +288,11 @@ void ProgramSteps::conclude(RunStepId id)
         progress.take(id, stage.step);
         return;
     }
+    const bool isAbandoned = stage.isNeeded || !stage.isFaultFinal;
+    stage.fault.replace(place, isAbandoned ? folder.failed(name) : folder.file(name));
     mark.outcome = stage.fault;
     mark.isFailed = true;
-    if (stage.isNeeded || !stage.isFaultFinal)
+    if (isAbandoned)
         folder.abandon(name);
     else
         folder.finish(name, stage.inputs, mark);
@@ -407,6 +417,7 @@ void ProgramSteps::prepareGeometry(Stage &stage)
     writeWhole(start, complex.xyz);
     LanqorFilesConverter writer(nullptr, start);
     writer.setMopacMethod(request.mopacMethod);
+    writer.setMopacJobForQdcFit(request.isQdc());
     writer.setExtraMopacKeywords(
         LanqorFilesConverter::sparkleKeywords(complex.atoms(), complex.charge));
     if (!writer.convertFromOutToMop(jobFile))
@@ -421,8 +432,15 @@ void ProgramSteps::prepareGeometry(Stage &stage)
         LanqorInputData source(nullptr, in(place, complexName + dotOut));
         if (!source.readMopacOutFile(false))
             failOf(source);
+        if (request.isQdc()) // writes a table of the indices beside the output
+            readIndices(source);
         writeGeometry(source, place);
     };
+}
+
+QString ProgramSteps::mopacOutput() const
+{
+    return in(folder.file(folderOf(RunStepId::Geometry)), complexName + dotOut);
 }
 
 /// Reads the chosen geometry and compares its sphere with that of the file.
@@ -447,9 +465,10 @@ QString ProgramSteps::loadGeometry(const QString &place)
                            .arg(before, now, stageOf(RunStepId::Geometry).title));
         warn(remarks.last());
     }
-    if (isFinal)
-        for (const QString &text : geometryData->getNearAtomNotes())
-            remarks.append(text);
+    for (const QString &text : isFinal ? geometryData->getNearAtomNotes() : QStringList()) {
+        remarks.append(text);
+        warn(text);
+    }
     if (request.geometry == GeometryMethod::Xtb) {
         xtbGround.results = readXtb(place, groundName);
         return tr("sphere of %1; %2").arg(now, energyOf(*xtbGround.results));

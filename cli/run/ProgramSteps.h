@@ -47,6 +47,8 @@ public:
     /// The chosen geometry with its spherical coordinates, and its order of atoms.
     LanqorInputData &geometry() { return *geometryData; }
     const OrganizeResults &sphere() const { return sphereResults; }
+    /// The output of MOPAC with it, when that made it.
+    QString mopacOutput() const;
     /// What made it.
     QString geometryTitle() const { return stageOf(RunStepId::Geometry).title; }
     QString statesGeometryTitle() const { return statesGeometry; }

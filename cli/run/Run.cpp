@@ -92,9 +92,10 @@ void checkPrograms(const RunRequest &request)
 /// What a run still lacks for intensities.
 QStringList missingThings(const RunRequest &request)
 {
-    QStringList missing = {tr(
-        "intensities, one of: a measured emission spectrum (--spectrum FILE); measured Omega(2) "
-        "and Omega(4) (--omega2, --omega4); charge factors and polarisabilities (--g, --alpha)")};
+    QStringList missing = {
+        tr("intensities, one of: a measured emission spectrum (--spectrum FILE); measured Omega(2) "
+           "and Omega(4) (--omega2, --omega4); charge factors and polarisabilities (--g, --alpha); "
+           "parameters of the QDC model (--q, --d, --c)")};
     if (request.lifetimeMs == 0.0)
         missing.append(tr("the measured lifetime of 5D0 in ms (--lifetime); without it the "
                           "non-radiative rate is an estimate"));
@@ -149,8 +150,10 @@ public:
                                        0.0});
             return;
         }
-        calculate(RunStepId::Intensities, tr("intensity parameters"), intensityInputs(),
-                  [this] { return intensities.calcOmega(programs.geometry(), programs.sphere()); });
+        calculate(RunStepId::Intensities, tr("intensity parameters"), intensityInputs(), [this] {
+            return intensities.calcOmega(programs.geometry(), programs.sphere(),
+                                         programs.mopacOutput());
+        });
         if (!request.isAsked(RunStepId::Yield))
             return;
         calculate(RunStepId::Yield, tr("rates and yield"), yieldInputs(),

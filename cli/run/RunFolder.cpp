@@ -183,6 +183,11 @@ QString RunFolder::unfinished(const QString &step) const
     return file(step + unfinishedSuffix);
 }
 
+QString RunFolder::failed(const QString &step) const
+{
+    return file(step + failedSuffix);
+}
+
 QString RunFolder::begin(const QString &step) const
 {
     const QString path = unfinished(step);
@@ -211,7 +216,7 @@ void RunFolder::finish(const QString &step, const StepInputs &inputs, const Step
     if (!LanqorOutputFile::write(markFile, QJsonDocument(json).toJson(), reason))
         throw Failure{tr("%1 cannot be written: %2").arg(markFile, reason)};
     rename(path, file(step));
-    removeFolder(file(step + failedSuffix));
+    removeFolder(failed(step));
 }
 
 void RunFolder::abandon(const QString &step) const
@@ -220,7 +225,7 @@ void RunFolder::abandon(const QString &step) const
     if (QDir(path).isEmpty())
         removeFolder(path);
     else
-        rename(path, file(step + failedSuffix));
+        rename(path, failed(step));
 }
 
 void RunFolder::forget(const QString &step) const

@@ -65,7 +65,9 @@ public:
     QString begin(const QString &step) const;
     /// Marks the step as done and gives its folder the final name.
     void finish(const QString &step, const StepInputs &inputs, const StepMark &mark) const;
-    /// Keeps the files of a step that failed as "STEP.failed", to be looked at.
+    /// The folder that keeps what a step that failed has left.
+    QString failed(const QString &step) const;
+    /// Moves the files of a step there, to be looked at.
     void abandon(const QString &step) const;
     /// Forgets a finished step.
     void forget(const QString &step) const;

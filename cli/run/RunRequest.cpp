@@ -106,6 +106,23 @@ void readStates(const OptionReader &reader, RunRequest &request)
     request.isForced = reader.isSet("force");
 }
 
+/// The limits are those of the fit of these parameters.
+void readQdc(const OptionReader &reader, RunRequest &request)
+{
+    constexpr std::array<const char *, 3> names = {"q", "d", "c"};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (!reader.isSet(names.at(i)))
+            reader.refuse(tr("--q, --d and --c belong together"));
+        request.qdc.at(i) = reader.number(
+            names.at(i), [](double value) { return value >= 0.0 && value < 1.0e6; },
+            tr("a parameter of the QDC model, as \"lanqor fit qdc\" gives it"));
+    }
+    if (request.geometry != GeometryMethod::Mopac)
+        reader.refuse(tr("--q, --d and --c need orbitals and force constants of MOPAC: "
+                         "--geometry mopac"));
+    request.source = IntensitySource::Qdc;
+}
+
 void readIntensities(const OptionReader &reader, RunRequest &request)
 {
     request.refractiveIndex = readRefractiveIndex(reader);
@@ -118,21 +135,26 @@ void readIntensities(const OptionReader &reader, RunRequest &request)
         if (reader.isSet(option) && !reader.isSet("spectrum"))
             reader.refuse(tr("--%1 belongs to --spectrum").arg(QLatin1String(option)));
     if (reader.isSet("spectrum")) {
-        refuseTogether(reader, {"omega2", "omega4", "g", "alpha"}, QStringLiteral("--spectrum"));
+        refuseTogether(reader, {"omega2", "omega4", "g", "alpha", "q", "d", "c"},
+                       QStringLiteral("--spectrum"));
         requireFile(QStringLiteral("--spectrum "), reader.text("spectrum"),
                     tr("a text file of two columns, wavelength or wavenumber and intensity"));
         request.spectrum = absolute(reader.text("spectrum"));
         request.source = IntensitySource::Spectrum;
     } else if (reader.isSet("omega2") || reader.isSet("omega4")) {
-        refuseTogether(reader, {"g", "alpha"}, QStringLiteral("--omega2 and --omega4"));
+        refuseTogether(reader, {"g", "alpha", "q", "d", "c"},
+                       QStringLiteral("--omega2 and --omega4"));
         readIntensityTargets(reader, request.targets);
         request.source = IntensitySource::Omega;
     } else if (reader.isSet("g") || reader.isSet("alpha")) {
+        refuseTogether(reader, {"q", "d", "c"}, QStringLiteral("--g and --alpha"));
         if (!reader.isSet("g") || !reader.isSet("alpha"))
             reader.refuse(tr("--g and --alpha belong together"));
         request.g = reader.text("g");
         request.alpha = reader.text("alpha");
         request.source = IntensitySource::ChargeFactors;
+    } else if (reader.isSet("q") || reader.isSet("d") || reader.isSet("c")) {
+        readQdc(reader, request);
     }
     request.spectrumOptions = readSpectrumOptions(reader);
 }

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <optional>
 
 namespace cli {
@@ -24,7 +25,7 @@ QString folderOf(RunStepId step);
 enum class GeometryMethod { Mopac, Xtb, AsIs };
 
 /// Where the intensity parameters come from.
-enum class IntensitySource { None, Spectrum, Omega, ChargeFactors };
+enum class IntensitySource { None, Spectrum, Omega, ChargeFactors, Qdc };
 
 /// What is asked of a run.
 struct RunRequest
@@ -52,7 +53,8 @@ struct RunRequest
     IntensityFitOptions targets; ///< Omega(2) and Omega(4) with their deviations
     QString g;
     QString alpha;
-    double lifetimeMs = 0.0; ///< 0: not measured
+    std::array<double, 3> qdc = {}; ///< Q, per electron; D, cubic Angstrom eV; C, cubic Angstrom
+    double lifetimeMs = 0.0;        ///< 0: not measured
     double refractiveIndex = 1.5;
 
     QString mopacPath;
@@ -64,6 +66,7 @@ struct RunRequest
 
     /// The files that are read.
     QStringList inputFiles() const;
+    bool isQdc() const { return source == IntensitySource::Qdc; }
     bool isAsked(RunStepId step) const { return step <= until; }
 };
 

@@ -21,8 +21,8 @@ namespace cli {
 namespace {
 
 constexpr auto structureKey = "structure";
-constexpr auto intensityHeading =
-    QT_TRANSLATE_NOOP("cli", "Intensities: one of spectrum, omega2 and omega4, g and alpha");
+constexpr auto intensityHeading = QT_TRANSLATE_NOOP(
+    "cli", "Intensities: one of spectrum; omega2 and omega4; g and alpha; q, d and c");
 constexpr auto file = RunSetting::Kind::File;
 constexpr auto flag = RunSetting::Kind::Flag;
 constexpr auto plain = RunSetting::Kind::Text;
@@ -102,6 +102,10 @@ QVector<RunSettingGroup> makeGroups()
               "O=0.9,N=1.2"},
              {"alpha", "list", "Polarisabilities, cubic Angstrom, likewise: O=3.1,N=4.0.", nullptr,
               "O=3.1,N=4.0"},
+             {"q", "number", "Q of the QDC model, per electron (geometry by MOPAC).", nullptr,
+              "0.15"},
+             {"d", "number", "Its D, cubic Angstrom eV.", nullptr, "8"},
+             {"c", "number", "Its C, cubic Angstrom.", nullptr, "5"},
              {"n", "index", "Refractive index of the medium.", "1.5", nullptr},
          }},
         {QT_TRANSLATE_NOOP("cli", "The run"),
