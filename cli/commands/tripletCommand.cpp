@@ -33,18 +33,14 @@ const char *const description =
     "Example: lanqor triplet --s0 s0.out --t1 t1.out --indo singlets.out,triplets.out";
 
 /// A run of xtb with the files of its geometry and charges that stand beside it.
-XtbRunResults readRun(const QString &outputFile, QStringList &files)
+XtbRunResults readRun(const QString &outputFile)
 {
     const QFileInfo info(outputFile);
     const auto beside = [&](const char *suffix) {
         const QString name =
             info.path() + QLatin1Char('/') + info.completeBaseName() + QLatin1String(suffix);
-        if (!QFileInfo::exists(name))
-            return QString();
-        files.append(name);
-        return name;
+        return QFileInfo::exists(name) ? name : QString();
     };
-    files.append(outputFile);
     const QString geometry = beside(".xyz");
     const QString charges = beside(".charges");
     LanqorXtbRun run(nullptr, outputFile);
@@ -145,7 +141,7 @@ int tripletCommand(const QStringList &arguments)
     triplet.setLigand(options.text("ligand"));
     if (options.isSet("measured"))
         takeMeasured(options, triplet);
-    QStringList files =
+    const QStringList files =
         options.isSet("indo") ? cli::stateFiles(options.text("indo")) : QStringList();
     cli::checkStateFiles(files);
     LanqorInputData output(nullptr, files.value(0));
@@ -153,14 +149,15 @@ int tripletCommand(const QStringList &arguments)
     if (!files.isEmpty())
         takeStates(options.text("indo"), output, triplet);
     if (options.isSet("s0"))
-        triplet.setGroundState(readRun(options.text("s0"), files));
+        triplet.setGroundState(readRun(options.text("s0")));
     if (options.isSet("t1"))
-        triplet.setTriplet(readRun(options.text("t1"), files));
+        triplet.setTriplet(readRun(options.text("t1")));
     if (options.isSet("model-s0")) {
-        const XtbRunResults groundState = readRun(options.text("model-s0"), files);
-        triplet.setModel(groundState, readRun(options.text("model-t1"), files));
+        const XtbRunResults groundState = readRun(options.text("model-s0"));
+        triplet.setModel(groundState, readRun(options.text("model-t1")));
     }
-    if (files.isEmpty() && !options.isSet("measured"))
+    if (!options.isSet("indo") && !options.isSet("s0") && !options.isSet("model-s0") &&
+        !options.isSet("measured"))
         options.refuse(tr("nothing to choose from: give --indo, --s0 with --t1, or --measured"));
     if (!triplet.calculate())
         cli::failOf(triplet);
