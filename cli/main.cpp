@@ -41,6 +41,8 @@ const QVector<Command> &commands()
          indicesCommand},
         {fromIntensities, "omega-exp",
          "experimental intensity parameters from an emission spectrum", omegaExpCommand},
+        {fromIntensities, "judd-ofelt",
+         "intensity parameters of any lanthanide ion from its absorption bands", juddOfeltCommand},
         {fromIntensities, "fit omega",
          "charge factors and polarisabilities from measured intensity parameters", fitOmegaCommand},
         {fromIntensities, "fit qdc",

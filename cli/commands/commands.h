@@ -10,6 +10,7 @@ int fitOmegaCommand(const QStringList &arguments);
 int fitQdcCommand(const QStringList &arguments);
 int fitStarkCommand(const QStringList &arguments);
 int indicesCommand(const QStringList &arguments);
+int juddOfeltCommand(const QStringList &arguments);
 int levelsCommand(const QStringList &arguments);
 int omegaCommand(const QStringList &arguments);
 int omegaExpCommand(const QStringList &arguments);

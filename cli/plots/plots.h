@@ -12,6 +12,7 @@ struct YieldScanResults;
 struct FitAccount;
 struct FitTrace;
 struct IntensitySolutions;
+struct JuddOfeltResults;
 class QCommandLineOption;
 class QCoreApplication;
 
@@ -89,6 +90,9 @@ void draw(const CurvePlot &plot, const QString &file);
 CurvePlot convergence(const QString &title, const QString &yTitle, const QVector<FitTrace> &traces);
 /// Computed against measured values, with the line on which both are equal.
 CurvePlot comparison(const QString &title, const FitAccount &account);
+/// Calculated against measured oscillator strengths, and both as sticks at their wavenumbers.
+CurvePlot strengths(const JuddOfeltResults &results);
+CurvePlot sticks(const JuddOfeltResults &results);
 /// Equally good solutions in the plane of charge factor and polarisability, or of D and C.
 CurvePlot solutionPlane(const QString &title, const IntensitySolutions &solutions);
 
