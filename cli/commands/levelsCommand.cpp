@@ -14,6 +14,7 @@
 #include <QFileInfo>
 #include <QMap>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -230,17 +231,29 @@ QString termName(const QString &label)
            (term.termIndex > 0 ? QStringLiteral("(%1)").arg(term.termIndex) : QString());
 }
 
-/// A column of levels for each J.
-plots::LevelDiagram diagramOf(const FreeIonLevelsResults &results)
+/// A column of levels for each J; without an energy of one's own those up to 45000 cm^-1, above
+/// which names find no room and 4f levels lie among others.
+plots::LevelDiagram diagramOf(const FreeIonLevelsResults &results, const Selection &selection)
 {
+    constexpr double usualMaximum = 45000.0;
+    const auto isAbove = [&](const Level &level) {
+        return selection.maximumEnergy <= 0.0 && level.energy > usualMaximum;
+    };
+    const auto above = std::count_if(results.levels.begin(), results.levels.end(), isAbove);
+    const bool isCut = above > 0 && above < results.levels.size();
     QMap<double, plots::LevelDiagram::Column> columns;
     for (const Level &level : results.levels) {
+        if (isCut && isAbove(level))
+            continue;
         columns[level.J].title = textOfJ(level.J);
         columns[level.J].levels.append({level.energy, termName(level.label)});
     }
     plots::LevelDiagram diagram;
     diagram.title = tr("Free-ion levels of %1").arg(cli::nameOf(results.parameters));
     diagram.columnsTitle = tr("J");
+    if (isCut)
+        diagram.remark = tr("%1 levels above %2 cm⁻¹ are left out")
+                             .arg(QString::number(above), QString::number(usualMaximum));
     for (const plots::LevelDiagram::Column &column : qAsConst(columns))
         diagram.columns.append(column);
     return diagram;
@@ -313,6 +326,6 @@ int levelsCommand(const QStringList &arguments)
     if (!selection.report.isEmpty())
         cli::writeFile(selection.report, levels.createOutputFile(QString()).toUtf8());
     if (!selection.plot.isEmpty())
-        plots::draw(diagramOf(shown), selection.plot);
+        plots::draw(diagramOf(shown, selection), selection.plot);
     return cli::success;
 }

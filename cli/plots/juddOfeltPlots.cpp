@@ -13,21 +13,6 @@ namespace {
 
 constexpr double unit = 1e-6; // of oscillator strengths in pictures
 
-/// Sticks upon a common ground, from left to right.
-CurvePlot::Series sticksOf(QVector<QPointF> tops, const QString &name)
-{
-    std::sort(tops.begin(), tops.end(),
-              [](const QPointF &a, const QPointF &b) { return a.x() < b.x(); });
-    CurvePlot::Series series;
-    series.style = CurvePlot::Style::Line;
-    series.name = name;
-    for (const QPointF &top : qAsConst(tops)) {
-        const QPointF foot(top.x(), 0.0);
-        series.points += {foot, top, foot};
-    }
-    return series;
-}
-
 } // namespace
 
 CurvePlot strengths(const JuddOfeltResults &results)
@@ -48,22 +33,19 @@ CurvePlot strengths(const JuddOfeltResults &results)
 
 CurvePlot sticks(const JuddOfeltResults &results)
 {
-    // Side by side, so that neither hides the other.
-    double highest = 0.0;
-    for (const JuddOfeltResults::Band &band : results.bands)
-        highest = std::max(highest, band.wavenumber);
-    const double aside = 0.002 * highest;
-    QVector<QPointF> measured;
-    QVector<QPointF> calculated;
-    for (const JuddOfeltResults::Band &band : results.bands) {
-        measured.append({band.wavenumber - aside, band.measuredF / unit});
-        calculated.append({band.wavenumber + aside, band.calculatedF / unit});
-    }
     CurvePlot plot;
-    plot.title = tr("Absorption of %1(III) from %2").arg(results.ion.symbol, results.ground);
+    plot.title = tr("Absorption of %1(III) from %2: lines measured, dots calculated")
+                     .arg(results.ion.symbol, results.ground);
     plot.xTitle = tr("wavenumber / cm<sup>-1</sup>");
     plot.yTitle = tr("f / 10<sup>-6</sup>");
-    plot.series = {sticksOf(measured, tr("measured")), sticksOf(calculated, tr("calculated"))};
+    for (const JuddOfeltResults::Band &band : results.bands)
+        plot.series.append({{{band.wavenumber, 0.0}, {band.wavenumber, band.measuredF / unit}},
+                            CurvePlot::Style::Line,
+                            QString()});
+    CurvePlot::Series calculated;
+    for (const JuddOfeltResults::Band &band : results.bands)
+        calculated.points.append({band.wavenumber, band.calculatedF / unit});
+    plot.series.append(calculated);
     return plot;
 }
 

@@ -38,11 +38,11 @@ QFont labelFont()
     return font;
 }
 
-/// The levels, from the top downwards, whose names find room near them when names are given out
+/// The levels, from the top downwards, whose names find room beside them when names are given out
 /// from the lowest level upwards.
 QVector<Level> withoutCrowd(const QVector<Level> &levels, const QwtScaleMap &yMap, double height)
 {
-    constexpr double farthest = 2.5; // heights of a line
+    constexpr double farthest = 0.8; // heights of a line
     QVector<Level> kept;
     double free = std::numeric_limits<double>::max();
     for (auto level = levels.crbegin(); level != levels.crend(); ++level) {
@@ -95,13 +95,24 @@ public:
               const QRectF &canvas) const override
     {
         painter->setFont(labelFont());
+        int unnamed = 0;
         for (int i = 0; i < diagram.columns.size(); ++i)
-            drawColumn(*painter, xMap, yMap, canvas, i);
+            unnamed += drawColumn(*painter, xMap, yMap, canvas, i);
+        QStringList remarks = {diagram.remark};
+        if (unnamed > 0)
+            remarks.append(unnamed == 1
+                               ? tr("1 level has no room for its name")
+                               : tr("%1 levels have no room for their names").arg(unnamed));
+        remarks.removeAll(QString());
+        painter->setPen(QColor(0x66, 0x66, 0x66));
+        painter->drawText(canvas.adjusted(0.0, 2.0, -4.0, 0.0), Qt::AlignTop | Qt::AlignRight,
+                          remarks.join(QStringLiteral("; ")));
     }
 
 private:
-    void drawColumn(QPainter &painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
-                    const QRectF &canvas, int index) const
+    /// Returns how many levels find no room for their names.
+    int drawColumn(QPainter &painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
+                   const QRectF &canvas, int index) const
     {
         const double left = xMap.transform(index + shift - halfLevel);
         const double right = xMap.transform(index + shift + halfLevel);
@@ -119,6 +130,7 @@ private:
             return a.energy > b.energy; // downwards on the picture
         });
         const QFontMetricsF metrics(painter.font(), painter.device());
+        const int all = named.size();
         named = withoutCrowd(named, yMap, metrics.height());
         QVector<double> wanted;
         for (const Level &level : qAsConst(named))
@@ -133,6 +145,7 @@ private:
                                      places.at(i) + 0.5 * (metrics.ascent() - metrics.descent())),
                              named.at(i).label);
         }
+        return all - named.size();
     }
 
     LevelDiagram diagram;
@@ -151,9 +164,10 @@ void draw(const LevelDiagram &diagram, const QString &file)
         }
     }
     const double margin = 0.04 * (highest - lowest) + 1.0;
+    const double roomForRemark = 0.03 * (highest - lowest);
     QwtPlot plot;
     applyStyle(plot, diagram.title);
-    plot.setAxisScale(QwtPlot::yLeft, lowest - margin, highest + margin);
+    plot.setAxisScale(QwtPlot::yLeft, lowest - margin, highest + margin + roomForRemark);
     setAxisTitle(plot, QwtPlot::yLeft, tr("energy / cm<sup>-1</sup>"));
     QList<double> positions;
     for (int i = 0; i < diagram.columns.size(); ++i)

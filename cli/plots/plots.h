@@ -64,6 +64,7 @@ struct LevelDiagram
     QString title;
     QString columnsTitle; ///< what the names of the columns are; may be empty
     QVector<Column> columns;
+    QString remark; ///< above the levels, before the number of those without a name; may be empty
 };
 void draw(const LevelDiagram &diagram, const QString &file);
 

@@ -215,10 +215,6 @@ QString LanqorJuddOfeltPrivate::analyse()
     results.isInAir = inAir;
     results.fileName = fileName;
     lineOfLevel.clear();
-    if (given.size() < unknowns)
-        return LanqorJuddOfelt::tr("%1%2 bands are fewer than the unknowns, Omega(2), (4) and (6).")
-            .arg(fileName.isEmpty() ? QString() : fileName + QStringLiteral(": "),
-                 QString::number(given.size()));
     for (const JuddOfeltBand &own : qAsConst(given)) {
         Band band;
         const QString fault = readBand(own, band);
@@ -226,6 +222,10 @@ QString LanqorJuddOfeltPrivate::analyse()
             return atLine(own, fault);
         results.bands.append(band);
     }
+    if (given.size() < unknowns)
+        return LanqorJuddOfelt::tr("%1%2 bands are fewer than the unknowns, Omega(2), (4) and (6).")
+            .arg(fileName.isEmpty() ? QString() : fileName + QStringLiteral(": "),
+                 QString::number(given.size()));
     QString error = fit();
     if (error.isEmpty())
         error = addEmissions();

@@ -87,8 +87,9 @@ LanqorResultTables LanqorJuddOfelt::makeTables(const JuddOfeltResults &results)
     QVector<QVector<QVariant>> rows;
     for (int k = 0; k < 3; ++k)
         rows.append({2 * k + 2, results.omega[k], known(results.standardErrors[k]),
-                     results.freeOmega[k], known(results.freeErrors[k]), results.correlations[k][0],
-                     results.correlations[k][1], results.correlations[k][2]});
+                     results.freeOmega[k], known(results.freeErrors[k]),
+                     known(results.correlations[k][0]), known(results.correlations[k][1]),
+                     known(results.correlations[k][2])});
     tables.addTable(QStringLiteral("judd_ofelt_parameters"),
                     {column("lambda"), column("omega", strength),
                      column("standard_error", strength), column("free_omega", strength),

@@ -13,37 +13,19 @@ using reportText::fixed;
 
 namespace juddOfelt {
 
-QString nameOf(JuddOfeltWeighting weighting)
-{
-    switch (weighting) {
-    case JuddOfeltWeighting::EqualStrength:
-        return QStringLiteral("equal-strength");
-    case JuddOfeltWeighting::EqualF:
-        return QStringLiteral("equal-f");
-    case JuddOfeltWeighting::Error:
-        return QStringLiteral("error");
-    case JuddOfeltWeighting::Relative:
-        break;
-    }
-    return QStringLiteral("relative");
-}
-
 namespace {
 
-QString meaningOf(JuddOfeltWeighting weighting)
+struct Weighting
 {
-    switch (weighting) {
-    case JuddOfeltWeighting::EqualStrength:
-        return QStringLiteral("all line strengths weigh alike");
-    case JuddOfeltWeighting::EqualF:
-        return QStringLiteral("all oscillator strengths weigh alike");
-    case JuddOfeltWeighting::Error:
-        return QStringLiteral("each band weighs by 1/error");
-    case JuddOfeltWeighting::Relative:
-        break;
-    }
-    return QStringLiteral("each band weighs by 1/strength");
-}
+    const char *name;
+    const char *meaning;
+};
+
+// In the order of JuddOfeltWeighting.
+constexpr Weighting weightings[] = {{"equal-strength", "all line strengths weigh alike"},
+                                    {"equal-f", "all oscillator strengths weigh alike"},
+                                    {"error", "each band weighs by 1/error"},
+                                    {"relative", "each band weighs by 1/strength"}};
 
 QString dispersionOf(const RefractiveIndexModel &model)
 {
@@ -143,8 +125,14 @@ void writeEmission(const JuddOfeltResults::Emission &emission, QTextStream &stre
 
 } // namespace
 
+QString nameOf(JuddOfeltWeighting weighting)
+{
+    return QLatin1String(weightings[static_cast<int>(weighting)].name);
+}
+
 QString report(const JuddOfeltResults &results)
 {
+    const Weighting &weighting = weightings[static_cast<int>(results.weighting)];
     QString text;
     QTextStream stream(&text);
     stream << " Judd-Ofelt analysis of "
@@ -155,8 +143,8 @@ QString report(const JuddOfeltResults &results)
            << (results.ion.source.isEmpty() ? QStringLiteral("parameters as given")
                                             : results.ion.source)
            << "\n  refractive index  " << dispersionOf(results.refractiveIndex)
-           << "\n  weighting         " << nameOf(results.weighting) << ": "
-           << meaningOf(results.weighting) << "\n  magnetic dipole   "
+           << "\n  weighting         " << weighting.name << ": " << weighting.meaning
+           << "\n  magnetic dipole   "
            << (results.isMagneticTakenOff ? "taken off f, by the eigenvectors or the file"
                                           : "not taken off, but for what the file tells")
            << "\n  wavelengths       of the bands " << (results.isInAir ? "in air" : "in vacuum")
