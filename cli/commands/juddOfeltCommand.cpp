@@ -227,7 +227,7 @@ int juddOfeltCommand(const QStringList &arguments)
     for (const QString &warning : results.warnings)
         cli::warn(warning);
     const QString report = LanqorJuddOfelt::makeReport(results);
-    cli::showResults(options, report, LanqorJuddOfelt::makeTables(results), {request.fileName});
+    cli::showResults(options, report, LanqorJuddOfelt::makeTables(results));
     if (!request.report.isEmpty())
         cli::writeFile(request.report, report.toUtf8());
     if (!request.plot.isEmpty())
