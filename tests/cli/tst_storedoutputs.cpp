@@ -170,6 +170,21 @@ class TestStoredOutputs : public QObject
     Q_OBJECT
 
     QTemporaryDir locales;
+    QTemporaryDir results; ///< of all commands, as JSON
+
+    /// The words of a command line, and a file for the results as JSON where the command has them.
+    QStringList withResults(const QString &line) const
+    {
+        static const QRegularExpression without(
+            QStringLiteral("^(-|help|convert |show )|--json|--help|--example"));
+        QStringList words = QProcess::splitCommand(line);
+        const int place = words.value(0) == QLatin1String("fit") ? 2 : 1;
+        if (!line.contains(without) && words.size() > place)
+            words.insert(place,
+                         QStringLiteral("--json=%1/%2.json")
+                             .arg(results.path(), QString::number(QDir(results.path()).count())));
+        return words;
+    }
 
     /// Does what the transcript tells; empty when a file of the corpus or pictures are not at hand.
     QString repeat(const QString &transcript)
@@ -197,8 +212,8 @@ class TestStoredOutputs : public QObject
                 text += line + QLatin1Char('\n');
             } else if (line.startsWith(QLatin1String("$ lanqor "))) {
                 const OpenCounter counter(folder.path());
-                const auto run = testSupport::runProgram(QProcess::splitCommand(operand),
-                                                         folder.path(), abroad(locales.path()));
+                const auto run = testSupport::runProgram(withResults(operand), folder.path(),
+                                                         abroad(locales.path()));
                 if (run.error.contains(QLatin1String("LANQOR_PLOTS=OFF")))
                     return QString();
                 text += line + QLatin1Char('\n') + run.output;
@@ -260,6 +275,31 @@ private Q_SLOTS:
         constexpr double ofAllDigits = 1e-9; // JSON and CSV hold numbers in full
         const QString difference = testSupport::reportDifference(repeated, stored, ofAllDigits);
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
+    }
+
+    void resultsFollowTheirSchemas()
+    {
+        const QString tool =
+            QStringLiteral("%1 --%2 %3 ")
+                .arg(testSupport::sourceFile(QStringLiteral("tools/schemas.py")),
+                     QStringLiteral("%1"),
+                     testSupport::sourceFile(QStringLiteral("share/LanqorEngine/schemas")));
+        const QString files = results.filePath(QStringLiteral("*.json"));
+        if (qEnvironmentVariableIsSet("LANQOR_STORE_OUTPUTS"))
+            testSupport::runProgram({}, {}, {}, tool.arg(QStringLiteral("write")) + files);
+        const auto faults = [&](const QString &which) {
+            const auto check = testSupport::runProgram({}, results.path(), {},
+                                                       tool.arg(QStringLiteral("check")) + which);
+            return check.output + check.error;
+        };
+        QCOMPARE(faults(files), QString());
+        // A key that is renamed, a unit that is missing, another type.
+        for (const char *change : {"s/\"phi\"/\"angle\"/", "s/\"unit\": \"deg\",//",
+                                   "s/\"atom_from_1\": 2/\"atom_from_1\": \"2\"/"})
+            QVERIFY2(!faults(QStringLiteral("<(sed '%1' $(grep -l '\"phi\"' *.json | head -n 1))")
+                                 .arg(QLatin1String(change)))
+                          .isEmpty(),
+                     change);
     }
 };
 
