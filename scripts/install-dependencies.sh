@@ -23,6 +23,8 @@ packages=(
     groff jq
     # a screen for the window of examples/frontend
     xvfb xauth
+    # validates results by their schemas
+    python3-jsonschema
     # reads the installed headers for the test of the exported symbols
     python3-clang binutils
 )

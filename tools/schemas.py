@@ -6,7 +6,8 @@ usage: schemas.py --write FOLDER RESULT.json...
 
 --write makes one schema for each command of the results, NAME.schema.json. A result lists its own
 parts, columns, units and types ("contents"); what all results of a command have is required, what
-some have is allowed. Columns of a scan are those of the inputs that are varied, and stay open.
+some have is allowed; what one fit tells of itself, every fit may. Columns of a scan are those of
+the inputs that are varied, and stay open.
 --check validates each result by the schema of its command (Debian: python3-jsonschema) and tells
 what is wrong; of a long table the first and the last rows.
 """
@@ -77,8 +78,15 @@ class Part:
         return row if self.is_record else {"type": "array", "items": row}
 
 
-def schema_of(command, results):
+def schema_of(command, results, of_fits):
     parts = {}
+    if command.startswith("fit "):
+        for described in of_fits:
+            parts.setdefault(described["name"], Part(described)).add(described)
+        for part in parts.values():
+            part.count = 0
+            for column in part.columns.values():
+                column.count = 0
     for result in results:
         for described in result["contents"]["parts"]:
             parts.setdefault(described["name"], Part(described)).add(described)
@@ -116,8 +124,10 @@ def write(folder, results):
     commands = collections.defaultdict(list)
     for result in results.values():
         commands[result["run"]["command"]].append(result)
+    of_fits = [part for result in results.values() for part in result["contents"]["parts"]
+               if part["name"].startswith("fit_")]
     for command, own in commands.items():
-        text = json.dumps(schema_of(command, own), indent=1, ensure_ascii=False)
+        text = json.dumps(schema_of(command, own, of_fits), indent=1, ensure_ascii=False)
         file_of(folder, command).write_text(text + "\n", encoding="utf-8")
 
 

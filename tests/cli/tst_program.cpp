@@ -62,6 +62,12 @@ private Q_SLOTS:
                      qPrintable(help.output.left(200)));
             QVERIFY2(!help.output.contains(QRegularExpression(QStringLiteral("\n  -\\w <"))),
                      qPrintable(help.output)); // options with a value have two dashes
+            const QString schema =
+                QStringLiteral("share/LanqorEngine/schemas/%1.schema.json")
+                    .arg(QString(name).replace(QLatin1Char(' '), QLatin1Char('-')));
+            const bool hasResults = name != QLatin1String("show") &&
+                                    help.output.contains(QLatin1String("--json <file>"));
+            QVERIFY2(hasResults == QFile::exists(sourceFile(schema)), qPrintable(schema));
             const ProgramRun unknown = run(name + QStringLiteral(" --no-such-option"));
             QVERIFY2(unknown.exitStatus == 2 && unknown.output.isEmpty(), qPrintable(name));
             QVERIFY2(unknown.error.contains(QStringLiteral("no-such-option")),

@@ -69,10 +69,13 @@ class TestRun : public QObject
         return {{QStringLiteral("PATH"),
                  path(QStringLiteral("bin")) + QStringLiteral(":/bin:/usr/bin")}};
     }
-    ProgramRun run(const QStringList &arguments) const
+    ProgramRun run(const QStringList &arguments)
     {
-        return runProgram(arguments, scratch.path(), environment());
+        const QString results = path(QStringLiteral("result%1.json").arg(++runs));
+        return runProgram(arguments + QStringList{QStringLiteral("--json"), results},
+                          scratch.path(), environment());
     }
+    int runs = 0;
     /// The programs that were started since the last call: "s0 t1 singlet triplet".
     QString started() const
     {
@@ -294,6 +297,11 @@ private Q_SLOTS:
         QCOMPARE(started(), QStringLiteral("s0 s0 singlet triplet"));
         QCOMPARE(run(arguments).output, alone.output);
         QCOMPARE(started(), QString());
+    }
+
+    void resultsFollowTheirSchema()
+    {
+        QCOMPARE(testSupport::schemaFaults(path(QStringLiteral("result*.json"))), QString());
     }
 
     void realPrograms()

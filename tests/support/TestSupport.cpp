@@ -106,6 +106,16 @@ ProgramRun runProgram(const QStringList &arguments, const QString &workingDirect
     return run;
 }
 
+QString schemaFaults(const QString &files)
+{
+    const QString line = sourceFile(QStringLiteral("tools/schemas.py")) + QStringLiteral(" --%1 ") +
+                         sourceFile(QStringLiteral("share/LanqorEngine/schemas ")) + files;
+    if (qEnvironmentVariableIsSet("LANQOR_STORE_OUTPUTS"))
+        runProgram({}, {}, {}, line.arg(QStringLiteral("write")));
+    const ProgramRun check = runProgram({}, {}, {}, line.arg(QStringLiteral("check")));
+    return check.output + check.error;
+}
+
 void damageFile(const QByteArray &original, int cuts, int mutations,
                 const std::function<void(const QString &path)> &read)
 {

@@ -48,6 +48,10 @@ ProgramRun runProgram(const QStringList &arguments, const QString &workingDirect
                       const QMap<QString, QString> &environment = {},
                       const QString &shellScript = QString());
 
+/// What tools/schemas.py tells of results in JSON (a pattern of the shell) that it checks by the
+/// schemas of share/; with LANQOR_STORE_OUTPUTS set it first makes them of these.
+QString schemaFaults(const QString &files);
+
 /// Calls @p read with the file cut at @p cuts places and with @p mutations random mutations
 /// (bytes changed, runs deleted, doubled or filled with asterisks); the seed is fixed.
 void damageFile(const QByteArray &original, int cuts, int mutations,
