@@ -380,6 +380,7 @@ QString ProgramSteps::versionOfProgram(const programs::ProgramJob &job)
 void ProgramSteps::writeGeometry(LanqorInputData &source, const QString &place) const
 {
     LanqorOrganizeMolecules organizer(nullptr, &source);
+    organizer.setCoordinationNumber(request.coordNumber);
     if (!organizer.organize())
         failOf(organizer);
     writeWhole(in(place, geometryName),
@@ -390,6 +391,8 @@ void ProgramSteps::prepareGeometry(Stage &stage)
 {
     stage.isNeeded = true;
     stage.inputs.append({complexName, hashOf(complex.xyz)});
+    if (request.coordNumber > 0)
+        stage.inputs.append({tr("coordination number"), QString::number(request.coordNumber)});
     stage.load = [this](const QString &place) { return loadGeometry(place); };
     if (request.geometry == GeometryMethod::AsIs) {
         stage.title = tr("geometry of the file as it is");
@@ -451,11 +454,12 @@ QString ProgramSteps::loadGeometry(const QString &place)
     if (!geometryData->readStructureFile() || !geometryData->createSphericalCoordinate())
         failOf(*geometryData);
     LanqorOrganizeMolecules organizer(nullptr, geometryData.get());
+    organizer.setCoordinationNumber(request.coordNumber);
     if (!organizer.organize())
         failOf(organizer);
     sphereResults = organizer.getResults();
     const QString error = geometryData->getSphereError();
-    if (!error.isEmpty())
+    if (!error.isEmpty() && request.coordNumber == 0)
         throw Failure{error};
     const QString before = countOf(complex.structure);
     const QString now = countOf(sphereResults);
@@ -465,9 +469,10 @@ QString ProgramSteps::loadGeometry(const QString &place)
                            .arg(before, now, stageOf(RunStepId::Geometry).title));
         warn(remarks.last());
     }
-    for (const QString &text : isFinal ? geometryData->getNearAtomNotes() : QStringList()) {
-        remarks.append(text);
-        warn(text);
+    const bool isCounted = isFinal && request.coordNumber == 0;
+    for (const QString &text : isCounted ? geometryData->getNearAtomNotes() : QStringList()) {
+        remarks.append(tr("%1; --coordination N takes the N nearest").arg(text));
+        warn(remarks.last());
     }
     if (request.geometry == GeometryMethod::Xtb) {
         xtbGround.results = readXtb(place, groundName);

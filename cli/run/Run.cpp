@@ -102,6 +102,18 @@ QStringList missingThings(const RunRequest &request)
     return missing;
 }
 
+/// The coordinated atoms, atoms 2 to N + 1, whatever their distances.
+SphereResults sphereOf(const LanqorInputData &geometry, int coordNumber)
+{
+    SphereResults sphere;
+    sphere.structureFile = geometry.getFileName();
+    sphere.ion = geometry.getAtomLabel(1);
+    sphere.coordNumber = coordNumber;
+    for (int atom = 2; atom <= coordNumber + 1; ++atom)
+        sphere.atoms.append({atom, geometry.getCoordSPH(atom)});
+    return sphere;
+}
+
 TripletMethod choiceOf(const QString &name)
 {
     if (name == QLatin1String("measured"))
@@ -200,7 +212,7 @@ private:
         report.geometryIntensities = programs.geometryTitle();
         report.geometryStates = programs.statesGeometryTitle();
         report.geometryTriplet = programs.tripletGeometryTitle();
-        report.sphere = programs.geometry().getSphereResults();
+        report.sphere = sphereOf(programs.geometry(), programs.sphere().coordNumber);
         report.atoms = programs.geometry().getCoord();
         report.ligands = programs.sphere().ligands;
     }

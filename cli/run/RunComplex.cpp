@@ -136,6 +136,7 @@ RunComplex readRunComplex(const RunRequest &request)
     LanqorOrganizeMolecules organizer(nullptr, &source);
     keepWarnings(organizer, complex.warnings);
     organizer.setKeepUnboundFragments(!request.dropsUnbound);
+    organizer.setCoordinationNumber(request.coordNumber);
     if (!organizer.organize())
         failOf(organizer);
     complex.structure = organizer.getResults();

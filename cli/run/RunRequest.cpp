@@ -187,6 +187,7 @@ QStringList RunRequest::inputFiles() const
 RunRequest readRunRequest(const OptionReader &reader, const UncertainOptions &uncertain)
 {
     constexpr int mostComplexes = 1000;
+    constexpr int mostDonors = 20;
     constexpr int mostMinutes = 60 * 24 * 365;
     constexpr double secondsPerMinute = 60.0;
     RunRequest request;
@@ -196,6 +197,8 @@ RunRequest readRunRequest(const OptionReader &reader, const UncertainOptions &un
                                      : QFileInfo(request.structureFile).completeBaseName());
     if (reader.isSet("molecule"))
         request.molecule = reader.count("molecule", mostComplexes);
+    if (reader.isSet("coordination"))
+        request.coordNumber = reader.count("coordination", mostDonors);
     if (reader.isSet("charge"))
         request.charge = reader.wholeNumber("charge");
     request.dropsUnbound = reader.isSet("drop-unbound");

@@ -34,6 +34,7 @@ struct RunRequest
     QString outFolder;
     int molecule = 0;
     std::optional<int> charge;
+    int coordNumber = 0; ///< 0: by bonding distances
     bool dropsUnbound = false;
     GeometryMethod geometry = GeometryMethod::Mopac;
     QString mopacMethod;

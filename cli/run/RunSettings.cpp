@@ -39,6 +39,11 @@ QVector<RunSettingGroup> makeGroups()
              {"molecule", "K",
               "Number of the complex of a crystal structure (.cif, .pdb) that holds several.",
               nullptr, "1"},
+             {"coordination", "N",
+              "Coordinated atoms: the N nearest that can bind; unless given, O and N within 2.65, "
+              "Cl "
+              "and S within 2.9, I within 3.0 Angstrom.",
+              nullptr, "9"},
              {"drop-unbound", nullptr, "Leave out fragments that are not bound to the ion.",
               nullptr, nullptr, flag},
          }},

@@ -176,6 +176,7 @@ public:
     void takeFragments(const Source &source, int ion, const QVector<Fragment> &around);
     void reportTooNear(const Source &source, int ion);
     void reportUncounted(const Source &source, int ion);
+    bool countNearest(const Source &source, int ion, QVector<Fragment> &around);
     QString mol2Text() const;
 
     LanqorOrganizeMolecules &q;
@@ -183,6 +184,7 @@ public:
     QString fileName;
     jobFiles::MopacJob mopacJob;
     bool keepUnboundFragments = true;
+    int givenCoordNumber = 0; // 0: by distances
     int coordNumber = 0;
     QVector<OrganizedLigand> ligands;
     QVector<OmittedFragment> omittedFragments;
@@ -378,6 +380,41 @@ void LanqorOrganizeMoleculesPrivate::reportUncounted(const Source &source, int i
     }
 }
 
+/// Makes the nearest atoms the coordinated ones, as many as were given.
+bool LanqorOrganizeMoleculesPrivate::countNearest(const Source &source, int ion,
+                                                  QVector<Fragment> &around)
+{
+    constexpr double farthest = 3.5; // Angstrom; the longest bonds, to S, Br and I, are below 3.3
+    static const QStringList donors = {
+        QStringLiteral("N"),  QStringLiteral("O"),  QStringLiteral("F"),  QStringLiteral("P"),
+        QStringLiteral("S"),  QStringLiteral("Cl"), QStringLiteral("As"), QStringLiteral("Se"),
+        QStringLiteral("Br"), QStringLiteral("I")};
+    const auto distanceOf = [&](int atom) {
+        return fragments::distance(source.atoms.at(ion), source.atoms.at(atom));
+    };
+    QVector<int> nearest;
+    for (int atom = 0; atom < source.atoms.size(); ++atom)
+        if (atom != ion && donors.contains(source.atoms.at(atom).label) &&
+            distanceOf(atom) < farthest)
+            nearest.append(atom);
+    if (nearest.size() < givenCoordNumber)
+        return q.failWith(
+            tr("%1: %2 coordinated atoms are asked for, but only %3 atoms that can bind lie within "
+               "%4 Angstrom of the ion.")
+                .arg(fileName, QString::number(givenCoordNumber), QString::number(nearest.size()),
+                     QString::number(farthest)));
+    std::stable_sort(nearest.begin(), nearest.end(),
+                     [&](int a, int b) { return distanceOf(a) < distanceOf(b); });
+    nearest.resize(givenCoordNumber);
+    for (Fragment &fragment : around) {
+        fragment.coordinated.clear();
+        std::copy_if(fragment.atoms.begin(), fragment.atoms.end(),
+                     std::back_inserter(fragment.coordinated),
+                     [&](int atom) { return nearest.contains(atom); });
+    }
+    return true;
+}
+
 /// Keeps the structure in its new order.
 void LanqorOrganizeMoleculesPrivate::takeFragments(const Source &source, int ion,
                                                    const QVector<Fragment> &around)
@@ -483,6 +520,11 @@ void LanqorOrganizeMolecules::setSolvent(const QString &name)
     d->mopacJob.solvent = name;
 }
 
+void LanqorOrganizeMolecules::setCoordinationNumber(const int &number)
+{
+    d->givenCoordNumber = std::max(number, 0);
+}
+
 bool LanqorOrganizeMolecules::organize()
 {
     Source source;
@@ -501,8 +543,11 @@ bool LanqorOrganizeMolecules::organize()
                           .arg(d->fileName));
     d->translationVectors = source.translationVectors;
     d->reportTooNear(source, ion);
-    d->reportUncounted(source, ion);
-    const QVector<Fragment> all = fragments::fragmentsAround(ion, source.atoms, source.bonds);
+    QVector<Fragment> all = fragments::fragmentsAround(ion, source.atoms, source.bonds);
+    if (d->givenCoordNumber == 0)
+        d->reportUncounted(source, ion);
+    else if (!d->countNearest(source, ion, all))
+        return false;
     d->takeOmitted(source, all);
     const QVector<Fragment> kept = sorted(all, d->keepUnboundFragments);
     d->takeCharges(source, kept);

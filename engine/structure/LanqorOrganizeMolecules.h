@@ -44,6 +44,10 @@ public:
     /// Whether fragments that are not bound to the ion stay, as the last atoms (the default), or
     /// are left out.
     void setKeepUnboundFragments(const bool &keep);
+    /// Counts the @p number atoms nearest to the ion that can bind to it (of N, O, F, P, S, Cl, As,
+    /// Se, Br and I) as coordinated, whatever their distances; 0, as at the start: by the distances
+    /// above. organize() fails when there are not as many within 3.5 Angstrom.
+    void setCoordinationNumber(const int &number);
     /// Further keywords of a ".mop" file, as "SPARKLE CHARGE=1"; empty by default.
     void setExtraMopacKeywords(const QString &keywords);
 

@@ -203,6 +203,24 @@ private Q_SLOTS:
     }
 
     // Those of Cordero et al. from H to Cm, added separately; element 80 is spelled as magnesium.
+    void coordinationNumberThatIsAskedFor()
+    {
+        // the water of the free molecule lies at 2.765 Angstrom, beyond the limit of oxygen
+        LanqorOrganizeMolecules organizer(nullptr, testSupport::sourceFile(QStringLiteral(
+                                                       "examples/data/eu_acac3_h2o_gfn1.xyz")));
+        QVERIFY(organizer.organize());
+        QCOMPARE(organizer.getCoordNumber(), 6);
+        organizer.setCoordinationNumber(7);
+        QVERIFY(organizer.organize());
+        QCOMPARE(organizer.getLigands().size(), 4);
+        const OrganizeResults results = organizer.getResults();
+        QVERIFY(results.atoms.at(7).isCoordinated && !results.atoms.at(8).isCoordinated);
+        QCOMPARE(results.ligands.last().coordinatedAtoms, QVector<int>{8});
+        organizer.setCoordinationNumber(8);
+        QVERIFY(!organizer.organize());
+        QVERIFY(organizer.getLastError().contains(QStringLiteral("only 7 atoms")));
+    }
+
     void sumOfTheCovalentRadii()
     {
         double sum = 0.0;
