@@ -69,7 +69,7 @@ void checkPrograms(const RunRequest &request)
         if (!request.isAsked(step) || QDir(request.outFolder).exists(folderOf(step)) ||
             !programs::findProgram(program, error).isEmpty())
             return;
-        throw Failure{error + QLatin1Char(' ') + wayOut};
+        throw Failure{error + QStringLiteral(". ") + wayOut};
     };
     programs::MopacRequest mopacJob;
     mopacJob.path = request.mopacPath;

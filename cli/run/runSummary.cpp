@@ -23,13 +23,18 @@ QString fixed(double value, int decimals)
     return QString::number(value, 'f', decimals);
 }
 
+/// With its standard deviation where that is known.
+QString energyText(double energy, double standardDeviation)
+{
+    return standardDeviation > 0.0
+               ? tr("%1 +- %2 cm^-1").arg(fixed(energy, 0), fixed(standardDeviation, 0))
+               : tr("%1 cm^-1").arg(fixed(energy, 0));
+}
+
 QString energyText(const TripletValue &value)
 {
-    if (!value.isAvailable)
-        return tr("not available: %1").arg(value.reason);
-    return value.standardDeviation > 0.0
-               ? tr("%1 +- %2 cm^-1").arg(fixed(value.energy, 0), fixed(value.standardDeviation, 0))
-               : tr("%1 cm^-1").arg(fixed(value.energy, 0));
+    return value.isAvailable ? energyText(value.energy, value.standardDeviation)
+                             : tr("not available: %1").arg(value.reason);
 }
 
 QString tripletLines(const DonorTripletResults &triplet)
@@ -45,8 +50,8 @@ QString tripletLines(const DonorTripletResults &triplet)
                          .arg(triplet.doAgree ? tr("agree") : tr("do not agree"),
                               fixed(triplet.difference, 0)));
     text += line(tr("T1 that goes on"),
-                 tr("%1 +- %2 cm^-1, RL %3 Angstrom")
-                     .arg(fixed(triplet.energy, 0), fixed(triplet.standardDeviation, 0),
+                 tr("%1, RL %2 Angstrom")
+                     .arg(energyText(triplet.energy, triplet.standardDeviation),
                           fixed(triplet.tripletDistance, 3)));
     return text + line(tr("S1"), tr("%1 cm^-1, RL %2 Angstrom")
                                      .arg(fixed(triplet.singletEnergy, 0),
