@@ -289,9 +289,9 @@ void ProgramRun::lookAfter()
                 .arg(job.program.name, timeText(job.timeLimit), job.timeLimitOption));
     else if (sizeOfFolder(scratch.path()) > job.sizeLimit)
         end(ProgramEnd::TooLarge,
-            tr("%1 was ended because its files grew beyond %2 MB; its last words: %3")
-                .arg(job.program.name, QString::number(job.sizeLimit / bytesPerMegabyte),
-                     lastWords(endOfFile(path(job.outputName)), 3)));
+            withLastWords(
+                tr("%1 was ended because its files grew beyond %2 MB")
+                    .arg(job.program.name, QString::number(job.sizeLimit / bytesPerMegabyte))));
 }
 
 void ProgramRun::interrupt(bool isAtOnce)
@@ -302,6 +302,12 @@ void ProgramRun::interrupt(bool isAtOnce)
         end(ProgramEnd::Interrupted, tr("%1 was interrupted").arg(job.program.name));
     if (isAtOnce)
         process.signalGroup(SIGKILL);
+}
+
+QString ProgramRun::withLastWords(const QString &text) const
+{
+    const QString words = lastWords(endOfFile(path(job.outputName)), 3);
+    return words.isEmpty() ? text : tr("%1; its last words: %2").arg(text, words);
 }
 
 QString ProgramRun::endOfProcess() const
@@ -320,9 +326,9 @@ void ProgramRun::judge()
 {
     if (process.exitStatus() == QProcess::CrashExit && process.exitCode() == SIGXFSZ)
         return fail(ProgramEnd::TooLarge,
-                    tr("%1 was ended because a file of it grew beyond %2 MB; its last words: %3")
-                        .arg(job.program.name, QString::number(job.sizeLimit / bytesPerMegabyte),
-                             lastWords(endOfFile(path(job.outputName)), 3)));
+                    withLastWords(tr("%1 was ended because a file of it grew beyond %2 MB")
+                                      .arg(job.program.name,
+                                           QString::number(job.sizeLimit / bytesPerMegabyte))));
     const Verdict verdict = job.judge ? job.judge(QDir(scratch.path())) : Verdict();
     // What the program itself tells of its fault says more than how it ended.
     if (!verdict.fault.isEmpty())
@@ -330,16 +336,16 @@ void ProgramRun::judge()
     if (process.exitStatus() == QProcess::CrashExit || process.exitCode() != 0)
         return fail(ProgramEnd::Failed, endOfProcess());
     if (!verdict.isFinished)
-        return fail(ProgramEnd::Failed,
-                    tr("%1 ended without complaint, but its output does not end as that of a "
-                       "finished run; its last words: %2")
-                        .arg(job.program.name, lastWords(endOfFile(path(job.outputName)), 3)));
+        return fail(
+            ProgramEnd::Failed,
+            withLastWords(tr("%1 ended without complaint, but its output does not end as that of a "
+                             "finished run")
+                              .arg(job.program.name)));
     for (const ResultFile &result : job.results)
         if (result.isNeeded && QFileInfo(path(result.name)).size() == 0)
             return fail(ProgramEnd::Failed,
-                        tr("%1 ended, but its file %2 is missing or empty; its last words: %3")
-                            .arg(job.program.name, result.name,
-                                 lastWords(endOfFile(path(job.outputName)), 3)));
+                        withLastWords(tr("%1 ended, but its file %2 is missing or empty")
+                                          .arg(job.program.name, result.name)));
     outcome.remarks = verdict.remarks;
 }
 

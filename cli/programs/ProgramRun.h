@@ -53,6 +53,7 @@ private:
     void judge();
     void keepResults();
     void keepFailed();
+    QString withLastWords(const QString &text) const;
     QString endOfProcess() const;
     QString path(const QString &name) const;
 

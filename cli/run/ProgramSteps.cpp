@@ -2,6 +2,7 @@
 
 #include "Command.h"
 #include "programs/MopacRunner.h"
+#include "programs/ProgramRun.h"
 #include "programs/XtbRunner.h"
 #include "text.h"
 
@@ -288,7 +289,13 @@ void ProgramSteps::conclude(RunStepId id)
         progress.take(id, stage.step);
         return;
     }
+    if (!stage.firstFault.isEmpty())
+        stage.fault = tr("%1; second try, from contacts relaxed by GFN-FF: %2")
+                          .arg(stage.firstFault, stage.fault);
     const bool isAbandoned = stage.isNeeded || !stage.isFaultFinal;
+    if (!isAbandoned)
+        stage.fault +=
+            tr("; --redo %1 tries again").arg(name.mid(name.indexOf(QLatin1Char('-')) + 1));
     stage.fault.replace(place, isAbandoned ? folder.failed(name) : folder.file(name));
     mark.outcome = stage.fault;
     mark.isFailed = true;
@@ -357,22 +364,31 @@ programs::ProgramJob ProgramSteps::xtbJob(const QVector<Coord> &atoms, int charg
     return programs::makeXtbJob(job);
 }
 
-/// Asked of the program itself, once.
+/// Asked of the program itself, once. What does not know the question may do anything: it is asked
+/// in a scratch folder, and ended when it takes long.
 QString ProgramSteps::versionOfProgram(const programs::ProgramJob &job)
 {
-    constexpr int patience = 10000; // ms
+    constexpr int patience = 10000;                   // ms
+    constexpr qint64 longestAnswer = qint64(1) << 20; // bytes
     const QString name = job.program.name;
     QString error;
     const QString path = programs::findProgram(job.program, error);
     if (path.isEmpty() || versions.contains(name))
         return versions.value(name);
     static const QRegularExpression pattern(QStringLiteral("[vV]ersion\\s+v?(\\d[\\w.]*)"));
-    QProcess process;
+    const QTemporaryDir scratch;
+    const QString answer = scratch.filePath(QStringLiteral("version.out"));
+    programs::GroupLeader process(longestAnswer);
+    process.setWorkingDirectory(scratch.path());
     process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(answer);
     process.start(path, {QStringLiteral("--version")});
-    if (!process.waitForFinished(patience))
-        process.kill();
-    const auto match = pattern.match(QString::fromUtf8(process.readAll()));
+    process.waitForFinished(patience);
+    process.endGroup();
+    process.waitForFinished();
+    const auto match =
+        pattern.match(QString::fromUtf8(QFile::exists(answer) ? contentsOf(answer) : QByteArray()));
     versions[name] = match.hasMatch() ? match.captured(1) : hashOfFile(path);
     return versions.value(name);
 }

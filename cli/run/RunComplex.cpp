@@ -6,6 +6,7 @@
 #include "run/RunRequest.h"
 #include "text.h"
 
+#include <LanqorEngine/LanqorFreeIonParameters.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorOrganizeMolecules.h>
 
@@ -33,7 +34,7 @@ void refuseOtherIon(const QString &file, const QString &ion)
            "with it: \"lanqor sphere\", \"lanqor organize\" and \"lanqor convert\" for its "
            "structure and for jobs, \"lanqor states\" for the states of its ligands%3.")
             .arg(file, ion,
-                 LanqorInputData::isLanthanide(ion)
+                 LanqorFreeIonParameters::getSymbols().contains(ion)
                      ? tr(", \"lanqor levels --ion %1\" for the levels of the ion").arg(ion)
                      : QString())};
 }

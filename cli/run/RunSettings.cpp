@@ -178,9 +178,13 @@ QString tomlValue(const QString &text)
     return isToml ? text : quoted(text);
 }
 
-/// Files that a value names, each made another by @p change.
-QString changePaths(const QString &value, const std::function<QString(const QString &)> &change)
+/// Files that the value of a setting names, each made another by @p change. Excited states alone
+/// may be a pair with a comma between them.
+QString changePaths(const RunSetting &setting, const QString &value,
+                    const std::function<QString(const QString &)> &change)
 {
+    if (QLatin1String(setting.name) != QLatin1String("excited"))
+        return change(value);
     QStringList files = stateFiles(value);
     for (QString &name : files)
         name = change(name);
@@ -226,15 +230,14 @@ private:
     {
         const QString nearest = nearestWord(key, allKeys());
         const QString unknown = tr("%1 is no setting of a run").arg(key);
-        refuse(line, (nearest.isEmpty() ? unknown : tr("%1; is %2 meant?").arg(unknown, nearest)) +
+        refuse(line, (nearest.isEmpty() ? unknown + QLatin1Char(';')
+                                        : tr("%1; is %2 meant?").arg(unknown, nearest)) +
                          tr(" \"lanqor run --example\" shows all"));
     }
 
     QString absolute(const QString &path) const
     {
-        return changePaths(path, [this](const QString &name) {
-            return QDir::cleanPath(folder.absoluteFilePath(name));
-        });
+        return QDir::cleanPath(folder.absoluteFilePath(path));
     }
 
     void readKey(const QString &key, const toml::node &value, int line)
@@ -258,7 +261,10 @@ private:
             structure = absolute(text);
         else
             arguments.append(QStringLiteral("--%1=%2").arg(
-                key, setting->kind == RunSetting::Kind::File ? absolute(text) : text));
+                key, setting->kind == RunSetting::Kind::File
+                         ? changePaths(*setting, text,
+                                       [this](const QString &name) { return absolute(name); })
+                         : text));
     }
 
     static QString textOf(const toml::node &value)
@@ -367,7 +373,7 @@ QString resolvedRunFile(const OptionReader &reader, const QString &structureFile
                         .arg(name, QLatin1String(reader.isSet(setting.name) ? "true" : "false"));
             } else if (!value.isEmpty()) {
                 if (setting.kind == RunSetting::Kind::File)
-                    value = changePaths(value, relative);
+                    value = changePaths(setting, value, relative);
                 text += QStringLiteral("%1 = %2\n").arg(name, tomlValue(value));
             }
         }

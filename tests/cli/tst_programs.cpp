@@ -109,6 +109,7 @@ void TestPrograms::faults_data()
         "grew beyond 4 MB");
     row("garbage", "states", "echo hello > job.out", ProgramEnd::Failed,
         "does not end as.*last words: hello");
+    row("silent", "xtb", "exit 0", ProgramEnd::Failed, "as that of a finished run$");
     row("normal end, no optimum", "mopac", "echo ' * JOB ENDED NORMALLY *' > job.out",
         ProgramEnd::Failed, "no converged SCF");
     row("normal end, no states", "states", "echo ' * JOB ENDED NORMALLY *' > job.out",

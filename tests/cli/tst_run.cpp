@@ -95,11 +95,13 @@ private Q_SLOTS:
         const QString log = path(QStringLiteral("log"));
         writeAll(log, QByteArray());
         writeAll(path(QStringLiteral("complex.xyz")), readAll(xtb));
-        writeScript(QStringLiteral("bin/xtb"),
-                    QStringLiteral("case \"$*\" in --version) echo '* xtb version 6.5.1'; exit;;\n"
-                                   "*--uhf*) n=t1;; *) n=s0;; esac\necho $n >> %1\ncat %2/$n.out\n"
-                                   "cp %2/$n.charges charges; cp %2/$n.xyz xtbopt.xyz\n")
-                        .arg(log, xtbFolder));
+        writeScript(
+            QStringLiteral("bin/xtb"),
+            QStringLiteral("case \"$*\" in --version) echo '* xtb version 6.5.1'; touch asked;\n"
+                           "exit;;\n"
+                           "*--uhf*) n=t1;; *) n=s0;; esac\necho $n >> %1\ncat %2/$n.out\n"
+                           "cp %2/$n.charges charges; cp %2/$n.xyz xtbopt.xyz\n")
+                .arg(log, xtbFolder));
         writeScript(
             QStringLiteral("bin/mopac"),
             QStringLiteral("case \"$*\" in --version) echo MOPAC version 22.0.6; exit;; esac\n"
@@ -114,6 +116,8 @@ private Q_SLOTS:
         const ProgramRun first = run(wholeRun);
         QVERIFY2(first.exitStatus == 0, qPrintable(first.error));
         QCOMPARE(started(), QStringLiteral("s0 t1 singlet triplet"));
+        QVERIFY2(!QFile::exists(path(QStringLiteral("asked"))),
+                 "nothing is written to where it runs");
         const QString folder = path(QStringLiteral("complex"));
         QCOMPARE(namesOf(folder).size(), 7);
         for (const char *report : {"report.html", "report.txt", "summary.json"})
@@ -211,6 +215,7 @@ private Q_SLOTS:
         row("no lanthanide", water, "--charge 0", 1, "no lanthanide");
         row("two", "Eu 0 0 0\nEu 9 0 0\n" + water, "--charge 6", 1, "more than one lanthanide");
         row("gadolinium", "Gd 0 0 0\n" + water, "--charge 3", 1, "What can be done");
+        row("lutetium", "Lu 0 0 0\n" + water, "--charge 3", 1, "for the states of its ligands.");
         row("yttrium", "Y 0 0 0\n" + water, "--charge 3", 1, "What can be done");
         row("parity", "Eu 0 0 0\n" + water, "--charge 2", 1, "Give the charge with --charge");
         row("no charge", "Eu 0 0 0\nO 2.4 0 0\nN 3.6 0 0\n", "", 1, "give it with --charge");
@@ -264,6 +269,7 @@ private Q_SLOTS:
                     .contains(QStringLiteral("line 3: charge needs a number")));
         QVERIFY(errorOf("structure = 'complex.xyz\n").contains(QStringLiteral("line 1: ")));
         QVERIFY(errorOf("charge = 0\n").contains(QStringLiteral("names no structure")));
+        QVERIFY(errorOf("structure = 'a,b.cif'\n").contains(QStringLiteral("/a,b.cif does not")));
         // The example with its own values is a run that gets as far as its missing structure.
         const ProgramRun example = run({QStringLiteral("run"), QStringLiteral("--example")});
         QCOMPARE(example.exitStatus, 0);
