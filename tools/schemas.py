@@ -52,8 +52,8 @@ class Part:
     def members(self, columns, value):
         return {"type": "object",
                 "properties": {key: value(key, column) for key, column in columns.items()},
-                "required": [key for key, column in columns.items()
-                             if column.count == self.count],
+                "required": sorted(key for key, column in columns.items()
+                                   if column.count == self.count),
                 "additionalProperties": False}
 
     def cell(self, key, column):
@@ -95,8 +95,8 @@ def schema_of(command, results, of_fits):
         "title": f"Result of lanqor {command}",
         "type": "object",
         "properties": {name: part.schema(name) for name, part in parts.items()},
-        "required": ["contents"] + [name for name, part in parts.items()
-                                    if part.count == len(results)],
+        "required": ["contents"] + sorted(name for name, part in parts.items()
+                                          if part.count == len(results)),
         "additionalProperties": False,
     }
     version = {"const": results[0]["contents"]["schema_version"]}
@@ -127,7 +127,8 @@ def write(folder, results):
     of_fits = [part for result in results.values() for part in result["contents"]["parts"]
                if part["name"].startswith("fit_")]
     for command, own in commands.items():
-        text = json.dumps(schema_of(command, own, of_fits), indent=1, ensure_ascii=False)
+        text = json.dumps(schema_of(command, own, of_fits), indent=1, sort_keys=True,
+                          ensure_ascii=False)
         file_of(folder, command).write_text(text + "\n", encoding="utf-8")
 
 

@@ -3,10 +3,12 @@
 #include "options/OptionReader.h"
 #include "options/complexOptions.h"
 #include "options/jobOptions.h"
+#include "options/showResults.h"
 #include "text.h"
 
 #include <LanqorEngine/LanqorFilesConverter.h>
 #include <LanqorEngine/LanqorInputData.h>
+#include <LanqorEngine/LanqorResultTables.h>
 
 #include <QFileInfo>
 
@@ -143,6 +145,7 @@ void readJob(const cli::OptionReader &options, const LanqorFilesConverter &conve
     }
     if (!numbers.isChargeGiven)
         numbers.charge = cli::chargeOfJob(options, structure);
+    options.setInForce("charge", numbers.charge);
 }
 
 /// Refuses what the pair of INDO jobs does not take.
@@ -215,6 +218,29 @@ void settleJob(const cli::OptionReader &options, const QString &format, LanqorIn
     converter.setMultiplicity(multiplicity);
 }
 
+/// What was written, of which structure.
+LanqorResultTables makeTables(const QString &fileName, const QString &format,
+                              const LanqorInputData &structure)
+{
+    const auto angstrom = QStringLiteral("Angstrom");
+    LanqorResultTables tables;
+    tables.addRecord(
+        QStringLiteral("conversion"),
+        {{QStringLiteral("output_file"), QString()}, {QStringLiteral("format"), QString()}},
+        {fileName, format});
+    QVector<QVector<QVariant>> rows;
+    for (const Coord &atom : structure.getCoord())
+        rows.append({rows.size() + 1, atom.label, atom.x, atom.y, atom.z});
+    tables.addTable(QStringLiteral("atoms"),
+                    {{QStringLiteral("atom_from_1"), QString()},
+                     {QStringLiteral("element"), QString()},
+                     {QStringLiteral("x"), angstrom},
+                     {QStringLiteral("y"), angstrom},
+                     {QStringLiteral("z"), angstrom}},
+                    rows);
+    return tables;
+}
+
 } // namespace
 
 int convertCommand(const QStringList &arguments)
@@ -236,6 +262,7 @@ int convertCommand(const QStringList &arguments)
            "  lanqor convert complex.out ligand.orcinp --roots 25\n"
            "  lanqor convert complex.xyz qdc.mop --charge -1 --method RM1 --qdc-fit"));
     addOptions(options);
+    options.addResultOptions();
     options.parse(arguments);
     const QStringList files =
         options.files(2, tr("convert needs two files; see \"lanqor convert --help\""));
@@ -268,5 +295,6 @@ int convertCommand(const QStringList &arguments)
                                             : converter.convertToXYZ(out, options.isSet("keep-tv"));
     if (!isDone)
         cli::failOf(converter);
+    cli::showResults(options, QString(), makeTables(out, format, structure));
     return cli::success;
 }

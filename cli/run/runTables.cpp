@@ -121,9 +121,16 @@ void addMainResults(LanqorResultTables &tables, const RunReport &report)
         add("sensitisation", "%", yield.sensitisation, limitsOf("sensitisation"));
         add("quantum_yield", "%", yield.quantumYield, limitsOf("quantum_yield"));
     }
+    const auto unitOfRow = QStringLiteral("unit");
+    const auto ofValue = QStringLiteral("value");
     tables.addTable(QStringLiteral("main_results"),
-                    {column("quantity"), column("unit"), column("value"), column("low_68"),
-                     column("high_68"), column("low_95"), column("high_95")},
+                    {column("quantity"),
+                     column("unit"),
+                     {ofValue, unitOfRow},
+                     {QStringLiteral("low_68"), unitOfRow, ofValue},
+                     {QStringLiteral("high_68"), unitOfRow, ofValue},
+                     {QStringLiteral("low_95"), unitOfRow, ofValue},
+                     {QStringLiteral("high_95"), unitOfRow, ofValue}},
                     rows);
 }
 

@@ -9,6 +9,7 @@
 
 using resultColumns::column;
 using resultColumns::existing;
+using resultColumns::uncertainty;
 
 namespace {
 
@@ -37,7 +38,7 @@ void addBands(const JuddOfeltResults &results, LanqorResultTables &tables)
          column("calculated_oscillator_strength", "1"),
          column("difference_of_oscillator_strength", "1"),
          column("measured_line_strength", strength),
-         column("standard_deviation_of_line_strength", strength),
+         uncertainty("standard_deviation_of_line_strength", "measured_line_strength", strength),
          column("calculated_line_strength", strength),
          column("difference_of_line_strength", strength)},
         rows);
@@ -92,9 +93,11 @@ LanqorResultTables LanqorJuddOfelt::makeTables(const JuddOfeltResults &results)
                      known(results.correlations[k][2])});
     tables.addTable(QStringLiteral("judd_ofelt_parameters"),
                     {column("lambda"), column("omega", strength),
-                     column("standard_error", strength), column("free_omega", strength),
-                     column("free_standard_error", strength), column("correlation_with_2", "1"),
-                     column("correlation_with_4", "1"), column("correlation_with_6", "1")},
+                     uncertainty("standard_error", "omega", strength),
+                     column("free_omega", strength),
+                     uncertainty("free_standard_error", "free_omega", strength),
+                     column("correlation_with_2", "1"), column("correlation_with_4", "1"),
+                     column("correlation_with_6", "1")},
                     rows);
     addBands(results, tables);
     addEmissions(results, tables);

@@ -10,6 +10,7 @@ namespace {
 
 using reportText::fixed;
 using resultColumns::column;
+using resultColumns::uncertainty;
 
 using Row = QVector<QVariant>;
 
@@ -188,13 +189,15 @@ void addSummary(LanqorResultTables &tables, const DonorTripletResults &results)
     const bool hasDonor = results.donor >= 0;
     tables.addRecord(
         QStringLiteral("donor_triplet"),
-        {column("method"), column("energy", "cm^-1"), column("standard_deviation", "cm^-1"),
-         column("low", "cm^-1"), column("high", "cm^-1"), column("levels_reached"),
-         column("is_measurement_needed"), column("first_line"), column("donor_ligand"),
-         column("triplet_from_1"), column("triplet_rl", "Angstrom"), column("singlet_from_1"),
-         column("singlet_energy", "cm^-1"), column("singlet_rl", "Angstrom"),
-         column("is_at_gfn1_ground_state"), column("gfn1_less_states", "cm^-1"),
-         column("do_two_methods_agree"), column("gfn1_system"), column("gfn1_donor_ligand")},
+        {column("method"), column("energy", "cm^-1"),
+         uncertainty("standard_deviation", "energy", "cm^-1"),
+         uncertainty("low", "energy", "cm^-1"), uncertainty("high", "energy", "cm^-1"),
+         column("levels_reached"), column("is_measurement_needed"), column("first_line"),
+         column("donor_ligand"), column("triplet_from_1"), column("triplet_rl", "Angstrom"),
+         column("singlet_from_1"), column("singlet_energy", "cm^-1"),
+         column("singlet_rl", "Angstrom"), column("is_at_gfn1_ground_state"),
+         column("gfn1_less_states", "cm^-1"), column("do_two_methods_agree"), column("gfn1_system"),
+         column("gfn1_donor_ligand")},
         {existing(keyOf(results.chosen)), isChosen ? QVariant(results.energy) : QVariant(),
          existing(results.standardDeviation), isChosen ? QVariant(results.low) : QVariant(),
          isChosen ? QVariant(results.high) : QVariant(),
@@ -226,8 +229,9 @@ void addMethods(LanqorResultTables &tables, const DonorTripletResults &results)
     tables.addTable(QStringLiteral("triplet_methods"),
                     {column("method"), column("name"), column("is_available"),
                      column("reason_without"), column("found", "cm^-1"), column("shift", "cm^-1"),
-                     column("energy", "cm^-1"), column("standard_deviation", "cm^-1"),
-                     column("known_error"), column("basis")},
+                     column("energy", "cm^-1"),
+                     uncertainty("standard_deviation", "energy", "cm^-1"), column("known_error"),
+                     column("basis")},
                     rows);
 }
 

@@ -176,7 +176,7 @@ class TestStoredOutputs : public QObject
     QStringList withResults(const QString &line) const
     {
         static const QRegularExpression without(
-            QStringLiteral("^(-|help|convert |show )|--json|--help|--example"));
+            QStringLiteral("^(-|help|show )|--json|--help|--example"));
         QStringList words = QProcess::splitCommand(line);
         const int place = words.value(0) == QLatin1String("fit") ? 2 : 1;
         if (!line.contains(without) && words.size() > place)
