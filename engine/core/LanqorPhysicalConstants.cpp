@@ -12,6 +12,7 @@ QVector<PhysicalConstant> LanqorPhysicalConstants::getConstants()
         const char *source;
     };
     static constexpr char codata2010[] = "CODATA 2010";
+    static constexpr char codata2018[] = "CODATA 2018";
     static constexpr char definition[] = "definition";
     static constexpr Row rows[] = {
         {"pi", lanqor::pi, "1", "twelve digits"},
@@ -22,7 +23,7 @@ QVector<PhysicalConstant> LanqorPhysicalConstants::getConstants()
         {"light_speed", lanqor::lightSpeed, "cm s^-1", definition},
         {"wavenumber_per_erg", lanqor::wavenumberPerErg, "cm^-1 erg^-1",
          "CODATA 2006, last two digits of unknown source"},
-        {"wavenumber_per_ev", lanqor::wavenumberPerEv, "cm^-1 eV^-1", "CODATA 2018"},
+        {"wavenumber_per_ev", lanqor::wavenumberPerEv, "cm^-1 eV^-1", codata2018},
         {"erg_per_wavenumber", lanqor::ergPerWavenumber, "erg cm", codata2010},
         {"three_planck", lanqor::threePlanck, "erg s", codata2010},
         {"three_hbar", lanqor::threeHbar, "erg s", codata2010},
@@ -30,6 +31,11 @@ QVector<PhysicalConstant> LanqorPhysicalConstants::getConstants()
         {"four_pi_over_hbar", lanqor::fourPiOverHbar, "erg^-1 s^-1", codata2010},
         {"eight_pi_over_three_hbar", lanqor::eightPiOverThreeHbar, "erg^-1 s^-1", codata2010},
         {"boltzmann_constant", lanqor::boltzmannConstant, "erg K^-1", codata2010},
+        {"electron_mass_of_absorption", lanqor::absorption::electronMass, "g", codata2018},
+        {"elementary_charge_of_absorption", lanqor::absorption::electronCharge, "esu", codata2018},
+        {"planck_constant_of_absorption", lanqor::absorption::planck, "erg s", codata2018},
+        {"avogadro_constant", lanqor::absorption::avogadro, "mol^-1", codata2018},
+        {"electron_spin_g_factor", lanqor::gOfSpin, "1", codata2018},
         {"nm_per_cm", lanqor::nmPerCm, "nm cm^-1", definition},
         {"angstrom", lanqor::cmPerAngstrom, "cm", definition},
         {"cubic_angstrom", lanqor::cm3PerCubicAngstrom, "cm^3", definition},

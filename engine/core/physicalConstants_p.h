@@ -47,4 +47,15 @@ constexpr double wavenumberPerEv = 8065.543937;
 /// Omega(lambda) is printed and entered in this unit, cm^2.
 constexpr double omegaUnitCm2 = 1e-20;
 
+/// Constants of the analysis of absorption bands (CODATA 2018): published analyses are recomputed
+/// with them.
+namespace absorption {
+constexpr double electronMass = 9.1093837015e-28;     ///< g
+constexpr double electronCharge = 4.803204712570e-10; ///< esu
+constexpr double planck = 6.62607015e-27;             ///< erg s
+constexpr double avogadro = 6.02214076e23;            ///< mol^-1
+} // namespace absorption
+/// g factor of the electron spin (CODATA 2018, 2.00231930436256).
+constexpr double gOfSpin = 2.00231930436;
+
 } // namespace lanqor

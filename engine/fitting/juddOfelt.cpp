@@ -11,15 +11,14 @@ namespace juddOfelt {
 
 namespace {
 
-// CODATA 2018, CGS: the constants with which published analyses are recomputed.
-constexpr double pi = 3.14159265358979323846;
-constexpr double electronMass = 9.1093837015e-28;     // g
-constexpr double electronCharge = 4.803204712570e-10; // esu
-constexpr double planck = 6.62607015e-27;             // erg s
-constexpr double avogadro = 6.02214076e23;            // mol^-1
 using lanqor::lightSpeed;
 using lanqor::nmPerCm;
+using lanqor::absorption::avogadro;
+using lanqor::absorption::electronCharge;
+using lanqor::absorption::electronMass;
+using lanqor::absorption::planck;
 
+constexpr double pi = 3.14159265358979323846;
 constexpr double nmPerMicrometre = 1000.0;
 
 double square(double x)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/physicalConstants_p.h"
+
 #include <LanqorEngine/FreeIonLevelsResults.h>
 
 #include <Eigen/Core>
@@ -8,8 +10,7 @@ class LanqorEnergyLevels;
 
 namespace freeIon {
 
-/// 2.00231930436, the g factor of the electron spin.
-constexpr double gOfSpin = 2.00231930436;
+using lanqor::gOfSpin;
 
 /// Reduced elements between all levels of a calculation, (level, level) in its order, with the
 /// signs of the eigenvectors.
