@@ -88,6 +88,15 @@ QString countOf(const OrganizeResults &structure)
 
 } // namespace
 
+DonorModelResults donorModelOf(const RunRequest &request, const RunComplex &complex)
+{
+    LanqorDonorModel builder(nullptr, complex.structure);
+    builder.setComplexCharge(complex.charge);
+    if (!builder.build(request.donorModel))
+        throw Failure{QStringLiteral("--donor-model: ") + builder.getLastError()};
+    return builder.getResults();
+}
+
 ProgramSteps::ProgramSteps(const RunRequest &request, const RunComplex &complex,
                            const RunFolder &folder, RunProgress &progress)
     : request(request)
@@ -546,11 +555,7 @@ void ProgramSteps::prepareTriplet(Stage &stage)
 /// The pair of GFN1 runs of one ligand without its neighbours.
 void ProgramSteps::prepareModel(Stage &stage)
 {
-    LanqorDonorModel builder(nullptr, complex.structure);
-    builder.setComplexCharge(complex.charge);
-    if (!builder.build(request.donorModel))
-        throw Failure{QStringLiteral("--donor-model: ") + builder.getLastError()};
-    const DonorModelResults model = builder.getResults();
+    const DonorModelResults model = donorModelOf(request, complex);
     stage.title = tr("lowest triplet of %1 by xtb GFN1").arg(model.description);
     tripletGeometry =
         tr("%1, optimised by xtb GFN1, ground state and triplet each").arg(model.description);

@@ -7,6 +7,7 @@
 #include "run/RunProgress.h"
 #include "run/RunRequest.h"
 
+#include <LanqorEngine/DonorModelResults.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/XtbRunResults.h>
 
@@ -21,6 +22,9 @@ namespace cli {
 struct RunInterrupted
 {
 };
+
+/// The atoms of --donor-model. Throws a Failure.
+DonorModelResults donorModelOf(const RunRequest &request, const RunComplex &complex);
 
 /// A run of xtb that is a step, or why there is none.
 struct XtbStep

@@ -360,6 +360,8 @@ RunEnd performRun(const OptionReader &reader, const OptionReader &settings,
     const RunComplex complex = readRunComplex(request);
     report.warnings += complex.warnings;
     checkExcited(request, complex, report.warnings);
+    if (!request.donorModel.isEmpty())
+        donorModelOf(request, complex); // which fails here, not after the ground state
     IntensitySteps intensities(reader, uncertain, request, report);
     intensities.readSpectrum();
     RunFolder::check(request.outFolder);

@@ -222,6 +222,8 @@ private Q_SLOTS:
         row("no sphere", "Eu 0 0 0\nO 9 0 0\n", "--charge 1", 1, "no atom is within bonding");
         row("states of another complex", "Eu 0 0 0\n" + water,
             "--charge 3 --excited EXCITED --geometry as-is", 1, "--force computes all the same");
+        row("no such ligand", "Eu 0 0 0\n" + water, "--charge 3 --donor-model C9H9", 1,
+            "has no ligand C9H9");
         row("two sources", "Eu 0 0 0\n" + water, "--charge 3 --omega2 1 --omega4 1 --g O=1", 2,
             "have one source");
         row("no measured triplet", "Eu 0 0 0\n" + water, "--charge 3 --t1 measured", 2,
