@@ -124,6 +124,43 @@ private Q_SLOTS:
                                          "3,N,\n4,,\n\n"));
     }
 
+    void resultsAreReadBackOrRefused()
+    {
+        LanqorResultTables tables;
+        tables.addTable("fit",
+                        {{"name", ""},
+                         {"unit", ""},
+                         {"value", "unit"},
+                         {"standard_error", "unit", "value"},
+                         {"points", ""}},
+                        {{"zeta", "cm^-1", 1e6, 0.1, 1000000}, {"g", "1", -0.0}});
+        tables.addTable("empty", {{"energy", "cm^-1"}}, {});
+        const QByteArray json = tables.toJson();
+        const QJsonValue value =
+            QJsonDocument::fromJson(json).object()["fit"].toArray().first().toObject()["value"];
+        QCOMPARE(value["unit"].toString(), QStringLiteral("cm^-1"));
+        QCOMPARE(value["uncertainty"]["standard_error"].toDouble(), 0.1);
+        LanqorResultTables back;
+        QString error;
+        QVERIFY2(back.readJson(json, error), qPrintable(error));
+        QCOMPARE(back.toCsv(), tables.toCsv());
+        QCOMPARE(back.toJson(), json);
+        const auto refused = [&](const char *text, const char *other, const char *reason) {
+            QVERIFY(!back.readJson(QByteArray(json).replace(text, other), error));
+            QVERIFY2(error.contains(QLatin1String(reason)), qPrintable(error));
+            QCOMPARE(back.toJson(), json);
+        };
+        refused("\"schema_version\": 2", "\"schema_version\": 3", "schema 3");
+        refused("\"contents\"", "\"content\"", "no result");
+        refused("\"fit\": [", "\"fits\": [", "\"fit\" is missing");
+        refused("\"uncertainty\": {", "\"doubt\": {", "standard_error is missing");
+        refused("\"value\": 1000000", "\"value\": true", "row 1, value is no number");
+        refused("\"empty\": [", "\"more\": [], \"empty\": [", "lists 2");
+        testSupport::damageFile(json, 100, 300, [&](const QString &path) {
+            back.readJson(testSupport::readAll(path), error);
+        });
+    }
+
     void errorBarsOfALinearResult()
     {
         const auto linear = [](const QVector<double> &x) {
