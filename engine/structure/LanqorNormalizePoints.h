@@ -54,7 +54,16 @@ public:
 
     /// The curve of the last spectrum() and the transitions in the range.
     AbsorptionResults getResults() const;
-    /// Transitions and curve as data for other programs.
+    /// Adds the main excitation of each transition that has the energy of a singlet of @p output;
+    /// those of an output without weights stay without.
+    /// @param program  as for the constructor
+    static void addConfigurations(AbsorptionResults &results, LanqorInputData &output,
+                                  int const &program);
+    /// Adds a measured spectrum of two columns, wavelength (nm) and absorption, scaled to a largest
+    /// value of 1 in the range of the curve.
+    /// @return false, with the reason in @p error, when the file holds none that reaches into it
+    static bool addMeasured(AbsorptionResults &results, QString const &fileName, QString &error);
+    /// Transitions, their configurations, curve and measured spectrum as data for other programs.
     static LanqorResultTables makeTables(const AbsorptionResults &results);
 
 private:

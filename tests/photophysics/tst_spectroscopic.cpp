@@ -1,5 +1,6 @@
 #include "TestSupport.h"
 
+#include <LanqorEngine/LanqorEmissionCurve.h>
 #include <LanqorEngine/LanqorInputData.h>
 #include <LanqorEngine/LanqorRL.h>
 #include <LanqorEngine/LanqorResultTables.h>
@@ -9,6 +10,7 @@
 
 #include <QtTest>
 
+#include <algorithm>
 #include <cmath>
 
 using Calculation = LanqorSpectroscopicCalculation;
@@ -24,6 +26,7 @@ class TestSpectroscopic : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void emission();
+    void emissionCurve();
     void givenValues();
     void transferNeedsExcitedStates();
     void replacedValues();
@@ -140,6 +143,38 @@ void TestSpectroscopic::emission()
     calculation.calcArad();
     QVERIFY(spy.contains(QStringLiteral("intensity parameters are zero")));
     QVERIFY(spy.contains(QStringLiteral("is an earlier estimate")));
+}
+
+// The area of each band is its share of the rates, its mean the barycentre; the power per nm is the
+// photons per cm^-1 times the third power of the wavenumber.
+void TestSpectroscopic::emissionCurve()
+{
+    const RadiativeRates rates{50.0, 400.0, 45.0, 5.0};
+    const QVector<StarkResults::Manifold> split = {{2, {-150.0, -90.0, 0.0, 110.0, 130.0}, 280.0}};
+    QVERIFY(LanqorEmissionCurve::calculate(rates, split, 0.0).lines.isEmpty());
+    const CalculatedEmission emission = LanqorEmissionCurve::calculate(rates, split, 40.0);
+    QCOMPARE(emission.lines.size(), 8);
+    QCOMPARE(emission.lines.at(1).energy, 16267.0 + 150.0);
+    const QVector<double> &s = emission.wavenumbers;
+    const QMap<int, QPair<double, double>> expected = {
+        {1, {10.0, 16921.0}}, {2, {80.0, 16267.0}}, {4, {9.0, 14470.0}}, {6, {1.0, 12386.0}}};
+    for (auto band = expected.begin(); band != expected.end(); ++band) {
+        double area = 0.0;
+        double moment = 0.0;
+        for (int i = 0; i < s.size(); ++i)
+            if (std::abs(s.at(i) - band->second) < 320.0) {
+                area += emission.photonDensity.at(i) * (s.at(1) - s.at(0));
+                moment += emission.photonDensity.at(i) * (s.at(1) - s.at(0)) * s.at(i);
+            }
+        QVERIFY(std::abs(area - band->first) < 1e-9);
+        QVERIFY(std::abs(moment / area - band->second) < 1e-6);
+    }
+    const int middle = s.size() / 2;
+    for (int i = middle; i < s.size(); i += 100)
+        QVERIFY(std::abs(emission.powerDensity.at(i) * emission.powerScale * 1e7 -
+                         emission.photonDensity.at(i) * std::pow(s.at(i), 3)) <
+                1e-9 * emission.photonDensity.at(i) * std::pow(s.at(i), 3) + 1e-30);
+    QCOMPARE(*std::max_element(emission.powerDensity.begin(), emission.powerDensity.end()), 1.0);
 }
 
 void TestSpectroscopic::givenValues()
