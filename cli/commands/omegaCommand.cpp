@@ -1,4 +1,5 @@
 #include "Command.h"
+#include "commands/calculatedEmission.h"
 #include "commands/commands.h"
 #include "options/OptionReader.h"
 #include "options/chargeFactorOptions.h"
@@ -19,6 +20,7 @@
 #include <QFileInfo>
 
 #include <functional>
+#include <optional>
 
 namespace {
 
@@ -85,12 +87,14 @@ struct ReportRequest
     QStringList ligands;
     QString plotFile;                   ///< of the error bars or the partition
     QVector<QVector<double>> solutions; ///< of a fit, for the error bars
+    cli::EmissionRequest emission;
 };
 
 ReportRequest readReportRequest(const cli::OptionReader &options)
 {
     ReportRequest request;
     request.plotFile = plots::readOption(options);
+    request.emission = cli::readEmissionRequest(options);
     request.ligandFile = options.text("ligands");
     request.fileName = options.text("report");
     request.isWanted =
@@ -137,6 +141,7 @@ void addOptions(cli::OptionReader &options)
             "the main sections."),
          tr("file")},
     });
+    cli::addEmissionOptions(options);
 }
 
 /// Groups that leave atoms out do not add up to the rate.
@@ -233,6 +238,11 @@ void show(const cli::OptionReader &options, const cli::UncertainOptions &uncerta
     QString text = summary(results);
     QString errorBars;
     LanqorResultTables tables = LanqorOmega::makeTables(results);
+    std::optional<cli::EmissionSpectrum> emission;
+    if (request.emission.isWanted) {
+        emission.emplace(request.emission, geometry, results);
+        emission->addTables(tables);
+    }
     UncertaintyResults uncertainty;
     if (!uncertain.isEmpty() || !request.solutions.isEmpty()) {
         uncertainty = calcUncertainty(options, uncertain, request.solutions, geometry, results);
@@ -251,6 +261,8 @@ void show(const cli::OptionReader &options, const cli::UncertainOptions &uncerta
     if (!request.isWanted || !request.fileName.isEmpty())
         text += errorBars;
     cli::showResults(options, text, tables);
+    if (emission)
+        emission->draw(QFileInfo(results.geometryFile).fileName());
     if (request.plotFile.isEmpty())
         return;
     if (uncertainty.quantities.isEmpty())

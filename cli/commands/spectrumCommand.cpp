@@ -1,6 +1,7 @@
 #include "Command.h"
 #include "commands/commands.h"
 #include "options/OptionReader.h"
+#include "options/complexOptions.h"
 #include "options/showResults.h"
 #include "options/statePrograms.h"
 #include "plots/plots.h"
@@ -26,6 +27,7 @@ struct Request
     double end = 0.0;                      // nm
     QString curveFile;
     QString plotFile;
+    QString measuredFile;
 };
 
 Request readRequest(const cli::OptionReader &options)
@@ -49,6 +51,10 @@ Request readRequest(const cli::OptionReader &options)
             tr("--range %1 is not of the form START:END (nm)").arg(options.text("range")));
     request.curveFile = options.text("out");
     request.plotFile = plots::readOption(options);
+    request.measuredFile = options.text("measured");
+    if (options.isSet("measured"))
+        cli::requireFile(QStringLiteral("--measured "), request.measuredFile,
+                         tr("a text file of two columns, wavelength in nm and absorption"));
     return request;
 }
 
@@ -88,6 +94,10 @@ int spectrumCommand(const QStringList &arguments)
                        tr("The program that wrote FILE: %1; found out when it is not named.")
                            .arg(cli::programNames()),
                        QStringLiteral("name")});
+    options.addOption({QStringLiteral("measured"),
+                       tr("Measured spectrum to draw with it, of two columns, wavelength in nm and "
+                          "absorption; scaled to a largest value of 1 in the range."),
+                       QStringLiteral("file")});
     options.addOption(plots::option());
     options.addResultOptions();
     options.parse(arguments);
@@ -108,7 +118,12 @@ int spectrumCommand(const QStringList &arguments)
     points.setParametersNormalization(request.width, request.start, request.end);
     if (!points.spectrum())
         cli::failOf(points);
-    const AbsorptionResults results = points.getResults();
+    AbsorptionResults results = points.getResults();
+    LanqorNormalizePoints::addConfigurations(results, output, program->type);
+    QString error;
+    if (!request.measuredFile.isEmpty() &&
+        !LanqorNormalizePoints::addMeasured(results, request.measuredFile, error))
+        throw cli::Failure{error};
     cli::showResults(options, transitionTable(results), LanqorNormalizePoints::makeTables(results));
     if (!request.curveFile.isEmpty() && !points.createEspFile(request.curveFile))
         cli::failOf(points);

@@ -10,6 +10,8 @@
 #include <QLocale>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace cli {
 
 QStringList pictureSuffixes()
@@ -30,6 +32,11 @@ QStringList stateSuffixes()
 }
 
 namespace {
+
+bool isPicture(const CommandHelp::Option &option)
+{
+    return option.valueName == QLatin1String("picture");
+}
 
 /// "Refractive index (default 1.5). Of the medium.": the default ends the first sentence.
 QString withDefault(const QCommandLineOption &option)
@@ -78,10 +85,10 @@ void OptionReader::addOption(const QCommandLineOption &plain)
     if (!option.defaultValues().isEmpty())
         option.setDescription(withDefault(option));
     parser.addOption(option);
-    help.options.append(
-        {option.names().last(), option.valueName(), option.description(),
-         option.valueName() == QLatin1String("picture") ? pictureSuffixes() : QStringList(),
-         option.defaultValues().value(0)});
+    help.options.append({option.names().last(), option.valueName(), option.description(),
+                         QStringList(), option.defaultValues().value(0)});
+    if (isPicture(help.options.last()))
+        help.options.last().suffixes = pictureSuffixes();
 }
 
 void OptionReader::addOptions(const QList<QCommandLineOption> &options)
@@ -111,6 +118,35 @@ void OptionReader::addResultOptions()
     hasResultOptions = true;
 }
 
+void OptionReader::addSheetOptions()
+{
+    if (std::none_of(help.options.cbegin(), help.options.cend(), isPicture))
+        return;
+    addOptions({
+        {QStringLiteral("size"),
+         tr("Size of every picture, mm, or cm with the unit behind it, e.g. 80x60 or 8x6cm; 120 mm "
+            "wide without it, which can be printed 80 mm wide. Letters grow and shrink with it."),
+         QStringLiteral("widthxheight")},
+        {QStringLiteral("title"), tr("Title above every picture; an empty one leaves it out."),
+         tr("text")},
+    });
+}
+
+void OptionReader::checkSheetOptions() const
+{
+    QStringList pictures;
+    for (const CommandHelp::Option &option : help.options)
+        if (isPicture(option))
+            pictures.append(QStringLiteral("--") + option.name);
+    for (const QString &picture : qAsConst(pictures))
+        if (parser.isSet(picture.mid(2)))
+            return;
+    for (const char *option : {"size", "title"})
+        if (!pictures.isEmpty() && isSet(option))
+            refuse(tr("--%1 belongs to a picture: %2 FILE")
+                       .arg(QLatin1String(option), pictures.join(tr(" or "))));
+}
+
 void OptionReader::setHint(const QString &text)
 {
     hint = text;
@@ -132,6 +168,7 @@ QString OptionReader::complaint() const
 
 void OptionReader::parse(const QStringList &arguments)
 {
+    addSheetOptions();
     const QCommandLineOption helpOption({QStringLiteral("h"), QStringLiteral("help")},
                                         tr("Show this help."));
     addOption(helpOption);
@@ -141,6 +178,7 @@ void OptionReader::parse(const QStringList &arguments)
     if (!parser.parse(QStringList(program) + arguments))
         throw UsageError{QStringLiteral("%1\nSee \"%2 --help\".").arg(complaint(), program)};
     if (!parser.isSet(helpOption)) {
+        checkSheetOptions();
         if (hasResultOptions) {
             readResultFile("json");
             readResultFile("csv");

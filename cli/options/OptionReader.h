@@ -107,6 +107,9 @@ public:
     [[noreturn]] void refuse(const QString &message) const;
 
 private:
+    /// Adds --size and --title where there is an option for a picture.
+    void addSheetOptions();
+    void checkSheetOptions() const;
     void readResultFile(const char *option);
     /// What the parser says to a wrong command line; to an unknown option with the nearest one.
     QString complaint() const;

@@ -1,3 +1,4 @@
+#include "plots/figureStyle.h"
 #include "plots/plotFile.h"
 #include "plots/plots.h"
 
@@ -7,6 +8,7 @@
 #include <qwt_plot_grid.h>
 #include <qwt_scale_engine.h>
 #include <qwt_symbol.h>
+#include <qwt_text.h>
 
 namespace plots {
 
@@ -14,28 +16,48 @@ namespace {
 
 QColor colorOf(int series)
 {
-    static const QColor colors[] = {{0x1f, 0x4e, 0x9e}, {0xb3, 0x4a, 0x00}, {0x2c, 0x7d, 0x3f},
-                                    {0x7a, 0x3c, 0x9a}, {0x66, 0x66, 0x66}, {0xc0, 0x20, 0x20}};
+    static const QColor colors[] = {color::blue,   color::orange, color::green,
+                                    color::purple, color::black,  color::red};
     return colors[series % int(std::size(colors))];
 }
 
-QwtPlotCurve *makeCurve(const CurvePlot::Series &series, const QColor &color)
+/// Tells the series apart without colours.
+Qt::PenStyle lineOf(int series)
 {
-    auto *curve = new QwtPlotCurve(series.name);
+    static constexpr Qt::PenStyle lines[] = {Qt::SolidLine, Qt::DashLine, Qt::DotLine,
+                                             Qt::DashDotLine};
+    return lines[series % int(std::size(lines))];
+}
+
+QwtSymbol *makeSymbol(int series)
+{
+    static constexpr QwtSymbol::Style styles[] = {QwtSymbol::Ellipse,   QwtSymbol::Rect,
+                                                  QwtSymbol::UTriangle, QwtSymbol::Diamond,
+                                                  QwtSymbol::DTriangle, QwtSymbol::Cross};
+    const QwtSymbol::Style style = styles[series % int(std::size(styles))];
+    const bool isOutline = style == QwtSymbol::Cross;
+    return new QwtSymbol(style, colorOf(series),
+                         isOutline ? QPen(colorOf(series), 1.2) : QPen(Qt::NoPen), QSize(5, 5));
+}
+
+QwtPlotCurve *makeCurve(const CurvePlot::Series &series, int number)
+{
+    const QColor ink = colorOf(number);
+    auto *curve = new QwtPlotCurve(legendText(series.name));
     curve->setRenderHint(QwtPlotItem::RenderAntialiased);
     curve->setItemAttribute(QwtPlotItem::Legend, !series.name.isEmpty());
     curve->setSamples(series.points);
     switch (series.style) {
     case CurvePlot::Style::Steps:
         curve->setStyle(QwtPlotCurve::Steps);
-        curve->setPen(color, 1.2);
+        curve->setPen(ink, 1.4, lineOf(number));
         break;
     case CurvePlot::Style::Line:
-        curve->setPen(QColor(0x99, 0x99, 0x99), 1.0);
+        curve->setPen(color::grey, 1.0);
         break;
     case CurvePlot::Style::Dots:
         curve->setStyle(QwtPlotCurve::NoCurve);
-        curve->setSymbol(new QwtSymbol(QwtSymbol::Ellipse, color, QPen(Qt::NoPen), QSize(4, 4)));
+        curve->setSymbol(makeSymbol(number));
         curve->setLegendAttribute(QwtPlotCurve::LegendShowSymbol);
         break;
     }
@@ -59,7 +81,7 @@ void draw(const CurvePlot &data, const QString &file)
     grid->attach(&plot);
     bool hasNames = false;
     for (int i = 0; i < data.series.size(); ++i) {
-        makeCurve(data.series.at(i), colorOf(i))->attach(&plot);
+        makeCurve(data.series.at(i), i)->attach(&plot);
         hasNames = hasNames || !data.series.at(i).name.isEmpty();
     }
     if (hasNames)

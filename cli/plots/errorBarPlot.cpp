@@ -1,3 +1,4 @@
+#include "plots/figureStyle.h"
 #include "plots/plotFile.h"
 #include "plots/plots.h"
 #include "text.h"
@@ -52,10 +53,12 @@ void nameRows(QwtPlot &plot, int axis, const QStringList &names)
     plot.setAxisScaleDiv(axis, scale);
 }
 
-void addMark(QwtPlot &plot, double x, double y, const QBrush &fill, const QPen &pen)
+void addMark(QwtPlot &plot, double x, double y, QwtSymbol::Style style, const QBrush &fill,
+             const QPen &pen)
 {
+    const int size = style == QwtSymbol::Diamond ? 13 : 8;
     auto *mark = new QwtPlotMarker;
-    mark->setSymbol(new QwtSymbol(QwtSymbol::Ellipse, fill, pen, QSize(8, 8)));
+    mark->setSymbol(new QwtSymbol(style, fill, pen, QSize(size, size)));
     mark->setValue(x, y);
     mark->setZ(30.0); // above the bars
     mark->attach(&plot);
@@ -67,20 +70,20 @@ void addRow(QwtPlot &plot, const Quantity &quantity, int row)
     const auto percent = [&quantity](double value) {
         return 100.0 * (value / quantity.median - 1.0);
     };
-    const QColor color(0x1f, 0x4e, 0x9e);
+    const QColor ink = color::blue;
     const auto addBar = [&](double low, double high, double width) {
         auto *bar = new QwtPlotCurve;
-        bar->setPen(QPen(color, width, Qt::SolidLine, Qt::FlatCap));
+        bar->setPen(QPen(ink, width, Qt::SolidLine, Qt::FlatCap));
         bar->setSamples(
             QVector<QPointF>{{percent(low), -double(row)}, {percent(high), -double(row)}});
         bar->attach(&plot);
     };
     addBar(quantity.low95, quantity.high95, 1.5);
     addBar(quantity.low68, quantity.high68, 7.0);
-    addMark(plot, 0.0, -row, Qt::white, QPen(color, 1.0));
+    addMark(plot, 0.0, -row, QwtSymbol::Ellipse, Qt::white, QPen(ink, 1.0));
     if (std::isfinite(quantity.value))
-        addMark(plot, percent(quantity.value), -row, Qt::NoBrush,
-                QPen(QColor(0xc0, 0x20, 0x20), 1.5));
+        addMark(plot, percent(quantity.value), -row, QwtSymbol::Diamond, Qt::NoBrush,
+                QPen(color::red, 1.5));
 }
 
 } // namespace
@@ -101,16 +104,17 @@ void draw(const UncertaintyResults &results, const QString &title, const QString
                 .replace(QLatin1String("^-1"), superscript(-1))
                 .replace(QLatin1String("1e-20 cm^2"),
                          QStringLiteral("10%1 cm%2").arg(superscript(-20), superscript(2)));
-        values.append(QStringLiteral("%1 (%2 to %3) %4")
-                          .arg(QString::number(quantity.median, 'g', 4),
-                               QString::number(quantity.low68, 'g', 4),
-                               QString::number(quantity.high68, 'g', 4),
-                               unit == QLatin1String("1") ? QString() : unit));
+        values.append(QStringLiteral("%1 %2").arg(QString::number(quantity.median, 'g', 4),
+                                                  unit == QLatin1String("1") ? QString() : unit));
     }
     nameRows(plot, QwtPlot::yLeft, names);
     nameRows(plot, QwtPlot::yRight, values);
-    setAxisTitle(plot, QwtPlot::xBottom,
-                 tr("difference from the median / % (68 % of the sets, thin 95 %; red: as given)"));
+    setAxisTitle(plot, QwtPlot::xBottom, tr("difference from the median / %"));
+    plot.setFooter(
+        legendText(tr("right: medians; bars: 68 %, thin 95 % of the sets; diamonds: as given")));
+    plot.setAxisMaxMajor(QwtPlot::xBottom, 5);
+    for (const int axis : {QwtPlot::yLeft, QwtPlot::yRight})
+        plot.setAxisFont(axis, labelFont());
     writePlot(plot, file);
 }
 

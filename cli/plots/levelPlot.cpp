@@ -29,7 +29,7 @@ using Level = LevelDiagram::Level;
 constexpr double halfLevel = 0.14;
 constexpr double shift = -0.24;
 /// In units of the plot; points would be scaled once more by the resolution of the picture.
-constexpr int labelPixels = 11;
+constexpr int labelPixels = 12;
 
 QFont labelFont()
 {

@@ -2,6 +2,7 @@
 
 #include "Command.h"
 #include "plots/Picture.h"
+#include "plots/figureStyle.h"
 #include "plots/plots.h"
 #include "text.h"
 
@@ -15,6 +16,7 @@
 #include <QBuffer>
 #include <QFileInfo>
 #include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QImage>
 #include <QLocale>
 #include <QPageSize>
@@ -23,6 +25,7 @@
 #include <QRegularExpression>
 #include <QSvgGenerator>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <functional>
@@ -33,23 +36,24 @@ using cli::tr;
 
 namespace {
 
-constexpr double widthMm = 180.0;
-constexpr double heightMm = 120.0;
-constexpr double marginMm = 2.5;
+/// Of a plot; with another size its letters grow or shrink with it.
+constexpr double widthMm = 120.0;
+constexpr double heightMm = 80.0;
+constexpr double marginMm = 1.5;
 constexpr double mmPerInch = 25.4;
-constexpr int dotsPerInch = 200;
-constexpr int pictureDotsPerInch = 300;
+constexpr int dotsPerInch = 300; // of images
 constexpr int svgDotsPerInch = 96;
 constexpr int titlePoints = 11;
 constexpr int axisTitlePoints = 10;
-constexpr int axisPoints = 9;
+constexpr int axisPoints = 10;
+constexpr int labelPoints = 9;
+constexpr double unitsPerMm = 10.0; // of a Picture
 
 /// A sheet of paper and what is painted on it.
 struct Sheet
 {
     QString title;
     QSizeF sizeMm;
-    int dotsPerInch;   ///< of images
     QSize vectorUnits; ///< width and height in the units of an SVG
     /// Paints on a page of this size in the units of the painter.
     std::function<void(QPainter &, const QSizeF &)> paint;
@@ -97,18 +101,18 @@ QByteArray pdfOf(const Sheet &sheet)
         QPdfWriter writer(&buffer);
         writer.setCreator(QCoreApplication::applicationName());
         writer.setTitle(sheet.title);
-        writer.setResolution(sheet.dotsPerInch);
+        writer.setResolution(dotsPerInch);
         writer.setPageSize(QPageSize(sheet.sizeMm, QPageSize::Millimeter));
         writer.setPageMargins(QMarginsF());
-        paint(sheet, writer, sizeAt(sheet.sizeMm, sheet.dotsPerInch));
+        paint(sheet, writer, sizeAt(sheet.sizeMm, dotsPerInch));
     }
     return buffer.data();
 }
 
 QByteArray pngOf(const Sheet &sheet)
 {
-    QImage image(sizeAt(sheet.sizeMm, sheet.dotsPerInch), QImage::Format_RGB32);
-    const int dotsPerMeter = static_cast<int>(std::lround(sheet.dotsPerInch / mmPerInch * 1000.0));
+    QImage image(sizeAt(sheet.sizeMm, dotsPerInch), QImage::Format_RGB32);
+    const int dotsPerMeter = static_cast<int>(std::lround(dotsPerInch / mmPerInch * 1000.0));
     image.setDotsPerMeterX(dotsPerMeter);
     image.setDotsPerMeterY(dotsPerMeter);
     image.fill(Qt::white);
@@ -133,13 +137,45 @@ void writeSheet(const Sheet &sheet, const QString &file)
 
 Sheet sheetOf(const Picture &picture)
 {
-    constexpr double unitsPerMm = 10.0;
     const auto paint = [picture](QPainter &painter, const QSizeF &size) {
         painter.scale(size.width() / picture.size.width(), size.height() / picture.size.height());
         picture.paint(painter);
     };
-    return {picture.title, picture.size / unitsPerMm, pictureDotsPerInch, picture.size.toSize(),
-            paint};
+    return {picture.title, picture.size / unitsPerMm, picture.size.toSize(), paint};
+}
+
+/// The picture as large as it goes into a size, in its middle.
+Picture fitted(const Picture &picture, const QSizeF &size)
+{
+    const auto paint = [picture, size](QPainter &painter) {
+        const double scale =
+            std::min(size.width() / picture.size.width(), size.height() / picture.size.height());
+        painter.translate(0.5 * (size.width() - scale * picture.size.width()),
+                          0.5 * (size.height() - scale * picture.size.height()));
+        painter.scale(scale, scale);
+        picture.paint(painter);
+    };
+    return {picture.title, size, paint};
+}
+
+/// The picture below a line with a title, cut where it is too long.
+Picture withTitle(const Picture &picture, const QString &title)
+{
+    constexpr double strip = 70.0;
+    constexpr int smallest = 24;
+    const double width = picture.size.width() - 40.0;
+    int pixels = textSize;
+    while (pixels > smallest && textWidth(title, pixels, true) > width)
+        --pixels;
+    const QString text =
+        QFontMetricsF(figureFont(pixels, true)).elidedText(title, Qt::ElideRight, width);
+    const auto paint = [picture, text, pixels](QPainter &painter) {
+        drawLabel(painter, {0.5 * picture.size.width(), 0.5 * strip}, text, pixels, 0.5, 0.5,
+                  color::black, true);
+        painter.translate(0.0, strip);
+        picture.paint(painter);
+    };
+    return {title, picture.size + QSizeF(0.0, strip), paint};
 }
 
 } // namespace
@@ -181,8 +217,9 @@ void applyStyle(QwtPlot &plot, const QString &title)
     auto *canvas = qobject_cast<QwtPlotCanvas *>(plot.canvas());
     canvas->setFrameStyle(QFrame::Box | QFrame::Plain);
     canvas->setLineWidth(1);
-    if (!title.isEmpty()) {
-        QwtText text(title, QwtText::PlainText);
+    const QString wanted = sheetRequest().title.value_or(title);
+    if (!wanted.isEmpty()) {
+        QwtText text(wanted, QwtText::PlainText);
         text.setFont(fontOf(titlePoints, true));
         plot.setTitle(text);
     }
@@ -190,6 +227,18 @@ void applyStyle(QwtPlot &plot, const QString &title)
         plot.setAxisFont(axis, fontOf(axisPoints));
         plot.axisWidget(axis)->setMargin(0);
     }
+}
+
+QFont labelFont()
+{
+    return fontOf(labelPoints);
+}
+
+QwtText legendText(const QString &name)
+{
+    QwtText text(name, QwtText::PlainText);
+    text.setFont(labelFont());
+    return text;
 }
 
 void setAxisTitle(QwtPlot &plot, int axis, const QString &title)
@@ -201,19 +250,26 @@ void setAxisTitle(QwtPlot &plot, int axis, const QString &title)
 
 void writePlot(QwtPlot &plot, const QString &file)
 {
-    const QSizeF sizeMm(widthMm, heightMm);
-    const QSize dots = sizeAt(sizeMm, svgDotsPerInch);
+    const QSizeF sizeMm = sheetRequest().sizeMm.value_or(QSizeF(widthMm, heightMm));
+    // The plot is laid out on a sheet of at least the usual size, which is then scaled.
+    const double scale = std::min(sizeMm.width() / widthMm, sizeMm.height() / heightMm);
+    const QSize dots = sizeAt(sizeMm / scale, svgDotsPerInch);
     plot.resize(dots);
     plot.replot();
-    const auto paint = [&plot](QPainter &painter, const QSizeF &size) {
+    plot.updateLayout(); // so that scales and canvas agree on the room that labels take
+    const auto paint = [&plot, layoutMm = sizeMm / scale](QPainter &painter, const QSizeF &size) {
         QwtPlotRenderer renderer;
         renderer.setDiscardFlag(QwtPlotRenderer::DiscardBackground, false);
         renderer.setDiscardFlag(QwtPlotRenderer::DiscardCanvasFrame, false);
-        const double margin = marginMm / widthMm * size.width();
-        renderer.render(&plot, &painter,
-                        QRectF(QPointF(0.0, 0.0), size).adjusted(margin, margin, -margin, -margin));
+        const double dotsPerMm = painter.device()->logicalDpiX() / mmPerInch;
+        const QSizeF layout = layoutMm * dotsPerMm;
+        const double margin = marginMm * dotsPerMm;
+        painter.scale(size.width() / layout.width(), size.height() / layout.height());
+        renderer.render(
+            &plot, &painter,
+            QRectF(QPointF(0.0, 0.0), layout).adjusted(margin, margin, -margin, -margin));
     };
-    writeSheet({plot.title().text(), sizeMm, dotsPerInch, dots, paint}, file);
+    writeSheet({plot.title().text(), sizeMm, dots, paint}, file);
 }
 
 bool canDraw()
@@ -224,7 +280,12 @@ bool canDraw()
 
 void draw(const Picture &picture, const QString &file)
 {
-    writeSheet(sheetOf(picture), file);
+    const SheetRequest &request = sheetRequest();
+    const QString title = request.title.value_or(QString());
+    Picture drawn = title.isEmpty() ? picture : withTitle(picture, title);
+    if (request.sizeMm)
+        drawn = fitted(drawn, *request.sizeMm * unitsPerMm);
+    writeSheet(sheetOf(drawn), file);
 }
 
 QByteArray inlineSvg(const Picture &picture)

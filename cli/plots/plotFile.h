@@ -2,8 +2,9 @@
 
 #include <QString>
 
-class QColor;
+class QFont;
 class QwtPlot;
+class QwtText;
 
 namespace plots {
 
@@ -12,6 +13,10 @@ void writePlot(QwtPlot &plot, const QString &file);
 
 /// White ground, thin frame, readable fonts; a title above when it is not empty.
 void applyStyle(QwtPlot &plot, const QString &title);
+/// Of words within a plot.
+QFont labelFont();
+/// The name of a curve in a legend.
+QwtText legendText(const QString &name);
 void setAxisTitle(QwtPlot &plot, int axis, const QString &title);
 
 } // namespace plots

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <QPointF>
+#include <QSizeF>
 #include <QString>
 #include <QVector>
 
 #include <memory>
+#include <optional>
 
 struct AbsorptionResults;
+struct CalculatedEmission;
 struct UncertaintyResults;
 struct YieldScanResults;
 struct FitAccount;
@@ -24,10 +27,19 @@ class OptionReader;
 /// .pdf) tells the format.
 namespace plots {
 
-/// The option --plot FILE.
+/// The option --plot FILE. An option with the value <picture> brings --size and --title along.
 QCommandLineOption option();
 /// The file of --plot or another option for a picture, empty when it is not given.
 QString readOption(const cli::OptionReader &options, const char *name = "plot");
+
+/// What the command line wants of every picture.
+struct SheetRequest
+{
+    std::optional<QSizeF> sizeMm; ///< unless it has the size of its kind
+    std::optional<QString> title; ///< empty: none; unless it has that of its kind
+};
+/// That of the last readOption().
+const SheetRequest &sheetRequest();
 
 /// "⁷", "⁻³" for labels.
 QString superscript(int number);
@@ -39,6 +51,11 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv,
 
 /// An absorption spectrum with its transitions.
 void draw(const AbsorptionResults &spectrum, const QString &title, const QString &file);
+
+/// A calculated emission spectrum, over a measured one unless that is empty.
+/// @param measured  nm, power per nm in the unit of the calculated curve
+void draw(const CalculatedEmission &emission, const QVector<QPointF> &measured,
+          const QString &title, const QString &file);
 
 /// The quantum yield over one input or two, with the values as given marked; over one with the
 /// error bars of the yield, the first of its quantities, if there are any.

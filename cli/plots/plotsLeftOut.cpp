@@ -28,6 +28,11 @@ void draw(const AbsorptionResults &, const QString &, const QString &)
     refuse();
 }
 
+void draw(const CalculatedEmission &, const QVector<QPointF> &, const QString &, const QString &)
+{
+    refuse();
+}
+
 void draw(const YieldScanResults &, const UncertaintyResults &, const QString &, const QString &)
 {
     refuse();

@@ -1,3 +1,4 @@
+#include "plots/figureStyle.h"
 #include "plots/plotFile.h"
 #include "plots/plots.h"
 #include "text.h"
@@ -25,9 +26,6 @@ using cli::tr;
 
 namespace {
 
-const QColor blue{0x1f, 0x4e, 0x9e};
-const QColor red{0xc0, 0x20, 0x20};
-
 QString titleOf(const YieldScanAxis &axis)
 {
     QString unit = axis.unit;
@@ -47,7 +45,7 @@ std::pair<double, double> rangeOf(const YieldScanAxis &axis)
 
 QColor colorOfMark(const YieldScanResults &scan)
 {
-    return scan.axes.size() == 1 ? red : QColor(Qt::white);
+    return scan.axes.size() == 1 ? color::red : QColor(Qt::white);
 }
 
 /// Marks where the inputs are as they were given, if the picture holds that.
@@ -72,7 +70,7 @@ void addErrorBars(QwtPlot &plot, const UncertaintyResults::Quantity &yield, doub
 {
     const auto addBar = [&plot, x](double low, double high, double width) {
         auto *bar = new QwtPlotCurve;
-        bar->setPen(QPen(red, width, Qt::SolidLine, Qt::FlatCap));
+        bar->setPen(QPen(color::red, width, Qt::SolidLine, Qt::FlatCap));
         bar->setSamples(QVector<QPointF>{{x, low}, {x, high}});
         bar->setZ(25.0); // above the curve
         bar->attach(&plot);
@@ -92,11 +90,12 @@ void addCurve(QwtPlot &plot, const YieldScanResults &scan, const UncertaintyResu
     grid->setPen(QColor(0xdd, 0xdd, 0xdd), 0.5);
     grid->attach(&plot);
     auto *curve = new QwtPlotCurve;
-    curve->setPen(blue, 2.0);
+    curve->setPen(color::blue, 2.0);
     curve->setRenderHint(QwtPlotItem::RenderAntialiased);
     curve->setSamples(samples);
     curve->attach(&plot);
     plot.setAxisScale(QwtPlot::xBottom, rangeOf(axis).first, rangeOf(axis).second);
+    plot.setAxisMaxMajor(QwtPlot::xBottom, 6); // labels of five digits
     setAxisTitle(plot, QwtPlot::yLeft, tr("quantum yield / %"));
     if (!holds(axis))
         return;

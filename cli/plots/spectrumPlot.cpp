@@ -1,14 +1,18 @@
+#include "plots/figureStyle.h"
 #include "plots/plotFile.h"
 #include "plots/plots.h"
 #include "text.h"
 
 #include <LanqorEngine/AbsorptionResults.h>
 
+#include <qwt_legend.h>
 #include <qwt_plot.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_grid.h>
+#include <qwt_plot_marker.h>
 #include <qwt_scale_div.h>
 #include <qwt_scale_draw.h>
+#include <qwt_text.h>
 
 #include <algorithm>
 #include <cmath>
@@ -64,29 +68,88 @@ void addWavenumberAxis(QwtPlot &plot, double shortest, double longest)
     setAxisTitle(plot, QwtPlot::xTop, tr("wavenumber / 10<sup>3</sup> cm<sup>-1</sup>"));
 }
 
-/// The transitions as lines of the height of their oscillator strengths, on the right axis.
-void addTransitions(QwtPlot &plot, const QVector<AbsorptionTransition> &transitions,
-                    double shortest, double longest)
+/// Numbers the strongest transitions whose main configuration is known, from the left; a line below
+/// the plot tells these. Of those in each other's way the strongest has a number.
+void nameTransitions(QwtPlot &plot, QVector<AbsorptionTransition> transitions, double range)
 {
+    constexpr int most = 6;
+    constexpr double weakest = 0.05; // of the strongest
+    constexpr double nearest = 0.03; // of the range
+    std::stable_sort(transitions.begin(), transitions.end(),
+                     [](const AbsorptionTransition &a, const AbsorptionTransition &b) {
+                         return a.oscillatorStrength > b.oscillatorStrength;
+                     });
+    QVector<AbsorptionTransition> named;
+    for (const AbsorptionTransition &transition : qAsConst(transitions)) {
+        const bool isFree =
+            std::none_of(named.cbegin(), named.cend(), [&](const AbsorptionTransition &other) {
+                return std::abs(other.wavelength - transition.wavelength) < nearest * range;
+            });
+        if (isFree && !transition.configuration.isEmpty() && named.size() < most &&
+            transition.oscillatorStrength >= weakest * transitions.first().oscillatorStrength)
+            named.append(transition);
+    }
+    std::sort(named.begin(), named.end(),
+              [](const AbsorptionTransition &a, const AbsorptionTransition &b) {
+                  return a.wavelength < b.wavelength;
+              });
+    QString key;
+    for (int i = 0; i < named.size(); ++i) {
+        auto *marker = new QwtPlotMarker;
+        marker->setYAxis(QwtPlot::yRight);
+        marker->setLabel(legendText(QString::number(i + 1)));
+        marker->setLabelAlignment(Qt::AlignTop | Qt::AlignHCenter);
+        marker->setValue(named.at(i).wavelength, named.at(i).oscillatorStrength);
+        marker->setZ(40.0); // above the curves
+        marker->attach(&plot);
+        const QString separator = i == 0       ? QString()
+                                  : i % 2 == 0 ? QStringLiteral("\n")
+                                               : QStringLiteral(",   ");
+        key += QStringLiteral("%1%2: %3")
+                   .arg(separator, QString::number(i + 1), named.at(i).configuration);
+    }
+    if (!key.isEmpty())
+        plot.setFooter(legendText(key));
+}
+
+/// The transitions as lines of the height of their oscillator strengths, on the right axis.
+void addTransitions(QwtPlot &plot, const QVector<AbsorptionTransition> &all, double shortest,
+                    double longest)
+{
+    QVector<AbsorptionTransition> transitions;
     QVector<QPointF> sticks;
     double largest = 0.0;
-    for (const AbsorptionTransition &transition : transitions) {
+    for (const AbsorptionTransition &transition : all) {
         const double strength = transition.oscillatorStrength;
         if (transition.wavelength < shortest || transition.wavelength > longest || strength <= 0.0)
             continue;
+        transitions.append(transition);
         sticks.append({transition.wavelength, strength});
         largest = std::max(largest, strength);
     }
     if (sticks.isEmpty())
         return;
     plot.enableAxis(QwtPlot::yRight);
-    plot.setAxisScale(QwtPlot::yRight, 0.0, 1.05 * largest);
+    plot.setAxisScale(QwtPlot::yRight, 0.0, 1.15 * largest);
     setAxisTitle(plot, QwtPlot::yRight, tr("oscillator strength"));
     auto *curve = new QwtPlotCurve;
     curve->setStyle(QwtPlotCurve::Sticks);
-    curve->setPen(QColor(0x99, 0x99, 0x99), 1.5);
+    curve->setPen(color::black, 1.8, Qt::SolidLine);
     curve->setYAxis(QwtPlot::yRight);
     curve->setSamples(sticks);
+    curve->setItemAttribute(QwtPlotItem::Legend, false);
+    curve->attach(&plot);
+    nameTransitions(plot, transitions, longest - shortest);
+}
+
+void addCurve(QwtPlot &plot, const QString &name, const QVector<double> &wavelengths,
+              const QVector<double> &absorption, const QPen &pen)
+{
+    auto *curve = new QwtPlotCurve(legendText(name));
+    curve->setPen(pen);
+    curve->setRenderHint(QwtPlotItem::RenderAntialiased);
+    curve->setLegendAttribute(QwtPlotCurve::LegendShowLine);
+    curve->setSamples(wavelengths, absorption);
     curve->attach(&plot);
 }
 
@@ -107,11 +170,14 @@ void draw(const AbsorptionResults &spectrum, const QString &title, const QString
     grid->setPen(QColor(0xdd, 0xdd, 0xdd), 0.5);
     grid->attach(&plot);
     addTransitions(plot, spectrum.transitions, *range.first, *range.second);
-    auto *curve = new QwtPlotCurve;
-    curve->setPen(QColor(0x1f, 0x4e, 0x9e), 2.0);
-    curve->setRenderHint(QwtPlotItem::RenderAntialiased);
-    curve->setSamples(spectrum.wavelengths, spectrum.absorption);
-    curve->attach(&plot);
+    addCurve(plot, tr("calculated"), spectrum.wavelengths, spectrum.absorption,
+             QPen(color::blue, 2.0));
+    if (!spectrum.measuredFile.isEmpty()) {
+        addCurve(plot, tr("measured, same maximum"), spectrum.measuredWavelengths,
+                 spectrum.measuredAbsorption, QPen(color::orange, 2.0, Qt::DashLine));
+        plot.insertLegend(new QwtLegend, QwtPlot::BottomLegend);
+        plot.updateLayout();
+    }
     writePlot(plot, file);
 }
 

@@ -196,6 +196,41 @@ LanqorResultTables LanqorAradPartition::makeTables(const AradPartitionResults &r
     return tables;
 }
 
+namespace {
+
+/// What a picture of a measured spectrum shows.
+void addSpectrum(LanqorResultTables &tables, const OmegaExpResults &results)
+{
+    const OmegaExpResults::Spectrum &spectrum = results.spectrum;
+    if (spectrum.abscissa.isEmpty())
+        return;
+    const bool isWavelength =
+        results.source.options.axis == EmissionSpectrumOptions::Axis::Nanometre;
+    const char *const name = isWavelength ? "wavelength" : "wavenumber";
+    const char *const unit = isWavelength ? "nm" : "cm^-1";
+    QVector<Row> rows;
+    for (const OmegaExpResults::Spectrum::Baseline &baseline : spectrum.baselines) {
+        const bool isCovered = baseline.first < baseline.last;
+        rows.append({levelName(rows.size())});
+        for (const double value :
+             {baseline.first, baseline.signalAtFirst, baseline.last, baseline.signalAtLast})
+            rows.last() += isCovered ? QVariant(value) : QVariant();
+    }
+    tables.addTable(isWavelength ? QStringLiteral("baselines_over_wavelength")
+                                 : QStringLiteral("baselines_over_wavenumber"),
+                    {column("level"), column("first", unit), column("signal_at_first", "arbitrary"),
+                     column("last", unit), column("signal_at_last", "arbitrary")},
+                    rows);
+    rows.clear();
+    for (int i = 0; i < spectrum.abscissa.size(); ++i)
+        rows.append({spectrum.abscissa.at(i), spectrum.signal.at(i)});
+    tables.addTable(isWavelength ? QStringLiteral("spectrum_over_wavelength")
+                                 : QStringLiteral("spectrum_over_wavenumber"),
+                    {column(name, unit), column("signal", "arbitrary")}, rows);
+}
+
+} // namespace
+
 LanqorResultTables LanqorOmegaExp::makeTables(const OmegaExpResults &results)
 {
     const auto ofLifeTime = [&results](double value) {
@@ -240,5 +275,6 @@ LanqorResultTables LanqorOmegaExp::makeTables(const OmegaExpResults &results)
         rows.append({warning});
     if (!rows.isEmpty())
         tables.addTable(QStringLiteral("warnings"), {column("warning")}, rows);
+    addSpectrum(tables, results);
     return tables;
 }
