@@ -39,6 +39,20 @@ void refuseOtherIon(const QString &file, const QString &ion)
                      : QString())};
 }
 
+/// What to do with a structure that does not hold one ion; empty for one that does.
+QString wayOutOfIons(const QVector<Coord> &atoms)
+{
+    const auto ions = std::count_if(atoms.begin(), atoms.end(), [](const Coord &atom) {
+        return LanqorInputData::isLanthanide(atom.label);
+    });
+    if (ions == 0)
+        return tr(". A run needs a complex of Eu3+; is the ion left out of the file?");
+    return ions == 1
+               ? QString()
+               : tr(". A run needs one: cut out a complex of one ion and give that as .xyz or "
+                    ".mol2.");
+}
+
 /// The charge of what is kept of a file whose whole charge is @p whole.
 int chargeOfKept(int whole, const OrganizeResults &structure)
 {
@@ -139,7 +153,7 @@ RunComplex readRunComplex(const RunRequest &request)
     organizer.setKeepUnboundFragments(!request.dropsUnbound);
     organizer.setCoordinationNumber(request.coordNumber);
     if (!organizer.organize())
-        failOf(organizer);
+        throw Failure{organizer.getLastError().simplified() + wayOutOfIons(source.getCoord())};
     complex.structure = organizer.getResults();
     if (complex.structure.ion != QLatin1String("Eu"))
         refuseOtherIon(request.structureFile, complex.structure.ion);

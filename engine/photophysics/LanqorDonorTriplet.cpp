@@ -443,11 +443,11 @@ void LanqorDonorTripletPrivate::makeInterval()
     const bool isMeasured = results.chosen == TripletMethod::Measured;
     results.isMeasurementNeeded = !isMeasured;
     results.firstLine =
-        tr("%1: T1 = %2 +- %3 cm^-1 (one standard deviation, by %4) %5")
+        tr("%1: T1 = %2 +- %3 cm^-1 (one standard deviation, %4) %5")
             .arg(isMeasured ? tr("A more accurate triplet energy is needed")
                             : tr("A measured triplet energy is needed"),
                  wavenumber(results.energy), wavenumber(results.standardDeviation),
-                 valueOf(results.chosen).name,
+                 isMeasured ? tr("as measured") : tr("by %1").arg(valueOf(results.chosen).name),
                  isBelow ? tr("lies below 5D0 (%1), which it cannot feed but by heat")
                                .arg(wavenumber(levels.first().second))
                          : tr("reaches %1, so that the transfer to the ion may go or fail")

@@ -213,7 +213,7 @@ private Q_SLOTS:
                                 << QString::fromLatin1(message);
         };
         row("no lanthanide", water, "--charge 0", 1, "no lanthanide");
-        row("two", "Eu 0 0 0\nEu 9 0 0\n" + water, "--charge 6", 1, "more than one lanthanide");
+        row("two", "Eu 0 0 0\nEu 9 0 0\n" + water, "--charge 6", 1, "cut out a complex of one ion");
         row("gadolinium", "Gd 0 0 0\n" + water, "--charge 3", 1, "What can be done");
         row("lutetium", "Lu 0 0 0\n" + water, "--charge 3", 1, "for the states of its ligands.");
         row("yttrium", "Y 0 0 0\n" + water, "--charge 3", 1, "What can be done");
