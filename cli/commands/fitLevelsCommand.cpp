@@ -342,6 +342,7 @@ int fitLevelsCommand(const QStringList &arguments)
     const QString account = LanqorFitAccount::makeText(outcome.account);
     LanqorResultTables tables = LanqorParametricEnergyLevels::makeTables(fit.getResults());
     tables.append(LanqorFitAccount::makeTables(outcome.account));
+    cli::addConvergence(request.fit, outcome.traces, outcome.account.unit, tables);
     cli::showResults(options, fit.getSummary() + QLatin1Char('\n') + account, tables);
     if (!fit.getLastError().isEmpty())
         cli::failOf(fit);

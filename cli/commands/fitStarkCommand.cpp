@@ -282,6 +282,7 @@ int fitStarkCommand(const QStringList &arguments)
     results.points = outcome.account.points;
     LanqorResultTables tables = LanqorParametricStarkLevels::makeTables(results);
     tables.append(LanqorFitAccount::makeTables(outcome.account));
+    cli::addConvergence(request.fit, outcome.traces, outcome.account.unit, tables);
     const QString report =
         fit->getReport() + QLatin1Char('\n') + LanqorFitAccount::makeText(outcome.account);
     cli::showResults(options, report, tables);

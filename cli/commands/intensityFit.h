@@ -210,11 +210,14 @@ void showIntensityFit(const OptionReader &reader, const IntensityFitOptions &opt
                       const IntensityFitOutcome<Results> &outcome, const QString &parameters)
 {
     const Results &results = outcome.results;
+    LanqorResultTables tables =
+        withAdditions(Fit::makeTables(results), outcome.account, outcome.solutions, outcome.chosen);
+    addConvergence(options.fit, outcome.traces, outcome.account.unit, tables);
     showResults(
         reader,
         fitText(outcome, omegaTable(results.omega) + parameters +
                              responseLine(results.response, outcome.account.unit, results.points)),
-        withAdditions(Fit::makeTables(results), outcome.account, outcome.solutions, outcome.chosen));
+        tables);
     drawSolutions(options, outcome.solutions, outcome.traces);
 }
 

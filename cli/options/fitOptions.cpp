@@ -6,6 +6,7 @@
 #include "text.h"
 
 #include <LanqorEngine/LanqorReadFiles.h>
+#include <LanqorEngine/LanqorResultTables.h>
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -270,6 +271,24 @@ void writeState(const FitOptions &options, const QString &command,
         {QStringLiteral("vectors"), saved},
         {QStringLiteral("points"), double(points)}};
     writeFile(options.stateFile, QJsonDocument(state).toJson());
+}
+
+void addConvergence(const FitOptions &options, const QVector<FitTrace> &traces, const QString &unit,
+                    LanqorResultTables &tables)
+{
+    if (options.convergencePlot.isEmpty())
+        return;
+    constexpr double infeasible = 1.0e19;
+    QVector<QVector<QVariant>> rows;
+    for (const FitTrace &trace : traces)
+        for (const FitTrace::Improvement &improvement : trace.improvements)
+            if (improvement.response < infeasible)
+                rows.append({trace.start, improvement.point, improvement.response});
+    tables.addTable(QStringLiteral("fit_convergence"),
+                    {{QStringLiteral("start_from_1"), QString()},
+                     {QStringLiteral("point_from_1"), QString()},
+                     {QStringLiteral("misfit"), unit.isEmpty() ? QStringLiteral("1") : unit}},
+                    rows);
 }
 
 } // namespace cli

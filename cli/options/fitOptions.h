@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QVector>
 
+class LanqorResultTables;
+
 /// Options that all fits share.
 namespace cli {
 
@@ -56,5 +58,10 @@ void readState(const OptionReader &reader, FitOptions &options,
 void writeState(const FitOptions &options, const QString &command,
                 const QVector<FitParameter> &parameters, const QVector<QVector<double>> &vectors,
                 qint64 points);
+
+/// Adds what --plot-convergence draws, table "fit_convergence", when it is asked for.
+/// @param unit  of the misfit
+void addConvergence(const FitOptions &options, const QVector<FitTrace> &traces, const QString &unit,
+                    LanqorResultTables &tables);
 
 } // namespace cli
