@@ -181,7 +181,8 @@ void draw(const LevelDiagram &diagram, const QString &file)
     auto *item = new DiagramItem(diagram);
     item->setRenderHint(QwtPlotItem::RenderAntialiased);
     item->attach(&plot);
-    writePlot(plot, file);
+    constexpr double columnsInWidth = 7.0; // with names beside the levels
+    writePlot(plot, file, std::max(1.0, diagram.columns.size() / columnsInWidth));
 }
 
 } // namespace plots

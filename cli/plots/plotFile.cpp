@@ -248,11 +248,12 @@ void setAxisTitle(QwtPlot &plot, int axis, const QString &title)
     plot.setAxisTitle(axis, text);
 }
 
-void writePlot(QwtPlot &plot, const QString &file)
+void writePlot(QwtPlot &plot, const QString &file, double columns)
 {
-    const QSizeF sizeMm = sheetRequest().sizeMm.value_or(QSizeF(widthMm, heightMm));
+    const QSizeF usual(columns * widthMm, heightMm);
+    const QSizeF sizeMm = sheetRequest().sizeMm.value_or(usual);
     // The plot is laid out on a sheet of at least the usual size, which is then scaled.
-    const double scale = std::min(sizeMm.width() / widthMm, sizeMm.height() / heightMm);
+    const double scale = std::min(sizeMm.width() / usual.width(), sizeMm.height() / usual.height());
     const QSize dots = sizeAt(sizeMm / scale, svgDotsPerInch);
     plot.resize(dots);
     plot.replot();

@@ -9,7 +9,8 @@ class QwtText;
 namespace plots {
 
 /// Writes a picture of @p plot, by way of a temporary file, in the format of the suffix.
-void writePlot(QwtPlot &plot, const QString &file);
+/// @param columns  120 mm wide ones that it needs, unless it has the size that is asked for
+void writePlot(QwtPlot &plot, const QString &file, double columns = 1.0);
 
 /// White ground, thin frame, readable fonts; a title above when it is not empty.
 void applyStyle(QwtPlot &plot, const QString &title);
