@@ -54,6 +54,8 @@ const QVector<Command> &commands()
         {fromStates, "spectrum", "absorption spectrum of computed excited states", spectrumCommand},
         {fromStates, "yield", "rates, populations and emission quantum yield", yieldCommand},
         {fromLevels, "levels", "energy levels of a free lanthanide ion", levelsCommand},
+        {fromLevels, "crystal-field",
+         "all states of a lanthanide ion in a crystal field, magnetism", crystalFieldCommand},
         {fromLevels, "fit levels", "Slater integrals and spin-orbit parameter from measured levels",
          fitLevelsCommand},
         {fromLevels, "fit stark", "charge factors from measured Stark levels", fitStarkCommand},

@@ -5,6 +5,7 @@
 // One function per subcommand, each in a file of its own.
 
 int convertCommand(const QStringList &arguments);
+int crystalFieldCommand(const QStringList &arguments);
 int fitLevelsCommand(const QStringList &arguments);
 int fitOmegaCommand(const QStringList &arguments);
 int fitQdcCommand(const QStringList &arguments);

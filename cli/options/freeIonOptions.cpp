@@ -22,11 +22,11 @@ QString freeIonNames()
 }
 
 /// An ion by --ion or by --electrons, with its published parameters.
-FreeIonParameters chooseIon(const OptionReader &options)
+FreeIonParameters chooseIon(const OptionReader &options, const QString &usual)
 {
     FreeIonParameters ion;
-    if (options.isSet("ion")) {
-        QString symbol = options.text("ion").trimmed();
+    if (options.isSet("ion") || (!usual.isEmpty() && !options.isSet("electrons"))) {
+        QString symbol = options.isSet("ion") ? options.text("ion").trimmed() : usual;
         if (symbol.endsWith(QStringLiteral("3+")))
             symbol.chop(2);
         ion = LanqorFreeIonParameters::getParameters(symbol);
@@ -161,9 +161,9 @@ QString nameOf(const FreeIonParameters &ion)
                                 : QStringLiteral("%1(III), %2").arg(ion.symbol, configuration);
 }
 
-FreeIonParameters readFreeIon(const OptionReader &options)
+FreeIonParameters readFreeIon(const OptionReader &options, const QString &usual)
 {
-    FreeIonParameters ion = chooseIon(options);
+    FreeIonParameters ion = chooseIon(options, usual);
     const double zetaOfSource = ion.zeta;
     const QString source = ion.source;
     readParameters(options, ion);

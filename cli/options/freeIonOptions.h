@@ -12,7 +12,8 @@ class OptionReader;
 void addFreeIonOptions(OptionReader &options);
 /// An ion with its parameters: those given, and published ones. The symbol is empty when only the
 /// electrons are given, the source tells of parameters that are not given.
-FreeIonParameters readFreeIon(const OptionReader &options);
+/// @param usual  symbol of the ion that is meant without --ion and --electrons; empty: none
+FreeIonParameters readFreeIon(const OptionReader &options, const QString &usual = QString());
 /// Whether the ion has more than one 4f electron and more than one hole: else zeta is its only
 /// parameter.
 bool hasElectrostaticSplitting(const FreeIonParameters &ion);

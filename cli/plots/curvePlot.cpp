@@ -55,6 +55,9 @@ QwtPlotCurve *makeCurve(const CurvePlot::Series &series, int number)
     case CurvePlot::Style::Line:
         curve->setPen(color::grey, 1.0);
         break;
+    case CurvePlot::Style::Curve:
+        curve->setPen(color, 1.6);
+        break;
     case CurvePlot::Style::Dots:
         curve->setStyle(QwtPlotCurve::NoCurve);
         curve->setSymbol(makeSymbol(number));

@@ -88,7 +88,7 @@ void draw(const LevelDiagram &diagram, const QString &file);
 /// Series of points in one pair of axes.
 struct CurvePlot
 {
-    enum class Style { Steps, Dots, Line };
+    enum class Style { Steps, Dots, Line, Curve };
     struct Series
     {
         QVector<QPointF> points;

@@ -37,6 +37,11 @@ struct CrystalFieldResults
         double real = 0.0; ///< coefficient
         double imaginary = 0.0;
     };
+    struct MeasuredLevel
+    {
+        double energy = 0.0; ///< cm^-1 from the ground state
+        QString label;       ///< may be empty
+    };
     struct FreeIonLevel
     {
         QString label;
@@ -75,6 +80,7 @@ struct CrystalFieldResults
         double chiTz = 0.0;
         double chiT = 0.0;            ///< mean, cm^3 K/mol
         double effectiveMoment = 0.0; ///< sqrt(8 chi T) with the exact constants, Bohr magnetons
+        double vanVleck = 0.0;        ///< chi T of pure 7FJ, see @p vanVleckLambda; 0 without it
     };
     /// Of a powder.
     struct Magnetisation
@@ -96,8 +102,9 @@ struct CrystalFieldResults
     int statesOfConfiguration = 0;
     int states = 0;        ///< that are kept
     int largestMatrix = 0; ///< order of the largest matrix
-    /// Largest shift, against the lowest state, that the states left out would give to the
-    /// @p shiftedStates lowest ones in second order, cm^-1.
+    /// Largest shifts, against the lowest state, that the states left out would give in second
+    /// order, cm^-1: to the states of the ground multiplet, and to the @p shiftedStates lowest ones.
+    double groundCutOffShift = 0.0;
     double cutOffShift = 0.0;
     int shiftedStates = 0;
     double lowestEnergy = 0.0; ///< of the lowest state, from the lowest free-ion level, cm^-1
@@ -107,4 +114,7 @@ struct CrystalFieldResults
     QVector<GTensor> gTensors;
     QVector<Susceptibility> susceptibilities;
     QVector<Magnetisation> magnetisations;
+    /// Of Eu3+ the energy of the free ion's 7F1, cm^-1, as lambda of Van Vleck's formula; 0 for
+    /// other ions.
+    double vanVleckLambda = 0.0;
 };

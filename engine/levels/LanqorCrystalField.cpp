@@ -11,6 +11,8 @@
 #include "levels/stevens_p.h"
 #include "levels/threeJ_p.h"
 
+#include <LanqorEngine/LanqorSpectroscopicTermUtil.h>
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -161,6 +163,10 @@ void LanqorCrystalFieldPrivate::describeField(const Field &field)
             results.stevensParameters.append({k, q, lambda * B.imag(), theta * lambda * B.imag()});
     }
     results.crystalFieldStrength = std::sqrt(squares);
+    std::stable_sort(results.stevensParameters.begin(), results.stevensParameters.end(),
+                     [](const auto &a, const auto &b) {
+                         return 100 * a.k + std::abs(a.q) < 100 * b.k + std::abs(b.q);
+                     });
 }
 
 void LanqorCrystalFieldPrivate::describeFreeIon()
@@ -168,6 +174,8 @@ void LanqorCrystalFieldPrivate::describeFreeIon()
     for (const auto &level : ion.getResults().levels) {
         if (results.freeIonLevels.isEmpty())
             results.groundMultiplet = level.label;
+        if (electrons == 6 && level.label == QLatin1String("7F1"))
+            results.vanVleckLambda = level.energy;
         if (level.energy <= allOf(maximumEnergy))
             results.freeIonLevels.append({level.label, level.J, level.energy});
     }
@@ -184,7 +192,7 @@ std::vector<Eigen::Index> LanqorCrystalFieldPrivate::keptCounts() const
 {
     std::vector<Eigen::Index> counts;
     for (const fieldStates::Block &block : blocks)
-        counts.push_back((block.energies.array() <= allOf(cutOff)).count());
+        counts.push_back((block.energies.array() <= allOf(results.cutOff)).count());
     return counts;
 }
 
@@ -212,6 +220,10 @@ void LanqorCrystalFieldPrivate::addCutOffShift(const fieldStates::Basis &basis,
                              (states.energies(i) - blocks[block].energies(level));
     }
     results.shiftedStates = int(count);
+    const double groundJ =
+        LanqorSpectroscopicTermUtil::termFromLabel(results.groundMultiplet, true).J;
+    const Eigen::Index ofGround = std::min(count, Eigen::Index(std::lround(2.0 * groundJ)) + 1);
+    results.groundCutOffShift = (shifts.head(ofGround).array() - shifts(0)).abs().maxCoeff();
     results.cutOffShift = (shifts.array() - shifts(0)).abs().maxCoeff();
 }
 
@@ -239,6 +251,8 @@ void LanqorCrystalFieldPrivate::addMagnetism(const fieldStates::Basis &basis,
         entry.chiTz = chi(2, 2) * T;
         entry.chiT = chi.trace() * T / 3.0;
         entry.effectiveMoment = std::sqrt(3.0 * entry.chiT / magnetism::curieConstant);
+        if (results.vanVleckLambda > 0.0)
+            entry.vanVleck = LanqorCrystalField::calcVanVleckEuropium(results.vanVleckLambda, T);
         results.susceptibilities.append(entry);
         for (const double B : qAsConst(magneticFields))
             results.magnetisations.append({T, B, magnetism::powderMoment(elements, B, T)});
@@ -258,14 +272,19 @@ QString LanqorCrystalFieldPrivate::calculate()
     results.ion = parameters;
     results.normalisation = normalisation;
     results.spinFactor = spinFactor;
-    results.cutOff = cutOff;
     calcStevensFactors(unitTensors.data());
     const Field B = wybourne();
     describeField(B);
     describeFreeIon();
 
-    const fieldStates::Basis basis = fieldStates::makeBasis(blocks, keptCounts());
     const fieldStates::FieldOperator fieldOperator(B, unitTensors);
+    constexpr Eigen::Index largestOfSeconds = 1001;
+    constexpr double usualCutOff = 40000.0;
+    results.cutOff = std::max(cutOff, 0.0);
+    if (cutOff < 0.0 && fieldStates::largestMatrix(fieldStates::makeBasis(blocks, keptCounts()),
+                                                   fieldOperator) > largestOfSeconds)
+        results.cutOff = usualCutOff;
+    const fieldStates::Basis basis = fieldStates::makeBasis(blocks, keptCounts());
     fieldStates::States states = fieldStates::diagonalize(basis, fieldOperator);
     if (states.energies.size() == 0)
         return tr("The matrix of the crystal field cannot be diagonalised; its parameters may be "

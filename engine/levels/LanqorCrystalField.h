@@ -47,7 +47,8 @@ public:
     bool setFieldParameters(const QVector<StarkResults::FieldParameter> &parameters,
                             const FieldNormalisation &normalisation);
     /// Energy up to which free-ion levels are kept, cm^-1 from the lowest, which is always kept; 0,
-    /// as unless set, keeps all.
+    /// as unless set, keeps all. Below 0: all when the field leaves matrices of at most 1001 states
+    /// (seconds), 40000 otherwise.
     void setCutOff(const double &energy);
     /// g of the electron's spin; 2.00231930436 unless set.
     void setSpinFactor(const double &g);
@@ -79,6 +80,11 @@ public:
     ///         contradicts another; then @p error tells the file, the line and what is wrong
     static bool readParameters(const QString &fileName, const FieldNormalisation &normalisation,
                                QVector<StarkResults::FieldParameter> &parameters, QString &error);
+    /// Reads measured levels to show beside the calculated ones: energy and, if wanted, a name on
+    /// each line; # starts a comment. Failures as above.
+    static bool readMeasuredLevels(const QString &fileName,
+                                   QVector<CrystalFieldResults::MeasuredLevel> &levels,
+                                   QString &error);
     /// The number of states of 4f^n; 0 for n beyond 0 .. 14.
     static int getStateCount(const int &electrons);
     /// chi T (cm^3 K/mol) of the 7FJ levels of Eu3+, with E(J) = lambda J(J+1)/2, at the

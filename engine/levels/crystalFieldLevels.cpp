@@ -47,6 +47,12 @@ Coefficients inTerms(const Basis &basis, const Eigen::VectorXcd &state)
     return coefficients;
 }
 
+/// Weights that differ by rounding alone rank alike.
+long long rank(const CrystalFieldResults::Component &component)
+{
+    return std::llround(1e8 * std::hypot(component.real, component.imaginary));
+}
+
 void nameLevel(const Basis &basis, const Coefficients &coefficients,
                CrystalFieldResults::Level &level)
 {
@@ -73,10 +79,8 @@ void nameLevel(const Basis &basis, const Coefficients &coefficients,
         level.weightOfMultiplet = weight;
         level.multiplet = basis.blocks[i].labels.at(int(place));
     }
-    std::stable_sort(
-        level.components.begin(), level.components.end(), [](const auto &a, const auto &b) {
-            return std::hypot(a.real, a.imaginary) > std::hypot(b.real, b.imaginary) + 1e-9;
-        });
+    std::stable_sort(level.components.begin(), level.components.end(),
+                     [](const auto &a, const auto &b) { return rank(a) > rank(b); });
 }
 
 /// The phase of a state is free: its largest coefficient is made real and positive.
@@ -106,6 +110,10 @@ CrystalFieldResults::GTensor gTensor(const Basis &basis, const TensorOperator &m
     for (std::size_t a = 0; a < 3; ++a)
         for (std::size_t b = 0; b < 3; ++b)
             G(Eigen::Index(a), Eigen::Index(b)) = 2.0 * (m[a] * m[b]).trace().real();
+    // Rounding must not choose the axes of equal principal values.
+    constexpr double negligible = 1e-9;
+    const double scale = negligible * G.trace();
+    G = G.unaryExpr([scale](double g) { return std::abs(g) < scale ? 0.0 : g; }).eval();
     const Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d> solver(G);
     const auto root = [](double square) { return std::sqrt(std::max(0.0, square)); };
     CrystalFieldResults::GTensor g;
@@ -114,8 +122,13 @@ CrystalFieldResults::GTensor gTensor(const Basis &basis, const TensorOperator &m
     g.z = root(G(2, 2));
     for (Eigen::Index i = 0; i < 3; ++i) {
         g.principal.append(root(solver.eigenvalues()(i)));
-        for (Eigen::Index a = 0; a < 3; ++a)
-            g.axes.append(solver.eigenvectors()(a, i));
+        Eigen::Vector3d axis = solver.eigenvectors().col(i);
+        Eigen::Index largest = 0;
+        axis.array().abs().maxCoeff(&largest);
+        if (axis(largest) < 0.0)
+            axis = -axis;
+        for (const double component : {axis(0), axis(1), axis(2)})
+            g.axes.append(component);
     }
     return g;
 }

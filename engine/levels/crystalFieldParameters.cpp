@@ -8,11 +8,11 @@
 
 #include <QCoreApplication>
 #include <QRegularExpression>
-#include <QStringList>
 
 #include <cmath>
 #include <complex>
 #include <cstdlib>
+#include <functional>
 
 using Complex = std::complex<double>;
 
@@ -88,6 +88,23 @@ bool parse(const QString &line, Parameter &B)
     return isReal && isImaginary;
 }
 
+/// Hands the lines that hold anything but a comment to @p take, until it tells of a fault. Returns
+/// that with file and line, or why the file cannot be opened.
+QString readLines(const QString &fileName, const std::function<QString(const QString &)> &take)
+{
+    LineReader reader(fileName);
+    if (!reader.open())
+        return missingFile(fileName);
+    while (reader.next()) {
+        const QString line =
+            textFields::toString(reader.line()).section(QLatin1Char('#'), 0, 0).trimmed();
+        const QString fault = line.isEmpty() ? QString() : take(line);
+        if (!fault.isEmpty())
+            return tr("%1, line %2: %3").arg(fileName, QString::number(reader.lineNumber()), fault);
+    }
+    return QString();
+}
+
 } // namespace
 
 QString faultOfLast(const QVector<Parameter> &parameters, FieldNormalisation normalisation)
@@ -106,38 +123,42 @@ bool LanqorCrystalField::readParameters(const QString &fileName,
                                         QVector<StarkResults::FieldParameter> &parameters,
                                         QString &error)
 {
-    using crystalFieldParameters::faultOfLast;
-    using crystalFieldParameters::parse;
-    using crystalFieldParameters::tr;
-    LineReader reader(fileName);
-    if (!reader.open()) {
-        error = missingFile(fileName);
-        return false;
-    }
-    error.clear();
+    using namespace crystalFieldParameters;
     QVector<StarkResults::FieldParameter> read;
-    while (error.isEmpty() && reader.next()) {
-        const QString line =
-            textFields::toString(reader.line()).section(QLatin1Char('#'), 0, 0).trimmed();
-        if (line.isEmpty())
-            continue;
+    error = readLines(fileName, [&read, &normalisation](const QString &line) {
         StarkResults::FieldParameter B;
-        if (parse(line, B)) {
-            read.append(B);
-            error = faultOfLast(read, normalisation);
-        } else {
-            error = tr("\"%1\" is no parameter; a line holds k, q and the value in cm^-1 (4 -2 "
-                       "35.1), of Wybourne's also the imaginary part (4 -2 35.1 -12)")
-                        .arg(line.left(60));
-        }
-        if (!error.isEmpty())
-            error =
-                tr("%1, line %2: %3").arg(fileName, QString::number(reader.lineNumber()), error);
-    }
+        if (!parse(line, B))
+            return tr("\"%1\" is no parameter; a line holds k, q and the value in cm^-1 (4 -2 "
+                      "35.1), of Wybourne's also the imaginary part (4 -2 35.1 -12)")
+                .arg(line.left(60));
+        read.append(B);
+        return faultOfLast(read, normalisation);
+    });
     if (error.isEmpty() && read.isEmpty())
         error = tr("%1 holds no parameter of a crystal field").arg(fileName);
-    if (!error.isEmpty())
-        return false;
-    parameters = read;
-    return true;
+    if (error.isEmpty())
+        parameters = read;
+    return error.isEmpty();
+}
+
+bool LanqorCrystalField::readMeasuredLevels(const QString &fileName,
+                                            QVector<CrystalFieldResults::MeasuredLevel> &levels,
+                                            QString &error)
+{
+    using namespace crystalFieldParameters;
+    constexpr double highest = 1e6; // cm^-1
+    QVector<CrystalFieldResults::MeasuredLevel> read;
+    error = readLines(fileName, [&read](const QString &line) {
+        const QString words = line.simplified();
+        bool isNumber = false;
+        const double energy = words.section(QLatin1Char(' '), 0, 0).toDouble(&isNumber);
+        if (!isNumber || !(energy >= 0.0 && energy < highest))
+            return tr("\"%1\" does not begin with an energy in cm^-1 from the ground state")
+                .arg(words.left(60));
+        read.append({energy, words.section(QLatin1Char(' '), 1)});
+        return QString();
+    });
+    if (error.isEmpty())
+        levels = read;
+    return error.isEmpty();
 }

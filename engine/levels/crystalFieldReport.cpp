@@ -42,11 +42,12 @@ QString freeIonText(const CrystalFieldResults &results)
     QString text =
         QStringLiteral("Crystal field of %1\n")
             .arg((ion.symbol.isEmpty() ? QString() : ion.symbol + QStringLiteral("(III), ")) +
-                 QStringLiteral("4f^%1").arg(ion.electrons)) +
-        QStringLiteral("F2 %1  F4 %2  F6 %3  zeta %4  alpha %5  beta %6  gamma %7 cm^-1\n")
-            .arg(shortNumber(ion.F2), shortNumber(ion.F4), shortNumber(ion.F6),
-                 shortNumber(ion.zeta), shortNumber(ion.alpha), shortNumber(ion.beta),
-                 shortNumber(ion.gamma));
+                 QStringLiteral("4f^%1").arg(ion.electrons));
+    if (ion.F2 != 0.0)
+        text += QStringLiteral("F2 %1  F4 %2  F6 %3  alpha %4  beta %5  gamma %6  ")
+                    .arg(shortNumber(ion.F2), shortNumber(ion.F4), shortNumber(ion.F6),
+                         shortNumber(ion.alpha), shortNumber(ion.beta), shortNumber(ion.gamma));
+    text += QStringLiteral("zeta %1 cm^-1\n").arg(shortNumber(ion.zeta));
     if (!ion.source.isEmpty())
         text += QStringLiteral("(%1)\n").arg(ion.source);
     text +=
@@ -56,9 +57,12 @@ QString freeIonText(const CrystalFieldResults &results)
         return text + QStringLiteral(", no cut-off\n");
     return text +
            QStringLiteral(", of the free-ion levels up to %1 cm^-1\n"
-                          "In second order the states left out would move the %2 lowest ones by up "
-                          "to %3 cm^-1\nagainst the ground state\n")
-               .arg(shortNumber(results.cutOff), QString::number(results.shiftedStates),
+                          "In second order those left out would move the states of %2 by up to %3 "
+                          "cm^-1\nand the %4 lowest ones by up to %5 cm^-1, against the ground "
+                          "state\n")
+               .arg(shortNumber(results.cutOff), textOfLevel(results.groundMultiplet),
+                    QString::number(results.groundCutOffShift, 'g', 3),
+                    QString::number(results.shiftedStates),
                     QString::number(results.cutOffShift, 'g', 3));
 }
 
@@ -158,14 +162,21 @@ QString magnetismText(const CrystalFieldResults &results)
         "\nSusceptibility of the linear response: chi T (cm^3 K/mol, CGS) along x, y, z and mean,\n"
         "effective moment (Bohr magnetons); without orbital reduction and diamagnetism, g of the "
         "spin %1\n"
-        "      T/K          x           y           z        mean    moment\n");
+        "      T/K           x           y           z        mean    moment");
     text = text.arg(shortNumber(results.spinFactor));
+    const bool isOfEuropium = results.vanVleckLambda > 0.0;
+    text += isOfEuropium ? QStringLiteral("   Van Vleck\n") : QStringLiteral("\n");
     for (const auto &s : results.susceptibilities) {
         text += shortNumber(s.T).rightJustified(9);
         for (const double value : {s.chiTx, s.chiTy, s.chiTz, s.chiT})
             text += fixed(value, 6, 12);
-        text += fixed(s.effectiveMoment, 4, 10) + QLatin1Char('\n');
+        text += fixed(s.effectiveMoment, 4, 10) +
+                (isOfEuropium ? fixed(s.vanVleck, 6, 12) : QString()) + QLatin1Char('\n');
     }
+    if (isOfEuropium)
+        text += QStringLiteral("(Van Vleck: pure 7FJ at lambda J(J+1)/2 without a field, lambda = "
+                               "%1 cm^-1, g 2)\n")
+                    .arg(fixed(results.vanVleckLambda, 1));
     if (results.magnetisations.isEmpty())
         return text;
     text += QStringLiteral("\nMagnetisation of the powder, Bohr magnetons an ion\n"
@@ -239,11 +250,13 @@ void addMagneticTables(const CrystalFieldResults &results, LanqorResultTables &t
     tables.addTable(QStringLiteral("g_tensors"), columns, rows);
     rows.clear();
     for (const auto &s : results.susceptibilities)
-        rows.append({s.T, s.chiTx, s.chiTy, s.chiTz, s.chiT, s.effectiveMoment});
+        rows.append({s.T, s.chiTx, s.chiTy, s.chiTz, s.chiT, s.effectiveMoment,
+                     s.vanVleck > 0.0 ? QVariant(s.vanVleck) : QVariant()});
     tables.addTable(QStringLiteral("susceptibility"),
                     {column("temperature", "K"), column("chi_t_x", "cm^3 K/mol"),
                      column("chi_t_y", "cm^3 K/mol"), column("chi_t_z", "cm^3 K/mol"),
-                     column("chi_t", "cm^3 K/mol"), column("effective_moment", "mu_B")},
+                     column("chi_t", "cm^3 K/mol"), column("effective_moment", "mu_B"),
+                     column("van_vleck_chi_t", "cm^3 K/mol")},
                     rows);
     rows.clear();
     for (const auto &M : results.magnetisations)
@@ -272,14 +285,15 @@ LanqorResultTables LanqorCrystalField::makeTables(const CrystalFieldResults &res
                      {column("normalisation"), column("crystal_field_strength", wavenumber),
                       column("ground_multiplet"), column("theta_2", "1"), column("theta_4", "1"),
                       column("theta_6", "1"), column("cut_off", wavenumber), column("states"),
-                      column("states_of_configuration"), column("cut_off_shift", wavenumber),
-                      column("shifted_states"), column("lowest_energy", wavenumber),
-                      column("spin_g", "1")},
+                      column("states_of_configuration"),
+                      column("cut_off_shift_of_ground_multiplet", wavenumber),
+                      column("cut_off_shift", wavenumber), column("shifted_states"),
+                      column("lowest_energy", wavenumber), column("spin_g", "1")},
                      {nameOf(results.normalisation), results.crystalFieldStrength,
                       textOfLevel(results.groundMultiplet), factor(0), factor(1), factor(2),
                       results.cutOff > 0.0 ? QVariant(results.cutOff) : QVariant(), results.states,
-                      results.statesOfConfiguration, results.cutOffShift, results.shiftedStates,
-                      results.lowestEnergy, results.spinFactor});
+                      results.statesOfConfiguration, results.groundCutOffShift, results.cutOffShift,
+                      results.shiftedStates, results.lowestEnergy, results.spinFactor});
     addFieldTables(results, tables);
     addLevelTables(results, tables);
     addMagneticTables(results, tables);

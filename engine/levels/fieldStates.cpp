@@ -366,6 +366,14 @@ Eigen::MatrixXcd timeReversed(const Basis &basis, const Eigen::MatrixXcd &vector
     return result;
 }
 
+Eigen::Index largestMatrix(const Basis &basis, const FieldOperator &field)
+{
+    Eigen::Index largest = 0;
+    for (const auto &[name, strips] : classesOf(basis, field.periodOfM()))
+        largest = std::max(largest, sizeOf(basis, strips));
+    return largest;
+}
+
 States diagonalize(const Basis &basis, const FieldOperator &field)
 {
     const int period = field.periodOfM();

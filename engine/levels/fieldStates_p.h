@@ -113,6 +113,9 @@ struct States
 /// diagonalised.
 States diagonalize(const Basis &basis, const FieldOperator &field);
 
+/// Order of the largest matrix that diagonalize() would meet.
+Eigen::Index largestMatrix(const Basis &basis, const FieldOperator &field);
+
 /// (-1)^(J-M) conj of the component M, as the component -M: the state with the time reversed.
 Eigen::MatrixXcd timeReversed(const Basis &basis, const Eigen::MatrixXcd &vectors);
 
