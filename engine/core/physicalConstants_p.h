@@ -58,4 +58,11 @@ constexpr double avogadro = 6.02214076e23;            ///< mol^-1
 /// g factor of the electron spin (CODATA 2018, 2.00231930436256).
 constexpr double gOfSpin = 2.00231930436;
 
+/// Constants of the magnetism of a crystal field (CODATA 2018).
+namespace magnetic {
+constexpr double bohrMagneton = 0.466864477827;  ///< mu_B/(hc), cm^-1/T
+constexpr double boltzmann = 0.695034800486;     ///< k/(hc), cm^-1/K
+constexpr double curieConstant = 0.375148096121; ///< N_A mu_B^2/k, cm^3 K/mol (CGS)
+} // namespace magnetic
+
 } // namespace lanqor

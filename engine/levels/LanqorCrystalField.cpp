@@ -63,7 +63,7 @@ public:
     FieldNormalisation normalisation = FieldNormalisation::Wybourne;
     double cutOff = 0.0;
     double maximumEnergy = 0.0;
-    double spinFactor = freeIon::gOfSpin;
+    double spinFactor = lanqor::gOfSpin;
     QVector<double> temperatures;
     QVector<double> magneticFields;
     QString lastError;
@@ -97,7 +97,7 @@ Eigen::MatrixXd LanqorCrystalFieldPrivate::momentOf(const Eigen::MatrixXd &magne
         for (const Eigen::Index level : block.levels)
             angular(level, level) = std::sqrt(J * (J + 1.0) * (2.0 * J + 1.0));
     }
-    return angular + (spinFactor - 1.0) / (freeIon::gOfSpin - 1.0) * (magnetic - angular);
+    return angular + (spinFactor - 1.0) / (lanqor::gOfSpin - 1.0) * (magnetic - angular);
 }
 
 /// theta(k) of the lowest level: the element of the state M = J of the sum of C(k)0, divided by

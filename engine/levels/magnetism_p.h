@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/physicalConstants_p.h"
 #include "levels/fieldStates_p.h"
 
 #include <Eigen/Core>
@@ -11,11 +12,9 @@ namespace magnetism {
 
 using Complex = std::complex<double>;
 
-/// mu_B/(hc), cm^-1/T; k/(hc), cm^-1/K; N_A mu_B^2/k, cm^3 K/mol (CGS)
-/// (CODATA 2018).
-constexpr double bohrMagneton = 0.466864477827;
-constexpr double boltzmann = 0.695034800486;
-constexpr double curieConstant = 0.375148096121;
+using lanqor::magnetic::bohrMagneton;
+using lanqor::magnetic::boltzmann;
+using lanqor::magnetic::curieConstant;
 
 /// x, y, z.
 using Components = std::array<Eigen::MatrixXcd, 3>;
