@@ -56,7 +56,7 @@ QwtPlotCurve *makeCurve(const CurvePlot::Series &series, int number)
         curve->setPen(color::grey, 1.0);
         break;
     case CurvePlot::Style::Curve:
-        curve->setPen(color, 1.6);
+        curve->setPen(ink, 1.6, lineOf(number));
         break;
     case CurvePlot::Style::Dots:
         curve->setStyle(QwtPlotCurve::NoCurve);
