@@ -103,7 +103,8 @@ struct CrystalFieldResults
     int states = 0;        ///< that are kept
     int largestMatrix = 0; ///< order of the largest matrix
     /// Largest shifts, against the lowest state, that the states left out would give in second
-    /// order, cm^-1: to the states of the ground multiplet, and to the @p shiftedStates lowest ones.
+    /// order, cm^-1: to the states of the ground multiplet, and to the @p shiftedStates lowest
+    /// ones.
     double groundCutOffShift = 0.0;
     double cutOffShift = 0.0;
     int shiftedStates = 0;
