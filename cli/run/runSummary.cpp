@@ -49,10 +49,10 @@ QString tripletLines(const DonorTripletResults &triplet)
                      tr("%1, difference %2 cm^-1")
                          .arg(triplet.doAgree ? tr("agree") : tr("do not agree"),
                               fixed(triplet.difference, 0)));
-    text += line(tr("T1 that goes on"),
-                 tr("%1, RL %2 Angstrom")
-                     .arg(energyText(triplet.energy, triplet.standardDeviation),
-                          fixed(triplet.tripletDistance, 3)));
+    text +=
+        line(tr("T1 that goes on"), tr("%1, RL %2 Angstrom")
+                                        .arg(energyText(triplet.energy, triplet.standardDeviation),
+                                             fixed(triplet.tripletDistance, 3)));
     return text + line(tr("S1"), tr("%1 cm^-1, RL %2 Angstrom")
                                      .arg(fixed(triplet.singletEnergy, 0),
                                           fixed(triplet.singletDistance, 3)));

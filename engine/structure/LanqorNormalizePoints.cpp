@@ -260,8 +260,13 @@ AbsorptionResults LanqorNormalizePoints::getResults() const
     for (int i = 1; i <= d->count; ++i) {
         const double wavelength = d->positions.at(i);
         if (wavelength >= std::min(d->rangeStart, d->rangeEnd) &&
-            wavelength <= std::max(d->rangeStart, d->rangeEnd))
-            results.transitions.append({wavelength, nmPerCm / wavelength, d->intensities.at(i)});
+            wavelength <= std::max(d->rangeStart, d->rangeEnd)) {
+            AbsorptionTransition transition;
+            transition.wavelength = wavelength;
+            transition.energy = nmPerCm / wavelength;
+            transition.oscillatorStrength = d->intensities.at(i);
+            results.transitions.append(transition);
+        }
     }
     results.wavelengths = d->axisX;
     results.absorption = d->axisY;

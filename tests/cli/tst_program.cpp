@@ -123,7 +123,8 @@ private Q_SLOTS:
             "omega_fit groups fit_account fit_parameters solution solution_ranges");
         QFile::copy(dataFile(QStringLiteral("mopac/eu_acac3_phen_am1_allvec.out")), path("i.out"));
         row("indices i.out", "reactivity_indices");
-        row("spectrum examples/data/eu_l2_zindos_excerpt.orcout", "spectrum transitions main_configurations curve");
+        row("spectrum examples/data/eu_l2_zindos_excerpt.orcout",
+            "spectrum transitions main_configurations curve");
         row("organize tests/mopac/eu_f_acac3_rm1_opt.out o.xyz", "structure ligands atoms");
         row("states tests/gaussian/eu_td5050_two_jobs_g16.log",
             "donor_states singlets singlet_excitations triplets triplet_excitations");

@@ -263,8 +263,12 @@ private Q_SLOTS:
         const QJsonArray results = summary[QStringLiteral("main_results")].toArray();
         const QJsonObject yield = results.last().toObject();
         QCOMPARE(yield[QStringLiteral("quantity")].toString(), QStringLiteral("quantum_yield"));
-        QCOMPARE(yield[QStringLiteral("value")].toDouble(), report.yield->quantumYield);
-        QCOMPARE(yield[QStringLiteral("low_95")].toDouble(), 3.75);
+        const QJsonObject value = yield[QStringLiteral("value")].toObject();
+        QCOMPARE(value[QStringLiteral("value")].toDouble(), report.yield->quantumYield);
+        QCOMPARE(value[QStringLiteral("unit")].toString(), QStringLiteral("%"));
+        QCOMPARE(
+            value[QStringLiteral("uncertainty")].toObject()[QStringLiteral("low_95")].toDouble(),
+            3.75);
         const QJsonObject failed =
             summaryOf(failedReport())[QStringLiteral("run_state")].toObject();
         QCOMPARE(failed[QStringLiteral("state")].toString(), QStringLiteral("failed"));
